@@ -1,0 +1,132 @@
+#include "core/ambrisor.h"
+
+#include <utility>
+
+#include "core/failure.h"
+#include "core/frmmain.h"
+#include "core/mAmbrisor.h"
+#include "core/program.h"
+#include "playback/mPlayback.h"
+#include "playlist/mMedia.h"
+
+namespace sarnel {
+
+Ambrisor::Ambrisor(platform::WindowSystem& windows, AmbrisorOptions options)
+    : program_(std::make_unique<Program>(windows, std::move(options.directory))) {
+    SetApp(program_.get());
+}
+
+Ambrisor::~Ambrisor() {
+    program_.reset();
+    SetApp(nullptr);
+}
+
+bool Ambrisor::Connect(HostObject* lServer) {
+    server_ = lServer;
+    return true;
+}
+
+// Nothing is let go: late impulses still reach the host.
+bool Ambrisor::Disconnect() { return true; }
+
+HostObject* Ambrisor::Server() const { return server_; }
+
+Long Ambrisor::ProcessImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lParam1,
+                              ImpulseValue& lParam2) {
+    const platform::WindowSystem::Dispatching dispatching(program_->windows);
+    Long result = 0;
+    Step([&] {
+        switch (uMsg) {
+            case kImpulseAttach:
+                result = 1;
+                program_->component = this;
+                ReadWorkArea();
+                break;
+            case kImpulseControlNumber:
+                result = 2;
+                lParam1.Assign(kImpulseControl);
+                break;
+            case kImpulseComponent:
+                result = 2;
+                lParam1.Assign(static_cast<Object*>(this));
+                break;
+            case ImpulseClosed:
+                result = 1;
+                break;
+            case kImpulseControl:
+                result = 2;
+                Control(wParam, lParam1, lParam2);
+                break;
+            default:
+                break;
+        }
+    });
+    return result;
+}
+
+void Ambrisor::Control(const ImpulseValue& wParam, ImpulseValue& lParam1, ImpulseValue& lParam2) {
+    const std::optional<Long> command = wParam.AsLong();
+    if (command == kControlComponent) {
+        lParam1.Assign(static_cast<Object*>(this));
+    } else if (command == kControlLoad) {
+        Step([&] { program_->Main().Load(); });
+        lParam1.Assign(program_->Main().HWnd());
+    } else if (command == kControlShow) {
+        ControlShow(lParam1, lParam2);
+    } else if (command == kControlMinimise) {
+        ControlMinimise(lParam1, lParam2);
+    } else if (command == kControlScrollText) {
+        if (const auto text = lParam1.AsString()) {
+            SetScrollText(*text);
+        }
+    }
+}
+
+void Ambrisor::ControlShow(const ImpulseValue& lParam1, const ImpulseValue& lParam2) {
+    const std::optional<bool> show = lParam1.AsBoolean();
+    if (!show) {
+        return;
+    }
+    if (*show) {
+        Step([&] {
+            if (const auto line = lParam2.AsString()) {
+                ProcessCommandLine(*line, true);
+            }
+        });
+        frmMAIN& main = program_->Main();
+        program_->windows.ShowWindow(main.HWnd(), platform::SW_SHOWNORMAL);
+        program_->windows.SetFocus(main.lstPlaylist.HWnd());
+        return;
+    }
+    Step([&] { program_->UnloadTip(); });
+    Step([&] { program_->UnloadMain(); });
+    SendImpulse(ImpulseClosed, Long{0}, Long{0}, Long{0});
+}
+
+void Ambrisor::ControlMinimise(const ImpulseValue& lParam1, ImpulseValue& lParam2) {
+    const platform::Handle window = program_->Main().HWnd();
+    // Zero says: shown and not minimised. A boolean is -1 or 0, so its complement is 0 or -1.
+    const Long iconic = program_->windows.IsIconic(window) ? 1 : 0;
+    const Long visible = program_->windows.IsVisible(window) ? -1 : 0;
+    lParam2.Assign(iconic | ~visible);
+    if (const auto minimise = lParam1.AsBoolean()) {
+        SetMinimized(*minimise);
+    }
+}
+
+Long Ambrisor::sendVeldrinImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lParam1,
+                                  ImpulseValue& lParam2) {
+    Long answer = 0;
+    Step([&] {
+        if (server_ == nullptr) {
+            return;
+        }
+        ImpulseValue number(&uMsg);
+        ImpulseValue argument(&wParam);  // a private copy, by reference
+        Take(answer,
+             server_->ProcessImpulse(*this, number, argument, lParam1, lParam2).AsLong());
+    });
+    return answer;
+}
+
+}  // namespace sarnel

@@ -1,0 +1,80 @@
+// Ambrisor is the whole user interface of the player, as a host sees it: an object that the host
+// creates, connects to itself and drives by impulses. A run goes
+//
+//     platform::WindowSystem windows(driver);          // headless or desktop
+//     Ambrisor component(windows, {directory});        // directory: settings, playlist, lyrics
+//     component.Connect(&host);
+//     component.ProcessImpulse(3, ...);                 // attach
+//     component.ProcessImpulse(15, 16, window, ...);    // load; the window is still hidden
+//     component.ProcessImpulse(15, 17, True, line);     // handle the command line and show
+//     ... windows.WaitMessage() until impulse 7 reaches the host ...
+//     component.ProcessImpulse(15, 17, False, ...);     // end; impulse 7 comes back before it returns
+//     component.Disconnect();
+//
+// All of it happens on one thread. One Ambrisor may be alive at a time in a process; a new one starts
+// with clean state.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/hostobject.h"
+#include "core/impulses.h"
+#include "core/impulsevalue.h"
+
+namespace platform {
+class WindowSystem;
+}
+
+namespace sarnel {
+
+struct Program;
+
+/// What the host settles before the component exists.
+struct AmbrisorOptions {
+    /// The one writable directory, without a separator at its end; raw bytes. It holds
+    /// "Sarnel.Ambrisor.ini", "Sarnel.Ambrisor.omk" and "Sarnel.Ambrisor.lyrics".
+    std::string directory;
+};
+
+class Ambrisor : public Object {
+  public:
+    /// The window system must outlive the component.
+    Ambrisor(platform::WindowSystem& windows, AmbrisorOptions options);
+    ~Ambrisor() override;
+    Ambrisor(const Ambrisor&) = delete;
+    Ambrisor& operator=(const Ambrisor&) = delete;
+
+    /// Stores the host (not owned, may be null) and answers True. Without one every question to the
+    /// host keeps its start value.
+    bool Connect(HostObject* lServer);
+
+    /// Answers True and does nothing else: the host stays reachable, as late impulses may need it.
+    bool Disconnect();
+
+    /// The host given to Connect, or null.
+    HostObject* Server() const;
+
+    /// An impulse from the host (or from the component to itself). Answers 0 for a number that is
+    /// not known, else 1 or 2 as core/impulses.h tells. A step that fails is skipped.
+    Long ProcessImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lParam1,
+                        ImpulseValue& lParam2);
+
+    /// An impulse to the host. Answers what the host answered, 0 if it did not, threw, or there is
+    /// none.
+    Long sendVeldrinImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lParam1,
+                            ImpulseValue& lParam2);
+
+    /// The state of this run; for the component's own modules and its tests.
+    Program& State() { return *program_; }
+
+  private:
+    void Control(const ImpulseValue& wParam, ImpulseValue& lParam1, ImpulseValue& lParam2);
+    void ControlShow(const ImpulseValue& lParam1, const ImpulseValue& lParam2);
+    void ControlMinimise(const ImpulseValue& lParam1, ImpulseValue& lParam2);
+
+    HostObject* server_ = nullptr;
+    std::unique_ptr<Program> program_;
+};
+
+}  // namespace sarnel

@@ -1,0 +1,110 @@
+#include "core/frmmain.h"
+
+#include <utility>
+
+#include "core/mAmbrisor.h"
+#include "core/program.h"
+#include "playlist/mMedia.h"
+
+namespace sarnel {
+
+namespace {
+
+using platform::Rect;
+
+// Until a skin places them, controls stand where skin 1 has them; sizes in pixels.
+constexpr Rect kWindow{0, 0, 293, 277};
+constexpr Rect kListArea{6, 27, 287, 208};
+constexpr Rect kInsideList{0, 0, 281, 181};
+constexpr Rect kScrollText{54, 10, 239, 24};
+constexpr Rect kInfoDisplay{128, 250, 200, 264};
+
+constexpr Long kPanels = 6;
+constexpr Long kButtons = 13;
+constexpr Long kToggles = 4;
+constexpr Long kSliders = 10;
+constexpr Long kFirstEffect = 3;
+constexpr Long kEffectsPanel = 3;
+
+platform::Font ListFontOfLayout() { return {u"Lucida Sans Unicode", 8.25, false, false}; }
+
+}  // namespace
+
+frmMAIN::frmMAIN(platform::WindowSystem& windows)
+    : Widget(windows, 0, kWindow),
+      picScrollText(windows, HWnd(), kScrollText),
+      picInfoDisplay(windows, HWnd(), kInfoDisplay),
+      lstPlaylist(windows, HWnd(), kListArea, {false, true, false}) {
+    lstPlaylist.SetFont(ListFontOfLayout());
+    MakePanels();
+    MakeControls();
+    lstPlaylist.onKeyDown = [](Long KeyCode, Long Shift) { lstPlaylist_KeyDown(KeyCode, Shift); };
+    lstPlaylist.onOLEDragDrop = [](const std::vector<std::string>& paths) {
+        lstPlaylist_OLEDragDrop(paths);
+    };
+}
+
+void frmMAIN::MakePanels() {
+    for (Long i = 0; i < kPanels; ++i) {
+        auto& panel =
+            picFrame.Add(std::make_unique<platform::PictureBox>(windows_, HWnd(), kListArea));
+        panel.SetFont({u"Tahoma", 9.75, true, false});
+        panel.Visible(false);
+    }
+    const auto panel = [this](Long index) { return picFrame(index).HWnd(); };
+    txtLyrics = std::make_unique<platform::TextBox>(windows_, panel(0), kInsideList);
+    lstFilesAndFolders = std::make_unique<JList>(windows_, panel(1), kInsideList,
+                                                 JListStored{false, false, true});
+    lblFrameAddPathName = std::make_unique<platform::Label>(windows_, panel(1), Rect{});
+    lblFileTypesSupported = std::make_unique<platform::Label>(windows_, panel(2), Rect{});
+    lblFrameFileAssocOK = std::make_unique<platform::Label>(windows_, panel(2), Rect{});
+    lblFrameFileAssocOK->Caption(u"Close frame");
+    lblFrameInfoDescription = std::make_unique<platform::Label>(windows_, panel(4), Rect{});
+    lblFrameInfoDescription->Caption(u"Info");
+    txt_SearchFilter = std::make_unique<platform::TextBox>(windows_, panel(5), Rect{});
+    lst_Search = std::make_unique<JList>(windows_, panel(5), kInsideList,
+                                         JListStored{false, true, false});
+    lstFilesAndFolders->SetFont(ListFontOfLayout());
+    lst_Search->SetFont(ListFontOfLayout());
+}
+
+void frmMAIN::MakeControls() {
+    const Handle effects = picFrame(kEffectsPanel).HWnd();
+    for (Long i = 0; i < kButtons; ++i) {
+        const Handle parent = i == kButtons - 1 ? effects : HWnd();
+        btnSkin.Add(std::make_unique<JButton>(windows_, parent, Rect{}));
+    }
+    for (Long i = 0; i < kToggles; ++i) {
+        tglSkin.Add(std::make_unique<JToogle>(windows_, HWnd(), Rect{}));
+    }
+    lblEffects.First(kFirstEffect);
+    for (Long i = 0; i < kSliders; ++i) {
+        const Handle parent = i >= kFirstEffect ? effects : i == 2 ? picFrame(0).HWnd() : HWnd();
+        sldSkin.Add(std::make_unique<JSlider>(windows_, parent, Rect{}));
+        if (i >= kFirstEffect) {
+            lblEffects.Add(std::make_unique<platform::Label>(windows_, effects, Rect{}));
+        }
+    }
+}
+
+void frmMAIN::Load() {
+    if (loaded_) {
+        return;
+    }
+    loaded_ = true;
+    InstallWindowHooks();
+    LoadSettings();
+}
+
+void frmMAIN::Unload() {
+    if (!loaded_) {
+        return;
+    }
+    loaded_ = false;
+    RemoveWindowHooks();
+    windows_.DeferDelete(std::exchange(hMenu, nullptr));  // a command of it may be what ends the run
+}
+
+frmTIP::frmTIP(platform::WindowSystem& windows) : Widget(windows, 0, {0, 0, 20, 23}) {}
+
+}  // namespace sarnel

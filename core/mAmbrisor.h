@@ -1,0 +1,46 @@
+// The order in which the system comes up and goes down, and the procedures that see the messages of the
+// main window and of three of its controls before these do.
+#pragma once
+
+#include "platform/window_system.h"
+
+namespace sarnel {
+
+using platform::Long;
+
+// Start (startup.cpp), from the main window's load event.
+
+/// Puts our procedures in front of four windows; the main window accepts dropped files from here on.
+void InstallWindowHooks();
+/// Settings in their order: skin, menu, hot keys, place, volume, modes, effects. The host gets the
+/// volume and the seven effects before the load returns.
+void LoadSettings();
+/// Registers the ten system-wide keys, all with Ctrl and Alt.
+void CreateHotKeys();
+
+// Stop (startup.cpp), from its unload event.
+
+/// Scroll timer, playback, playlist file, then the former procedures, in this order.
+void RemoveWindowHooks();
+
+/// Minimises, or shows, restores and brings to the front.
+void SetMinimized(bool minimise);
+/// Reads the desktop's work area into the program's state.
+void ReadWorkArea();
+
+// Window procedures (windowprocs.cpp).
+
+Long MainWindowProc(const platform::Message& message);
+Long PlaylistWindowProc(const platform::Message& message);
+Long FilesAndFoldersWindowProc(const platform::Message& message);
+Long LyricsWindowProc(const platform::Message& message);
+
+/// Closes as the close button, the hot key "Exit" and the close message do.
+void RequestClose();
+
+// Event handlers of the main window (handlers.cpp).
+
+void hKeys_HotKeyPress(std::u16string_view sName);
+void lstPlaylist_KeyDown(Long KeyCode, Long Shift);
+
+}  // namespace sarnel

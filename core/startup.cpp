@@ -1,0 +1,158 @@
+// The order of start and stop. Steps that fail are skipped: nothing here keeps the window from coming
+// up, or the playlist from being written.
+#include <array>
+#include <memory>
+
+#include "core/ambrisor.h"
+#include "core/failure.h"
+#include "core/frmmain.h"
+#include "core/mAmbrisor.h"
+#include "core/mGeneral.h"
+#include "core/program.h"
+#include "core/seams.h"
+#include "menus/commandmenu.h"
+#include "playback/mPlayback.h"
+#include "playlist/mMedia.h"
+#include "skin/skin.h"
+
+namespace sarnel {
+
+using namespace platform;
+
+namespace {
+
+struct GlobalKey {
+    const char16_t* name;
+    Long virtualKey;
+};
+constexpr Long kAltAndCtrl = 3;
+constexpr std::array<GlobalKey, 10> kGlobalKeys{{{u"Exit", 123},      // F12
+                                                 {u"Next", 34},       // Page Down
+                                                 {u"Prev", 33},       // Page Up
+                                                 {u"Stop", 35},       // End
+                                                 {u"Play", 45},       // Insert
+                                                 {u"Pause", 36},      // Home
+                                                 {u"StepBack", 37},   // Left
+                                                 {u"StepForw", 39},   // Right
+                                                 {u"VolUp", 38},      // Up
+                                                 {u"VolDown", 40}}};  // Down
+
+struct Mode {
+    bool Program::*state;
+    const char16_t* setting;
+    const char16_t* menuKey;
+};
+constexpr std::array<Mode, 5> kModes{{{&Program::Random, u"Random", u"kPRdm"},
+                                      {&Program::RepeatItem, u"RepeatItem", u"kPRpI"},
+                                      {&Program::RepeatList, u"RepeatList", u"kPRpP"},
+                                      {&Program::ManualAdvance, u"ManualAdvance", u"kPMA"},
+                                      {&Program::PlayAtStartup, u"PlayAtStartup", u"kPPAS"}}};
+
+void CheckItem(std::u16string_view menuKey, bool checked) {
+    if (const auto menu = App().Main().hMenu) {
+        menu->Checked(menu->IndexForKey(menuKey), checked);
+    }
+}
+
+void PlaceWindow() {
+    frmMAIN& main = App().Main();
+    const Size screen = App().windows.ScreenSize();
+    Long x = 0;
+    Long y = 0;
+    bool topMost = false;
+    const Long centredX = (screen.width - main.Width()) / 2;
+    const Long centredY = (screen.height - main.Height()) / 2;
+    Take(x, TextToLong(ReadSetting(u"X", LongToText(centredX))));
+    Take(y, TextToLong(ReadSetting(u"Y", LongToText(centredY))));
+    Take(topMost, TextToBoolean(ReadSetting(u"TopMost", u"False")));
+    CheckItem(u"kTMst", topMost);
+    main.tglSkin(0).Value(topMost);
+    constexpr Long kNoSizeNoActivate = SWP_NOSIZE | SWP_NOACTIVATE;
+    App().windows.SetWindowPos(main.HWnd(), topMost ? HWND_TOPMOST : HWND_NOTOPMOST, x, y, 0, 0,
+                               kNoSizeNoActivate);
+}
+
+void LoadModes() {
+    for (const Mode& mode : kModes) {
+        Take(App().*mode.state, TextToBoolean(ReadSetting(mode.setting, u"False")));
+        CheckItem(mode.menuKey, App().*mode.state);
+    }
+}
+
+}  // namespace
+
+void InstallWindowHooks() {
+    Program& app = App();
+    frmMAIN& main = app.Main();
+    WindowSystem& windows = app.windows;
+    app.Hooks.main = windows.SetWindowProc(main.HWnd(), MainWindowProc);
+    app.Hooks.playlist = windows.SetWindowProc(main.lstPlaylist.HWnd(), PlaylistWindowProc);
+    app.Hooks.filesAndFolders =
+        windows.SetWindowProc(main.lstFilesAndFolders->HWnd(), FilesAndFoldersWindowProc);
+    app.Hooks.lyrics = windows.SetWindowProc(main.txtLyrics->HWnd(), LyricsWindowProc);
+    windows.SetWindowLong(main.HWnd(), GWL_EXSTYLE,
+                          windows.GetWindowLong(main.HWnd(), GWL_EXSTYLE) | WS_EX_ACCEPTFILES);
+    ClearPlayedHistory();
+    app.PulseLevel = 0;
+}
+
+void LoadSettings() {
+    Program& app = App();
+    Take(app.CurrentSkin, TextToLong(ReadSetting(u"Skin", u"1")));
+    SetWindowTitle(RestingTitle());
+    SetScrollText(app.Main().Caption());
+    Step(BuildMenu);
+    Step(CreateHotKeys);
+    Step(seams::RemoveSystemMenuItems);
+    Step([&] { LoadSkin(app.CurrentSkin); });
+    Step(PlaceWindow);
+    Step([] {
+        if (const auto volume = TextToLong(ReadSetting(u"MusicVolume", u"80"))) {
+            SetVolume(*volume);
+        }
+    });
+    Take(app.DisplayMode, TextToLong(ReadSetting(u"DisplayMode", u"1")));
+    app.Main().sldSkin(0).Enabled(false);
+    Step(LoadModes);
+    Take(app.SortFilesMode, TextToLong(ReadSetting(u"SortFilesMode", u"0")));
+    app.Main().picFrame(0).FontName(app.Main().txtLyrics->FontName());
+    Step(LoadEffects);
+}
+
+void CreateHotKeys() {
+    frmMAIN& main = App().Main();
+    main.hKeys = std::make_unique<JHotKeys>();
+    main.hKeys->hWndToCapture(main.HWnd());
+    main.hKeys->onHotKeyPress = hKeys_HotKeyPress;
+    for (const GlobalKey& key : kGlobalKeys) {
+        Step([&] { main.hKeys->RegisterKey(key.name, kAltAndCtrl, key.virtualKey); });
+    }
+}
+
+void RemoveWindowHooks() {
+    Step(StopScrollTimer);
+    Step(StopPlayback);
+    Step([] { static_cast<void>(Playlist().Serialize(PlaylistFile())); });
+    Program& app = App();
+    frmMAIN& main = app.Main();
+    app.windows.SetWindowProc(main.txtLyrics->HWnd(), app.Hooks.lyrics);
+    app.windows.SetWindowProc(main.lstFilesAndFolders->HWnd(), app.Hooks.filesAndFolders);
+    app.windows.SetWindowProc(main.lstPlaylist.HWnd(), app.Hooks.playlist);
+    app.windows.SetWindowProc(main.HWnd(), app.Hooks.main);
+}
+
+void SetMinimized(bool minimise) {
+    WindowSystem& windows = App().windows;
+    const Handle window = App().Main().HWnd();
+    if (minimise) {
+        windows.SetMinimised(window, true);
+    } else {
+        windows.ShowWindow(window, SW_SHOW);
+        windows.SetMinimised(window, false);
+        windows.SetForegroundWindow(window);
+    }
+}
+
+void ReadWorkArea() { App().WorkArea = App().windows.WorkArea(); }
+
+}  // namespace sarnel

@@ -1,0 +1,189 @@
+// The procedures in front of the main window and of three of its controls. The message is handled first
+// and then, with the exceptions told below, goes on to the procedure that stood there before.
+#include <optional>
+#include <string>
+
+#include "core/ambrisor.h"
+#include "core/failure.h"
+#include "core/frmmain.h"
+#include "core/mAmbrisor.h"
+#include "core/mGeneral.h"
+#include "core/program.h"
+#include "core/seams.h"
+#include "platform/text.h"
+#include "playback/mPlayback.h"
+#include "playlist/mMedia.h"
+
+namespace sarnel {
+
+using namespace platform;
+
+namespace {
+
+bool HidesInSystray() {
+    bool hides = false;
+    Take(hides, TextToBoolean(ReadSetting(u"HideInSystray", u"False")));
+    return hides;
+}
+
+void OnSize(const Message& message) {
+    const bool hides = HidesInSystray();
+    WindowSystem& windows = App().windows;
+    if (message.wParam == SIZE_RESTORED) {
+        StartScrollTimer();
+        if (hides) {
+            seams::TrayDelete();
+        }
+    } else if (message.wParam == SIZE_MINIMIZED) {
+        if (hides) {
+            seams::TrayAdd(App().Main().Caption());
+            windows.ShowWindow(message.window, SW_HIDE);
+        }
+        windows.ShowWindow(App().Tip().HWnd(), SW_HIDE);
+        StopScrollTimer();
+    }
+}
+
+void OnCopyData(Long lParam) {
+    const CopyDataRecord* record = App().windows.CopyData(lParam);
+    if (record != nullptr && !record->bytes.empty()) {
+        ProcessCommandLine(Widen(record->bytes), false);
+    }
+}
+
+// The two 16-bit halves of a message word, signed.
+Point PointOf(Long word) {
+    return {static_cast<std::int16_t>(word & 0xFFFF), static_cast<std::int16_t>(word >> 16)};
+}
+
+// The volume, unless the pointer is over something that has a use of its own for the wheel.
+void OnMouseWheel(const Message& message) {
+    constexpr Long kVolumeStep = 5;
+    WindowSystem& windows = App().windows;
+    const Handle under = windows.WindowFromPoint(PointOf(message.lParam));
+    if (under == Playlist().HWnd() ||
+        (under != message.window && windows.GetParent(under) != message.window)) {
+        return;
+    }
+    SetVolume(App().Main().sldSkin(1).Value() + (message.wParam < 1 ? -kVolumeStep : kVolumeStep));
+}
+
+void OnTray(Long mouseMessage) {
+    if (mouseMessage == WM_LBUTTONDBLCLK) {
+        SetMinimized(false);
+    } else if (mouseMessage == WM_RBUTTONUP) {
+        seams::TrayMenu();
+    }
+}
+
+// An answer ends the message here.
+std::optional<Long> HandleMain(const Message& message) {
+    JHotKeys* keys = App().Main().hKeys.get();
+    switch (message.id) {
+        case WM_DESTROY:
+            if (keys != nullptr) {
+                keys->WM_DESTROY();
+            }
+            break;
+        case WM_SIZE:
+            OnSize(message);
+            break;
+        case WM_CLOSE:
+            RequestClose();
+            break;
+        case WM_SETTINGCHANGE:
+            if (message.wParam == SPI_SETWORKAREA) {
+                ReadWorkArea();
+            }
+            break;
+        case WM_DRAWITEM:
+            if (seams::DrawMenuItem()) {
+                return 1;
+            }
+            break;
+        case WM_MEASUREITEM:
+            if (seams::MeasureMenuItem()) {
+                return 1;
+            }
+            break;
+        case WM_COPYDATA:
+            OnCopyData(message.lParam);
+            break;
+        case WM_SYSCOMMAND:
+            if (message.wParam == SC_CLOSE) {
+                App().windows.SendMessage(message.window, WM_CLOSE, 0, 0);
+            }
+            break;
+        case WM_MOUSEWHEEL:
+            OnMouseWheel(message);
+            break;
+        case WM_DROPFILES:
+            AddDroppedFiles(message.wParam);
+            break;
+        case WM_HOTKEY:
+            if (keys != nullptr) {
+                keys->WM_HOTKEY(message.wParam, message.lParam);
+            }
+            break;
+        case WM_TRAY:
+            OnTray(message.lParam);
+            break;
+        default:
+            break;
+    }
+    return std::nullopt;
+}
+
+Long ListWindowProc(JList& list, const WindowProc& former, const Message& message) {
+    const Long result = WindowSystem::CallWindowProc(former, message);
+    if (message.id == WM_MOUSEMOVE) {
+        list.WM_MOUSEMOVE_Process(message.window);
+    } else if (message.id == WM_MOUSEWHEEL) {
+        list.WM_MOUSEWHEEL_Process(message.wParam);
+    } else if (message.id == WM_MOUSELEAVE) {
+        list.WM_MOUSELEAVE_Process();
+    }
+    return result;
+}
+
+}  // namespace
+
+Long MainWindowProc(const Message& message) {
+    // Taken first: handling a close unloads the window and its hooks.
+    const WindowProc former = App().Hooks.main;
+    std::optional<Long> result;
+    Step([&] { result = HandleMain(message); });
+    return result ? *result : WindowSystem::CallWindowProc(former, message);
+}
+
+Long PlaylistWindowProc(const Message& message) {
+    return ListWindowProc(App().Main().lstPlaylist, App().Hooks.playlist, message);
+}
+
+Long FilesAndFoldersWindowProc(const Message& message) {
+    return ListWindowProc(*App().Main().lstFilesAndFolders, App().Hooks.filesAndFolders, message);
+}
+
+Long LyricsWindowProc(const Message& message) {
+    constexpr Long kWheelStep = 3;
+    if (message.id == WM_MOUSEWHEEL &&
+        App().windows.WindowFromPoint(PointOf(message.lParam)) == message.window) {
+        JSlider& slider = App().Main().sldSkin(2);
+        slider.Value(slider.Value() + (message.wParam < 1 ? kWheelStep : -kWheelStep));
+        seams::ScrollLyrics();
+    }
+    // Swallowed, so that the text box shows no menu of its own.
+    return message.id == WM_CONTEXTMENU
+               ? 0
+               : WindowSystem::CallWindowProc(App().Hooks.lyrics, message);
+}
+
+void RequestClose() {
+    if (Ambrisor* component = App().component) {
+        ImpulseValue show(false);
+        ImpulseValue unused(Long{0});
+        component->ProcessImpulse(kImpulseControl, kControlShow, show, unused);
+    }
+}
+
+}  // namespace sarnel

@@ -1,0 +1,86 @@
+#include "platform/headless/headless_driver.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <random>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+HeadlessDriver::HeadlessDriver(Clock clock)
+    : clock_(clock), start_(std::chrono::steady_clock::now()) {}
+
+void HeadlessDriver::SetWorkArea(const Rect& area) {
+    workArea_ = area;
+    Push(WorkAreaChanged{});
+}
+
+Millis HeadlessDriver::Now() const {
+    if (clock_ == Clock::kVirtual) {
+        return virtualNow_;
+    }
+    const auto passed = std::chrono::steady_clock::now() - start_;
+    return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();
+}
+
+void HeadlessDriver::WaitUntil(std::optional<Millis> deadline) {
+    if (clock_ == Clock::kVirtual) {
+        if (events_.empty() && deadline) {
+            virtualNow_ = std::max(virtualNow_, *deadline);
+        }
+        return;
+    }
+    std::vector<pollfd> descriptors;
+    for (const auto& watch : watches_) {
+        descriptors.push_back({watch.first, POLLIN, 0});
+    }
+    int timeout = -1;
+    if (!events_.empty()) {
+        timeout = 0;
+    } else if (deadline) {
+        // At most an hour at a time: whoever waits longer comes back.
+        timeout = static_cast<int>(std::clamp<Millis>(*deadline - Now(), 0, 3'600'000));
+    }
+    if (poll(descriptors.data(), static_cast<nfds_t>(descriptors.size()), timeout) <= 0) {
+        return;
+    }
+    for (const pollfd& descriptor : descriptors) {
+        const auto watch = watches_.find(descriptor.fd);
+        if (descriptor.revents != 0 && watch != watches_.end()) {
+            const auto onReadable = watch->second;  // a copy: it may end its own watch
+            onReadable();
+        }
+    }
+}
+
+std::optional<DriverEvent> HeadlessDriver::NextEvent() {
+    if (events_.empty()) {
+        return std::nullopt;
+    }
+    DriverEvent event = std::move(events_.front());
+    events_.pop_front();
+    return event;
+}
+
+void HeadlessDriver::Watch(int descriptor, std::function<void()> onReadable) {
+    if (onReadable) {
+        watches_[descriptor] = std::move(onReadable);
+    } else {
+        watches_.erase(descriptor);
+    }
+}
+
+std::uint64_t HeadlessDriver::RandomSeed() {
+    std::random_device source;
+    return (std::uint64_t{source()} << 32) | source();
+}
+
+Size HeadlessDriver::MeasureText(const Font& /*font*/, std::u16string_view text) const {
+    constexpr Long kUnitWidth = 6;
+    constexpr Long kLineHeight = 13;
+    return {kUnitWidth * static_cast<Long>(text.size()), kLineHeight};
+}
+
+}  // namespace platform

@@ -1,0 +1,45 @@
+// A desktop without a screen: a screen of 1024 x 768 with a work area of 0,0,1024,740, text of 6 by 13
+// pixels a unit, and a clock that is either virtual (tests: it moves only when somebody waits) or the
+// real one (playing without a window).
+#pragma once
+
+#include <chrono>
+#include <deque>
+#include <map>
+
+#include "platform/driver.h"
+
+namespace platform {
+
+class HeadlessDriver : public Driver {
+  public:
+    enum class Clock { kVirtual, kReal };
+
+    explicit HeadlessDriver(Clock clock);
+
+    // What a test, or a desktop of flesh and blood, does.
+    void Push(DriverEvent event) { events_.push_back(std::move(event)); }
+    void MovePointer(Point ptScreen) { pointer_ = ptScreen; }
+    void SetWorkArea(const Rect& area);
+
+    Millis Now() const override;
+    void WaitUntil(std::optional<Millis> deadline) override;
+    std::optional<DriverEvent> NextEvent() override;
+    void Watch(int descriptor, std::function<void()> onReadable) override;
+    std::uint64_t RandomSeed() override;
+    Size ScreenSize() const override { return {1024, 768}; }
+    Rect WorkArea() const override { return workArea_; }
+    Point Pointer() const override { return pointer_; }
+    Size MeasureText(const Font& font, std::u16string_view text) const override;
+
+  private:
+    Clock clock_;
+    Millis virtualNow_ = 0;
+    std::chrono::steady_clock::time_point start_;
+    Rect workArea_{0, 0, 1024, 740};
+    Point pointer_;
+    std::deque<DriverEvent> events_;
+    std::map<int, std::function<void()>> watches_;
+};
+
+}  // namespace platform

@@ -1,0 +1,29 @@
+// Text at the edges. Inside, text is UTF-16 and compared by code units; files, the host's library
+// calls and the operating system speak bytes. The narrow code page is UTF-8, and a byte that is not
+// part of valid UTF-8 becomes the lone surrogate U+DC00 + byte, so that every file name survives
+// the way in and out.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// Bytes to text. Never fails.
+std::u16string Widen(std::string_view bytes);
+
+/// As Widen, into a string whose memory is used again.
+void WidenInto(std::string_view bytes, std::u16string& text);
+
+/// Text to bytes: the exact opposite of Widen.
+std::string Narrow(std::u16string_view text);
+
+/// Simple lower case of one code unit: ASCII, Latin-1, Latin Extended-A, Greek and Cyrillic.
+char16_t LowerUnit(char16_t unit);
+std::u16string Lower(std::u16string_view text);
+bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);
+
+/// Without the blanks (U+0020) at both ends.
+std::u16string_view TrimBlanks(std::u16string_view text);
+
+}  // namespace platform

@@ -1,0 +1,222 @@
+// The half of the window system that happens in time: messages, drops, timers, the pump and waiting.
+#include <algorithm>
+#include <utility>
+
+#include "platform/window_system.h"
+#include "platform/window_system_detail.h"
+
+namespace platform {
+
+Long WindowSystem::SendMessage(Handle window, Long id, Long wParam, Long lParam) {
+    const Window* found = Find(window);
+    if (found == nullptr || !found->proc) {
+        return 0;
+    }
+    const Dispatching dispatching(*this);
+    const WindowProc proc = found->proc;  // a copy: the procedure may take itself out
+    return proc({window, id, wParam, lParam});
+}
+
+void WindowSystem::PostMessage(Handle window, Long id, Long wParam, Long lParam) {
+    if (IsWindow(window)) {
+        posted_.push_back({window, id, wParam, lParam});
+    }
+}
+
+WindowProc WindowSystem::SetWindowProc(Handle window, WindowProc proc) {
+    Window* found = Find(window);
+    return found != nullptr ? std::exchange(found->proc, std::move(proc)) : WindowProc();
+}
+
+WindowProc WindowSystem::GetWindowProc(Handle window) const {
+    const Window* found = Find(window);
+    return found != nullptr ? found->proc : WindowProc();
+}
+
+Long WindowSystem::CallWindowProc(const WindowProc& proc, const Message& message) {
+    return proc ? proc(message) : 0;
+}
+
+void WindowSystem::SendCopyData(Handle window, CopyDataRecord record) {
+    const Handle name = ++lastHandle_;
+    records_[name] = std::move(record);
+    SendMessage(window, WM_COPYDATA, 0, name);
+    records_.erase(name);
+}
+
+const CopyDataRecord* WindowSystem::CopyData(Long lParam) const {
+    const auto found = records_.find(lParam);
+    return found == records_.end() ? nullptr : &found->second;
+}
+
+void WindowSystem::SetDropTarget(Handle window, DropTarget target) {
+    if (Window* found = Find(window)) {
+        found->dropTarget = std::move(target);
+    }
+}
+
+void WindowSystem::DropFiles(Handle window, std::vector<std::string> paths) {
+    for (Handle at = window; at != 0; at = GetParent(at)) {
+        const Window* found = Find(at);
+        if (found != nullptr && found->dropTarget) {
+            const Dispatching dispatching(*this);
+            const DropTarget target = found->dropTarget;
+            target(paths);
+            return;
+        }
+    }
+    const Handle top = GetTopLevel(window);
+    if ((GetWindowLong(top, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) == 0) {
+        return;
+    }
+    const Handle drop = ++lastHandle_;
+    drops_[drop] = std::move(paths);
+    SendMessage(top, WM_DROPFILES, drop, 0);
+    drops_.erase(drop);
+}
+
+Long WindowSystem::DragQueryFileCount(Handle drop) const {
+    const auto found = drops_.find(drop);
+    return found == drops_.end() ? 0 : static_cast<Long>(found->second.size());
+}
+
+std::string WindowSystem::DragQueryFile(Handle drop, Long index, std::size_t bufferSize) const {
+    const auto found = drops_.find(drop);
+    if (found == drops_.end() || index < 0 || index >= DragQueryFileCount(drop)) {
+        return {};
+    }
+    return found->second[static_cast<std::size_t>(index)].substr(0, bufferSize);
+}
+
+void WindowSystem::DragFinish(Handle drop) { drops_.erase(drop); }
+
+void WindowSystem::SetTimer(Handle window, Long id, Long period, TimerProc proc) {
+    if (!IsWindow(window)) {
+        return;
+    }
+    KillTimer(window, id);
+    period = std::max(period, 1);
+    due_.push_back({Now() + period, ++lastOrder_, window, id, period, std::move(proc), {}});
+}
+
+void WindowSystem::KillTimer(Handle window, Long id) {
+    std::erase_if(due_, [&](const Due& due) { return due.window == window && due.id == id; });
+}
+
+std::vector<std::pair<Long, Long>> WindowSystem::Timers(Handle window) const {
+    std::vector<std::pair<Long, Long>> timers;
+    for (const Due& due : due_) {
+        if (due.window == window && window != 0) {
+            timers.emplace_back(due.id, due.period);
+        }
+    }
+    std::sort(timers.begin(), timers.end());
+    return timers;
+}
+
+void WindowSystem::Schedule(Millis delay, std::function<void()> call) {
+    const Millis when = Now() + std::max<Millis>(delay, 0);
+    due_.push_back({when, ++lastOrder_, 0, 0, 0, {}, std::move(call)});
+}
+
+std::optional<Millis> WindowSystem::NextDue() const {
+    const auto first =
+        std::min_element(due_.begin(), due_.end(),
+                         [](const Due& a, const Due& b) { return a.Before(b); });
+    return first == due_.end() ? std::nullopt : std::optional(first->when);
+}
+
+void WindowSystem::RunDue(Millis until) {
+    for (;;) {
+        const auto first =
+            std::min_element(due_.begin(), due_.end(),
+                             [](const Due& a, const Due& b) { return a.Before(b); });
+        if (first == due_.end() || first->when > until) {
+            return;
+        }
+        const Dispatching dispatching(*this);
+        if (first->window == 0) {
+            const auto call = std::move(first->call);
+            due_.erase(first);
+            call();
+            continue;
+        }
+        // The next beat is set before the call, so that a callback which pumps goes on being called.
+        // Beats that were missed by a busy thread are dropped, not made up for.
+        first->when += first->period;
+        if (first->when <= until) {
+            first->when = until + first->period;
+        }
+        const TimerProc timer = first->timer;
+        timer(first->window, first->id);
+    }
+}
+
+void WindowSystem::Deliver(const DriverEvent& event) {
+    if (const auto* close = std::get_if<CloseRequested>(&event)) {
+        SendMessage(close->window, WM_CLOSE, 0, 0);
+    } else if (const auto* minimised = std::get_if<MinimisedByDesktop>(&event)) {
+        SetMinimised(minimised->window, true);
+    } else if (const auto* restored = std::get_if<RestoredByDesktop>(&event)) {
+        SetMinimised(restored->window, false);
+    } else if (const auto* dropped = std::get_if<FilesDropped>(&event)) {
+        const Handle hit = WindowFromPoint(dropped->ptScreen);
+        DropFiles(hit != 0 ? hit : dropped->window, dropped->paths);
+    } else if (const auto* key = std::get_if<KeyPressed>(&event)) {
+        SendMessage(focus_, WM_KEYDOWN, key->code, key->shift);
+        SendMessage(focus_, WM_KEYUP, key->code, key->shift);
+    } else {
+        const std::vector<Handle> all = topLevels_;
+        for (const Handle window : all) {
+            SendMessage(window, WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
+        }
+    }
+}
+
+void WindowSystem::DoEvents() {
+    while (const auto event = driver_.NextEvent()) {
+        Deliver(*event);
+    }
+    // What is posted meanwhile waits for the next pump, else two windows could keep us here for ever.
+    for (std::size_t count = posted_.size(); count > 0 && !posted_.empty(); --count) {
+        const Message message = posted_.front();
+        posted_.pop_front();
+        SendMessage(message.window, message.id, message.wParam, message.lParam);
+    }
+    RunDue(Now());
+}
+
+void WindowSystem::RunUntil(Millis deadline) {
+    for (;;) {
+        DoEvents();
+        if (Now() >= deadline) {
+            return;
+        }
+        driver_.WaitUntil(posted_.empty() ? std::min(deadline, NextDue().value_or(deadline))
+                                          : Now());
+    }
+}
+
+void WindowSystem::Sleep(Millis duration) { RunUntil(Now() + std::max<Millis>(duration, 0)); }
+
+void WindowSystem::WaitMessage() {
+    if (posted_.empty()) {
+        driver_.WaitUntil(NextDue());
+    }
+    DoEvents();
+}
+
+void WindowSystem::DeferDelete(std::shared_ptr<void> object) {
+    if (depth_ > 0) {
+        graveyard_.push_back(std::move(object));
+    }
+}
+
+void WindowSystem::LeaveDispatch() {
+    if (--depth_ == 0) {
+        // Taken out first: what dies may destroy windows of its own.
+        const std::vector<std::shared_ptr<void>> dead = std::exchange(graveyard_, {});
+    }
+}
+
+}  // namespace platform

@@ -1,0 +1,291 @@
+#include "platform/window_system.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/window_system_detail.h"
+
+namespace platform {
+
+WindowSystem::WindowSystem(Driver& driver) : driver_(driver) {}
+
+WindowSystem::~WindowSystem() = default;
+
+WindowSystem::Window* WindowSystem::Find(Handle window) const {
+    const auto found = windows_.find(window);
+    return found == windows_.end() ? nullptr : found->second.get();
+}
+
+Handle WindowSystem::CreateWindow(Handle parent, const Rect& rect, WindowProc proc) {
+    auto window = std::make_shared<Window>();
+    window->handle = ++lastHandle_;
+    window->parent = IsWindow(parent) ? parent : 0;
+    window->rect = rect;
+    window->proc = std::move(proc);
+    windows_[window->handle] = window;
+    if (Window* above = Find(parent)) {
+        above->children.push_back(window->handle);
+    } else {
+        topLevels_.push_back(window->handle);
+        driver_.CreateTopLevel(window->handle);
+        driver_.SetTopLevelRect(window->handle, rect);
+    }
+    return window->handle;
+}
+
+void WindowSystem::Unlink(Window& window) {
+    Window* above = Find(window.parent);
+    std::erase(above != nullptr ? above->children : topLevels_, window.handle);
+}
+
+void WindowSystem::DestroyWindow(Handle window) {
+    Window* found = Find(window);
+    if (found == nullptr) {
+        return;
+    }
+    const Dispatching dispatching(*this);
+    SendMessage(window, WM_DESTROY, 0, 0);
+    found = Find(window);
+    if (found == nullptr) {
+        return;  // its own procedure was quicker
+    }
+    const std::vector<Handle> children = found->children;
+    for (const Handle child : children) {
+        DestroyWindow(child);
+    }
+    found = Find(window);
+    if (found == nullptr) {
+        return;
+    }
+    Unlink(*found);
+    if (found->parent == 0) {
+        driver_.DestroyTopLevel(window);
+    }
+    std::erase_if(due_, [window](const Due& due) { return due.window == window; });
+    std::erase_if(posted_, [window](const Message& message) { return message.window == window; });
+    if (focus_ == window) {
+        focus_ = 0;
+    }
+    DeferDelete(windows_[window]);
+    windows_.erase(window);
+}
+
+bool WindowSystem::IsWindow(Handle window) const { return Find(window) != nullptr; }
+
+Handle WindowSystem::GetParent(Handle window) const {
+    const Window* found = Find(window);
+    return found != nullptr ? found->parent : 0;
+}
+
+Handle WindowSystem::GetTopLevel(Handle window) const {
+    while (const Handle parent = GetParent(window)) {
+        window = parent;
+    }
+    return window;
+}
+
+Rect WindowSystem::GetRect(Handle window) const {
+    const Window* found = Find(window);
+    return found != nullptr ? found->rect : Rect{};
+}
+
+Rect WindowSystem::GetWindowRect(Handle window) const {
+    Rect rect = GetRect(window);
+    for (Handle parent = GetParent(window); parent != 0; parent = GetParent(parent)) {
+        const Rect outer = GetRect(parent);
+        rect = {rect.left + outer.left, rect.top + outer.top, rect.right + outer.left,
+                rect.bottom + outer.top};
+    }
+    return rect;
+}
+
+void WindowSystem::SetWindowPos(Handle window, Handle insertAfter, Long x, Long y, Long width,
+                                Long height, Long flags) {
+    Window* found = Find(window);
+    if (found == nullptr) {
+        return;
+    }
+    Rect rect = found->rect;
+    if ((flags & SWP_NOMOVE) == 0) {
+        rect = {x, y, x + rect.Width(), y + rect.Height()};
+    }
+    if ((flags & SWP_NOSIZE) == 0) {
+        rect.right = rect.left + std::max(width, 0);
+        rect.bottom = rect.top + std::max(height, 0);
+    }
+    if ((flags & SWP_NOZORDER) == 0) {
+        if (found->parent == 0 && (insertAfter == HWND_TOPMOST || insertAfter == HWND_NOTOPMOST)) {
+            found->topMost = insertAfter == HWND_TOPMOST;
+            driver_.SetTopLevelTopMost(window, found->topMost);
+        } else {
+            BringToFront(window);
+        }
+    }
+    const bool sized = rect.Width() != found->rect.Width() || rect.Height() != found->rect.Height();
+    const bool moved = !(rect == found->rect);
+    found->rect = rect;
+    if (moved && found->parent == 0) {
+        driver_.SetTopLevelRect(window, rect);
+    }
+    if (sized && (found->parent != 0 || found->shownBefore)) {
+        SendSize(*found, SIZE_RESTORED);
+    }
+}
+
+void WindowSystem::SendSize(Window& window, Long state) {
+    const Long size = (window.rect.Width() & 0xFFFF) | (window.rect.Height() << 16);
+    SendMessage(window.handle, WM_SIZE, state, size);
+}
+
+void WindowSystem::BringToFront(Handle window) {
+    if (Window* found = Find(window)) {
+        Unlink(*found);
+        Window* above = Find(found->parent);
+        (above != nullptr ? above->children : topLevels_).push_back(window);
+    }
+}
+
+bool WindowSystem::IsTopMost(Handle window) const {
+    const Window* found = Find(window);
+    return found != nullptr && found->topMost;
+}
+
+void WindowSystem::ShowWindow(Handle window, Long command) {
+    Window* found = Find(window);
+    if (found == nullptr) {
+        return;
+    }
+    if (command == SW_MINIMIZE) {
+        SetMinimised(window, true);
+        return;
+    }
+    const bool show = command != SW_HIDE;
+    const bool changed = found->visible != show;
+    found->visible = show;
+    if (changed && found->parent == 0) {
+        driver_.SetTopLevelVisible(window, show);
+    }
+    if (show && command != SW_SHOW && found->iconic) {
+        SetMinimised(window, false);
+    } else if (show && found->parent == 0 && !found->shownBefore) {
+        found->shownBefore = true;
+        SendSize(*found, found->iconic ? SIZE_MINIMIZED : SIZE_RESTORED);
+    }
+}
+
+bool WindowSystem::IsVisible(Handle window) const {
+    const Window* found = Find(window);
+    return found != nullptr && found->visible;
+}
+
+bool WindowSystem::IsIconic(Handle window) const {
+    const Window* found = Find(window);
+    return found != nullptr && found->iconic;
+}
+
+void WindowSystem::SetMinimised(Handle window, bool minimised) {
+    Window* found = Find(window);
+    if (found == nullptr || found->parent != 0 || found->iconic == minimised) {
+        return;
+    }
+    found->iconic = minimised;
+    found->shownBefore = true;
+    driver_.SetTopLevelMinimised(window, minimised);
+    SendSize(*found, minimised ? SIZE_MINIMIZED : SIZE_RESTORED);
+}
+
+void WindowSystem::EnableWindow(Handle window, bool enabled) {
+    if (Window* found = Find(window)) {
+        found->enabled = enabled;
+    }
+}
+
+bool WindowSystem::IsEnabled(Handle window) const {
+    const Window* found = Find(window);
+    return found != nullptr && found->enabled;
+}
+
+void WindowSystem::SetWindowText(Handle window, std::u16string_view text) {
+    if (Window* found = Find(window)) {
+        found->text = text;
+        if (found->parent == 0) {
+            driver_.SetTopLevelTitle(window, text);
+        }
+    }
+}
+
+std::u16string WindowSystem::GetWindowText(Handle window) const {
+    const Window* found = Find(window);
+    return found != nullptr ? found->text : std::u16string();
+}
+
+Long WindowSystem::GetWindowLong(Handle window, Long index) const {
+    const Window* found = Find(window);
+    if (found == nullptr) {
+        return 0;
+    }
+    return index == GWL_STYLE ? found->style : index == GWL_EXSTYLE ? found->exStyle : 0;
+}
+
+Long WindowSystem::SetWindowLong(Handle window, Long index, Long value) {
+    const Long former = GetWindowLong(window, index);
+    if (Window* found = Find(window)) {
+        if (index == GWL_STYLE) {
+            found->style = value;
+        } else if (index == GWL_EXSTYLE) {
+            found->exStyle = value;
+        }
+    }
+    return former;
+}
+
+Handle WindowSystem::TopAt(Point ptScreen) const {
+    for (auto it = topLevels_.rbegin(); it != topLevels_.rend(); ++it) {
+        const Window* window = Find(*it);
+        if (window->visible && !window->iconic && window->rect.Contains(ptScreen)) {
+            return *it;
+        }
+    }
+    return 0;
+}
+
+Handle WindowSystem::WindowFromPoint(Point ptScreen) const {
+    Handle hit = TopAt(ptScreen);
+    Point point = ptScreen;
+    for (const Window* window = Find(hit); window != nullptr;) {
+        point = {point.x - window->rect.left, point.y - window->rect.top};
+        const Window* below = nullptr;
+        for (auto it = window->children.rbegin(); it != window->children.rend(); ++it) {
+            const Window* child = Find(*it);
+            if (child->visible && child->rect.Contains(point)) {
+                below = child;
+                break;
+            }
+        }
+        if (below != nullptr) {
+            hit = below->handle;
+        }
+        window = below;
+    }
+    return hit;
+}
+
+void WindowSystem::SetFocus(Handle window) {
+    if (focus_ == window || (window != 0 && !IsWindow(window))) {
+        return;
+    }
+    const Handle former = std::exchange(focus_, window);
+    SendMessage(former, WM_KILLFOCUS, window, 0);
+    if (focus_ == window) {
+        SendMessage(window, WM_SETFOCUS, former, 0);
+    }
+}
+
+void WindowSystem::SetForegroundWindow(Handle window) {
+    if (IsWindow(window)) {
+        BringToFront(GetTopLevel(window));
+        driver_.ActivateTopLevel(GetTopLevel(window));
+    }
+}
+
+}  // namespace platform

@@ -1,0 +1,200 @@
+// The window system, written once for every desktop: windows with handles, parents and procedures,
+// messages, focus, timers, the event pump and waiting. Child windows are not native windows; a driver
+// only ever hears of top-level ones. Operations are named as the system's rules name them. A handle
+// that names no window makes an operation do nothing and answer 0 or False.
+//
+// Everything runs on one thread, and everything may be re-entered: a procedure may pump, close or
+// destroy its own window. What must outlive the dispatch that ends it goes to DeferDelete.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/driver.h"
+#include "platform/messages.h"
+#include "platform/types.h"
+
+namespace platform {
+
+struct Message {
+    Handle window = 0;
+    Long id = 0;
+    Long wParam = 0;
+    Long lParam = 0;
+};
+
+using WindowProc = std::function<Long(const Message&)>;
+
+/// A timer's callback: the window and the id it was set with.
+using TimerProc = std::function<void(Handle window, Long id)>;
+
+/// What WM_COPYDATA hands over: a second start's command line, in the narrow code page.
+struct CopyDataRecord {
+    Long data = 0;
+    std::string bytes;
+};
+
+class WindowSystem {
+  public:
+    /// The driver must outlive the window system.
+    explicit WindowSystem(Driver& driver);
+    ~WindowSystem();
+    WindowSystem(const WindowSystem&) = delete;
+    WindowSystem& operator=(const WindowSystem&) = delete;
+
+    Driver& GetDriver() { return driver_; }
+    const Driver& GetDriver() const { return driver_; }
+
+    // Windows. Rectangles are in pixels of the parent's client area, of the screen for a top-level
+    // window (parent 0).
+
+    /// A hidden, enabled window above its siblings.
+    Handle CreateWindow(Handle parent, const Rect& rect, WindowProc proc);
+    /// Sends WM_DESTROY to the window and its children, kills their timers and forgets them.
+    void DestroyWindow(Handle window);
+    bool IsWindow(Handle window) const;
+    Handle GetParent(Handle window) const;
+    /// The top-level window above, or the window itself.
+    Handle GetTopLevel(Handle window) const;
+    Rect GetRect(Handle window) const;
+    /// In screen pixels.
+    Rect GetWindowRect(Handle window) const;
+    /// Size and place as the flags (SWP_...) leave them; `insertAfter` may be HWND_TOPMOST or
+    /// HWND_NOTOPMOST for a top-level window. A change of size sends WM_SIZE once the window has
+    /// been shown.
+    void SetWindowPos(Handle window, Handle insertAfter, Long x, Long y, Long width, Long height,
+                      Long flags);
+    void BringToFront(Handle window);
+    bool IsTopMost(Handle window) const;
+
+    /// Shows or hides. The first showing of a top-level window, and one that restores it, sends
+    /// WM_SIZE with SIZE_RESTORED; SW_MINIMIZE sends SIZE_MINIMIZED.
+    void ShowWindow(Handle window, Long command);
+    /// The window's own flag, whatever its parents' are.
+    bool IsVisible(Handle window) const;
+    bool IsIconic(Handle window) const;
+    void SetMinimised(Handle window, bool minimised);
+    void EnableWindow(Handle window, bool enabled);
+    bool IsEnabled(Handle window) const;
+    void SetWindowText(Handle window, std::u16string_view text);
+    std::u16string GetWindowText(Handle window) const;
+    Long GetWindowLong(Handle window, Long index) const;
+    /// Answers the former value.
+    Long SetWindowLong(Handle window, Long index, Long value);
+
+    /// The window that shows at a screen point, 0 if none.
+    Handle WindowFromPoint(Point ptScreen) const;
+
+    // Focus. One window of the whole system has it, or none.
+
+    void SetFocus(Handle window);
+    Handle GetFocus() const { return focus_; }
+    void SetForegroundWindow(Handle window);
+
+    // Messages.
+
+    /// Calls the window's procedure now and answers its result.
+    Long SendMessage(Handle window, Long id, Long wParam, Long lParam);
+    /// Queues the message for the next pump.
+    void PostMessage(Handle window, Long id, Long wParam, Long lParam);
+    /// Puts `proc` in front and answers the procedure that stood there: subclassing.
+    WindowProc SetWindowProc(Handle window, WindowProc proc);
+    /// The procedure that stands there now.
+    WindowProc GetWindowProc(Handle window) const;
+    /// Calls `proc` if there is one, else answers 0.
+    static Long CallWindowProc(const WindowProc& proc, const Message& message);
+
+    /// Hands `line` to a window as WM_COPYDATA, as a second start does.
+    void SendCopyData(Handle window, CopyDataRecord record);
+    /// The record that lParam of WM_COPYDATA names, while that message is handled; else null.
+    const CopyDataRecord* CopyData(Long lParam) const;
+
+    // Drops.
+
+    /// What a window does with files dropped right on it.
+    using DropTarget = std::function<void(const std::vector<std::string>& paths)>;
+    void SetDropTarget(Handle window, DropTarget target);
+    /// Files dropped on a window: its drop target takes them, else the next parent that has one,
+    /// else the top-level window gets WM_DROPFILES if it accepts files (WS_EX_ACCEPTFILES).
+    void DropFiles(Handle window, std::vector<std::string> paths);
+    /// The number of files in a drop.
+    Long DragQueryFileCount(Handle drop) const;
+    /// The name at a 0-based index, cut to `bufferSize` bytes. Empty when there is none.
+    std::string DragQueryFile(Handle drop, Long index, std::size_t bufferSize) const;
+    void DragFinish(Handle drop);
+
+    // Time. Timers and scheduled calls fall due in order of time, at equal times in the order in
+    // which they were set.
+
+    Millis Now() const { return driver_.Now(); }
+    /// Starts, or starts afresh, the window's timer `id` with a period in milliseconds (at least 1).
+    void SetTimer(Handle window, Long id, Long period, TimerProc proc);
+    void KillTimer(Handle window, Long id);
+    /// The window's running timers: id and period, in order of id.
+    std::vector<std::pair<Long, Long>> Timers(Handle window) const;
+    /// Runs `call` once, when `delay` milliseconds have passed.
+    void Schedule(Millis delay, std::function<void()> call);
+
+    /// Delivers all that is pending now: driver events, posted messages, what is due.
+    void DoEvents();
+    /// Lets time pass, delivering what falls due meanwhile.
+    void Sleep(Millis duration);
+    /// Waits for the next thing to happen and delivers it: one turn of a host's main loop.
+    void WaitMessage();
+
+    /// Keeps `object` until no message, timer or call of this window system is being handled.
+    void DeferDelete(std::shared_ptr<void> object);
+    /// Holds deferred deletion back while it lives: for calls that enter from outside.
+    class Dispatching {
+      public:
+        explicit Dispatching(WindowSystem& windows) : windows_(windows) { ++windows_.depth_; }
+        ~Dispatching() { windows_.LeaveDispatch(); }
+        Dispatching(const Dispatching&) = delete;
+        Dispatching& operator=(const Dispatching&) = delete;
+
+      private:
+        WindowSystem& windows_;
+    };
+
+    // The screen.
+
+    Rect WorkArea() const { return driver_.WorkArea(); }
+    Size ScreenSize() const { return driver_.ScreenSize(); }
+    Size MeasureText(const Font& font, std::u16string_view text) const {
+        return driver_.MeasureText(font, text);
+    }
+
+  private:
+    struct Window;
+    struct Due;
+
+    Window* Find(Handle window) const;
+    void Deliver(const DriverEvent& event);
+    void SendSize(Window& window, Long state);
+    void RunDue(Millis until);
+    void RunUntil(Millis deadline);
+    std::optional<Millis> NextDue() const;
+    void LeaveDispatch();
+    Handle TopAt(Point ptScreen) const;
+    void Unlink(Window& window);
+
+    Driver& driver_;
+    Handle lastHandle_ = 0;
+    std::map<Handle, std::shared_ptr<Window>> windows_;
+    std::vector<Handle> topLevels_;  ///< bottom to top
+    Handle focus_ = 0;
+    std::deque<Message> posted_;
+    std::vector<Due> due_;
+    std::uint64_t lastOrder_ = 0;
+    std::map<Handle, std::vector<std::string>> drops_;
+    std::map<Long, CopyDataRecord> records_;
+    int depth_ = 0;
+    std::vector<std::shared_ptr<void>> graveyard_;
+};
+
+}  // namespace platform

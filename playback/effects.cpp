@@ -1,0 +1,74 @@
+// The seven audio effects. The host does the audio work; the component keeps each slider's position,
+// shows it, stores it and sends it.
+#include <array>
+#include <string>
+
+#include "core/failure.h"
+#include "core/frmmain.h"
+#include "core/impulses.h"
+#include "core/mGeneral.h"
+#include "core/program.h"
+#include "playback/mPlayback.h"
+
+namespace sarnel {
+
+namespace {
+
+struct Effect {
+    Long slider;  // also the index of its label
+    Long centre;  // a slider's value is never negative: what is sent and shown is less by this
+    Long initial;
+    const char16_t* setting;
+    const char16_t* label;
+    Long impulse;
+    void (*set)(Long value);
+};
+
+constexpr std::array<Effect, 7> kEffects{{
+    {3, 50, 50, u"Effect_Tempo", u"Tempo = ", ImpulseSetTempo, SetTempo},
+    {4, 20, 20, u"Effect_Pitch", u"Pitch = ", ImpulseSetPitch, SetPitch},
+    {5, 0, 0, u"Effect_Echo", u"Echo = ", ImpulseSetEcho, SetEcho},
+    {6, 0, 0, u"Effect_Reverb", u"Reverb = ", ImpulseSetReverb, SetReverb},
+    {7, 15, 15, u"Effect_Bass", u"Bass = ", ImpulseSetBass, SetBass},
+    {8, 15, 15, u"Effect_Mid", u"Mid = ", ImpulseSetMid, SetMid},
+    {9, 15, 15, u"Effect_Treble", u"Treble = ", ImpulseSetTreble, SetTreble},
+}};
+
+void SetEffect(const Effect& effect, Long value) {
+    const Long shown = value - effect.centre;
+    WriteSetting(effect.setting, LongToText(value));
+    App().Main().lblEffects(effect.slider).Caption(effect.label + LongToText(shown));
+    SendImpulse(effect.impulse, shown, Long{0}, Long{0});
+}
+
+}  // namespace
+
+void SetTempo(Long value) {
+    const Effect& tempo = kEffects[0];
+    if (value >= tempo.centre - 1 && value <= tempo.centre + 1) {
+        value = tempo.centre;
+        App().Main().sldSkin(tempo.slider).Value(value);
+    }
+    SetEffect(tempo, value);
+}
+
+void SetPitch(Long value) { SetEffect(kEffects[1], value); }
+void SetEcho(Long value) { SetEffect(kEffects[2], value); }
+void SetReverb(Long value) { SetEffect(kEffects[3], value); }
+void SetBass(Long value) { SetEffect(kEffects[4], value); }
+void SetMid(Long value) { SetEffect(kEffects[5], value); }
+void SetTreble(Long value) { SetEffect(kEffects[6], value); }
+
+void LoadEffects() {
+    for (const Effect& effect : kEffects) {
+        Step([&] {
+            const auto stored = TextToLong(ReadSetting(effect.setting, LongToText(effect.initial)));
+            if (stored) {
+                App().Main().sldSkin(effect.slider).Value(*stored);
+            }
+            effect.set(App().Main().sldSkin(effect.slider).Value());
+        });
+    }
+}
+
+}  // namespace sarnel

@@ -1,0 +1,45 @@
+// Position and volume: two sliders that stand for facts which the host owns.
+#include "core/frmmain.h"
+#include "core/impulses.h"
+#include "core/mGeneral.h"
+#include "core/program.h"
+#include "playback/mPlayback.h"
+
+namespace sarnel {
+
+void SetVolume(Long volume) {
+    JSlider& slider = App().Main().sldSkin(1);
+    slider.Value(volume);
+    slider.Refresh();
+    const Long value = slider.Value();
+    SendImpulse(ImpulseSetVolume, value, Long{0}, Long{0});
+    WriteSetting(u"MusicVolume", LongToText(App().Main().sldSkin(1).Value()));
+}
+
+void SetPosition(Long position) {
+    JSlider& slider = App().Main().sldSkin(0);
+    slider.Value(position);
+    slider.Refresh();
+    SendImpulse(ImpulseSeek, slider.Value(), Long{0}, Long{0});
+}
+
+void UpdatePosition() {
+    // The stick is not moved away under the user's hand.
+    if (App().Main().sldSkin(0).IsSliderMouseControled()) {
+        return;
+    }
+    Long position = 0;
+    SendImpulse(ImpulseGetPosition, Long{0}, &position, Long{0});
+    App().Main().sldSkin(0).Value(position);
+}
+
+void SeekBy(Long units) {
+    if (!App().Main().sldSkin(0).Enabled()) {
+        return;
+    }
+    SuspendPlayback();
+    SetPosition(App().Main().sldSkin(0).Value() + units);
+    TogglePlayback();
+}
+
+}  // namespace sarnel

@@ -1,0 +1,102 @@
+// Play, stop, pause, and the tick that notices the end of a stream.
+#include <string>
+
+#include "core/frmmain.h"
+#include "core/impulses.h"
+#include "core/program.h"
+#include "core/seams.h"
+#include "playback/mPlayback.h"
+
+namespace sarnel {
+
+namespace {
+
+constexpr Long kTickTimer = 14;
+constexpr Long kTickPeriod = 50;  // milliseconds
+
+}  // namespace
+
+bool OpenMedia(std::u16string_view path) {
+    std::u16string name(path);
+    bool opened = false;
+    SendImpulse(ImpulseOpen, App().Main().HWnd(), &name, &opened);
+    return opened;
+}
+
+bool PlayCurrentItem() {
+    const Long current = Playlist().ListCurrent();
+    if (current < 0 || current >= Playlist().ListCount()) {
+        return false;
+    }
+    if (!OpenMedia(Playlist().ListData(current))) {
+        return false;
+    }
+    SetWindowTitle(Playlist().List(Playlist().ListCurrent()));
+    SetScrollText(App().Main().Caption());
+    RefreshInfoDisplay();
+    if (App().Main().picFrame(0).Visible()) {
+        seams::ShowLyrics(false);
+    }
+    Long length = 0;
+    SendImpulse(ImpulseGetLength, Long{0}, &length, Long{0});
+    // Without a known length nothing follows the item: it sounds, and never advances by itself.
+    if (length > 0) {
+        JSlider& position = App().Main().sldSkin(0);
+        position.Value(0);
+        position.Max(length);
+        position.Enabled(true);
+        App().Playing = true;
+        StartTickTimer();
+    }
+    return true;
+}
+
+void StopPlayback() {
+    SetWindowTitle(RestingTitle());
+    SetScrollText(App().Main().Caption());
+    App().Playing = false;
+    App().InfoText.clear();
+    DrawInfoDisplay();
+    StopTickTimer();
+    App().Main().sldSkin(0).Enabled(false);
+    SendImpulse(ImpulseStop, Long{0}, Long{0}, Long{0});
+}
+
+void SuspendPlayback() {
+    App().Playing = false;
+    SendImpulse(ImpulsePause, true, Long{0}, Long{0});
+}
+
+void TogglePlayback() {
+    App().Playing = !App().Playing;
+    if (App().Playing) {
+        StartTickTimer();
+    } else {
+        StopTickTimer();
+    }
+    SendImpulse(ImpulsePause, false, Long{0}, Long{0});
+}
+
+void StartTickTimer() {
+    App().windows.SetTimer(App().Main().HWnd(), kTickTimer, kTickPeriod, TickTimerProc);
+}
+
+void StopTickTimer() { App().windows.KillTimer(App().Main().HWnd(), kTickTimer); }
+
+void TickTimerProc(Handle /*window*/, Long /*id*/) {
+    if (!App().Playing) {
+        return;
+    }
+    App().StreamAlive = true;
+    SendImpulse(ImpulseIsPlaying, Long{0}, &App().StreamAlive, Long{0});
+    if (App().StreamAlive) {
+        UpdatePosition();
+        RefreshInfoDisplay();
+    } else if (App().ManualAdvance) {
+        StopPlayback();
+    } else {
+        NextItem();
+    }
+}
+
+}  // namespace sarnel
