@@ -1,5 +1,5 @@
-// JButton and JToogle, the skinned push button and its latched brother. They exist with their state;
-// pictures, masks and the mouse are not built yet.
+// JButton and JToogle, the skinned push button and its latched brother. They exist with their
+// state; pictures, masks and the mouse are not built yet.
 #pragma once
 
 #include "platform/widget.h"

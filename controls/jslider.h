@@ -1,5 +1,5 @@
-// JSlider turns a value into the place of its stick and a mouse point into a value. It has its value
-// now; its picture, its stick and the mouse are not built yet.
+// JSlider turns a value into the place of its stick and a mouse point into a value. It has its
+// value now; its picture, its stick and the mouse are not built yet.
 #pragma once
 
 #include "platform/widget.h"

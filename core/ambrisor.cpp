@@ -27,9 +27,13 @@ bool Ambrisor::Connect(HostObject* lServer) {
 }
 
 // Nothing is let go: late impulses still reach the host.
-bool Ambrisor::Disconnect() { return true; }
+bool Ambrisor::Disconnect() {
+    return true;
+}
 
-HostObject* Ambrisor::Server() const { return server_; }
+HostObject* Ambrisor::Server() const {
+    return server_;
+}
 
 Long Ambrisor::ProcessImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lParam1,
                               ImpulseValue& lParam2) {
@@ -123,8 +127,7 @@ Long Ambrisor::sendVeldrinImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& 
         }
         ImpulseValue number(&uMsg);
         ImpulseValue argument(&wParam);  // a private copy, by reference
-        Take(answer,
-             server_->ProcessImpulse(*this, number, argument, lParam1, lParam2).AsLong());
+        Take(answer, server_->ProcessImpulse(*this, number, argument, lParam1, lParam2).AsLong());
     });
     return answer;
 }

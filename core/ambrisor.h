@@ -8,11 +8,11 @@
 //     component.ProcessImpulse(15, 16, window, ...);    // load; the window is still hidden
 //     component.ProcessImpulse(15, 17, True, line);     // handle the command line and show
 //     ... windows.WaitMessage() until impulse 7 reaches the host ...
-//     component.ProcessImpulse(15, 17, False, ...);     // end; impulse 7 comes back before it returns
-//     component.Disconnect();
+//     component.ProcessImpulse(15, 17, False, ...);     // end; impulse 7 comes back before it
+//     returns component.Disconnect();
 //
-// All of it happens on one thread. One Ambrisor may be alive at a time in a process; a new one starts
-// with clean state.
+// All of it happens on one thread. One Ambrisor may be alive at a time in a process; a new one
+// starts with clean state.
 #pragma once
 
 #include <memory>

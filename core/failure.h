@@ -1,6 +1,6 @@
-// The system's way with failures: a step that fails is skipped, nothing is reported, and the next step
-// runs. Step() is the one place where that happens; a routine reads as its list of steps. Where a
-// failure must reach the caller instead, it travels as a ComponentError.
+// The system's way with failures: a step that fails is skipped, nothing is reported, and the next
+// step runs. Step() is the one place where that happens; a routine reads as its list of steps.
+// Where a failure must reach the caller instead, it travels as a ComponentError.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,9 @@ class ComponentError : public std::exception {
 };
 
 /// An index outside a column.
-inline ComponentError BoundsError() { return {9, u"Subscript out of range"}; }
+inline ComponentError BoundsError() {
+    return {9, u"Subscript out of range"};
+}
 
 /// Runs one step; a failure inside it is skipped.
 template <class Action>

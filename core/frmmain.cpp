@@ -26,7 +26,9 @@ constexpr Long kSliders = 10;
 constexpr Long kFirstEffect = 3;
 constexpr Long kEffectsPanel = 3;
 
-platform::Font ListFontOfLayout() { return {u"Lucida Sans Unicode", 8.25, false, false}; }
+platform::Font ListFontOfLayout() {
+    return {u"Lucida Sans Unicode", 8.25, false, false};
+}
 
 }  // namespace
 
@@ -53,8 +55,8 @@ void frmMAIN::MakePanels() {
     }
     const auto panel = [this](Long index) { return picFrame(index).HWnd(); };
     txtLyrics = std::make_unique<platform::TextBox>(windows_, panel(0), kInsideList);
-    lstFilesAndFolders = std::make_unique<JList>(windows_, panel(1), kInsideList,
-                                                 JListStored{false, false, true});
+    lstFilesAndFolders =
+        std::make_unique<JList>(windows_, panel(1), kInsideList, JListStored{false, false, true});
     lblFrameAddPathName = std::make_unique<platform::Label>(windows_, panel(1), Rect{});
     lblFileTypesSupported = std::make_unique<platform::Label>(windows_, panel(2), Rect{});
     lblFrameFileAssocOK = std::make_unique<platform::Label>(windows_, panel(2), Rect{});
@@ -62,8 +64,8 @@ void frmMAIN::MakePanels() {
     lblFrameInfoDescription = std::make_unique<platform::Label>(windows_, panel(4), Rect{});
     lblFrameInfoDescription->Caption(u"Info");
     txt_SearchFilter = std::make_unique<platform::TextBox>(windows_, panel(5), Rect{});
-    lst_Search = std::make_unique<JList>(windows_, panel(5), kInsideList,
-                                         JListStored{false, true, false});
+    lst_Search =
+        std::make_unique<JList>(windows_, panel(5), kInsideList, JListStored{false, true, false});
     lstFilesAndFolders->SetFont(ListFontOfLayout());
     lst_Search->SetFont(ListFontOfLayout());
 }
@@ -102,7 +104,8 @@ void frmMAIN::Unload() {
     }
     loaded_ = false;
     RemoveWindowHooks();
-    windows_.DeferDelete(std::exchange(hMenu, nullptr));  // a command of it may be what ends the run
+    windows_.DeferDelete(
+        std::exchange(hMenu, nullptr));  // a command of it may be what ends the run
 }
 
 frmTIP::frmTIP(platform::WindowSystem& windows) : Widget(windows, 0, {0, 0, 20, 23}) {}

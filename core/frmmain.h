@@ -1,5 +1,5 @@
-// The main window and everything on it. This class is the window's static layout: which controls there
-// are and in what. What they do is in the modules; what they look like comes from the skin.
+// The main window and everything on it. This class is the window's static layout: which controls
+// there are and in what. What they do is in the modules; what they look like comes from the skin.
 #pragma once
 
 #include <memory>
@@ -26,7 +26,9 @@ class ControlArray {
     Long LowestIndex() const { return first_; }
     Long HighestIndex() const { return first_ + static_cast<Long>(controls_.size()) - 1; }
     /// The item must exist.
-    T& operator()(Long index) const { return *controls_.at(static_cast<std::size_t>(index - first_)); }
+    T& operator()(Long index) const {
+        return *controls_.at(static_cast<std::size_t>(index - first_));
+    }
 
   private:
     Long first_ = 0;
@@ -53,8 +55,8 @@ class frmMAIN : public platform::Widget {
     ControlArray<platform::PictureBox> picFrame;  ///< 0 to 5, the panels
     ControlArray<JButton> btnSkin;                ///< 0 to 12
     ControlArray<JToogle> tglSkin;                ///< 0 to 3
-    ControlArray<JSlider> sldSkin;                ///< 0 position, 1 volume, 2 lyrics, 3 to 9 effects
-    ControlArray<platform::Label> lblEffects;     ///< 3 to 9
+    ControlArray<JSlider> sldSkin;             ///< 0 position, 1 volume, 2 lyrics, 3 to 9 effects
+    ControlArray<platform::Label> lblEffects;  ///< 3 to 9
     platform::PictureBox picScrollText;
     platform::PictureBox picInfoDisplay;
     JList lstPlaylist;

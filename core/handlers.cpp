@@ -14,7 +14,9 @@ namespace {
 constexpr Long kVolumeStep = 5;
 constexpr Long kSeekStep = 3;
 
-void ChangeVolume(Long by) { SetVolume(App().Main().sldSkin(1).Value() + by); }
+void ChangeVolume(Long by) {
+    SetVolume(App().Main().sldSkin(1).Value() + by);
+}
 
 void PlayListIndex() {
     if (Playlist().ListIndex() >= 0) {

@@ -38,12 +38,18 @@ ImpulseValue ImpulseValue::Plain() const {
 bool ImpulseValue::IsNull() const {
     return std::holds_alternative<std::monostate>(Plain().value_);
 }
-bool ImpulseValue::IsLong() const { return std::holds_alternative<Long>(Plain().value_); }
-bool ImpulseValue::IsBoolean() const { return std::holds_alternative<bool>(Plain().value_); }
+bool ImpulseValue::IsLong() const {
+    return std::holds_alternative<Long>(Plain().value_);
+}
+bool ImpulseValue::IsBoolean() const {
+    return std::holds_alternative<bool>(Plain().value_);
+}
 bool ImpulseValue::IsString() const {
     return std::holds_alternative<std::u16string>(Plain().value_);
 }
-bool ImpulseValue::IsObject() const { return std::holds_alternative<Object*>(Plain().value_); }
+bool ImpulseValue::IsObject() const {
+    return std::holds_alternative<Object*>(Plain().value_);
+}
 
 std::optional<Long> ImpulseValue::AsLong() const {
     const ImpulseValue plain = Plain();
@@ -138,8 +144,12 @@ std::optional<bool> TextToBoolean(std::u16string_view text) {
     return number ? std::optional(*number != 0) : std::nullopt;
 }
 
-std::u16string LongToText(Long value) { return platform::Widen(std::to_string(value)); }
+std::u16string LongToText(Long value) {
+    return platform::Widen(std::to_string(value));
+}
 
-std::u16string BooleanToText(bool value) { return value ? u"True" : u"False"; }
+std::u16string BooleanToText(bool value) {
+    return value ? u"True" : u"False";
+}
 
 }  // namespace sarnel

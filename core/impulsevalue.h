@@ -1,6 +1,7 @@
-// The tagged value in which every argument of an impulse travels: nothing, a whole number, a boolean,
-// a string, an object, or a reference to a caller's variable of one of these kinds, which is how a
-// result comes back. Conversions between the kinds are late: they happen when a value is read.
+// The tagged value in which every argument of an impulse travels: nothing, a whole number, a
+// boolean, a string, an object, or a reference to a caller's variable of one of these kinds, which
+// is how a result comes back. Conversions between the kinds are late: they happen when a value is
+// read.
 #pragma once
 
 #include <optional>

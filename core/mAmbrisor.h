@@ -1,5 +1,5 @@
-// The order in which the system comes up and goes down, and the procedures that see the messages of the
-// main window and of three of its controls before these do.
+// The order in which the system comes up and goes down, and the procedures that see the messages of
+// the main window and of three of its controls before these do.
 #pragma once
 
 #include "platform/window_system.h"
@@ -10,7 +10,8 @@ using platform::Long;
 
 // Start (startup.cpp), from the main window's load event.
 
-/// Puts our procedures in front of four windows; the main window accepts dropped files from here on.
+/// Puts our procedures in front of four windows; the main window accepts dropped files from here
+/// on.
 void InstallWindowHooks();
 /// Settings in their order: skin, menu, hot keys, place, volume, modes, effects. The host gets the
 /// volume and the seven effects before the load returns.

@@ -37,7 +37,9 @@ bool DirExists(std::u16string_view path) {
     return !path.empty() && platform::DirectoryMatches(path);
 }
 
-bool FileExists(std::u16string_view path) { return platform::FileLength(path).value_or(-1) >= 0; }
+bool FileExists(std::u16string_view path) {
+    return platform::FileLength(path).value_or(-1) >= 0;
+}
 
 std::u16string StripNull(std::u16string_view text) {
     return std::u16string(text.substr(0, text.find(u'\0')));

@@ -1,5 +1,6 @@
-// The settings store and the file helpers. Settings lie in one private-profile file in the component's
-// directory, section "Memory". There is no cache: each read goes to the file, each write straight to it.
+// The settings store and the file helpers. Settings lie in one private-profile file in the
+// component's directory, section "Memory". There is no cache: each read goes to the file, each
+// write straight to it.
 #pragma once
 
 #include <string>
@@ -7,8 +8,8 @@
 
 namespace sarnel {
 
-/// The value of a key, at most 254 bytes of it, without blanks at the end; the default if the file or
-/// the key is missing.
+/// The value of a key, at most 254 bytes of it, without blanks at the end; the default if the file
+/// or the key is missing.
 std::u16string ReadSetting(std::u16string_view key, std::u16string_view defaultValue);
 /// A failed write is lost without a word.
 void WriteSetting(std::u16string_view key, std::u16string_view value);

@@ -14,9 +14,13 @@ Program* runningProgram = nullptr;
 
 }  // namespace
 
-Program& App() { return *runningProgram; }
+Program& App() {
+    return *runningProgram;
+}
 
-void SetApp(Program* program) { runningProgram = program; }
+void SetApp(Program* program) {
+    runningProgram = program;
+}
 
 Program::Program(platform::WindowSystem& windowSystem, std::string componentDirectory)
     : windows(windowSystem), directory(std::move(componentDirectory)) {}
@@ -45,7 +49,8 @@ void Program::UnloadTip() {
 }
 
 void Program::UnloadMain() {
-    // Unloading talks to the host, which may ask for the same once more: the first time does it all.
+    // Unloading talks to the host, which may ask for the same once more: the first time does it
+    // all.
     if (!main_ || unloading_) {
         return;
     }
@@ -64,6 +69,8 @@ Long SendImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue lParam1, ImpulseVa
                : 0;
 }
 
-JList& Playlist() { return App().Main().lstPlaylist; }
+JList& Playlist() {
+    return App().Main().lstPlaylist;
+}
 
 }  // namespace sarnel

@@ -1,6 +1,6 @@
-// The state of one run. It is born with the component and dies with it, so that two runs in one process
-// start clean. App() is the way of the free routines in the modules to it: the one pointer at namespace
-// scope, set while an Ambrisor lives.
+// The state of one run. It is born with the component and dies with it, so that two runs in one
+// process start clean. App() is the way of the free routines in the modules to it: the one pointer
+// at namespace scope, set while an Ambrisor lives.
 #pragma once
 
 #include <memory>
@@ -9,8 +9,8 @@
 
 #include "core/impulsevalue.h"
 #include "core/windowhooks.h"
-#include "playback/playedhistory.h"
 #include "platform/window_system.h"
+#include "playback/playedhistory.h"
 
 namespace sarnel {
 

@@ -1,5 +1,6 @@
-// The open seams: calls into what is not built yet, all of them in one place. Each does nothing and is
-// called where, and in the order in which, its owner will stand; the owner takes its seam out of here.
+// The open seams: calls into what is not built yet, all of them in one place. Each does nothing and
+// is called where, and in the order in which, its owner will stand; the owner takes its seam out of
+// here.
 #pragma once
 
 #include <string_view>
@@ -23,12 +24,17 @@ inline void TrayDelete() {}
 inline void TrayMenu() {}
 
 // Measuring and drawing of menu items.
-inline bool MeasureMenuItem() { return false; }
-inline bool DrawMenuItem() { return false; }
+inline bool MeasureMenuItem() {
+    return false;
+}
+inline bool DrawMenuItem() {
+    return false;
+}
 
 // The system menu of the main window loses size, move and maximise.
 inline void RemoveSystemMenuItems() {}
 
-// The commands of the menu, of key combinations and of the toggles (hMenu_Click) have no callers yet.
+// The commands of the menu, of key combinations and of the toggles (hMenu_Click) have no callers
+// yet.
 
 }  // namespace sarnel::seams

@@ -1,5 +1,5 @@
-// The order of start and stop. Steps that fail are skipped: nothing here keeps the window from coming
-// up, or the playlist from being written.
+// The order of start and stop. Steps that fail are skipped: nothing here keeps the window from
+// coming up, or the playlist from being written.
 #include <array>
 #include <memory>
 
@@ -153,6 +153,8 @@ void SetMinimized(bool minimise) {
     }
 }
 
-void ReadWorkArea() { App().WorkArea = App().windows.WorkArea(); }
+void ReadWorkArea() {
+    App().WorkArea = App().windows.WorkArea();
+}
 
 }  // namespace sarnel

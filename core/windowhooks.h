@@ -1,4 +1,5 @@
-// The procedures that stood in front before ours: kept when a hook is installed, put back when it goes.
+// The procedures that stood in front before ours: kept when a hook is installed, put back when it
+// goes.
 #pragma once
 
 #include "platform/window_system.h"

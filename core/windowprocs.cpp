@@ -1,5 +1,5 @@
-// The procedures in front of the main window and of three of its controls. The message is handled first
-// and then, with the exceptions told below, goes on to the procedure that stood there before.
+// The procedures in front of the main window and of three of its controls. The message is handled
+// first and then, with the exceptions told below, goes on to the procedure that stood there before.
 #include <optional>
 #include <string>
 
@@ -173,9 +173,8 @@ Long LyricsWindowProc(const Message& message) {
         seams::ScrollLyrics();
     }
     // Swallowed, so that the text box shows no menu of its own.
-    return message.id == WM_CONTEXTMENU
-               ? 0
-               : WindowSystem::CallWindowProc(App().Hooks.lyrics, message);
+    return message.id == WM_CONTEXTMENU ? 0
+                                        : WindowSystem::CallWindowProc(App().Hooks.lyrics, message);
 }
 
 void RequestClose() {

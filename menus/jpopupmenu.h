@@ -1,5 +1,5 @@
-// JPopupMenu is a tree of commands in one flat table, addressed by index (from 1) or by key. The table
-// stands; showing it, drawing it and its key combinations are not built yet.
+// JPopupMenu is a tree of commands in one flat table, addressed by index (from 1) or by key. The
+// table stands; showing it, drawing it and its key combinations are not built yet.
 #pragma once
 
 #include <string>
@@ -14,15 +14,16 @@ using platform::Long;
 
 class JPopupMenu {
   public:
-    /// Adds an item under a parent (0 for the top level) and answers its index. What stands behind "#"
-    /// in the caption is the text of its key combination.
+    /// Adds an item under a parent (0 for the top level) and answers its index. What stands behind
+    /// "#" in the caption is the text of its key combination.
     Long AddItem(std::u16string_view sCaption, Long lParentIndex, std::u16string_view sKey,
                  bool bChecked, bool bEnabled);
     Long Count() const { return static_cast<Long>(items_.size()); }
     /// The first item with that key, 0 if none.
     Long IndexForKey(std::u16string_view vKey) const;
 
-    // Of the item at an index from 1 to Count(); elsewhere a read is empty and a write does nothing.
+    // Of the item at an index from 1 to Count(); elsewhere a read is empty and a write does
+    // nothing.
     std::u16string Caption(Long lIndex) const { return Get(lIndex).caption; }
     std::u16string KeyText(Long lIndex) const { return Get(lIndex).keyText; }
     std::u16string ItemKey(Long lIndex) const { return Get(lIndex).key; }

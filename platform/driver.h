@@ -1,6 +1,7 @@
-// The one thin face that any desktop must offer. A driver shows top-level windows, hands in raw input,
-// waits, and measures text. It knows nothing of lists, skins or menus, and never calls into the window
-// system: what happens is queued as a DriverEvent and pulled from there. Coordinates are screen pixels.
+// The one thin face that any desktop must offer. A driver shows top-level windows, hands in raw
+// input, waits, and measures text. It knows nothing of lists, skins or menus, and never calls into
+// the window system: what happens is queued as a DriverEvent and pulled from there. Coordinates are
+// screen pixels.
 //
 // Pure members must be implemented. The others describe surroundings that a desktop may lack; their
 // defaults do nothing.
@@ -62,8 +63,8 @@ class Driver {
     /// Milliseconds since some start; never goes back.
     virtual Millis Now() const = 0;
 
-    /// Waits until `deadline` (for ever if none), or returns sooner when there is an event, or when a
-    /// watched descriptor had something to do. A virtual clock moves to the deadline at once.
+    /// Waits until `deadline` (for ever if none), or returns sooner when there is an event, or when
+    /// a watched descriptor had something to do. A virtual clock moves to the deadline at once.
     virtual void WaitUntil(std::optional<Millis> deadline) = 0;
 
     /// The oldest event not yet taken.

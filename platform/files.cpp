@@ -22,8 +22,7 @@ constexpr std::size_t kBufferSize = 1 << 16;
 
 std::optional<struct stat> Status(std::u16string_view path) {
     struct stat status {};
-    if (path.find(u'\0') != std::u16string_view::npos ||
-        stat(Narrow(path).c_str(), &status) != 0) {
+    if (path.find(u'\0') != std::u16string_view::npos || stat(Narrow(path).c_str(), &status) != 0) {
         return std::nullopt;
     }
     return status;
@@ -72,7 +71,9 @@ std::optional<std::int64_t> FileLength(std::u16string_view path) {
     return status->st_size;
 }
 
-bool DirectoryMatches(std::u16string_view path) { return Status(path).has_value(); }
+bool DirectoryMatches(std::u16string_view path) {
+    return Status(path).has_value();
+}
 
 bool OrdinaryFileMatches(std::u16string_view path) {
     const auto status = Status(path);
@@ -163,7 +164,9 @@ bool ReplaceFile(std::u16string_view path, std::string_view bytes) {
     return good;
 }
 
-bool RemoveFile(std::u16string_view path) { return unlink(Narrow(path).c_str()) == 0; }
+bool RemoveFile(std::u16string_view path) {
+    return unlink(Narrow(path).c_str()) == 0;
+}
 
 FileWriter::FileWriter(std::u16string_view path)
     : descriptor_(open(Narrow(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600)) {

@@ -1,5 +1,5 @@
-// Files and folders, as the rules need them. Paths are text with "/" between names (bytes that are not
-// UTF-8 survive, see platform/text.h). Nothing here throws; a failure is an empty answer.
+// Files and folders, as the rules need them. Paths are text with "/" between names (bytes that are
+// not UTF-8 survive, see platform/text.h). Nothing here throws; a failure is an empty answer.
 #pragma once
 
 #include <optional>
@@ -31,8 +31,8 @@ struct FolderEntry {
     bool isFolder = false;
 };
 
-/// A folder's names without dot files, ignoring case in alphabetical order (names that differ only in
-/// case: by code unit). Links count as what they lead to. Empty if the folder cannot be read.
+/// A folder's names without dot files, ignoring case in alphabetical order (names that differ only
+/// in case: by code unit). Links count as what they lead to. Empty if the folder cannot be read.
 std::vector<FolderEntry> ListFolder(std::u16string_view path);
 
 /// Whether a folder is a link that leads to a folder above itself: following it would never end.
@@ -40,9 +40,9 @@ bool LeadsUpwards(std::u16string_view folder);
 
 std::optional<std::string> ReadWholeFile(std::u16string_view path);
 
-/// Puts `bytes` in the place of the file in one step: whoever reads meanwhile, or after a crash, finds
-/// the old content or the new, never a part. A link stays a link. False if that failed, and then the
-/// old file is as it was.
+/// Puts `bytes` in the place of the file in one step: whoever reads meanwhile, or after a crash,
+/// finds the old content or the new, never a part. A link stays a link. False if that failed, and
+/// then the old file is as it was.
 [[nodiscard]] bool ReplaceFile(std::u16string_view path, std::string_view bytes);
 
 bool RemoveFile(std::u16string_view path);

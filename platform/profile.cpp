@@ -85,7 +85,7 @@ struct Place {
     bool sectionFound = false;
     bool keyFound = false;
     std::string_view value;
-    std::size_t begin = 0;   // the key's line, without its line end
+    std::size_t begin = 0;  // the key's line, without its line end
     std::size_t end = 0;
     std::size_t insert = 0;  // behind the section's last line that is not blank
 };
@@ -158,8 +158,7 @@ bool WritePrivateProfileString(std::string_view section, std::string_view key,
         line.insert(0, "[" + std::string(section) + "]" + lineEnd);
     }
     std::size_t at = place.sectionFound ? place.insert : text.size();
-    if (at > 0 && text[at - 1] != '\n' && text[at - 1] != '\r' &&
-        text != kByteOrderMark) {
+    if (at > 0 && text[at - 1] != '\n' && text[at - 1] != '\r' && text != kByteOrderMark) {
         text.insert(at, lineEnd);
         at += lineEnd.size();
     }

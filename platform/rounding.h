@@ -1,5 +1,5 @@
-// How a fraction becomes a whole number everywhere in the system: to the nearest, halves to the even
-// neighbour, unless a rule says otherwise.
+// How a fraction becomes a whole number everywhere in the system: to the nearest, halves to the
+// even neighbour, unless a rule says otherwise.
 #pragma once
 
 #include <algorithm>

@@ -9,7 +9,9 @@ namespace {
 
 constexpr char16_t kEscape = 0xDC00;  // + byte: a byte that is no UTF-8
 
-bool IsContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
+bool IsContinuation(unsigned char byte) {
+    return (byte & 0xC0) == 0x80;
+}
 
 // Length of the valid UTF-8 sequence at the start of `bytes` (2 to 4), or 0. Overlong forms,
 // surrogates and numbers past U+10FFFF are not valid.

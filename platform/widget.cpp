@@ -22,9 +22,13 @@ void Widget::Move(Long left, Long top, Long width, Long height) {
     windows_.SetWindowPos(window_, HWND_TOP, left, top, width, height, SWP_NOZORDER);
 }
 
-void Widget::Visible(bool value) { windows_.ShowWindow(window_, value ? SW_SHOW : SW_HIDE); }
+void Widget::Visible(bool value) {
+    windows_.ShowWindow(window_, value ? SW_SHOW : SW_HIDE);
+}
 
-Long Widget::HandleMessage(const Message& /*message*/) { return 0; }
+Long Widget::HandleMessage(const Message& /*message*/) {
+    return 0;
+}
 
 void Widget::AcceptDrops(WindowSystem::DropTarget target) {
     windows_.SetDropTarget(window_, std::move(target));

@@ -1,6 +1,6 @@
-// What every control of a window is made of: a window with a name, a place, colours, a font and a tag,
-// which can raise events. Labels, picture boxes and text boxes are here; what a skin draws is in
-// controls/. Widgets hold their state now and are not painted yet.
+// What every control of a window is made of: a window with a name, a place, colours, a font and a
+// tag, which can raise events. Labels, picture boxes and text boxes are here; what a skin draws is
+// in controls/. Widgets hold their state now and are not painted yet.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,5 @@
-// The half of the window system that happens in time: messages, drops, timers, the pump and waiting.
+// The half of the window system that happens in time: messages, drops, timers, the pump and
+// waiting.
 #include <algorithm>
 #include <utility>
 
@@ -88,7 +89,9 @@ std::string WindowSystem::DragQueryFile(Handle drop, Long index, std::size_t buf
     return found->second[static_cast<std::size_t>(index)].substr(0, bufferSize);
 }
 
-void WindowSystem::DragFinish(Handle drop) { drops_.erase(drop); }
+void WindowSystem::DragFinish(Handle drop) {
+    drops_.erase(drop);
+}
 
 void WindowSystem::SetTimer(Handle window, Long id, Long period, TimerProc proc) {
     if (!IsWindow(window)) {
@@ -120,17 +123,15 @@ void WindowSystem::Schedule(Millis delay, std::function<void()> call) {
 }
 
 std::optional<Millis> WindowSystem::NextDue() const {
-    const auto first =
-        std::min_element(due_.begin(), due_.end(),
-                         [](const Due& a, const Due& b) { return a.Before(b); });
+    const auto first = std::min_element(due_.begin(), due_.end(),
+                                        [](const Due& a, const Due& b) { return a.Before(b); });
     return first == due_.end() ? std::nullopt : std::optional(first->when);
 }
 
 void WindowSystem::RunDue(Millis until) {
     for (;;) {
-        const auto first =
-            std::min_element(due_.begin(), due_.end(),
-                             [](const Due& a, const Due& b) { return a.Before(b); });
+        const auto first = std::min_element(due_.begin(), due_.end(),
+                                            [](const Due& a, const Due& b) { return a.Before(b); });
         if (first == due_.end() || first->when > until) {
             return;
         }
@@ -141,8 +142,8 @@ void WindowSystem::RunDue(Millis until) {
             call();
             continue;
         }
-        // The next beat is set before the call, so that a callback which pumps goes on being called.
-        // Beats that were missed by a busy thread are dropped, not made up for.
+        // The next beat is set before the call, so that a callback which pumps goes on being
+        // called. Beats that were missed by a busy thread are dropped, not made up for.
         first->when += first->period;
         if (first->when <= until) {
             first->when = until + first->period;
@@ -177,7 +178,8 @@ void WindowSystem::DoEvents() {
     while (const auto event = driver_.NextEvent()) {
         Deliver(*event);
     }
-    // What is posted meanwhile waits for the next pump, else two windows could keep us here for ever.
+    // What is posted meanwhile waits for the next pump, else two windows could keep us here for
+    // ever.
     for (std::size_t count = posted_.size(); count > 0 && !posted_.empty(); --count) {
         const Message message = posted_.front();
         posted_.pop_front();
@@ -197,7 +199,9 @@ void WindowSystem::RunUntil(Millis deadline) {
     }
 }
 
-void WindowSystem::Sleep(Millis duration) { RunUntil(Now() + std::max<Millis>(duration, 0)); }
+void WindowSystem::Sleep(Millis duration) {
+    RunUntil(Now() + std::max<Millis>(duration, 0));
+}
 
 void WindowSystem::WaitMessage() {
     if (posted_.empty()) {

@@ -70,7 +70,9 @@ void WindowSystem::DestroyWindow(Handle window) {
     windows_.erase(window);
 }
 
-bool WindowSystem::IsWindow(Handle window) const { return Find(window) != nullptr; }
+bool WindowSystem::IsWindow(Handle window) const {
+    return Find(window) != nullptr;
+}
 
 Handle WindowSystem::GetParent(Handle window) const {
     const Window* found = Find(window);

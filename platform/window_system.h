@@ -1,7 +1,7 @@
 // The window system, written once for every desktop: windows with handles, parents and procedures,
-// messages, focus, timers, the event pump and waiting. Child windows are not native windows; a driver
-// only ever hears of top-level ones. Operations are named as the system's rules name them. A handle
-// that names no window makes an operation do nothing and answer 0 or False.
+// messages, focus, timers, the event pump and waiting. Child windows are not native windows; a
+// driver only ever hears of top-level ones. Operations are named as the system's rules name them. A
+// handle that names no window makes an operation do nothing and answer 0 or False.
 //
 // Everything runs on one thread, and everything may be re-entered: a procedure may pump, close or
 // destroy its own window. What must outlive the dispatch that ends it goes to DeferDelete.
@@ -132,7 +132,8 @@ class WindowSystem {
     // which they were set.
 
     Millis Now() const { return driver_.Now(); }
-    /// Starts, or starts afresh, the window's timer `id` with a period in milliseconds (at least 1).
+    /// Starts, or starts afresh, the window's timer `id` with a period in milliseconds (at least
+    /// 1).
     void SetTimer(Handle window, Long id, Long period, TimerProc proc);
     void KillTimer(Handle window, Long id);
     /// The window's running timers: id and period, in order of id.

@@ -55,9 +55,9 @@ void SetWindowTitle(std::u16string_view title) {
     platform::WindowSystem& windows = App().windows;
     main.Caption(title);
     // Setting a caption on this kind of window loses the two styles.
-    windows.SetWindowLong(main.HWnd(), platform::GWL_STYLE,
-                          windows.GetWindowLong(main.HWnd(), platform::GWL_STYLE) |
-                              platform::kSystemMenuAndMinimise);
+    windows.SetWindowLong(
+        main.HWnd(), platform::GWL_STYLE,
+        windows.GetWindowLong(main.HWnd(), platform::GWL_STYLE) | platform::kSystemMenuAndMinimise);
     bool hides = false;
     Take(hides, TextToBoolean(ReadSetting(u"HideInSystray", u"False")));
     if (hides && !main.Visible()) {
@@ -85,7 +85,9 @@ void StartScrollTimer() {
                            [](Handle, Long) { seams::DrawScrollText(); });
 }
 
-void StopScrollTimer() { App().windows.KillTimer(App().Main().HWnd(), kScrollTimer); }
+void StopScrollTimer() {
+    App().windows.KillTimer(App().Main().HWnd(), kScrollTimer);
+}
 
 void RefreshInfoDisplay() {
     switch (App().DisplayMode) {
@@ -105,6 +107,8 @@ void RefreshInfoDisplay() {
     DrawInfoDisplay();
 }
 
-void DrawInfoDisplay() { seams::DrawInfoDisplay(); }
+void DrawInfoDisplay() {
+    seams::DrawInfoDisplay();
+}
 
 }  // namespace sarnel

@@ -1,5 +1,5 @@
-// The seven audio effects. The host does the audio work; the component keeps each slider's position,
-// shows it, stores it and sends it.
+// The seven audio effects. The host does the audio work; the component keeps each slider's
+// position, shows it, stores it and sends it.
 #include <array>
 #include <string>
 
@@ -52,12 +52,24 @@ void SetTempo(Long value) {
     SetEffect(tempo, value);
 }
 
-void SetPitch(Long value) { SetEffect(kEffects[1], value); }
-void SetEcho(Long value) { SetEffect(kEffects[2], value); }
-void SetReverb(Long value) { SetEffect(kEffects[3], value); }
-void SetBass(Long value) { SetEffect(kEffects[4], value); }
-void SetMid(Long value) { SetEffect(kEffects[5], value); }
-void SetTreble(Long value) { SetEffect(kEffects[6], value); }
+void SetPitch(Long value) {
+    SetEffect(kEffects[1], value);
+}
+void SetEcho(Long value) {
+    SetEffect(kEffects[2], value);
+}
+void SetReverb(Long value) {
+    SetEffect(kEffects[3], value);
+}
+void SetBass(Long value) {
+    SetEffect(kEffects[4], value);
+}
+void SetMid(Long value) {
+    SetEffect(kEffects[5], value);
+}
+void SetTreble(Long value) {
+    SetEffect(kEffects[6], value);
+}
 
 void LoadEffects() {
     for (const Effect& effect : kEffects) {

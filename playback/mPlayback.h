@@ -1,6 +1,6 @@
 // What plays next, and how the window follows it. The host does the playing; these routines decide
-// against the playlist control: List is a row's title, ListData its path, ListCurrent the playing row.
-// Every routine skips a step that fails.
+// against the playlist control: List is a row's title, ListData its path, ListCurrent the playing
+// row. Every routine skips a step that fails.
 #pragma once
 
 #include <string>
@@ -15,8 +15,8 @@ using platform::Long;
 
 // Transport (transport.cpp, sequence.cpp).
 
-/// Plays the ListCurrent row. True if the host started it; without such a row, or when the host cannot
-/// open it, nothing changes. An item without a known length sounds but is not followed.
+/// Plays the ListCurrent row. True if the host started it; without such a row, or when the host
+/// cannot open it, nothing changes. An item without a known length sounds but is not followed.
 bool PlayCurrentItem();
 /// Asks the host to open and start a path.
 bool OpenMedia(std::u16string_view path);
@@ -26,8 +26,8 @@ void NextItem();
 void PreviousItem();
 /// Stops the host; the resting title returns.
 void StopPlayback();
-/// Changes between playing and paused; component and host each toggle their own flag. From the stopped
-/// state the first tick then advances.
+/// Changes between playing and paused; component and host each toggle their own flag. From the
+/// stopped state the first tick then advances.
 void TogglePlayback();
 /// Pauses for a seek; the tick goes on running and does nothing.
 void SuspendPlayback();
@@ -63,8 +63,8 @@ void StopScrollTimer();
 void RefreshInfoDisplay();
 void DrawInfoDisplay();
 
-// Effects (effects.cpp). Each takes its slider's value, 0 to Max: it writes the setting, the label, and
-// sends the value less the effect's centre.
+// Effects (effects.cpp). Each takes its slider's value, 0 to Max: it writes the setting, the label,
+// and sends the value less the effect's centre.
 
 void SetTempo(Long value);  ///< sticks at its centre: 49 to 51 are 50
 void SetPitch(Long value);

@@ -1,6 +1,6 @@
-// What random playback has played, in the order in which it chose: paths, not rows, so it survives a
-// reordered list. The array has one slot more than it has entries; stepping into that empty slot is
-// part of the rules (mPlayback). An index by hash answers "was it played?" in constant time.
+// What random playback has played, in the order in which it chose: paths, not rows, so it survives
+// a reordered list. The array has one slot more than it has entries; stepping into that empty slot
+// is part of the rules (mPlayback). An index by hash answers "was it played?" in constant time.
 #pragma once
 
 #include <string>

@@ -24,11 +24,13 @@ void EndStep() {
     }
 }
 
-bool WasPlayed(Long row) { return App().History.Contains(Playlist().DataAt(row)); }
+bool WasPlayed(Long row) {
+    return App().History.Contains(Playlist().DataAt(row));
+}
 
-// A row that has not been played, each with the same chance. Trying at random is quick while many are
-// free; when few are, they are collected and one of them is taken. None if all have been played, which
-// rows that share a path can bring about before the history is as long as the list.
+// A row that has not been played, each with the same chance. Trying at random is quick while many
+// are free; when few are, they are collected and one of them is taken. None if all have been
+// played, which rows that share a path can bring about before the history is as long as the list.
 std::optional<Long> PickFreeRow() {
     constexpr int kTries = 16;
     std::mt19937_64 random(App().windows.GetDriver().RandomSeed());
@@ -60,8 +62,8 @@ void StandOnHistory() {
     }
 }
 
-// False when every row has been played. After a new pick the next step goes to the empty spare slot,
-// finds no row there, and so comes round to the next pick: odd and meant.
+// False when every row has been played. After a new pick the next step goes to the empty spare
+// slot, finds no row there, and so comes round to the next pick: odd and meant.
 bool StepRandomForward() {
     PlayedHistory& history = App().History;
     if (history.Count() >= Playlist().ListCount() && history.Pos() >= history.Count()) {
@@ -108,7 +110,8 @@ bool StepBack() {
     const Long current = list.ListCurrent();
     if (current != -1 && current != 0) {
         // A stale row far past the end steps down through rows that are not there: all at once.
-        const Long from = std::clamp(current, std::numeric_limits<Long>::min() + 1, list.ListCount());
+        const Long from =
+            std::clamp(current, std::numeric_limits<Long>::min() + 1, list.ListCount());
         list.ListCurrent(from - 1);
         return true;
     }
@@ -118,13 +121,11 @@ bool StepBack() {
     return App().RepeatList;
 }
 
-// Counts the failures of a run in list order, which with the list repeated, or from a row that is not
-// in the list, would never end. In random order the history ends the run by itself.
+// Counts the failures of a run in list order, which with the list repeated, or from a row that is
+// not in the list, would never end. In random order the history ends the run by itself.
 class RoundLimit {
   public:
-    bool WholeRoundFailed() {
-        return !App().Random && ++failures_ >= Playlist().ListCount();
-    }
+    bool WholeRoundFailed() { return !App().Random && ++failures_ >= Playlist().ListCount(); }
 
   private:
     Long failures_ = 0;
@@ -181,8 +182,12 @@ void PreviousItem() {
     Playlist().HighlightCurrent();
 }
 
-bool IsInPlayedHistory(std::u16string_view path) { return App().History.Contains(path); }
+bool IsInPlayedHistory(std::u16string_view path) {
+    return App().History.Contains(path);
+}
 
-void ClearPlayedHistory() { App().History.Clear(); }
+void ClearPlayedHistory() {
+    App().History.Clear();
+}
 
 }  // namespace sarnel

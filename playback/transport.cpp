@@ -81,7 +81,9 @@ void StartTickTimer() {
     App().windows.SetTimer(App().Main().HWnd(), kTickTimer, kTickPeriod, TickTimerProc);
 }
 
-void StopTickTimer() { App().windows.KillTimer(App().Main().HWnd(), kTickTimer); }
+void StopTickTimer() {
+    App().windows.KillTimer(App().Main().HWnd(), kTickTimer);
+}
 
 void TickTimerProc(Handle /*window*/, Long /*id*/) {
     if (!App().Playing) {

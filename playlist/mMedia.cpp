@@ -27,10 +27,12 @@ void StartPlaying() {
     }
 }
 
-void RestoreList() { static_cast<void>(Playlist().Deserialize(PlaylistFile())); }
+void RestoreList() {
+    static_cast<void>(Playlist().Deserialize(PlaylistFile()));
+}
 
-// The line without "/ADD" and the character behind it. A line that is too short stays as it is, and is
-// then no path.
+// The line without "/ADD" and the character behind it. A line that is too short stays as it is, and
+// is then no path.
 std::u16string_view WithoutEnqueue(std::u16string_view line) {
     return line.size() > kEnqueue.size() ? line.substr(kEnqueue.size() + 1) : line;
 }
@@ -86,7 +88,9 @@ void AddLine(std::u16string_view line, bool startup) {
 
 }  // namespace
 
-std::u16string PlaylistFile() { return ComponentFile(u"Sarnel.Ambrisor.omk"); }
+std::u16string PlaylistFile() {
+    return ComponentFile(u"Sarnel.Ambrisor.omk");
+}
 
 void ProcessCommandLine(std::u16string_view line, bool startup) {
     line = platform::TrimBlanks(line);

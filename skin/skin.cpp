@@ -17,9 +17,13 @@ constexpr EffectRange kEffectRanges[] = {{3, 100}, {4, 40}, {5, 6}, {6, 20},
 
 }  // namespace
 
-Long SkinCount() { return 1; }
+Long SkinCount() {
+    return 1;
+}
 
-std::u16string SkinName(Long /*skin*/) { return u"Funky Blue"; }
+std::u16string SkinName(Long /*skin*/) {
+    return u"Funky Blue";
+}
 
 void LoadSkin(Long skin) {
     App().CurrentSkin = skin > SkinCount() || skin < 1 ? 1 : skin;

@@ -1,5 +1,5 @@
-// Which skins there are, and the skin in force. Only the number is settled here so far: the table, the
-// pictures and their application to the controls are not built yet.
+// Which skins there are, and the skin in force. Only the number is settled here so far: the table,
+// the pictures and their application to the controls are not built yet.
 #pragma once
 
 #include <string>
@@ -14,8 +14,8 @@ Long SkinCount();
 /// Of a skin from 1 to SkinCount().
 std::u16string SkinName(Long skin);
 
-/// Puts a skin in force; a number out of range gives skin 1. Writes the setting "Skin", then what the
-/// controls' values depend on.
+/// Puts a skin in force; a number out of range gives skin 1. Writes the setting "Skin", then what
+/// the controls' values depend on.
 void LoadSkin(Long skin);
 
 }  // namespace sarnel

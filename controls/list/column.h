@@ -1,7 +1,7 @@
-// One column of the list: slots addressed by index, of which in normal use the last is an empty spare.
-// The number of slots is exact at all times and can be observed; the memory behind it is a gap buffer
-// that grows in steps, so that adding at the end costs nothing and a run of adds or removes in one
-// place moves each slot once.
+// One column of the list: slots addressed by index, of which in normal use the last is an empty
+// spare. The number of slots is exact at all times and can be observed; the memory behind it is a
+// gap buffer that grows in steps, so that adding at the end costs nothing and a run of adds or
+// removes in one place moves each slot once.
 #pragma once
 
 #include <algorithm>
@@ -33,8 +33,8 @@ class Column {
         gapBegin_ = gapEnd_ = buffer_.size();
     }
 
-    /// Puts a value at an index and moves what stands there and behind it up by one. Index -1, or one
-    /// past the last slot, appends: the spare then stays in the middle. Below that counts as 0.
+    /// Puts a value at an index and moves what stands there and behind it up by one. Index -1, or
+    /// one past the last slot, appends: the spare then stays in the middle. Below that counts as 0.
     void Insert(Long index, T value) {
         const Long size = Size();
         const Long at = index == -1 || index >= size ? size : std::max<Long>(index, 0);

@@ -1,12 +1,13 @@
-// JList is the one list control of the system: the playlist, the search results and the file browser.
-// A row is not a record but one index into four parallel columns: visible text, hidden payload (a path),
-// selected flag and image. This class is the list's memory and its arithmetic of rows on show; what it
-// does with keys is in jlist_input.cpp, its file in jlist_file.cpp. Rows are not painted yet: a repaint
-// settles which rows are on show and stops there.
+// JList is the one list control of the system: the playlist, the search results and the file
+// browser. A row is not a record but one index into four parallel columns: visible text, hidden
+// payload (a path), selected flag and image. This class is the list's memory and its arithmetic of
+// rows on show; what it does with keys is in jlist_input.cpp, its file in jlist_file.cpp. Rows are
+// not painted yet: a repaint settles which rows are on show and stops there.
 //
-// Indices are 0-based, -1 is no row, and none is checked when assigned. Out-of-range reads give an empty
-// string, False or 0, and out-of-range writes are dropped while the bookkeeping around them still runs.
-// Several of the rules below look odd and are meant; a comment says so where one stands.
+// Indices are 0-based, -1 is no row, and none is checked when assigned. Out-of-range reads give an
+// empty string, False or 0, and out-of-range writes are dropped while the bookkeeping around them
+// still runs. Several of the rules below look odd and are meant; a comment says so where one
+// stands.
 #pragma once
 
 #include <array>
@@ -54,8 +55,8 @@ class JList : public platform::Widget {
     /// The payload without a copy of it; the row must exist.
     const RowText& DataAt(Long Index) const { return itemData_[Index]; }
 
-    /// Adds a row: at ItemIndex, else (-1) at its sorted place, else at the end. NewIndex tells where.
-    /// Repaints if RedrawFlag.
+    /// Adds a row: at ItemIndex, else (-1) at its sorted place, else at the end. NewIndex tells
+    /// where. Repaints if RedrawFlag.
     void AddItem(std::u16string_view ItemToAdd, std::u16string_view ItemDataToAdd,
                  Long ItemIndex = -1);
     /// Removes a row and keeps the indices in step; a removed current row leaves ListCurrent -1.
@@ -85,7 +86,8 @@ class JList : public platform::Widget {
     // Selection.
 
     bool Selected(Long Index) const;
-    /// Also moves the caret. Outside the column only caret and count change. Repaints if RedrawFlag.
+    /// Also moves the caret. Outside the column only caret and count change. Repaints if
+    /// RedrawFlag.
     void Selected(Long Index, bool value);
     /// Kept in step, not counted: it drifts where Sort loses flags or Selected writes outside.
     Long SelCount() const { return selCount_; }
@@ -94,11 +96,11 @@ class JList : public platform::Widget {
 
     // Search and order.
 
-    /// The row whose payload equals the string, or -1. On a Sorted list this halves by payload although
-    /// the texts are what is kept in order: meant.
+    /// The row whose payload equals the string, or -1. On a Sorted list this halves by payload
+    /// although the texts are what is kept in order: meant.
     Long FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive) const;
-    /// Orders the texts. Payload, flag and image of the rows that the final pass moves are lost, which
-    /// is settled behaviour. Repaints always.
+    /// Orders the texts. Payload, flag and image of the rows that the final pass moves are lost,
+    /// which is settled behaviour. Repaints always.
     void Sort(bool SortAscending);
     /// Turns the texts round, and only the texts.
     void ReverseStringArray();
@@ -179,9 +181,7 @@ class JList : public platform::Widget {
     void ComputeRows();
     void RepaintIfAllowed();
     Long InsertSorted(std::u16string_view text);
-    bool IsRowVisible(Long index) const {
-        return index >= displayFirst_ && index <= displayLast_;
-    }
+    bool IsRowVisible(Long index) const { return index >= displayFirst_ && index <= displayLast_; }
     void FillSelected(Long from, Long to, bool value);
     void SwapRows(Long a, Long b);
     void QuickSortRange(Long threshold, Long lo, Long hi);

@@ -1,6 +1,6 @@
-// The list's file: lines that end in CR LF. The signature, the number of rows, the current row, then a
-// row's text and its payload, a line each. Nothing is escaped: a text that holds a CR shifts all lines
-// behind it.
+// The list's file: lines that end in CR LF. The signature, the number of rows, the current row,
+// then a row's text and its payload, a line each. Nothing is escaped: a text that holds a CR shifts
+// all lines behind it.
 #include <algorithm>
 #include <optional>
 #include <string>

@@ -36,8 +36,8 @@ Long JList::InsertSorted(std::u16string_view text) {
     for (;;) {
         const Long mid = Middle(lo, hi);
         // The test for equality comes before the exit, and may then meet the spare slot.
-        const auto order = itemText_.Has(mid) ? itemText_[mid].Compare(text)
-                                              : std::strong_ordering::less;
+        const auto order =
+            itemText_.Has(mid) ? itemText_[mid].Compare(text) : std::strong_ordering::less;
         if (order == 0) {
             return mid;
         }
@@ -148,8 +148,8 @@ void JList::QuickSortRange(Long threshold, Long lo, Long hi) {
     QuickSortRange(threshold, i + 1, hi);
 }
 
-// Only the text of the row in hand is held: its payload, flag and image are overwritten by the shift
-// and not put back. Settled behaviour, not to be mended.
+// Only the text of the row in hand is held: its payload, flag and image are overwritten by the
+// shift and not put back. Settled behaviour, not to be mended.
 void JList::InsertionSortRange(Long lo, Long hi) {
     for (Long i = lo + 1; i <= hi; ++i) {
         RowText held = itemText_[i].Copy();

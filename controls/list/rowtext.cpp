@@ -57,7 +57,9 @@ RowText RowText::Copy() const {
     return copy;
 }
 
-std::size_t RowText::Size() const { return block_ ? GetHeader() / 2 : 0; }
+std::size_t RowText::Size() const {
+    return block_ ? GetHeader() / 2 : 0;
+}
 
 std::u16string RowText::Text() const {
     return Units([](const auto& units) {
@@ -78,7 +80,9 @@ std::strong_ordering RowText::operator<=>(const RowText& other) const {
     });
 }
 
-bool RowText::operator==(const RowText& other) const { return (*this <=> other) == 0; }
+bool RowText::operator==(const RowText& other) const {
+    return (*this <=> other) == 0;
+}
 
 std::strong_ordering RowText::Compare(std::u16string_view text) const {
     return Units([&](const auto& mine) { return CompareUnits(mine, text); });

@@ -1,5 +1,5 @@
-// The text of one row's column: immutable, one pointer wide, and one byte a unit where no unit needs
-// two. A million rows are kept in memory, so this is where the list's memory is decided.
+// The text of one row's column: immutable, one pointer wide, and one byte a unit where no unit
+// needs two. A million rows are kept in memory, so this is where the list's memory is decided.
 #pragma once
 
 #include <compare>
@@ -11,8 +11,12 @@
 namespace sarnel {
 
 /// A stored unit of either width as the code unit that it stands for.
-inline char16_t UnitOf(char16_t unit) { return unit; }
-inline char16_t UnitOf(char unit) { return static_cast<unsigned char>(unit); }
+inline char16_t UnitOf(char16_t unit) {
+    return unit;
+}
+inline char16_t UnitOf(char unit) {
+    return static_cast<unsigned char>(unit);
+}
 
 class RowText {
   public:

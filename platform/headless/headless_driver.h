@@ -1,6 +1,6 @@
-// A desktop without a screen: a screen of 1024 x 768 with a work area of 0,0,1024,740, text of 6 by 13
-// pixels a unit, and a clock that is either virtual (tests: it moves only when somebody waits) or the
-// real one (playing without a window).
+// A desktop without a screen: a screen of 1024 x 768 with a work area of 0,0,1024,740, text of 6 by
+// 13 pixels a unit, and a clock that is either virtual (tests: it moves only when somebody waits)
+// or the real one (playing without a window).
 #pragma once
 
 #include <chrono>
