@@ -112,29 +112,14 @@ bool LeadsUpwards(std::u16string_view folder) {
 }
 
 std::optional<std::string> ReadWholeFile(std::u16string_view path) {
-    const int descriptor = open(Narrow(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
+    FileReader file(path);
+    if (!file.IsOpen()) {
         return std::nullopt;
     }
-    struct stat status {};
-    // A pipe or device in the file's place could feed us for ever.
-    bool good = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
     std::string bytes;
-    if (good) {
-        bytes.resize(static_cast<std::size_t>(status.st_size));
-        std::size_t filled = 0;
-        while (filled < bytes.size()) {
-            const ssize_t count = read(descriptor, bytes.data() + filled, bytes.size() - filled);
-            if (count == 0 || (count < 0 && errno != EINTR)) {
-                good = count == 0;
-                break;
-            }
-            filled += count < 0 ? 0 : static_cast<std::size_t>(count);
-        }
-        bytes.resize(filled);
+    while (file.Append(bytes)) {
     }
-    close(descriptor);
-    return good ? std::optional(std::move(bytes)) : std::nullopt;
+    return bytes;
 }
 
 bool ReplaceFile(std::u16string_view path, std::string_view bytes) {
@@ -166,6 +151,33 @@ bool ReplaceFile(std::u16string_view path, std::string_view bytes) {
 
 bool RemoveFile(std::u16string_view path) {
     return unlink(Narrow(path).c_str()) == 0;
+}
+
+FileReader::FileReader(std::u16string_view path)
+    : descriptor_(open(Narrow(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+    struct stat status {};
+    // A pipe or device in the file's place could feed us for ever.
+    if (descriptor_ >= 0 && (fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode))) {
+        close(descriptor_);
+        descriptor_ = -1;
+    }
+}
+
+FileReader::~FileReader() {
+    if (descriptor_ >= 0) {
+        close(descriptor_);
+    }
+}
+
+bool FileReader::Append(std::string& buffer) {
+    const std::size_t filled = buffer.size();
+    buffer.resize(filled + kBufferSize);
+    ssize_t count = 0;
+    do {
+        count = read(descriptor_, buffer.data() + filled, kBufferSize);
+    } while (count < 0 && errno == EINTR);
+    buffer.resize(filled + (count > 0 ? static_cast<std::size_t>(count) : 0));
+    return count > 0;
 }
 
 FileWriter::FileWriter(std::u16string_view path)

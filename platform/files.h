@@ -47,6 +47,22 @@ std::optional<std::string> ReadWholeFile(std::u16string_view path);
 
 bool RemoveFile(std::u16string_view path);
 
+/// An ordinary file that is read from its beginning, piece by piece.
+class FileReader {
+  public:
+    explicit FileReader(std::u16string_view path);
+    ~FileReader();
+    FileReader(const FileReader&) = delete;
+    FileReader& operator=(const FileReader&) = delete;
+
+    bool IsOpen() const { return descriptor_ >= 0; }
+    /// Appends the next piece to `buffer`. False at the end, and after a failure.
+    [[nodiscard]] bool Append(std::string& buffer);
+
+  private:
+    int descriptor_ = -1;
+};
+
 /// A file that is written from its beginning; an existing one is emptied. Buffered.
 class FileWriter {
   public:

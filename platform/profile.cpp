@@ -147,16 +147,17 @@ bool WritePrivateProfileString(std::string_view section, std::string_view key,
     }
     std::string text = old.value_or(std::string());
     const std::string lineEnd(LineEndOf(text));
-    std::string line = std::string(key) + "=" + std::string(value);
     const Place place = FindPlace(text, section, key);
+    std::string line;
+    if (!place.sectionFound) {
+        line.append("[").append(section).append("]").append(lineEnd);
+    }
+    line.append(key).append("=").append(value);
     if (place.keyFound) {
         text.replace(place.begin, place.end - place.begin, line);
         return ReplaceFile(file, text);
     }
-    line += lineEnd;
-    if (!place.sectionFound) {
-        line.insert(0, "[" + std::string(section) + "]" + lineEnd);
-    }
+    line.append(lineEnd);
     std::size_t at = place.sectionFound ? place.insert : text.size();
     if (at > 0 && text[at - 1] != '\n' && text[at - 1] != '\r' && text != kByteOrderMark) {
         text.insert(at, lineEnd);

@@ -1,65 +1,147 @@
 #include "playback/playedhistory.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
+#include <utility>
 
+#include "controls/list/jlist.h"
 #include "platform/text.h"
 
 namespace sarnel {
 
 namespace {
 
-// Of the lower-cased units, so that paths equal ignoring case meet.
-template <class Units>
-std::uint64_t HashOf(const Units& units) {
-    constexpr std::uint64_t kPrime = 0x9E3779B97F4A7C15;
-    std::uint64_t hash = units.size();
-    for (const auto unit : units) {
-        hash = (hash ^ platform::LowerUnit(UnitOf(unit))) * kPrime;
-        hash ^= hash >> 29;
-    }
-    return hash;
+constexpr std::size_t kBlock = 8;
+
+std::uint64_t Mix(std::uint64_t hash, std::uint64_t word, std::uint64_t odd) {
+    hash = (hash ^ word) * odd;
+    return hash ^ (hash >> 32);
 }
 
+// Eight units, lowered, folded to a byte each: the same whatever width the text is kept in.
 template <class Units>
-bool SamePath(const Units& units, std::u16string_view path) {
-    return std::equal(units.begin(), units.end(), path.begin(), path.end(), [](auto a, char16_t b) {
-        return platform::LowerUnit(UnitOf(a)) == platform::LowerUnit(b);
-    });
+std::uint64_t LoweredWord(const Units& units, std::size_t first) {
+    std::array<unsigned char, kBlock> bytes{};
+    const std::size_t size = std::min(kBlock, units.size() - first);
+    for (std::size_t i = 0; i < size; ++i) {
+        char16_t unit = UnitOf(units[first + i]);
+        if (unit < u'a' || unit > u'z') {
+            unit = platform::LowerUnit(unit);
+        }
+        bytes[i] = static_cast<unsigned char>(unit ^ (unit >> 8));
+    }
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes.data(), kBlock);
+    return word;
+}
+
+// The same for eight ASCII bytes at once; false if one of them is no ASCII.
+bool LowerAscii(const char* bytes, std::uint64_t& word) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    std::memcpy(&word, bytes, kBlock);
+    if ((word & (kOnes * 0x80)) != 0) {
+        return false;
+    }
+    const std::uint64_t fromA = word + kOnes * (0x80 - 'A');
+    const std::uint64_t pastZ = word + kOnes * (0x80 - 'Z' - 1);
+    word |= ((fromA & ~pastZ) & (kOnes * 0x80)) >> 2;  // 0x80 >> 2 is the bit of the case
+    return true;
 }
 
 }  // namespace
 
+// Of the lowered units, so that paths equal ignoring case meet.
+PlayedHistory::Print PlayedHistory::PrintOf(const RowText& path) {
+    return path.Units([](const auto& units) {
+        Print print{units.size() + 1, ~std::uint64_t{units.size()}};
+        for (std::size_t i = 0; i < units.size(); i += kBlock) {
+            std::uint64_t word = 0;
+            bool done = false;
+            if constexpr (sizeof(units[0]) == 1) {
+                done = units.size() - i >= kBlock && LowerAscii(units.data() + i, word);
+            }
+            word = done ? word : LoweredWord(units, i);
+            print.low = Mix(print.low, word, 0x9E3779B97F4A7C15);
+            print.high = Mix(print.high, word, 0xC2B2AE3D27D4EB4F);
+        }
+        return print;
+    });
+}
+
 std::u16string PlayedHistory::Item(Long slot) const {
-    return Has(slot) ? items_[static_cast<std::size_t>(slot)] : std::u16string();
+    return Has(slot) ? items_[static_cast<std::size_t>(slot)].Text() : std::u16string();
 }
 
 void PlayedHistory::Add(std::u16string_view path) {
-    slotsByHash_.emplace(HashOf(path), count_);
     pos_ = count_;
     ++count_;
     items_.resize(static_cast<std::size_t>(count_) + 1);
-    items_[static_cast<std::size_t>(pos_)] = path;
+    items_[static_cast<std::size_t>(pos_)] = RowText(path);
+    if (table_.size() < 2 * items_.size()) {
+        GrowTable();
+    }
+    Enter(PrintOf(items_[static_cast<std::size_t>(pos_)]));
 }
 
-bool PlayedHistory::Contains(std::u16string_view path) const {
-    const auto [first, last] = slotsByHash_.equal_range(HashOf(path));
-    return std::any_of(first, last, [&](const auto& entry) {
-        return SamePath(path, items_[static_cast<std::size_t>(entry.second)]);
-    });
+void PlayedHistory::GrowTable() {
+    constexpr std::size_t kFirst = 64;
+    const std::vector<Print> former =
+        std::exchange(table_, std::vector<Print>(std::max(kFirst, 2 * table_.size())));
+    for (const Print& print : former) {
+        if (print != Print{}) {
+            Enter(print);
+        }
+    }
+}
+
+void PlayedHistory::Enter(const Print& print) {
+    const std::size_t mask = table_.size() - 1;
+    std::size_t at = print.low & mask;
+    while (table_[at] != Print{}) {
+        at = (at + 1) & mask;
+    }
+    table_[at] = print;
 }
 
 bool PlayedHistory::Contains(const RowText& path) const {
-    return path.Units([&](const auto& units) {
-        const auto [first, last] = slotsByHash_.equal_range(HashOf(units));
-        return std::any_of(first, last, [&](const auto& entry) {
-            return SamePath(units, items_[static_cast<std::size_t>(entry.second)]);
-        });
-    });
+    return Has(PrintOf(path));
+}
+
+std::vector<Long> PlayedHistory::RowsNotIn(const JList& list) const {
+    // First all prints of a batch, then all look-ups: the look-ups then wait for memory together.
+    constexpr Long kBatch = 32;
+    std::array<Print, kBatch> prints;
+    std::vector<Long> rows;
+    for (Long first = 0; first < list.ListCount(); first += kBatch) {
+        const Long size = std::min(kBatch, list.ListCount() - first);
+        for (Long i = 0; i < size; ++i) {
+            prints[static_cast<std::size_t>(i)] = PrintOf(list.DataAt(first + i));
+        }
+        for (Long i = 0; i < size; ++i) {
+            if (!Has(prints[static_cast<std::size_t>(i)])) {
+                rows.push_back(first + i);
+            }
+        }
+    }
+    return rows;
+}
+
+bool PlayedHistory::Has(const Print& print) const {
+    if (table_.empty()) {
+        return false;
+    }
+    const std::size_t mask = table_.size() - 1;
+    std::size_t at = print.low & mask;
+    while (table_[at] != Print{} && table_[at] != print) {
+        at = (at + 1) & mask;
+    }
+    return table_[at] == print;
 }
 
 void PlayedHistory::Clear() {
     items_.clear();
-    slotsByHash_.clear();
+    table_.clear();
     count_ = 0;
     pos_ = 0;
 }

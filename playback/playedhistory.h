@@ -1,17 +1,19 @@
 // What random playback has played, in the order in which it chose: paths, not rows, so it survives
 // a reordered list. The array has one slot more than it has entries; stepping into that empty slot
-// is part of the rules (mPlayback). An index by hash answers "was it played?" in constant time.
+// is part of the rules (mPlayback). A table by hash answers "was it played?" in constant time, so
+// that the last pick of a round over a long list costs no more than a look at each row.
 #pragma once
 
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "controls/list/rowtext.h"
 #include "platform/types.h"
 
 namespace sarnel {
+
+class JList;
 
 using platform::Long;
 
@@ -31,13 +33,27 @@ class PlayedHistory {
     /// Appends a path and stands on it.
     void Add(std::u16string_view path);
     /// Whether an entry equals the path, ignoring case.
-    bool Contains(std::u16string_view path) const;
     bool Contains(const RowText& path) const;
+    bool Contains(std::u16string_view path) const { return Contains(RowText(path)); }
+    /// The rows of a list whose paths are not in the history, in order.
+    std::vector<Long> RowsNotIn(const JList& list) const;
     void Clear();
 
   private:
-    std::vector<std::u16string> items_;
-    std::unordered_multimap<std::uint64_t, Long> slotsByHash_;
+    // 128 bits of a path, case ignored. Two paths that share them are less likely than a fault of
+    // the memory they lie in, so a path is known by its print alone. All zero is a free place.
+    struct Print {
+        std::uint64_t low = 0;
+        std::uint64_t high = 0;
+        bool operator==(const Print&) const = default;
+    };
+    static Print PrintOf(const RowText& path);
+    bool Has(const Print& print) const;
+    void Enter(const Print& print);
+    void GrowTable();
+
+    std::vector<RowText> items_;
+    std::vector<Print> table_;  // open addressed; its size a power of two, at most half of it taken
     Long count_ = 0;
     Long pos_ = 0;
 };

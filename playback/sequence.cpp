@@ -42,12 +42,7 @@ std::optional<Long> PickFreeRow() {
             return row;
         }
     }
-    std::vector<Long> free;
-    for (Long row = 0; row < count; ++row) {
-        if (!WasPlayed(row)) {
-            free.push_back(row);
-        }
-    }
+    const std::vector<Long> free = App().History.RowsNotIn(Playlist());
     if (free.empty()) {
         return std::nullopt;
     }

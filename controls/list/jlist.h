@@ -186,7 +186,6 @@ class JList : public platform::Widget {
     void SwapRows(Long a, Long b);
     void QuickSortRange(Long threshold, Long lo, Long hi);
     void InsertionSortRange(Long lo, Long hi);
-    bool ReadRows(std::string_view file);
 
     Column<RowText> itemText_;
     Column<RowText> itemData_;

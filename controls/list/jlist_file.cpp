@@ -43,16 +43,27 @@ void WriteLine(platform::FileWriter& file, const RowText& text) {
 // Hands out a file line by line. A line ends at CR or CR LF; an LF alone stays in the line.
 class LineInput {
   public:
-    explicit LineInput(std::string_view file) : rest_(file) {}
+    explicit LineInput(std::u16string_view path) : file_(path) {}
 
+    /// Good until the next call; none at the end of the file.
     std::optional<std::string_view> Next() {
-        if (rest_.empty()) {
+        std::size_t end = buffer_.find('\r', at_);
+        while (end == std::string::npos && More()) {
+            end = buffer_.find('\r', at_);
+        }
+        if (end == std::string::npos) {
+            end = buffer_.size();
+        } else if (end + 1 == buffer_.size()) {
+            const std::size_t length = end - at_;
+            static_cast<void>(More());  // the LF of a pair may be in the next piece
+            end = at_ + length;
+        }
+        if (at_ == buffer_.size()) {
             return std::nullopt;
         }
-        const std::size_t end = std::min(rest_.find('\r'), rest_.size());
-        const std::string_view line = rest_.substr(0, end);
-        rest_.remove_prefix(end);
-        rest_.remove_prefix(rest_.starts_with(kLineEnd) ? 2 : rest_.empty() ? 0 : 1);
+        const auto line = std::string_view(buffer_).substr(at_, end - at_);
+        const auto rest = std::string_view(buffer_).substr(end);
+        at_ = end + (rest.starts_with(kLineEnd) ? 2 : rest.empty() ? 0 : 1);
         return line;
     }
 
@@ -62,7 +73,16 @@ class LineInput {
     }
 
   private:
-    std::string_view rest_;
+    // Reads the next piece behind what has not been handed out yet.
+    bool More() {
+        buffer_.erase(0, at_);
+        at_ = 0;
+        return file_.IsOpen() && file_.Append(buffer_);
+    }
+
+    platform::FileReader file_;
+    std::string buffer_;
+    std::size_t at_ = 0;
 };
 
 }  // namespace
@@ -90,12 +110,7 @@ bool JList::Deserialize(std::u16string_view path) {
     if (!platform::OrdinaryFileMatches(path)) {
         return false;
     }
-    const std::optional<std::string> file = platform::ReadWholeFile(path);
-    return file && ReadRows(*file);
-}
-
-bool JList::ReadRows(std::string_view file) {
-    LineInput input(file);
+    LineInput input(path);
     const auto signature = input.Next();
     if (!signature || *signature != kSignature) {
         return false;
@@ -108,13 +123,16 @@ bool JList::ReadRows(std::string_view file) {
     std::u16string text;
     std::u16string data;
     for (Long i = 0; i < *count; ++i) {
-        const auto textLine = input.Next();
-        const auto dataLine = textLine ? input.Next() : std::nullopt;
-        if (!dataLine) {
+        auto line = input.Next();
+        if (!line) {
             return false;  // the rows so far stay, the indices are as AddItem left them
         }
-        platform::WidenInto(*textLine, text);
-        platform::WidenInto(*dataLine, data);
+        platform::WidenInto(*line, text);
+        line = input.Next();
+        if (!line) {
+            return false;
+        }
+        platform::WidenInto(*line, data);
         AddItem(text, data);
     }
     ListCurrent(*current);

@@ -48,9 +48,7 @@ RowText::Header RowText::GetHeader() const {
 RowText RowText::Copy() const {
     RowText copy;
     if (block_) {
-        const Header header = GetHeader();
-        const std::size_t bytes =
-            sizeof(Header) + std::size_t{header / 2} * (header % 2 != 0 ? sizeof(char16_t) : 1);
+        const std::size_t bytes = BlockSize();
         copy.block_ = std::make_unique_for_overwrite<unsigned char[]>(bytes);
         std::memcpy(copy.block_.get(), block_.get(), bytes);
     }
@@ -86,6 +84,11 @@ bool RowText::operator==(const RowText& other) const {
 
 std::strong_ordering RowText::Compare(std::u16string_view text) const {
     return Units([&](const auto& mine) { return CompareUnits(mine, text); });
+}
+
+std::size_t RowText::BlockSize() const {
+    const Header header = GetHeader();
+    return sizeof(Header) + std::size_t{header / 2} * (header % 2 != 0 ? sizeof(char16_t) : 1);
 }
 
 }  // namespace sarnel

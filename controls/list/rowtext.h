@@ -46,6 +46,8 @@ class RowText {
     /// Twice the number of units, plus one if they are two bytes wide.
     using Header = std::uint32_t;
     Header GetHeader() const;
+    /// Bytes of the block; there must be one.
+    std::size_t BlockSize() const;
     const unsigned char* Bytes() const { return block_.get() + sizeof(Header); }
 
     std::unique_ptr<unsigned char[]> block_;  // header, then the units; null when empty
