@@ -41,6 +41,7 @@ frmMAIN::frmMAIN(platform::WindowSystem& windows)
     MakePanels();
     MakeControls();
     lstPlaylist.onKeyDown = [](Long KeyCode, Long Shift) { lstPlaylist_KeyDown(KeyCode, Shift); };
+    lstPlaylist.onKeyUp = [](Long KeyCode, Long Shift) { lstPlaylist_KeyUp(KeyCode, Shift); };
     lstPlaylist.onOLEDragDrop = [](const std::vector<std::string>& paths) {
         lstPlaylist_OLEDragDrop(paths);
     };

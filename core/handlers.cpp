@@ -14,8 +14,48 @@ namespace {
 constexpr Long kVolumeStep = 5;
 constexpr Long kSeekStep = 3;
 
+// Virtual-key codes; letters are their capitals.
+constexpr Long kEnter = 13;
+constexpr Long kLeft = 37;
+constexpr Long kRight = 39;
+constexpr Long kNumericPlus = 107;
+constexpr Long kNumericMinus = 109;
+
 void ChangeVolume(Long by) {
     SetVolume(App().Main().sldSkin(1).Value() + by);
+}
+
+// A held key goes on winding; the item stays paused until the key is released.
+void Wind(Long direction, Long shift) {
+    constexpr Long kShiftAlone = 1;
+    constexpr Long kCtrlAlone = 2;
+    const Long step = shift == kCtrlAlone ? 6 : shift == kShiftAlone ? 12 : kSeekStep;
+    if (App().Main().sldSkin(0).Enabled()) {
+        SuspendPlayback();
+        SetPosition(App().Main().sldSkin(0).Value() + direction * step);
+    }
+}
+
+void TransportKey(Long keyCode) {
+    switch (keyCode) {
+        case 'Z':
+            PreviousItem();
+            break;
+        case 'X':
+            PlayCurrentItem();
+            break;
+        case 'C':
+            TogglePlayback();
+            break;
+        case 'V':
+            StopPlayback();
+            break;
+        case 'B':
+            NextItem();
+            break;
+        default:
+            break;
+    }
 }
 
 void PlayListIndex() {
@@ -52,31 +92,31 @@ void hKeys_HotKeyPress(std::u16string_view sName) {
 }
 
 void lstPlaylist_KeyDown(Long KeyCode, Long Shift) {
-    constexpr Long kEnter = 13;
-    if (KeyCode == kEnter) {
-        PlayListIndex();
-    }
-    if (Shift != 0) {
-        return;
-    }
     switch (KeyCode) {
-        case 'Z':
-            PreviousItem();
+        case kEnter:
+            PlayListIndex();
             break;
-        case 'X':
-            PlayCurrentItem();
+        case kNumericPlus:
+            ChangeVolume(kVolumeStep);
             break;
-        case 'C':
-            TogglePlayback();
+        case kNumericMinus:
+            ChangeVolume(-kVolumeStep);
             break;
-        case 'V':
-            StopPlayback();
-            break;
-        case 'B':
-            NextItem();
+        case kLeft:
+        case kRight:
+            Wind(KeyCode == kRight ? 1 : -1, Shift);
             break;
         default:
+            if (Shift == 0) {
+                TransportKey(KeyCode);
+            }
             break;
+    }
+}
+
+void lstPlaylist_KeyUp(Long KeyCode, Long /*Shift*/) {
+    if ((KeyCode == kLeft || KeyCode == kRight) && App().Main().sldSkin(0).Enabled()) {
+        TogglePlayback();
     }
 }
 

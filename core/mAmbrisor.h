@@ -43,5 +43,6 @@ void RequestClose();
 
 void hKeys_HotKeyPress(std::u16string_view sName);
 void lstPlaylist_KeyDown(Long KeyCode, Long Shift);
+void lstPlaylist_KeyUp(Long KeyCode, Long Shift);
 
 }  // namespace sarnel

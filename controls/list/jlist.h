@@ -1,7 +1,7 @@
 // JList is the one list control of the system: the playlist, the search results and the file
 // browser. A row is not a record but one index into four parallel columns: visible text, hidden
 // payload (a path), selected flag and image. This class is the list's memory and its arithmetic of
-// rows on show; what it does with keys is in jlist_input.cpp, its file in jlist_file.cpp. Rows are
+// rows on show; what it does with keys is in jlist_keys.cpp, its file in jlist_file.cpp. Rows are
 // not painted yet: a repaint settles which rows are on show and stops there.
 //
 // Indices are 0-based, -1 is no row, and none is checked when assigned. Out-of-range reads give an
@@ -183,6 +183,19 @@ class JList : public platform::Widget {
     Long InsertSorted(std::u16string_view text);
     bool IsRowVisible(Long index) const { return index >= displayFirst_ && index <= displayLast_; }
     void FillSelected(Long from, Long to, bool value);
+    void RecountSelected();
+    void ClearSelection();
+    void KeyDown(Long keyCode, Long shift);
+    void UpdateModifiers(Long shift);
+    void CommitCaret();
+    void CountAfterStep();
+    void LineDown();
+    void LineUp();
+    void HomeKey();
+    void EndKey();
+    void PageDownKey();
+    void PageUpKey();
+    void CommitPage();
     void SwapRows(Long a, Long b);
     void QuickSortRange(Long threshold, Long lo, Long hi);
     void InsertionSortRange(Long lo, Long hi);
@@ -212,6 +225,8 @@ class JList : public platform::Widget {
     bool thumbDirty_ = true;
     bool scrollBarShown_ = false;
     bool mouseInside_ = false;
+    bool shiftDown_ = false;
+    Long shiftAnchor_ = 0;  ///< the row where an extension by Shift started
 
     static constexpr Long kMostRows = 51;  ///< entries of the table of row tops
     Long rowHeight_ = 0;

@@ -1,5 +1,5 @@
-// What the list does with keys and with what its owner hands on. Keys reach the owner; moving the
-// selection by keys, mouse and wheel is not built yet.
+// What reaches the list: its own window's messages, and those that its owner hands on. The mouse
+// and the wheel are not built yet.
 #include "controls/list/jlist.h"
 
 namespace sarnel {
@@ -8,12 +8,19 @@ Long JList::HandleMessage(const platform::Message& message) {
     if (!Enabled()) {
         return 0;
     }
+    constexpr Long kHome = 36;
     if (message.id == platform::WM_KEYDOWN) {
+        if (message.wParam == kHome && ListCount() > 0) {
+            CaretIndex(0);
+            ListIndex(0);
+        }
+        KeyDown(message.wParam, message.lParam);
         Raised("KeyDown", {message.wParam, message.lParam});
         if (onKeyDown) {
             onKeyDown(message.wParam, message.lParam);
         }
     } else if (message.id == platform::WM_KEYUP) {
+        UpdateModifiers(message.lParam);
         Raised("KeyUp", {message.wParam, message.lParam});
         if (onKeyUp) {
             onKeyUp(message.wParam, message.lParam);
