@@ -8,12 +8,7 @@ Long JList::HandleMessage(const platform::Message& message) {
     if (!Enabled()) {
         return 0;
     }
-    constexpr Long kHome = 36;
     if (message.id == platform::WM_KEYDOWN) {
-        if (message.wParam == kHome && ListCount() > 0) {
-            CaretIndex(0);
-            ListIndex(0);
-        }
         KeyDown(message.wParam, message.lParam);
         Raised("KeyDown", {message.wParam, message.lParam});
         if (onKeyDown) {
