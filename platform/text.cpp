@@ -133,9 +133,18 @@ std::string Narrow(std::u16string_view text) {
 
 char16_t LowerUnit(char16_t unit) {
     const auto in = [unit](char16_t from, char16_t to) { return unit >= from && unit <= to; };
-    if (in(u'A', u'Z') || (in(0xC0, 0xDE) && unit != 0xD7) || in(0x391, 0x3A9) ||
+    // Two units in these stretches are no capitals: the times sign, and a gap before Greek Sigma.
+    if (in(u'A', u'Z') || (in(0xC0, 0xDE) && unit != 0xD7) || (in(0x391, 0x3AB) && unit != 0x3A2) ||
         in(0x410, 0x42F)) {
         return static_cast<char16_t>(unit + 32);
+    }
+    const int accentedGreek = unit == 0x386      ? 38
+                              : in(0x388, 0x38A) ? 37
+                              : unit == 0x38C    ? 64
+                              : in(0x38E, 0x38F) ? 63
+                                                 : 0;
+    if (accentedGreek != 0) {
+        return static_cast<char16_t>(unit + accentedGreek);
     }
     if (in(0x400, 0x40F)) {
         return static_cast<char16_t>(unit + 80);

@@ -91,7 +91,9 @@ bool StepForward() {
     JList& list = Playlist();
     const Long current = list.ListCurrent();
     if (current != -1 && current != list.ListCount() - 1) {
-        list.ListCurrent(current < std::numeric_limits<Long>::max() ? current + 1 : current);
+        // A stale row far below steps up through rows that are not there to -1: all at once.
+        const Long from = std::clamp(current, -2, std::numeric_limits<Long>::max() - 1);
+        list.ListCurrent(from + 1);
         return true;
     }
     if (App().RepeatList) {
@@ -120,7 +122,11 @@ bool StepBack() {
 // not in the list, would never end. In random order the history ends the run by itself.
 class RoundLimit {
   public:
-    bool WholeRoundFailed() { return !App().Random && ++failures_ >= Playlist().ListCount(); }
+    bool WholeRoundFailed() {
+        const bool counts = !App().Random && Playlist().ListCurrent() != -1;
+        failures_ += counts ? 1 : 0;
+        return counts && failures_ >= Playlist().ListCount();
+    }
 
   private:
     Long failures_ = 0;

@@ -24,7 +24,7 @@ void RaiseFrom(Long row, Long& index) {
 JList::JList(platform::WindowSystem& windows, Handle parent, const platform::Rect& rect)
     : Widget(windows, parent, rect) {
     Create();
-    SetupMetrics();
+    ListFont(GetFont());
 }
 
 JList::JList(platform::WindowSystem& windows, Handle parent, const platform::Rect& rect,

@@ -1,4 +1,5 @@
 // Search, sorted insertion and sorting.
+#include <compare>
 #include <utility>
 
 #include "controls/list/jlist.h"
@@ -38,13 +39,13 @@ Long JList::InsertSorted(std::u16string_view text) {
         // The test for equality comes before the exit, and may then meet the spare slot.
         const auto order =
             itemText_.Has(mid) ? itemText_[mid].Compare(text) : std::strong_ordering::less;
-        if (order == 0) {
+        if (std::is_eq(order)) {
             return mid;
         }
         if (lo > hi) {
             return lo;
         }
-        if (order < 0) {
+        if (std::is_lt(order)) {
             lo = mid + 1;
         } else {
             hi = mid - 1;
@@ -58,8 +59,9 @@ Long JList::FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive
     if (!sorted_) {
         for (Long i = 0; i < listCount_ && itemData_.Has(i); ++i) {
             const RowText& candidate = itemData_[i];
-            if (CaseSensitive ? candidate.Size() == needle.size() && candidate.Compare(needle) == 0
-                              : SameIgnoringCase(candidate, needle)) {
+            if (CaseSensitive
+                    ? candidate.Size() == needle.size() && std::is_eq(candidate.Compare(needle))
+                    : SameIgnoringCase(candidate, needle)) {
                 return i;
             }
         }

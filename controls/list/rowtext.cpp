@@ -79,7 +79,7 @@ std::strong_ordering RowText::operator<=>(const RowText& other) const {
 }
 
 bool RowText::operator==(const RowText& other) const {
-    return (*this <=> other) == 0;
+    return std::is_eq(*this <=> other);
 }
 
 std::strong_ordering RowText::Compare(std::u16string_view text) const {

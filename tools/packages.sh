@@ -1,0 +1,39 @@
+# Sourced by ./run and ./test: installs Debian packages that are missing, if it may.
+
+# What the player needs to be built and to play.
+build_packages=(cmake ninja-build g++ pkg-config
+  libgstreamer1.0-dev gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
+  libtag1-dev)
+# What makes the sample tracks.
+sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
+# What the tests and the checks need besides.
+test_packages=(libgtest-dev libbenchmark-dev python3 clang-format clang-tidy)
+
+# install_missing PACKAGE... : prints nothing unless something is missing.
+install_missing() {
+  command -v dpkg-query >/dev/null && command -v apt-get >/dev/null || return 0
+  local missing=() name
+  for name in "$@"; do
+    [[ $(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null) == installed ]] ||
+      missing+=("$name")
+  done
+  ((${#missing[@]})) || return 0
+  local as_root=()
+  if ((EUID != 0)); then
+    if ! sudo -n true 2>/dev/null; then
+      echo "these packages are missing, the build may fail: ${missing[*]}" >&2
+      return 0
+    fi
+    as_root=(sudo -n)
+  fi
+  echo "installing ${missing[*]}" >&2
+  local log
+  log=$(mktemp)
+  if ! { "${as_root[@]}" apt-get update -q &&
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+      apt-get install -q -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
+    cat "$log" >&2
+    return 1
+  fi
+  rm -f "$log"
+}
