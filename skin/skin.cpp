@@ -1,6 +1,11 @@
 #include "skin/skin.h"
 
+#include <string_view>
+#include <vector>
+
+#include "core/failure.h"
 #include "core/frmmain.h"
+#include "core/impulses.h"
 #include "core/mGeneral.h"
 #include "core/program.h"
 
@@ -15,6 +20,41 @@ struct EffectRange {
 constexpr EffectRange kEffectRanges[] = {{3, 100}, {4, 40}, {5, 6}, {6, 20},
                                          {7, 30},  {8, 30}, {9, 30}};
 
+std::vector<std::u16string> Split(std::u16string_view text, char16_t delimiter) {
+    std::vector<std::u16string> pieces;
+    for (;;) {
+        const std::size_t end = text.find(delimiter);
+        pieces.emplace_back(text.substr(0, end));
+        if (end == std::u16string_view::npos) {
+            return pieces;
+        }
+        text.remove_prefix(end + 1);
+    }
+}
+
+// What the host can play, six types a line; a heading and an invitation only from three types on.
+void FillSupportedTypes() {
+    constexpr std::u16string_view kLineBreak = u"\r\n";
+    constexpr std::size_t kTypesPerLine = 6;
+    std::u16string answer;
+    SendImpulse(ImpulseGetFileTypes, {}, &answer, {});
+    const std::vector<std::u16string> types = Split(answer, u';');
+    const bool framed = types.size() > 2;
+    std::u16string text;
+    if (framed) {
+        text.append(kLineBreak).append(u"File types supported:").append(kLineBreak);
+    }
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        const bool lastOfLine = i % kTypesPerLine == kTypesPerLine - 1;
+        text.append(types[i]).append(lastOfLine ? kLineBreak : u" ");
+    }
+    if (framed) {
+        text.append(kLineBreak).append(kLineBreak);
+        text.append(u"Click here to accociate types in shell!").append(kLineBreak);
+    }
+    App().Main().lblFileTypesSupported->Caption(text);
+}
+
 }  // namespace
 
 Long SkinCount() {
@@ -28,6 +68,7 @@ std::u16string SkinName(Long /*skin*/) {
 void LoadSkin(Long skin) {
     App().CurrentSkin = skin > SkinCount() || skin < 1 ? 1 : skin;
     WriteSetting(u"Skin", LongToText(App().CurrentSkin));
+    Step(FillSupportedTypes);
     for (const EffectRange& range : kEffectRanges) {
         App().Main().sldSkin(range.slider).Max(range.max);
     }
