@@ -22,14 +22,17 @@ constexpr EffectRange kEffectRanges[] = {{3, 100}, {4, 40}, {5, 6}, {6, 20},
 
 std::vector<std::u16string> Split(std::u16string_view text, char16_t delimiter) {
     std::vector<std::u16string> pieces;
-    for (;;) {
-        const std::size_t end = text.find(delimiter);
-        pieces.emplace_back(text.substr(0, end));
-        if (end == std::u16string_view::npos) {
-            return pieces;
-        }
-        text.remove_prefix(end + 1);
+    if (text.empty()) {
+        return pieces;
     }
+    std::size_t end = text.find(delimiter);
+    while (end != std::u16string_view::npos) {
+        pieces.emplace_back(text.substr(0, end));
+        text.remove_prefix(end + 1);
+        end = text.find(delimiter);
+    }
+    pieces.emplace_back(text);
+    return pieces;
 }
 
 // What the host can play, six types a line; a heading and an invitation only from three types on.

@@ -14,8 +14,8 @@ Long SkinCount();
 /// Of a skin from 1 to SkinCount().
 std::u16string SkinName(Long skin);
 
-/// Puts a skin in force; a number out of range gives skin 1. Writes the setting "Skin", then what
-/// the controls' values depend on.
+/// Puts a skin in force; a number out of range gives skin 1. Writes the setting "Skin", asks the
+/// host for its file types (impulse 11), and sets the ranges of the effect sliders.
 void LoadSkin(Long skin);
 
 }  // namespace sarnel
