@@ -32,7 +32,7 @@ void Wind(Long direction, Long shift) {
     const Long step = shift == kCtrlAlone ? 6 : shift == kShiftAlone ? 12 : kSeekStep;
     if (App().Main().sldSkin(0).Enabled()) {
         SuspendPlayback();
-        SetPosition(App().Main().sldSkin(0).Value() + direction * step);
+        MovePosition(direction * step);
     }
 }
 

@@ -1,11 +1,26 @@
 #include "platform/window_system.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "platform/window_system_detail.h"
 
 namespace platform {
+
+namespace {
+
+// A rectangle of that size, as near to the wanted place as its far edges still have numbers:
+// places come from a settings file, where anything may stand.
+Rect Placed(std::int64_t x, std::int64_t y, Long width, Long height) {
+    constexpr std::int64_t kLowest = std::numeric_limits<Long>::min();
+    constexpr std::int64_t kHighest = std::numeric_limits<Long>::max();
+    const auto left = static_cast<Long>(std::clamp(x, kLowest, kHighest - width));
+    const auto top = static_cast<Long>(std::clamp(y, kLowest, kHighest - height));
+    return {left, top, left + width, top + height};
+}
+
+}  // namespace
 
 WindowSystem::WindowSystem(Driver& driver) : driver_(driver) {}
 
@@ -40,22 +55,15 @@ void WindowSystem::Unlink(Window& window) {
 
 void WindowSystem::DestroyWindow(Handle window) {
     Window* found = Find(window);
-    if (found == nullptr) {
-        return;
+    if (found == nullptr || found->dying) {
+        return;  // its procedure, or a child's, may ask once more
     }
+    found->dying = true;
     const Dispatching dispatching(*this);
     SendMessage(window, WM_DESTROY, 0, 0);
-    found = Find(window);
-    if (found == nullptr) {
-        return;  // its own procedure was quicker
-    }
     const std::vector<Handle> children = found->children;
     for (const Handle child : children) {
         DestroyWindow(child);
-    }
-    found = Find(window);
-    if (found == nullptr) {
-        return;
     }
     Unlink(*found);
     if (found->parent == 0) {
@@ -92,13 +100,14 @@ Rect WindowSystem::GetRect(Handle window) const {
 }
 
 Rect WindowSystem::GetWindowRect(Handle window) const {
-    Rect rect = GetRect(window);
+    const Rect rect = GetRect(window);
+    std::int64_t x = rect.left;
+    std::int64_t y = rect.top;
     for (Handle parent = GetParent(window); parent != 0; parent = GetParent(parent)) {
-        const Rect outer = GetRect(parent);
-        rect = {rect.left + outer.left, rect.top + outer.top, rect.right + outer.left,
-                rect.bottom + outer.top};
+        x += GetRect(parent).left;
+        y += GetRect(parent).top;
     }
-    return rect;
+    return Placed(x, y, rect.Width(), rect.Height());
 }
 
 void WindowSystem::SetWindowPos(Handle window, Handle insertAfter, Long x, Long y, Long width,
@@ -107,14 +116,12 @@ void WindowSystem::SetWindowPos(Handle window, Handle insertAfter, Long x, Long 
     if (found == nullptr) {
         return;
     }
-    Rect rect = found->rect;
-    if ((flags & SWP_NOMOVE) == 0) {
-        rect = {x, y, x + rect.Width(), y + rect.Height()};
-    }
-    if ((flags & SWP_NOSIZE) == 0) {
-        rect.right = rect.left + std::max(width, 0);
-        rect.bottom = rect.top + std::max(height, 0);
-    }
+    const Rect former = found->rect;
+    const bool moves = (flags & SWP_NOMOVE) == 0;
+    const bool sizes = (flags & SWP_NOSIZE) == 0;
+    const Rect rect = Placed(moves ? x : former.left, moves ? y : former.top,
+                             sizes ? std::max(width, 0) : former.Width(),
+                             sizes ? std::max(height, 0) : former.Height());
     if ((flags & SWP_NOZORDER) == 0) {
         if (found->parent == 0 && (insertAfter == HWND_TOPMOST || insertAfter == HWND_NOTOPMOST)) {
             found->topMost = insertAfter == HWND_TOPMOST;
@@ -123,10 +130,9 @@ void WindowSystem::SetWindowPos(Handle window, Handle insertAfter, Long x, Long 
             BringToFront(window);
         }
     }
-    const bool sized = rect.Width() != found->rect.Width() || rect.Height() != found->rect.Height();
-    const bool moved = !(rect == found->rect);
+    const bool sized = rect.Width() != former.Width() || rect.Height() != former.Height();
     found->rect = rect;
-    if (moved && found->parent == 0) {
+    if (!(rect == former) && found->parent == 0) {
         driver_.SetTopLevelRect(window, rect);
     }
     if (sized && (found->parent != 0 || found->shownBefore)) {

@@ -21,6 +21,7 @@ struct WindowSystem::Window {
     bool iconic = false;
     bool topMost = false;
     bool shownBefore = false;
+    bool dying = false;  // from WM_DESTROY to its end
 };
 
 // Something that falls due: a timer (window is not 0, and it comes again) or a scheduled call.

@@ -1,6 +1,8 @@
 // The seven audio effects. The host does the audio work; the component keeps each slider's
 // position, shows it, stores it and sends it.
+#include <algorithm>
 #include <array>
+#include <limits>
 #include <string>
 
 #include "core/failure.h"
@@ -35,7 +37,9 @@ constexpr std::array<Effect, 7> kEffects{{
 }};
 
 void SetEffect(const Effect& effect, Long value) {
-    const Long shown = value - effect.centre;
+    // No slider comes near the lowest number, a direct call may.
+    const Long shown =
+        std::max(value, std::numeric_limits<Long>::min() + effect.centre) - effect.centre;
     WriteSetting(effect.setting, LongToText(value));
     App().Main().lblEffects(effect.slider).Caption(effect.label + LongToText(shown));
     SendImpulse(effect.impulse, shown, Long{0}, Long{0});

@@ -46,7 +46,9 @@ void SetVolume(Long volume);
 void SetPosition(Long position);
 /// Takes the host's position into the slider, unless the user holds it.
 void UpdatePosition();
-/// SuspendPlayback, SetPosition by so many units from here, TogglePlayback; only while a length is
+/// SetPosition by so many units from here.
+void MovePosition(Long units);
+/// SuspendPlayback, MovePosition so many units from here, TogglePlayback; only while a length is
 /// known.
 void SeekBy(Long units);
 

@@ -1,4 +1,6 @@
 // Position and volume: two sliders that stand for facts which the host owns.
+#include <limits>
+
 #include "core/frmmain.h"
 #include "core/impulses.h"
 #include "core/mGeneral.h"
@@ -33,12 +35,20 @@ void UpdatePosition() {
     App().Main().sldSkin(0).Value(position);
 }
 
+void MovePosition(Long units) {
+    const std::int64_t position = std::int64_t{App().Main().sldSkin(0).Value()} + units;
+    // A sum past the numbers is a failed step.
+    if (position <= std::numeric_limits<Long>::max()) {
+        SetPosition(static_cast<Long>(position));
+    }
+}
+
 void SeekBy(Long units) {
     if (!App().Main().sldSkin(0).Enabled()) {
         return;
     }
     SuspendPlayback();
-    SetPosition(App().Main().sldSkin(0).Value() + units);
+    MovePosition(units);
     TogglePlayback();
 }
 

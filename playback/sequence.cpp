@@ -1,7 +1,6 @@
 // Which row comes next. A dead item is one that the host cannot open: it stays in the list, and the
 // sequence goes on to the next one. Where that would never end, it stops after a whole round.
 #include <algorithm>
-#include <limits>
 #include <optional>
 #include <random>
 #include <vector>
@@ -87,13 +86,17 @@ bool StepRandomBack() {
     return true;
 }
 
+// A current row that is not in the list can stand anywhere: a file names it unchecked. Steps
+// through rows that are not there open nothing, so they are taken all at once; where they lead away
+// from the list for ever, the run is over.
 bool StepForward() {
     JList& list = Playlist();
     const Long current = list.ListCurrent();
+    if (current >= list.ListCount()) {
+        return false;
+    }
     if (current != -1 && current != list.ListCount() - 1) {
-        // A stale row far below steps up through rows that are not there to -1: all at once.
-        const Long from = std::clamp(current, -2, std::numeric_limits<Long>::max() - 1);
-        list.ListCurrent(from + 1);
+        list.ListCurrent(std::max(current, -2) + 1);
         return true;
     }
     if (App().RepeatList) {
@@ -105,11 +108,11 @@ bool StepForward() {
 bool StepBack() {
     JList& list = Playlist();
     const Long current = list.ListCurrent();
-    if (current != -1 && current != 0) {
-        // A stale row far past the end steps down through rows that are not there: all at once.
-        const Long from =
-            std::clamp(current, std::numeric_limits<Long>::min() + 1, list.ListCount());
-        list.ListCurrent(from - 1);
+    if (current < -1) {
+        return false;
+    }
+    if (current > 0) {
+        list.ListCurrent(std::min(current, list.ListCount()) - 1);
         return true;
     }
     if (App().RepeatList) {
@@ -118,14 +121,17 @@ bool StepBack() {
     return App().RepeatList;
 }
 
-// Counts the failures of a run in list order, which with the list repeated, or from a row that is
-// not in the list, would never end. In random order the history ends the run by itself.
+// Counts the rows that failed in a run over a repeated list, which would never end if all of them
+// do. In random order the history ends the run by itself, and otherwise the ends of the list do.
 class RoundLimit {
   public:
     bool WholeRoundFailed() {
-        const bool counts = !App().Random && Playlist().ListCurrent() != -1;
-        failures_ += counts ? 1 : 0;
-        return counts && failures_ >= Playlist().ListCount();
+        const Long current = Playlist().ListCurrent();
+        const bool isRow = current >= 0 && current < Playlist().ListCount();
+        if (!App().Random && App().RepeatList && isRow) {
+            ++failures_;
+        }
+        return failures_ > 0 && failures_ >= Playlist().ListCount();
     }
 
   private:
