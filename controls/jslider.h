@@ -2,6 +2,7 @@
 // value now; its picture, its stick and the mouse are not built yet.
 #pragma once
 
+#include "core/seams.h"
 #include "platform/widget.h"
 
 namespace sarnel {
@@ -20,7 +21,7 @@ class JSlider : public platform::Widget {
     void Max(Long value) { max_ = value; }
     /// While the user holds the stick.
     bool IsSliderMouseControled() const { return mouseControlled_; }
-    void Refresh() {}  // open: drawing
+    void Refresh() { seams::DrawSlider(); }
 
   private:
     Long value_ = 0;

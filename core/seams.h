@@ -23,6 +23,17 @@ inline void TrayModify(std::u16string_view /*tip*/) {}
 inline void TrayDelete() {}
 inline void TrayMenu() {}
 
+// The pictures of a slider and its stick.
+inline void DrawSlider() {}
+
+// The rows of a list, and scrolling them by the wheel. A repaint settles which rows are on show.
+inline void DrawRows() {}
+inline void ScrollListByWheel() {}
+
+// The table and the pictures of a skin, and their application to the controls: until then these
+// have a place in the static layout and no looks.
+inline void ApplySkin() {}
+
 // Measuring and drawing of menu items.
 inline bool MeasureMenuItem() {
     return false;

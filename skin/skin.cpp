@@ -8,6 +8,7 @@
 #include "core/impulses.h"
 #include "core/mGeneral.h"
 #include "core/program.h"
+#include "core/seams.h"
 
 namespace sarnel {
 
@@ -71,6 +72,7 @@ std::u16string SkinName(Long /*skin*/) {
 void LoadSkin(Long skin) {
     App().CurrentSkin = skin > SkinCount() || skin < 1 ? 1 : skin;
     WriteSetting(u"Skin", LongToText(App().CurrentSkin));
+    Step(seams::ApplySkin);
     Step(FillSupportedTypes);
     for (const EffectRange& range : kEffectRanges) {
         App().Main().sldSkin(range.slider).Max(range.max);

@@ -2,6 +2,8 @@
 // and the wheel are not built yet.
 #include "controls/list/jlist.h"
 
+#include "core/seams.h"
+
 namespace sarnel {
 
 Long JList::HandleMessage(const platform::Message& message) {
@@ -36,6 +38,8 @@ void JList::WM_MOUSELEAVE_Process() {
     Raised("MouseLeave");
 }
 
-void JList::WM_MOUSEWHEEL_Process(Long /*wordParameter*/) {}  // open: scrolling by the wheel
+void JList::WM_MOUSEWHEEL_Process(Long /*wordParameter*/) {
+    seams::ScrollListByWheel();
+}
 
 }  // namespace sarnel

@@ -1,10 +1,24 @@
 // Which rows are on show: metrics, the displayed range and what moves it.
 #include <algorithm>
+#include <limits>
 
 #include "controls/list/jlist.h"
+#include "core/seams.h"
 #include "platform/rounding.h"
 
 namespace sarnel {
+
+namespace {
+
+// `row` moved by so many rows. FocusIndex is not range checked, so a view may be asked for that
+// lies at the end of all numbers: it stops there.
+Long Moved(Long row, Long by) {
+    return static_cast<Long>(std::clamp<std::int64_t>(std::int64_t{row} + by,
+                                                      std::numeric_limits<Long>::min(),
+                                                      std::numeric_limits<Long>::max()));
+}
+
+}  // namespace
 
 void JList::SetupMetrics() {
     constexpr Long kRowMargin = 2;
@@ -68,9 +82,10 @@ void JList::DisplayList(float /*vThumbYPos*/) {
         displayLast_ = listCount_ - 1;
         displayFirst_ = listCount_ - visibleRows_;
     } else {
-        displayLast_ = displayFirst_ + visibleRows_ - 1;
+        displayLast_ = Moved(displayFirst_, visibleRows_ - 1);
     }
     topIndex_ = displayFirst_;
+    seams::DrawRows();
 }
 
 void JList::DisplayFrom(Long ItemIndex) {
@@ -97,12 +112,11 @@ void JList::HighlightCurrent() {
 void JList::AdjustDisplayRange() {
     if (focusIndex_ < displayFirst_) {
         displayFirst_ = focusIndex_;
-        displayLast_ = std::int64_t{displayFirst_} + visibleRows_ - 1 > listCount_
-                           ? listCount_ - 1
-                           : focusIndex_ + visibleRows_ - 1;
+        const Long last = Moved(displayFirst_, visibleRows_ - 1);
+        displayLast_ = last > listCount_ ? listCount_ - 1 : last;
     } else if (focusIndex_ > displayLast_) {
         displayLast_ = focusIndex_;
-        displayFirst_ = std::max(displayLast_ - visibleRows_ + 1, 0);
+        displayFirst_ = std::max(Moved(displayLast_, 1 - visibleRows_), 0);
     } else {
         return;
     }
