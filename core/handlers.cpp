@@ -5,21 +5,17 @@
 #include "core/frmmain.h"
 #include "core/mAmbrisor.h"
 #include "core/program.h"
+#include "platform/keys.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {
+
+using namespace platform;
 
 namespace {
 
 constexpr Long kVolumeStep = 5;
 constexpr Long kSeekStep = 3;
-
-// Virtual-key codes; letters are their capitals.
-constexpr Long kEnter = 13;
-constexpr Long kLeft = 37;
-constexpr Long kRight = 39;
-constexpr Long kNumericPlus = 107;
-constexpr Long kNumericMinus = 109;
 
 void ChangeVolume(Long by) {
     SetVolume(App().Main().sldSkin(1).Value() + by);
@@ -27,9 +23,7 @@ void ChangeVolume(Long by) {
 
 // A held key goes on winding; the item stays paused until the key is released.
 void Wind(Long direction, Long shift) {
-    constexpr Long kShiftAlone = 1;
-    constexpr Long kCtrlAlone = 2;
-    const Long step = shift == kCtrlAlone ? 6 : shift == kShiftAlone ? 12 : kSeekStep;
+    const Long step = shift == kCtrlBit ? 6 : shift == kShiftBit ? 12 : kSeekStep;
     if (App().Main().sldSkin(0).Enabled()) {
         SuspendPlayback();
         MovePosition(direction * step);
@@ -93,18 +87,18 @@ void hKeys_HotKeyPress(std::u16string_view sName) {
 
 void lstPlaylist_KeyDown(Long KeyCode, Long Shift) {
     switch (KeyCode) {
-        case kEnter:
+        case VK_RETURN:
             PlayListIndex();
             break;
-        case kNumericPlus:
+        case VK_ADD:
             ChangeVolume(kVolumeStep);
             break;
-        case kNumericMinus:
+        case VK_SUBTRACT:
             ChangeVolume(-kVolumeStep);
             break;
-        case kLeft:
-        case kRight:
-            Wind(KeyCode == kRight ? 1 : -1, Shift);
+        case VK_LEFT:
+        case VK_RIGHT:
+            Wind(KeyCode == VK_RIGHT ? 1 : -1, Shift);
             break;
         default:
             if (Shift == 0) {
@@ -115,7 +109,7 @@ void lstPlaylist_KeyDown(Long KeyCode, Long Shift) {
 }
 
 void lstPlaylist_KeyUp(Long KeyCode, Long /*Shift*/) {
-    if ((KeyCode == kLeft || KeyCode == kRight) && App().Main().sldSkin(0).Enabled()) {
+    if ((KeyCode == VK_LEFT || KeyCode == VK_RIGHT) && App().Main().sldSkin(0).Enabled()) {
         TogglePlayback();
     }
 }

@@ -11,6 +11,7 @@
 #include "core/program.h"
 #include "core/seams.h"
 #include "menus/commandmenu.h"
+#include "platform/keys.h"
 #include "playback/mPlayback.h"
 #include "playlist/mMedia.h"
 #include "skin/skin.h"
@@ -26,16 +27,16 @@ struct GlobalKey {
     Long virtualKey;
 };
 constexpr Long kAltAndCtrl = 3;
-constexpr std::array<GlobalKey, 10> kGlobalKeys{{{u"Exit", 123},      // F12
-                                                 {u"Next", 34},       // Page Down
-                                                 {u"Prev", 33},       // Page Up
-                                                 {u"Stop", 35},       // End
-                                                 {u"Play", 45},       // Insert
-                                                 {u"Pause", 36},      // Home
-                                                 {u"StepBack", 37},   // Left
-                                                 {u"StepForw", 39},   // Right
-                                                 {u"VolUp", 38},      // Up
-                                                 {u"VolDown", 40}}};  // Down
+constexpr std::array<GlobalKey, 10> kGlobalKeys{{{u"Exit", VK_F12},
+                                                 {u"Next", VK_NEXT},
+                                                 {u"Prev", VK_PRIOR},
+                                                 {u"Stop", VK_END},
+                                                 {u"Play", VK_INSERT},
+                                                 {u"Pause", VK_HOME},
+                                                 {u"StepBack", VK_LEFT},
+                                                 {u"StepForw", VK_RIGHT},
+                                                 {u"VolUp", VK_UP},
+                                                 {u"VolDown", VK_DOWN}}};
 
 struct Mode {
     bool Program::*state;

@@ -4,22 +4,11 @@
 #include <algorithm>
 
 #include "controls/list/jlist.h"
+#include "platform/keys.h"
 
 namespace sarnel {
 
-namespace {
-
-constexpr Long kSpace = 32;
-constexpr Long kPageUp = 33;
-constexpr Long kPageDown = 34;
-constexpr Long kEnd = 35;
-constexpr Long kHome = 36;
-constexpr Long kUp = 38;
-constexpr Long kDown = 40;
-
-constexpr Long kShiftBit = 1;
-
-}  // namespace
+using namespace platform;
 
 void JList::KeyDown(Long keyCode, Long shift) {
     UpdateModifiers(shift);
@@ -27,25 +16,25 @@ void JList::KeyDown(Long keyCode, Long shift) {
         shiftAnchor_ = focusIndex_;
     }
     switch (keyCode) {
-        case kPageDown:
+        case VK_NEXT:
             PageDownKey();
             break;
-        case kPageUp:
+        case VK_PRIOR:
             PageUpKey();
             break;
-        case kEnd:
+        case VK_END:
             EndKey();
             break;
-        case kHome:
+        case VK_HOME:
             HomeKey();
             break;
-        case kUp:
+        case VK_UP:
             LineUp();
             break;
-        case kDown:
+        case VK_DOWN:
             LineDown();
             break;
-        case kSpace:
+        case VK_SPACE:
             HighlightCurrent();
             break;
         default:
