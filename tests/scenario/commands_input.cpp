@@ -1,0 +1,120 @@
+// Input: keys, drops, what a window manager and a second start do, and plain window messages.
+#include <array>
+
+#include "core/frmmain.h"
+#include "platform/text.h"
+#include "tests/scenario/commands.h"
+
+namespace scenario {
+
+using namespace platform;
+
+namespace {
+
+Handle WindowOf(const ObjectReference& window, World& world) {
+    return std::get<Widget*>(window.Find(world))->HWnd();
+}
+
+// Modifiers of a key: 1 Shift, 2 Ctrl, 4 Alt.
+Long Modifiers(CommandLine& line) {
+    static constexpr std::array<std::string_view, 3> kNames{"shift", "ctrl", "alt"};
+    Long modifiers = 0;
+    while (!line.AtEnd()) {
+        const Word& word = line.Next();
+        const auto* name = std::find(kNames.begin(), kNames.end(), word.raw);
+        if (word.quoted || name == kNames.end()) {
+            throw Mistake("no modifier of a key: " + word.raw);
+        }
+        modifiers |= 1 << (name - kNames.begin());
+    }
+    return modifiers;
+}
+
+// Sends the messages to whoever has the focus when each of them comes.
+Command KeyMessages(CommandLine& line, const std::vector<Long>& messages) {
+    constexpr Long kHighestCode = 255;
+    const Long code = line.Natural();
+    if (code > kHighestCode) {
+        throw Mistake("no virtual key: " + std::to_string(code));
+    }
+    return [code, modifiers = Modifiers(line), messages](World& world) {
+        for (const Long message : messages) {
+            WindowSystem& windows = world.Windows();
+            windows.SendMessage(windows.GetFocus(), message, code, modifiers);
+        }
+    };
+}
+
+Command Key(CommandLine& line) {
+    return KeyMessages(line, {WM_KEYDOWN, WM_KEYUP});
+}
+
+Command KeyDown(CommandLine& line) {
+    return KeyMessages(line, {WM_KEYDOWN});
+}
+
+Command KeyUp(CommandLine& line) {
+    return KeyMessages(line, {WM_KEYUP});
+}
+
+Command Drop(CommandLine& line) {
+    const ObjectReference window = line.Window();
+    std::vector<std::string> paths{line.Path()};
+    while (!line.AtEnd()) {
+        paths.push_back(line.Path());
+    }
+    return [window, paths](World& world) {
+        world.Windows().DropFiles(WindowOf(window, world), paths);
+    };
+}
+
+Command CopyData(CommandLine& line) {
+    return [bytes = Narrow(line.Text())](World& world) {
+        world.Windows().SendCopyData(world.MainWindow(), {0, bytes});
+    };
+}
+
+Command HotKey(CommandLine& line) {
+    return [name = line.Text()](World& world) {
+        const sarnel::frmMAIN* main = world.ExistingMain();
+        const sarnel::JHotKeys* keys = main != nullptr ? main->hKeys.get() : nullptr;
+        const Long id = keys != nullptr ? keys->IdOf(name) : 0;
+        if (id == 0) {
+            throw Mistake("no such hot key is registered: " + Narrow(name));
+        }
+        world.Windows().SendMessage(keys->hWndToCapture(), WM_HOTKEY, id, 0);
+    };
+}
+
+Command Minimise(CommandLine& /*line*/) {
+    return [](World& world) { world.Windows().SetMinimised(world.MainWindow(), true); };
+}
+
+Command Restore(CommandLine& /*line*/) {
+    return [](World& world) { world.Windows().SetMinimised(world.MainWindow(), false); };
+}
+
+Command SendWindowMessage(CommandLine& line) {
+    const ObjectReference window = line.Window();
+    const Long id = line.Integer();
+    const Long wParam = line.Integer();
+    const Long lParam = line.Integer();
+    return [=](World& world) {
+        const Handle target = WindowOf(window, world);
+        const Long result = world.Windows().SendMessage(target, id, wParam, lParam);
+        world.Print(std::to_string(result));
+    };
+}
+
+}  // namespace
+
+const CommandTable& InputCommands() {
+    static const CommandTable table{
+        {"key", Key},           {"keydown", KeyDown},   {"keyup", KeyUp},
+        {"drop", Drop},         {"copydata", CopyData}, {"hotkey", HotKey},
+        {"minimise", Minimise}, {"restore", Restore},   {"message", SendWindowMessage},
+    };
+    return table;
+}
+
+}  // namespace scenario

@@ -1,0 +1,250 @@
+// A typo must never pass: every wrong line is found before anything runs, and told where it is.
+#include <random>
+
+#include "tests/scenario/commands.h"
+#include "tests/scenario/runner_fixture.h"
+
+namespace scenario {
+namespace {
+
+class Mistakes : public RunnerTest {};
+
+TEST_F(Mistakes, UnknownWords) {
+    Refused("strat\n", "1: unknown command: strat");
+    Refused("\"start\"\n", "1: unknown command: start");
+    Refused("Start\n", "1: unknown command: Start");
+    Refused("=nothing\n", "1: unknown command: =nothing");
+    Refused("host sing\n", "1: unknown command: sing");
+    Refused("? lstPlaylst.ListCount\n", "1: unknown object: lstPlaylst");
+    Refused("? lstPlaylist.ListCont\n", "1: unknown member of lstPlaylist: ListCont");
+    Refused("? listcount\n", "1: unknown name: listcount");
+    Refused("call NextIten\n", "1: unknown name: NextIten");
+    Refused("set Randum True\n", "1: unknown name: Randum");
+    Refused("new JLst\n", "1: unknown class: JLst");
+    Refused("events hMenus\n", "1: unknown object: hMenus");
+    Refused("keydown 13 strg\n", "1: no modifier of a key: strg");
+}
+
+TEST_F(Mistakes, WordsThatAreNotBuiltYet) {
+    Refused("pixel frmMAIN 0 0\n", "1: not built yet: pixel");
+    Refused("tray\n", "1: not built yet: tray");
+    Refused("at 5 popup cancel\n", "1: not built yet: popup");
+    Refused("call ShowPanel 0 True\n", "1: not built yet: ShowPanel");
+    Refused("? sldSkin(0).StickLeft\n", "1: not built yet: StickLeft");
+}
+
+TEST_F(Mistakes, NumbersOfArguments) {
+    Refused("advance\n", "1: wrong number of arguments: too few");
+    Refused("advance 1 2\n", "1: wrong number of arguments: 2 is too many");
+    Refused("load now\n", "1: wrong number of arguments: now is too many");
+    Refused("impulse 15 16 0\n", "1: wrong number of arguments: too few");
+    Refused("host time \"a\"\n", "1: wrong number of arguments: too few");
+    Refused("? ListCount(\n", "1: parentheses do not match");
+    Refused("? lstPlaylist.List\n",
+            "1: wrong number of arguments: lstPlaylist.List takes 1, not 0");
+    Refused("? lstPlaylist.ListCount(1)\n",
+            "1: wrong number of arguments: lstPlaylist.ListCount(1) takes 0, not 1");
+    Refused("call lstPlaylist.AddItem \"a\"\n",
+            "1: wrong number of arguments: lstPlaylist.AddItem takes 2 to 3, not 1");
+    Refused("call lstPlaylist.AddItem \"a\" \"b\" 1 2\n",
+            "1: wrong number of arguments: lstPlaylist.AddItem takes 2 to 3, not 4");
+    Refused("set Random\n", "1: wrong number of arguments: too few");
+    Refused("set Random True False\n", "1: wrong number of arguments: False is too many");
+    Refused("? sldSkin.Value\n", "1: wrong number of arguments: sldSkin takes one index");
+    Refused("? sldSkin(1,2).Value\n", "1: wrong number of arguments: sldSkin takes one index");
+    Refused("? lstPlaylist(0).ListCount\n",
+            "1: wrong number of arguments: lstPlaylist takes no index");
+    Refused("drop frmMAIN\n", "1: wrong number of arguments: too few");
+}
+
+TEST_F(Mistakes, ValuesOfAnotherKind) {
+    Refused("set Random 1\n", "1: wrong value: Random takes True or False, not an integer");
+    Refused("set DisplayMode \"1\"\n", "1: wrong value: DisplayMode takes an integer, not a text");
+    Refused("set DisplayMode 1.5\n", "1: wrong value: DisplayMode takes an integer, not a number");
+    Refused("set InfoText null\n", "1: wrong value: InfoText takes a text, not null");
+    Refused("? lstPlaylist.List(\"0\")\n",
+            "1: wrong value: lstPlaylist.List(\"0\") takes an integer, not a text");
+    Refused("call SetVolume lstPlaylist\n",
+            "1: wrong value: SetVolume takes an integer, not an object");
+    Refused("? lstPlaylist.List(InfoText)\n",
+            "1: wrong value: lstPlaylist.List(InfoText) takes an integer, not a text");
+    Refused("? sldSkin(\"0\").Value\n", "1: wrong value: the index of sldSkin is an integer");
+    Refused("set DisplayMode 2147483648\n", "1: no number: 2147483648");
+    Refused("set DisplayMode --1\n", "1: no number: --1");
+    Refused("advance -1\n", "1: must not be negative: -1");
+    Refused("advance \"1\"\n", "1: no integer: 1");
+    Refused("advance soon\n", "1: no integer: soon");
+    Refused("host silent true\n", "1: neither True nor False: true");
+    Refused("keydown 256\n", "1: no virtual key: 256");
+    Refused("impulse 15 19 0.5 0\n", "1: an impulse carries no such value: a number");
+    Refused("impulse True 0 0 0\n", "1: no integer: True");
+}
+
+TEST_F(Mistakes, NamesUsedAsWhatTheyAreNot) {
+    Refused("set lstPlaylist.ListCount 1\n", "1: read-only: lstPlaylist.ListCount");
+    Refused("set PlayedCount 1\n", "1: read-only: PlayedCount");
+    Refused("set WorkArea ScrollRect\n", "1: read-only: WorkArea");
+    Refused("set NextItem 1\n", "1: cannot be set: NextItem");
+    Refused("call lstPlaylist.ListCount\n", "1: cannot be called: lstPlaylist.ListCount");
+    Refused("call Random\n", "1: cannot be called: Random");
+    Refused("? NextItem\n", "1: gives no value: NextItem");
+    Refused("? 5\n", "1: not a name: 5");
+    Refused("? \"Random\"\n", "1: not a name: Random");
+    Refused("focus frmMAIN\n", "1: wrong number of arguments: frmMAIN is too many");
+    Refused("events hMenu\n", "1: no window: hMenu");
+    Refused("message hKeys 1 2 3\n", "1: no window: hKeys");
+    Refused("message lstPlaylist.ListCount 1 2 3\n", "1: no window: lstPlaylist.ListCount");
+    Refused("? a.b.c\n", "1: not understood: a.b.c");
+    Refused("? lstPlaylist.\n", "1: not understood: lstPlaylist.");
+    Refused("? lstPlaylist.List(0)x\n", "1: not understood: lstPlaylist.List(0)x");
+    Refused("? lstPlaylist.List(0,)\n", "1: not understood: lstPlaylist.List(0,)");
+}
+
+TEST_F(Mistakes, ItemsThatAreNotThere) {
+    Refused("? sldSkin(10).Value\n", "1: no such item: sldSkin(10), there are 0 to 9");
+    Refused("? lblEffects(2).Caption\n", "1: no such item: lblEffects(2), there are 3 to 9");
+    Refused("? it.ListCount\n", "1: no new instance before this line: it");
+    Refused("new JSlider\n? it.ListCount\n", "2: unknown member of it: ListCount");
+}
+
+TEST_F(Mistakes, QuotesAndEscapes) {
+    Refused("write \"$D/a\" \"x\n", "1: quote is not closed");
+    Refused("write \"$D/a\" \"\\q\"\n", "1: bad escape: \\q");
+    Refused("write \"$D/a\" \"\\x4g\"\n", "1: bad escape: \\x4g");
+    Refused("write \"$D/a\"\"x\"\n", "1: no blank behind a quoted word");
+}
+
+TEST_F(Mistakes, ChecksOutOfPlace) {
+    Refused("= 1\nlog\n", "1: a check without a command");
+    Refused("log\n= nothing\n= 1\n", "3: nothing and something are expected together");
+    Refused("log\n= 1\n= nothing\n", "3: nothing and something are expected together");
+    Refused("log\n=\n", "2: unknown command: =");
+    Refused("log\n = nothing\n", "2: unknown command: =");
+}
+
+TEST_F(Mistakes, InnerCommandsAreReadToo) {
+    Refused("at 5 nothere\n", "1: unknown command: nothere");
+    Refused("at 5\n", "1: wrong number of arguments: too few");
+    Refused("host on 26 set Random 1\n",
+            "1: wrong value: Random takes True or False, not an integer");
+    for (const char* command : {"start", "load", "restart", "new JList"}) {
+        Refused("at 5 " + std::string(command) + "\n",
+                "1: cannot run inside another command: " +
+                    std::string(command).substr(0, std::string(command).find(' ')));
+    }
+    Refused("at 5 host on 26 restart\n", "1: cannot run inside another command: restart");
+}
+
+TEST_F(Mistakes, DeepNestingEnds) {
+    std::string deep;
+    for (int i = 0; i < 100000; ++i) {
+        deep += "at 1 ";
+    }
+    Refused(deep + "pump\n", "1: nested too deeply");
+    Refused("? a" + std::string(100000, '(') + "\n", "1: nested too deeply");
+}
+
+TEST_F(Mistakes, NothingRunsAndEveryWrongLineIsTold) {
+    const std::string keep = Folder() + "/kept";
+    const Outcome outcome =
+        Run("write \"$D/a\" \"1\"\nini A\n= 1\nbad\nworse\n= 2\n", {"--keep", keep});
+    EXPECT_EQ(outcome.out,
+              "f:4: unknown command: bad\nf:5: unknown command: worse\n0 passed, 0 failed\n");
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_FALSE(std::filesystem::exists(keep + "/f/a"));
+}
+
+TEST_F(Mistakes, FilesOutsideTheScratchFolderAreSafe) {
+    for (const char* path :
+         {"/etc/x", "$D", "$D/", "$D/..", "$D/../x", "$D/a/../../x", "x", "", "$Dx", "$D/."}) {
+        const Outcome outcome = Run("delete \"" + std::string(path) + "\"\n");
+        EXPECT_EQ(outcome.status, 2) << path;
+        EXPECT_TRUE(outcome.out.starts_with("f:1: not inside $D: ")) << outcome.out;
+    }
+    EXPECT_EQ(Run("write \"/tmp/x\" \"\"\n").status, 2);
+    EXPECT_EQ(Run("mkdir \"$D/../x\"\n").status, 2);
+}
+
+// What only shows while the scenario runs ends it there.
+TEST_F(Mistakes, FoundWhileRunning) {
+    Outcome outcome = Run("ini A\n= none\n? hMenu.Count\n= 1\nini A\n= 1\n");
+    EXPECT_EQ(outcome.out, "f:3: not there now: hMenu\n1 passed, 0 failed\n");
+    EXPECT_EQ(outcome.status, 2);
+    outcome = Run("set DisplayMode 10\n? sldSkin(DisplayMode).Value\n");
+    EXPECT_EQ(outcome.out,
+              "f:2: no such item: sldSkin(10), there are 0 to 9\n0 passed, 0 failed\n");
+    outcome = Run("start\nhotkey \"Nxt\"\n");
+    EXPECT_EQ(outcome.out, "f:2: no such hot key is registered: Nxt\n0 passed, 0 failed\n");
+    outcome = Run("write \"$D/a\" \"\"\nwrite \"$D/a/b\" \"\"\n");
+    EXPECT_EQ(outcome.status, 2);
+}
+
+TEST_F(Mistakes, FoundInsideAnotherCommandTellTheirOwnLine) {
+    Outcome outcome = Run("new JSlider\nat 5 ? it.Value\nnew JList\nadvance 4\nadvance 1\nfoo\n");
+    EXPECT_EQ(outcome.out, "f:6: unknown command: foo\n0 passed, 0 failed\n");
+    outcome =
+        Run("new JSlider\nat 5 ? it.Value\nnew JList\nadvance 4\nlog\n= nothing\nadvance 1\n"
+            "log\n= nothing\n");
+    EXPECT_EQ(outcome.out, "f:2: it is no JSlider at this time\n1 passed, 0 failed\n");
+    EXPECT_EQ(outcome.status, 2);
+    outcome = Run("start\nhost on 41 hotkey \"Nxt\"\ncall SetTempo 50\nlog\n");
+    EXPECT_EQ(outcome.out, "f:2: no such hot key is registered: Nxt\n0 passed, 0 failed\n");
+}
+
+// Whatever stands in a line, reading it ends in a command or in a Mistake.
+TEST(ParseCommandTest, AnyLineIsReadOrRefused) {
+    const std::vector<std::string> pieces{"?",
+                                          "set",
+                                          "call",
+                                          "at",
+                                          "host",
+                                          "on",
+                                          "it",
+                                          "lstPlaylist",
+                                          ".",
+                                          "List",
+                                          "(",
+                                          ")",
+                                          ",",
+                                          "\"",
+                                          "\\",
+                                          "\\x",
+                                          "\\u00",
+                                          " ",
+                                          "\t",
+                                          "5",
+                                          "-",
+                                          "2147483648",
+                                          "True",
+                                          "null",
+                                          "sldSkin(0)",
+                                          "=",
+                                          "$D",
+                                          "\xE9",
+                                          std::string(1, '\0'),
+                                          "write",
+                                          "new",
+                                          "JList",
+                                          "events",
+                                          "key"};
+    std::mt19937 random(7);
+    std::uniform_int_distribution<std::size_t> anyPiece(0, pieces.size() - 1);
+    int refused = 0;
+    for (int i = 0; i < 20000; ++i) {
+        std::string line;
+        for (std::size_t length = anyPiece(random); length > 0; --length) {
+            line += pieces[anyPiece(random)] + (length % 3 == 0 ? " " : "");
+        }
+        Scope scope;
+        scope.directory = u"/d";
+        try {
+            static_cast<void>(ParseCommand(line + " x", scope));
+        } catch (const Mistake&) {
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, 19000);
+}
+
+}  // namespace
+}  // namespace scenario

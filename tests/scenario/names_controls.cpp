@@ -1,0 +1,147 @@
+// The members of windows, of the small controls, and of the menu and the hot keys.
+#include "core/frmmain.h"
+#include "playlist/mMedia.h"
+#include "tests/scenario/names.h"
+
+namespace scenario {
+
+using namespace sarnel;
+using platform::Widget;
+
+namespace {
+
+const Class& WidgetClass() {
+    static const Class type{"window",
+                            nullptr,
+                            {
+                                Property("Left", &Widget::Left, &Widget::Left),
+                                Property("Top", &Widget::Top, &Widget::Top),
+                                Property("Width", &Widget::Width, &Widget::Width),
+                                Property("Height", &Widget::Height, &Widget::Height),
+                                Property("Visible", &Widget::Visible, &Widget::Visible),
+                                Property("Enabled", &Widget::Enabled, &Widget::Enabled),
+                                Property("BackColor", &Widget::BackColor, &Widget::BackColor),
+                                Property("ForeColor", &Widget::ForeColor, &Widget::ForeColor),
+                                Property("Tag", &Widget::Tag, &Widget::Tag),
+                            }};
+    return type;
+}
+
+// A window or control with a font of its own.
+const Class& LetteredClass() {
+    static const Class type{"window with a font",
+                            &WidgetClass(),
+                            {
+                                Property("FontName", &Widget::FontName, &Widget::FontName),
+                                Property("FontSize", &Widget::FontSize, &Widget::FontSize),
+                                Property("FontBold", &Widget::FontBold, &Widget::FontBold),
+                                Property("FontItalic", &Widget::FontItalic, &Widget::FontItalic),
+                            }};
+    return type;
+}
+
+Entry ToolTipText() {
+    return Property("ToolTipText", &Widget::ToolTipText, &Widget::ToolTipText);
+}
+
+}  // namespace
+
+const Class& MainWindowClass() {
+    static const Class type{"frmMAIN",
+                            &LetteredClass(),
+                            {
+                                Property("Caption", &frmMAIN::Caption, &frmMAIN::Caption),
+                                Routine("AddFileToList", AddFileToList),
+                                Routine("SearchFiles", SearchFiles),
+                            }};
+    return type;
+}
+
+const Class& TipWindowClass() {
+    static const Class type{"frmTIP", &LetteredClass(), {}};
+    return type;
+}
+
+const Class& LabelClass() {
+    using platform::Label;
+    static const Class type{"Label",
+                            &LetteredClass(),
+                            {Property("Caption", &Label::Caption, &Label::Caption), ToolTipText()}};
+    return type;
+}
+
+const Class& PictureBoxClass() {
+    static const Class type{"PictureBox", &LetteredClass(), {ToolTipText()}};
+    return type;
+}
+
+const Class& TextBoxClass() {
+    static const Class type{"TextBox",
+                            &LetteredClass(),
+                            {Property("Text", &Widget::Text, &Widget::Text), ToolTipText()}};
+    return type;
+}
+
+const Class& ButtonClass() {
+    static const Class type{"JButton", &WidgetClass(), {ToolTipText()}};
+    return type;
+}
+
+const Class& ToggleClass() {
+    static const Class type{"JToogle",
+                            &WidgetClass(),
+                            {Property("Value", &JToogle::Value, &JToogle::Value), ToolTipText()}};
+    return type;
+}
+
+const Class& SliderClass() {
+    static const Class type{
+        "JSlider",
+        &WidgetClass(),
+        {
+            Property("Value", &JSlider::Value, &JSlider::Value),
+            Property("Max", &JSlider::Max, &JSlider::Max),
+            ReadOnly("IsSliderMouseControled", &JSlider::IsSliderMouseControled),
+            Method("Refresh", &JSlider::Refresh),
+            ToolTipText(),
+        }};
+    return type;
+}
+
+const Class& PopupMenuClass() {
+    using Menu = JPopupMenu;
+    static const Class type{"JPopupMenu",
+                            nullptr,
+                            {
+                                Method("AddItem", &Menu::AddItem),
+                                ReadOnly("Count", &Menu::Count),
+                                Method("IndexForKey", &Menu::IndexForKey),
+                                ReadOnly("Caption", &Menu::Caption),
+                                ReadOnly("KeyText", &Menu::KeyText),
+                                ReadOnly("ItemKey", &Menu::ItemKey),
+                                ReadOnly("ItemParentIndex", &Menu::ItemParentIndex),
+                                Property("Checked", &Menu::Checked, &Menu::Checked),
+                                Property("RadioCheck", &Menu::RadioCheck, &Menu::RadioCheck),
+                                Property("Enabled", &Menu::Enabled, &Menu::Enabled),
+                                Property("Header", &Menu::Header, &Menu::Header),
+                            },
+                            false};
+    return type;
+}
+
+const Class& HotKeysClass() {
+    using Keys = JHotKeys;
+    static const Class type{
+        "JHotKeys",
+        nullptr,
+        {
+            Property("hWndToCapture", &Keys::hWndToCapture, &Keys::hWndToCapture),
+            Method("RegisterKey", &Keys::RegisterKey),
+            Method("WM_DESTROY", &Keys::WM_DESTROY),
+            Method("WM_HOTKEY", &Keys::WM_HOTKEY),
+        },
+        false};
+    return type;
+}
+
+}  // namespace scenario

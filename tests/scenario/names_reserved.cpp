@@ -1,0 +1,25 @@
+// Words of the language whose features are not built yet. A scenario that uses one is told so; who
+// builds the feature moves its words from here into the tables.
+#include <algorithm>
+#include <array>
+
+#include "tests/scenario/names.h"
+
+namespace scenario {
+
+bool IsReservedCommand(std::string_view word) {
+    static constexpr std::array<std::string_view, 19> kCommands{
+        "pixel",      "opened",  "pages",  "clipboard", "registry", "tray", "mouse",
+        "press",      "release", "click",  "dblclick",  "wheel",    "type", "popup",
+        "screenshot", "drive",   "online", "page",      "hotkeys"};
+    return std::find(kCommands.begin(), kCommands.end(), word) != kCommands.end();
+}
+
+bool IsReservedName(std::string_view name) {
+    static constexpr std::array<std::string_view, 10> kNames{
+        "ShowPanel", "FillBrowser", "ShowLyrics", "hMenu_Click",  "ThumbRect",
+        "MouseMode", "StickLeft",   "StickTop",   "StickVisible", "ItemImageSize"};
+    return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
+}
+
+}  // namespace scenario

@@ -1,0 +1,68 @@
+// The routines of the component that a scenario may call by name.
+#include "core/mAmbrisor.h"
+#include "core/mGeneral.h"
+#include "menus/commandmenu.h"
+#include "playback/mPlayback.h"
+#include "playlist/mMedia.h"
+#include "skin/skin.h"
+#include "tests/scenario/names.h"
+
+namespace scenario {
+
+const std::vector<Entry>& RoutineNames() {
+    using namespace sarnel;
+    static const std::vector<Entry> names{
+        // Transport and sequencing.
+        Routine("PlayCurrentItem", PlayCurrentItem),
+        Routine("NextItem", NextItem),
+        Routine("PreviousItem", PreviousItem),
+        Routine("StopPlayback", StopPlayback),
+        Routine("TogglePlayback", TogglePlayback),
+        Routine("SuspendPlayback", SuspendPlayback),
+        Routine("OpenMedia", OpenMedia),
+        Routine("IsInPlayedHistory", IsInPlayedHistory),
+        Routine("ClearPlayedHistory", ClearPlayedHistory),
+        Routine("StartTickTimer", StartTickTimer),
+        Routine("StopTickTimer", StopTickTimer),
+        // Position, volume, effects.
+        Routine("SetVolume", SetVolume),
+        Routine("SetPosition", SetPosition),
+        Routine("UpdatePosition", UpdatePosition),
+        Routine("SetTempo", SetTempo),
+        Routine("SetPitch", SetPitch),
+        Routine("SetEcho", SetEcho),
+        Routine("SetReverb", SetReverb),
+        Routine("SetBass", SetBass),
+        Routine("SetMid", SetMid),
+        Routine("SetTreble", SetTreble),
+        // Now playing.
+        Routine("SetWindowTitle", SetWindowTitle),
+        Routine("SetScrollText", SetScrollText),
+        Routine("StartScrollTimer", StartScrollTimer),
+        Routine("StopScrollTimer", StopScrollTimer),
+        Routine("RefreshInfoDisplay", RefreshInfoDisplay),
+        Routine("DrawInfoDisplay", DrawInfoDisplay),
+        // Settings and files.
+        Routine("ReadSetting", ReadSetting),
+        Routine("WriteSetting", WriteSetting),
+        Routine("DirExists", DirExists),
+        Routine("FileExists", FileExists),
+        Routine("StripNull", StripNull),
+        // Adding media.
+        Routine("ProcessCommandLine", ProcessCommandLine),
+        Routine("AddFileToList", AddFileToList),
+        Routine("SearchFiles", SearchFiles),
+        // Start, stop and window.
+        Routine("InstallWindowHooks", InstallWindowHooks),
+        Routine("RemoveWindowHooks", RemoveWindowHooks),
+        Routine("LoadSettings", LoadSettings),
+        Routine("CreateHotKeys", CreateHotKeys),
+        Routine("SetMinimized", SetMinimized),
+        Routine("ReadWorkArea", ReadWorkArea),
+        Routine("BuildMenu", BuildMenu),
+        Routine("LoadSkin", LoadSkin),
+    };
+    return names;
+}
+
+}  // namespace scenario

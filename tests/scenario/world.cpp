@@ -1,0 +1,149 @@
+#include "tests/scenario/world.h"
+
+#include <array>
+#include <cstdio>
+#include <utility>
+
+#include "controls/jbutton.h"
+#include "controls/jslider.h"
+#include "controls/list/jlist.h"
+#include "core/failure.h"
+#include "core/frmmain.h"
+#include "core/program.h"
+#include "platform/text.h"
+#include "tests/scenario/words.h"
+
+namespace scenario {
+
+using namespace sarnel;
+
+namespace {
+
+constexpr platform::Rect kNewInstance{0, 0, 281, 181};
+
+}  // namespace
+
+World::World(std::string directory)
+    : directory_(std::move(directory)), holder_(windows_, 0, kNewInstance) {}
+
+World::~World() = default;
+
+Ambrisor& World::Component() {
+    if (component_ == nullptr) {
+        component_ = std::make_unique<Ambrisor>(windows_, AmbrisorOptions{directory_});
+        runBegun_ = false;
+    }
+    return *component_;
+}
+
+frmMAIN* World::ExistingMain() {
+    return Component().State().ExistingMain();
+}
+
+platform::Handle World::MainWindow() {
+    const frmMAIN* main = ExistingMain();
+    return main != nullptr ? main->HWnd() : 0;
+}
+
+ImpulseValue World::SendToComponent(Long uMsg, Long wParam, ImpulseValue lParam1,
+                                    ImpulseValue lParam2) {
+    Component().ProcessImpulse(uMsg, wParam, lParam1, lParam2);
+    return lParam1;
+}
+
+void World::Load() {
+    if (runBegun_) {
+        component_.reset();
+    }
+    Component().Connect(&host_);
+    runBegun_ = true;
+    SendToComponent(kImpulseAttach, 0, Long{0}, Long{0});
+    SendToComponent(kImpulseControl, kControlLoad, Long{0}, Long{0});
+}
+
+void World::Show(const std::u16string& line) {
+    SendToComponent(kImpulseControl, kControlShow, true, line);
+}
+
+void World::Quit() {
+    SendToComponent(kImpulseControl, kControlShow, false, Long{0});
+    Component().Disconnect();
+}
+
+void World::MakeInstance(const Class& type) {
+    const platform::Handle parent = holder_.HWnd();
+    instance_ = {};
+    instanceClass_ = &type;
+    if (&type == &ListClass()) {
+        instance_ = std::make_unique<JList>(windows_, parent, kNewInstance);
+    } else if (&type == &SliderClass()) {
+        instance_ = std::make_unique<JSlider>(windows_, parent, kNewInstance);
+    } else if (&type == &ButtonClass()) {
+        instance_ = std::make_unique<JButton>(windows_, parent, kNewInstance);
+    } else if (&type == &ToggleClass()) {
+        instance_ = std::make_unique<JToogle>(windows_, parent, kNewInstance);
+    } else if (&type == &PopupMenuClass()) {
+        instance_ = std::make_unique<JPopupMenu>();
+    } else {
+        instance_ = std::make_unique<JHotKeys>();
+    }
+}
+
+Object World::It(const Class& type) const {
+    if (instanceClass_ != &type) {
+        throw Mistake("it is no " + std::string(type.name) + " at this time");
+    }
+    if (const auto* menu = std::get_if<std::unique_ptr<JPopupMenu>>(&instance_)) {
+        return menu->get();
+    }
+    if (const auto* keys = std::get_if<std::unique_ptr<JHotKeys>>(&instance_)) {
+        return keys->get();
+    }
+    return std::get<std::unique_ptr<platform::Widget>>(instance_).get();
+}
+
+platform::Handle World::ItsWindow() const {
+    const auto* widget = std::get_if<std::unique_ptr<platform::Widget>>(&instance_);
+    return widget != nullptr ? (*widget)->HWnd() : 0;
+}
+
+std::string World::Printed(const Value& value) const {
+    if (const auto* text = std::get_if<std::u16string>(&value)) {
+        return Quote(Replaced(*text, platform::Widen(directory_), u"$D"));
+    }
+    return scenario::Printed(value);
+}
+
+std::string World::Printed(const ImpulseValue& value) const {
+    return Printed(FromImpulse(value));
+}
+
+std::string World::PrintedHandle(const ImpulseValue& value) const {
+    const frmMAIN* main = component_ != nullptr ? component_->State().ExistingMain() : nullptr;
+    const bool isMain = main != nullptr && value.IsLong() && value.AsLong() == main->HWnd();
+    return isMain ? "HWND" : Printed(value);
+}
+
+void World::Record(platform::Widget& widget, const std::string& name) {
+    widget.Observe([this, name](const std::string& event, const std::string& arguments) {
+        raised_.push_back(name + '.' + event + (arguments.empty() ? "" : ' ' + arguments));
+    });
+}
+
+void World::Run(int line, const Command& command) {
+    try {
+        command(*this);
+    } catch (const ComponentError& error) {
+        std::array<char, 16> number{};
+        std::snprintf(number.data(), number.size(), "0x%08X", error.Number());
+        Print("error " + std::string(number.data()) + ' ' + Printed(Value(error.Description())));
+    } catch (const Mistake& mistake) {
+        if (!mistake_) {
+            mistake_ = {line, mistake.what()};
+        }
+    } catch (const std::exception& exception) {
+        failures_.push_back({line, exception.what()});
+    }
+}
+
+}  // namespace scenario

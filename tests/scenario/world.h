@@ -1,0 +1,118 @@
+// The world of one scenario file: a clock, a screen, a host, a scratch folder and a component of
+// its own, and what its commands have printed so far.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "core/ambrisor.h"
+#include "menus/jpopupmenu.h"
+#include "platform/headless/headless_driver.h"
+#include "platform/window_system.h"
+#include "shell/jhotkeys.h"
+#include "tests/scenario/names.h"
+#include "tests/scenario/scripted_host.h"
+#include "tests/scenario/value.h"
+
+namespace scenario {
+
+class World;
+
+/// A line of a scenario, ready to run.
+using Command = std::function<void(World&)>;
+
+class World {
+  public:
+    /// `directory` is the scratch folder, raw bytes, absolute; it is not removed.
+    explicit World(std::string directory);
+    ~World();
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+
+    platform::WindowSystem& Windows() { return windows_; }
+    ScriptedHost& Host() { return host_; }
+    const std::string& Directory() const { return directory_; }
+
+    // Runs of the component.
+
+    /// The component in its present run; at first need one that knows no host yet.
+    sarnel::Ambrisor& Component();
+    /// Connects a fresh component and loads its window. A run that was not ended is cut off.
+    void Load();
+    /// Handles a command line and shows the window.
+    void Show(const std::u16string& line);
+    void Quit();
+    /// The main window, null while there is none.
+    sarnel::frmMAIN* ExistingMain();
+    /// Its window, 0 while there is none.
+    platform::Handle MainWindow();
+
+    // The instance that `new` makes.
+
+    void MakeInstance(const Class& type);
+    /// Raises Mistake unless the instance is of that class.
+    Object It(const Class& type) const;
+    /// The window that holds it, 0 if there is none.
+    platform::Handle ItsWindow() const;
+
+    // Printing.
+
+    void Print(std::string line) { output_.push_back(std::move(line)); }
+    /// As a value is printed, with $D put back.
+    std::string Printed(const Value& value) const;
+    std::string Printed(const sarnel::ImpulseValue& value) const;
+    /// The same where the main window's handle may stand.
+    std::string PrintedHandle(const sarnel::ImpulseValue& value) const;
+    /// What has been printed since the last call.
+    std::vector<std::string> TakeOutput() { return std::exchange(output_, {}); }
+
+    // Events.
+
+    /// Records the events of a widget under a name.
+    void Record(platform::Widget& widget, const std::string& name);
+    std::vector<std::string> TakeRaised() { return std::exchange(raised_, {}); }
+
+    // Commands. They may run inside one another, from a schedule or from inside the host, where no
+    // exception may pass.
+
+    /// Runs a command of that line. Prints an error that the component raises; whatever else goes
+    /// wrong is kept.
+    void Run(int line, const Command& command);
+    struct Trouble {
+        int line;
+        std::string what;
+    };
+    /// Why a command could not run: the scenario is wrong. Once.
+    std::optional<Trouble> TakeMistake() { return std::exchange(mistake_, std::nullopt); }
+    /// What the component threw although its routines keep their failures to themselves. Once.
+    std::vector<Trouble> TakeFailures() { return std::exchange(failures_, {}); }
+
+  private:
+    using Instance =
+        std::variant<std::monostate, std::unique_ptr<platform::Widget>,
+                     std::unique_ptr<sarnel::JPopupMenu>, std::unique_ptr<sarnel::JHotKeys>>;
+
+    sarnel::ImpulseValue SendToComponent(Long uMsg, Long wParam, sarnel::ImpulseValue lParam1,
+                                         sarnel::ImpulseValue lParam2);
+
+    std::string directory_;
+    platform::HeadlessDriver driver_{platform::HeadlessDriver::Clock::kVirtual};
+    platform::WindowSystem windows_{driver_};
+    ScriptedHost host_{*this};
+    std::unique_ptr<sarnel::Ambrisor> component_;
+    bool runBegun_ = false;
+    platform::Widget holder_;  ///< hidden window around the instance that `new` makes
+    const Class* instanceClass_ = nullptr;
+    Instance instance_;
+    std::vector<std::string> output_;
+    std::vector<std::string> raised_;
+    std::optional<Trouble> mistake_;
+    std::vector<Trouble> failures_;
+};
+
+}  // namespace scenario
