@@ -1,0 +1,124 @@
+#include "host/application.h"
+
+#include <csignal>
+#include <utility>
+
+#include "core/impulses.h"
+#include "platform/text.h"
+
+namespace veldrin {
+namespace {
+
+using sarnel::ImpulseValue;
+
+/// The exit status when not one item could be played.
+constexpr int kNothingPlayed = 1;
+
+}  // namespace
+
+Application::Application(Beginning beginning, Console& console)
+    : lock_(std::move(beginning.lock)),
+      place_(std::move(beginning.place)),
+      engine_(std::move(beginning.output),
+              [&console](const std::string& notice) { console.Complain(Printable(notice)); }),
+      driver_(platform::HeadlessDriver::Clock::kReal),
+      windows_(driver_),
+      front_({driver_, windows_, engine_, tags_, console}, [this] { endRequested_ = true; }),
+      host_(engine_, tags_, *this),
+      component_(windows_, {beginning.directory}),
+      lines_(std::move(beginning.lines)),
+      restored_(beginning.restored) {
+    driver_.Watch(signals_.Number(),
+                  [this] { signals_.Take([this](int number) { SignalArrived(number); }); });
+}
+
+int Application::Run() {
+    Load();
+    for (std::size_t i = 1; i < lines_.size(); ++i) {
+        HandOver(lines_[i]);
+    }
+    front_.Begin(restored_);
+    Listen();
+    while (!closed_ && !endRequested_) {
+        windows_.WaitMessage();
+    }
+    End();
+    return front_.HasPlayed() ? 0 : kNothingPlayed;
+}
+
+void Application::Load() {
+    component_.Connect(&host_);
+    ImpulseValue first;
+    ImpulseValue second;
+    component_.ProcessImpulse(sarnel::kImpulseAttach, {}, first, second);
+    component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlLoad, first, second);
+    window_ = first.AsLong().value_or(0);
+    first = true;
+    second = platform::Widen(lines_.empty() ? std::string() : lines_.front());
+    component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlShow, first, second);
+}
+
+void Application::Listen() {
+    Descriptor listening = lock_ ? lock_->Listen(place_) : Descriptor();
+    if (listening) {
+        server_.emplace(
+            windows_, std::move(listening),
+            [this](const std::vector<Request>& requests) { Handle(requests); },
+            HandoverServer::Limits());
+    }
+}
+
+void Application::Handle(const std::vector<Request>& requests) {
+    for (const Request& request : requests) {
+        if (closed_) {
+            return;
+        }
+        ImpulseValue minimise(false);
+        ImpulseValue former(platform::Long{0});
+        switch (request.kind) {
+            case Request::Kind::kLine:
+                HandOver(request.text);
+                break;
+            case Request::Kind::kShow:
+                component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlMinimise,
+                                          minimise, former);
+                break;
+            case Request::Kind::kQuit:
+                endRequested_ = true;
+                break;
+        }
+    }
+}
+
+void Application::HandOver(const std::string& line) {
+    windows_.SendCopyData(window_, {0, line});
+}
+
+void Application::SignalArrived(int number) {
+    switch (number) {
+        case SIGTSTP:
+            front_.Suspending();
+            Signals::Suspend();
+            break;
+        case SIGCONT:
+            front_.Continued();
+            break;
+        default:
+            endRequested_ = true;
+            break;
+    }
+}
+
+void Application::End() {
+    if (server_) {
+        waitingForEnd_ = server_->StopListening();
+    }
+    if (!closed_) {
+        ImpulseValue show(false);
+        ImpulseValue unused(platform::Long{0});
+        component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlShow, show, unused);
+    }
+    component_.Disconnect();
+}
+
+}  // namespace veldrin

@@ -1,0 +1,79 @@
+// The running player: engine, host, window system and component, from the command line to the end.
+// One thread runs it all; whoever wishes to end it only leaves a note, and the main loop acts on it
+// when no handler of the component is on the stack.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/ambrisor.h"
+#include "host/console.h"
+#include "host/engine/engine.h"
+#include "host/engine/tags.h"
+#include "host/handover_server.h"
+#include "host/instance.h"
+#include "host/signals.h"
+#include "host/terminal_front.h"
+#include "host/veldrin_host.h"
+#include "platform/headless/headless_driver.h"
+#include "platform/window_system.h"
+
+namespace veldrin {
+
+/// What a run begins with.
+struct Beginning {
+    std::string directory;  ///< of the component; it exists
+    Output output;
+    std::vector<std::string> lines;    ///< command lines for the component; none restores the list
+    bool restored = false;             ///< the saved list comes back, whatever else is added
+    std::optional<InstanceLock> lock;  ///< none: later starts cannot find this one
+    MeetingPlace place;                ///< of the lock
+};
+
+class Application : private HostListener {
+  public:
+    /// Blocks signals and starts the engine's threads. `console` must outlive it.
+    Application(Beginning beginning, Console& console);
+
+    /// False if there is nowhere to play to: the user has been told, and Run makes no sense.
+    bool IsReady() const { return engine_.OutputReady(); }
+
+    /// From the first impulse to the last. Answers the exit status.
+    int Run();
+
+  private:
+    void ItemOpened(const std::string& path) override { front_.ItemOpened(path); }
+    void ItemFailed(const std::string& path) override { front_.ItemFailed(path); }
+    void Stopped(bool ended) override { front_.Stopped(ended); }
+    void ExitRequested() override { endRequested_ = true; }
+    void Closed() override { closed_ = true; }
+
+    void Load();
+    void Listen();
+    void Handle(const std::vector<Request>& requests);
+    void HandOver(const std::string& line);
+    void SignalArrived(int number);
+    void End();
+
+    // What others wait for comes first, so that it goes last.
+    std::vector<Descriptor> waitingForEnd_;
+    std::optional<InstanceLock> lock_;
+    MeetingPlace place_;
+    Signals signals_;  // before the engine, whose threads must not take them
+    Engine engine_;
+    TagReader tags_;
+    platform::HeadlessDriver driver_;
+    platform::WindowSystem windows_;
+    TerminalFront front_;
+    VeldrinHost host_;
+    sarnel::Ambrisor component_;
+    std::optional<HandoverServer> server_;
+    std::vector<std::string> lines_;
+    bool restored_;
+    platform::Handle window_ = 0;
+    bool endRequested_ = false;
+    bool closed_ = false;
+};
+
+}  // namespace veldrin

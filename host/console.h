@@ -1,0 +1,40 @@
+// What `veldrin` prints: lines, complaints, and on a terminal a progress line that stays the last
+// one. Text comes from tags and file names, so nothing in it may steer the terminal.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace veldrin {
+
+/// Fit to be shown: valid UTF-8 on one line. Control characters and those that turn the direction
+/// of text become blanks, bytes that are not UTF-8 become U+FFFD.
+std::string Printable(std::string_view bytes);
+
+class Console {
+  public:
+    /// Not owned; in the program 1 and 2.
+    Console(int output, int errors);
+
+    /// A line on standard output.
+    void Line(std::string_view text);
+
+    /// "veldrin: TEXT" on standard error.
+    void Complain(std::string_view text);
+
+    /// Shows the text, plain ASCII, in place of the former progress line. Nothing happens unless
+    /// standard output is a terminal.
+    void Progress(std::string_view text);
+
+    bool ShowsProgress() const { return isTerminal_; }
+
+  private:
+    void ClearProgress();
+
+    int output_;
+    int errors_;
+    bool isTerminal_;
+    std::string progress_;
+};
+
+}  // namespace veldrin

@@ -1,0 +1,148 @@
+#include "host/engine/engine.h"
+
+#include <taglib/taglib.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "host/engine/player.h"
+
+namespace veldrin {
+
+namespace {
+
+std::string MinutesAndSeconds(int total) {
+    const int rest = total % 60;
+    return std::to_string(total / 60) + (rest < 10 ? ":0" : ":") + std::to_string(rest);
+}
+
+}  // namespace
+
+std::optional<Output> Output::Parse(std::string_view text) {
+    constexpr std::string_view kFilePrefix = "file:";
+    if (text == "auto") {
+        return Output{Kind::kAuto, {}};
+    }
+    if (text == "null") {
+        return Output{Kind::kNull, {}};
+    }
+    if (text.starts_with(kFilePrefix) && text.size() > kFilePrefix.size()) {
+        return Output{Kind::kFile, std::string(text.substr(kFilePrefix.size()))};
+    }
+    return std::nullopt;
+}
+
+Engine::Engine(Output output, Notice notice)
+    : player_(std::make_unique<Player>(output, std::move(notice))) {}
+Engine::~Engine() = default;
+
+bool Engine::OutputReady() const {
+    return player_->OutputReady();
+}
+bool Engine::Open(const std::string& path) {
+    return player_->Open(path);
+}
+void Engine::Pause() {
+    player_->SetPaused(true);
+}
+void Engine::Toggle() {
+    player_->SetPaused(!player_->IsPaused());
+}
+void Engine::Stop() {
+    player_->Stop();
+}
+void Engine::Seek(int target) {
+    player_->Seek(target);
+}
+int Engine::Position() {
+    return player_->Position();
+}
+int Engine::Length() {
+    return player_->Length();
+}
+
+void Engine::SetVolume(int volume) {
+    const double share = std::clamp(volume, 0, 100) / 100.0;
+    player_->SetGain(share * share * share);
+}
+
+bool Engine::IsPlaying() {
+    return player_->IsPlaying();
+}
+bool Engine::IsPaused() const {
+    return player_->IsPaused();
+}
+
+std::string Engine::PlayedText() {
+    return MinutesAndSeconds(Position());
+}
+std::string Engine::RemainingText() {
+    return std::string("-").append(MinutesAndSeconds(std::max(0, Length() - Position())));
+}
+std::string Engine::LengthText() {
+    return MinutesAndSeconds(Length());
+}
+int Engine::SampleRate() {
+    return player_->FormatNumber("rate");
+}
+int Engine::Channels() {
+    return player_->FormatNumber("channels");
+}
+std::string Engine::BitRateText() {
+    return player_->BitRateText();
+}
+
+void Engine::SetTempo(int percent) {
+    player_->Change(&Effects::tempo, percent, -50, 50);
+}
+void Engine::SetPitch(int semitones) {
+    player_->Change(&Effects::pitch, semitones, -20, 20);
+}
+void Engine::SetEcho(int step) {
+    player_->Change(&Effects::echo, step, 0, 6);
+}
+void Engine::SetReverb(int step) {
+    player_->Change(&Effects::reverb, step, 0, 20);
+}
+void Engine::SetBass(int decibels) {
+    player_->Change(&Effects::bass, decibels, -15, 15);
+}
+void Engine::SetMid(int decibels) {
+    player_->Change(&Effects::mid, decibels, -15, 15);
+}
+void Engine::SetTreble(int decibels) {
+    player_->Change(&Effects::treble, decibels, -15, 15);
+}
+
+std::vector<std::string> Engine::Parts() {
+    const std::string output = player_->OutputName();
+    guint major = 0;
+    guint minor = 0;
+    guint micro = 0;
+    guint nano = 0;
+    gst_version(&major, &minor, &micro, &nano);
+    const auto version = [](auto one, auto two, auto three) {
+        return std::to_string(one) + "." + std::to_string(two) + "." + std::to_string(three);
+    };
+    return {
+        "Audio engine: GStreamer " + version(major, minor, micro),
+        "Tags: TagLib " + version(TAGLIB_MAJOR_VERSION, TAGLIB_MINOR_VERSION, TAGLIB_PATCH_VERSION),
+        "Output: " + output};
+}
+
+std::string Engine::FileTypes() {
+    return player_->Types().Patterns();
+}
+bool Engine::Supports(const std::string& path) {
+    return player_->Types().Supports(path);
+}
+
+}  // namespace veldrin
+
+#ifdef __SANITIZE_ADDRESS__
+// GLib gives its first table of names up for lost when it needs a larger one, in every program. Its
+// allocations cannot be told apart here, as it is built without frame pointers.
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:libglib-2.0.so\n";
+}
+#endif

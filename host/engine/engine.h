@@ -1,0 +1,117 @@
+// Engine plays one file at a time: it opens, pauses, seeks, sets the volume and the seven effects,
+// and tells where it stands. It knows nothing of lists or windows. Below it lies GStreamer, which
+// no other file needs to see.
+//
+// All members are called from one thread. Nothing has to be run in between: no main loop, no call
+// back. What happens on the streaming threads (the end of the stream, a device that goes away) is
+// noticed when IsPlaying or Position is asked, which costs microseconds and is meant to be done
+// several times a second. The environment must not be changed while an Engine exists: its
+// initialisation reads it on a thread of its own. What GStreamer and its libraries would write to the
+// terminal is dropped, in the whole process, unless GST_DEBUG or G_MESSAGES_DEBUG is set.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veldrin {
+
+/// Where the sound goes.
+struct Output {
+    enum class Kind {
+        kAuto,  ///< the desktop's sound device; without one, silence in real time
+        kNull,  ///< silence in real time
+        kFile,  ///< a WAV file of all that is played, written as fast as it can be decoded
+    };
+    Kind kind = Kind::kAuto;
+    std::string path;  ///< of the WAV file, raw bytes
+
+    /// Reads "auto", "null" or "file:PATH"; nothing for any other text and for an empty path.
+    static std::optional<Output> Parse(std::string_view text);
+};
+
+class Player;
+
+class Engine {
+  public:
+    /// Receives a line of text for the user, without a line end. Called from within the engine's
+    /// members, on the caller's thread.
+    using Notice = std::function<void(const std::string&)>;
+
+    /// Returns at once: GStreamer is started on another thread and waited for at the first need.
+    /// Without `notice` the lines go to standard error.
+    explicit Engine(Output output, Notice notice = {});
+    ~Engine();
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
+    /// False if the WAV file of the output cannot be created or written; a notice has said why.
+    /// Always True for the other outputs.
+    [[nodiscard]] bool OutputReady() const;
+
+    /// Opens the file (raw bytes of its path) and plays it in place of the present one. True only
+    /// when its first sound has been decoded; at most 5 seconds are spent on that. After False the
+    /// present stream goes on as if nothing had been asked.
+    [[nodiscard]] bool Open(const std::string& path);
+
+    /// Pauses; nothing if it is paused, ended or stopped.
+    void Pause();
+    /// Changes between paused and playing; nothing if it has ended or was stopped.
+    void Toggle();
+    /// Ends the stream and releases the file.
+    void Stop();
+
+    /// Goes to this second of the medium; values outside of it go to its start or just before its
+    /// end. Nothing if there is no stream or it cannot be sought in.
+    void Seek(int seconds);
+    /// Seconds of the medium that have been heard, whatever the tempo. 0 if there is no stream, the
+    /// length once it has ended.
+    int Position();
+    /// Length of the medium in whole seconds, rounded; at least 1 if it is known, 0 if it is not.
+    int Length();
+
+    /// 0 to 100, on the cubic scale that desktops use; 100 leaves the sound as it is. Kept for the
+    /// items to come.
+    void SetVolume(int volume);
+
+    /// True while a stream runs or is paused; False when it has ended, failed or was stopped.
+    bool IsPlaying();
+    /// True while a stream is paused.
+    bool IsPaused() const;
+
+    std::string PlayedText();     ///< "m:ss"
+    std::string RemainingText();  ///< "-m:ss"
+    std::string LengthText();     ///< "m:ss"
+    int SampleRate();             ///< of the medium, in Hz; 0 if there is no stream
+    int Channels();               ///< of the medium; 0 if there is no stream
+    /// Average of the medium in kbit/s, a decimal number; empty if there is no stream.
+    std::string BitRateText();
+
+    // The effects. They may be set at any time and stay for all items to come. Values out of range
+    // are taken as the nearest end. An effect whose plug-in is not installed does nothing.
+    void SetTempo(int percent);    ///< -50 to 50; the pitch stays
+    void SetPitch(int semitones);  ///< -20 to 20; the tempo stays
+    void SetEcho(int step);        ///< 0 to 6
+    void SetReverb(int step);      ///< 0 to 20
+    void SetBass(int decibels);    ///< -15 to 15, like the next two
+    void SetMid(int decibels);
+    void SetTreble(int decibels);
+
+    /// What the engine is made of, a line each: "Audio engine: GStreamer 1.22.0",
+    /// "Tags: TagLib 1.13.0", "Output: ...".
+    std::vector<std::string> Parts();
+
+    /// The patterns of all files that the installed decoders can play, joined by ";", lower case:
+    /// "*.aac;*.aif;...".
+    std::string FileTypes();
+    /// Whether the name's extension is one of them, ignoring case. The file is not looked at.
+    bool Supports(const std::string& path);
+
+  private:
+    std::unique_ptr<Player> player_;
+};
+
+}  // namespace veldrin

@@ -1,0 +1,249 @@
+#include "host/engine/player.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <utility>
+
+#include "host/engine/tag_file.h"
+
+namespace veldrin {
+
+namespace {
+
+using std::chrono::seconds;
+
+// Calculating with the tempo may leave a position a hair short of the second that was sought.
+constexpr std::chrono::milliseconds kHair(1);
+
+/// GStreamer and its plug-ins complain to the terminal about files that are merely damaged. Their
+/// messages are for those who look for faults in them, and who ask for them in the environment.
+void SilenceLibraries() {
+    if (g_getenv("GST_DEBUG") != nullptr || g_getenv("G_MESSAGES_DEBUG") != nullptr) {
+        return;
+    }
+    const auto keepFatal = [](const gchar* domain, GLogLevelFlags level, const gchar* message,
+                              gpointer) {
+        if ((level & G_LOG_FLAG_FATAL) != 0) {
+            g_log_default_handler(domain, level, message, nullptr);
+        }
+    };
+    g_log_set_default_handler(keepFatal, nullptr);
+}
+
+/// A FIFO would be waited for and a directory read from; neither can be played.
+bool IsRegularFile(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+int WholeSeconds(Time time) {
+    return static_cast<int>(std::chrono::floor<seconds>(time).count());
+}
+
+void WriteToStandardError(const std::string& line) {
+    std::fputs((line + "\n").c_str(), stderr);
+}
+
+}  // namespace
+
+Player::Player(const Output& output, Engine::Notice notice)
+    : notice_(notice ? std::move(notice) : Engine::Notice(&WriteToStandardError)), output_(output) {
+    TellNotice();
+    // A few hundredths of a second that the caller can use for something else.
+    start_ = std::async(std::launch::async, [this] {
+        SilenceLibraries();
+        started_ = gst_init_check(nullptr, nullptr, nullptr) != FALSE;
+        if (started_) {
+            output_.Start();
+        }
+    });
+}
+
+/// Waits until GStreamer runs; False if it cannot.
+bool Player::Await() {
+    if (start_.valid()) {
+        start_.get();
+        TellNotice();
+    }
+    return started_ && output_.Element() != nullptr;
+}
+
+void Player::TellNotice() {
+    if (const std::string notice = output_.TakeNotice(); !notice.empty()) {
+        notice_(notice);
+    }
+}
+
+Stream::Plan Player::PlanFor(const std::string& path, Time from) const {
+    return {path, effects_, gain_, output_.Rate(), from};
+}
+
+bool Player::Open(const std::string& path) {
+    if (!IsRegularFile(path) || !Await()) {
+        return false;
+    }
+    std::unique_ptr<Stream> next = Stream::Prepare(PlanFor(path, Time(0)));
+    if (next == nullptr) {
+        return false;
+    }
+    if (stream_ != nullptr) {
+        stream_->Release();
+    }
+    output_.Retry();
+    next->Start(output_, false);
+    stream_ = std::move(next);  // the old one is taken apart after the new one has begun
+    path_ = path;
+    paused_ = false;
+    ended_ = false;
+    bitRate_.reset();
+    outputReplacedAt_.reset();
+    taggedLength_ = stream_->Length() > Time(0) ? Time(0) : ReadSoundFacts(path).length;
+    return true;
+}
+
+/// Prepares the present item anew, with the effects that are now needed and the present output.
+bool Player::Restart(Time from) {
+    std::unique_ptr<Stream> next = Stream::Prepare(PlanFor(path_, from));
+    if (next == nullptr) {
+        return false;
+    }
+    stream_->Release();
+    next->Start(output_, paused_);
+    stream_ = std::move(next);
+    return true;
+}
+
+void Player::ReplaceOutput() {
+    const Time position = stream_->Position();
+    stream_->Release();
+    // A device that goes as soon as it has come is not tried again.
+    const bool inVain = outputReplacedAt_ && position - *outputReplacedAt_ < seconds(1);
+    outputReplacedAt_ = position;
+    output_.Replace(inVain);
+    TellNotice();
+    if (!Restart(position)) {
+        End(position);
+    }
+}
+
+void Player::Stop() {
+    stream_.reset();
+    path_.clear();
+    ended_ = false;
+    paused_ = false;
+}
+
+void Player::SetPaused(bool paused) {
+    if (stream_ != nullptr && !ended_ && paused != paused_) {
+        paused_ = paused;
+        stream_->SetPaused(paused);
+    }
+}
+
+void Player::Seek(int target) {
+    if (stream_ != nullptr && !ended_) {
+        stream_->Seek(seconds(target));
+    }
+}
+
+void Player::SetGain(double gain) {
+    gain_ = gain;
+    if (stream_ != nullptr) {
+        stream_->SetGain(gain);
+    }
+}
+
+void Player::Change(int Effects::*effect, int value, int smallest, int largest) {
+    effects_.*effect = std::clamp(value, smallest, largest);
+    if (stream_ == nullptr || ended_) {
+        return;
+    }
+    // Putting the time-stretching element in or out under way would need the same flush as this.
+    if (effects_.Stretches() != stream_->Stretches() && CanStretch() && stream_->Seekable()) {
+        stream_->Halt();
+        if (Restart(stream_->Position())) {
+            return;
+        }
+        stream_->SetPaused(paused_);
+    }
+    stream_->Apply(effects_);
+}
+
+bool Player::IsPlaying() {
+    if (stream_ == nullptr || ended_) {
+        return false;
+    }
+    switch (stream_->Poll(output_)) {
+        case Stream::Event::kEnded:
+            End(seconds(Length()));
+            break;
+        case Stream::Event::kFailed:
+            End(stream_->Position());
+            break;
+        case Stream::Event::kOutputFailed:
+            ReplaceOutput();
+            break;
+        case Stream::Event::kNothing:
+            break;
+    }
+    return !ended_;
+}
+
+void Player::End(Time position) {
+    ended_ = true;
+    endedAt_ = position;
+}
+
+int Player::Position() {
+    if (stream_ == nullptr) {
+        return 0;
+    }
+    return WholeSeconds((IsPlaying() ? stream_->Position() : endedAt_) + kHair);
+}
+
+Time Player::ExactLength() const {
+    if (stream_ == nullptr) {
+        return Time(0);
+    }
+    return taggedLength_ > Time(0) ? taggedLength_ : stream_->Length();
+}
+
+int Player::Length() const {
+    const Time length = ExactLength();
+    return length > Time(0) ? std::max(1, WholeSeconds(length + std::chrono::milliseconds(500)))
+                            : 0;
+}
+
+std::string Player::BitRateText() {
+    if (stream_ == nullptr) {
+        return {};
+    }
+    if (!bitRate_) {
+        bitRate_ = ReadSoundFacts(path_).bitRate;
+        struct stat status {};
+        const double length = std::chrono::duration<double>(ExactLength()).count();
+        if (*bitRate_ == 0 && length > 0 && stat(path_.c_str(), &status) == 0) {
+            bitRate_ = static_cast<int>(
+                std::lround(static_cast<double>(status.st_size) * 8.0 / 1000.0 / length));
+        }
+    }
+    return std::to_string(*bitRate_);
+}
+
+std::string Player::OutputName() {
+    Await();
+    return output_.Name();
+}
+
+const SupportedTypes& Player::Types() {
+    if (!types_) {
+        Await();
+        types_ = started_ ? SupportedTypes::Installed() : SupportedTypes();
+    }
+    return *types_;
+}
+
+}  // namespace veldrin

@@ -1,0 +1,73 @@
+// Player is what stands behind Engine's interface: the output, the settings that outlive an item,
+// and the stream of the present one, if any. Its members are those of the engine and keep their
+// promises.
+#pragma once
+
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "host/engine/audio_output.h"
+#include "host/engine/effects.h"
+#include "host/engine/engine.h"
+#include "host/engine/file_types.h"
+#include "host/engine/stream.h"
+
+namespace veldrin {
+
+class Player {
+  public:
+    Player(const Output& output, Engine::Notice notice);
+    Player(const Player&) = delete;
+    Player& operator=(const Player&) = delete;
+
+    bool OutputReady() const { return output_.Ready(); }
+    bool Open(const std::string& path);
+    void Stop();
+    void SetPaused(bool paused);
+    void Seek(int target);
+    void SetGain(double gain);
+    void Change(int Effects::*effect, int value, int smallest, int largest);
+
+    bool IsPlaying();
+    bool IsPaused() const { return stream_ != nullptr && !ended_ && paused_; }
+    /// In whole seconds, as the engine tells them.
+    int Position();
+    int Length() const;
+    int FormatNumber(const char* name) const {
+        return stream_ == nullptr ? 0 : stream_->FormatNumber(name);
+    }
+    std::string BitRateText();
+    std::string OutputName();
+    const SupportedTypes& Types();
+
+  private:
+    bool Await();
+    void TellNotice();
+    bool Restart(Time from);
+    void ReplaceOutput();
+    void End(Time position);
+    Time ExactLength() const;
+    Stream::Plan PlanFor(const std::string& path, Time from) const;
+
+    Engine::Notice notice_;
+    AudioOutput output_;
+    std::future<void> start_;
+    bool started_ = false;  // may be read once start_ is done
+    std::optional<SupportedTypes> types_;
+
+    Effects effects_;
+    double gain_ = 1.0;
+
+    std::unique_ptr<Stream> stream_;
+    std::string path_;  // of the stream
+    Time taggedLength_{0};
+    std::optional<int> bitRate_;            // kbit/s, once asked for
+    std::optional<Time> outputReplacedAt_;  // in this item
+    bool paused_ = false;
+    bool ended_ = false;
+    Time endedAt_{0};
+};
+
+}  // namespace veldrin

@@ -1,0 +1,212 @@
+#include "host/engine/tag_file.h"
+
+#include <taglib/audioproperties.h>
+#include <taglib/fileref.h>
+#include <taglib/tag.h>
+#include <taglib/wavfile.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <exception>
+
+#include "host/engine/adts.h"
+#include "host/engine/tag_stream.h"
+
+namespace veldrin {
+
+namespace {
+
+constexpr std::size_t kLongestText = 1000;  // bytes; nobody reads a longer tag in one line
+constexpr const char* kLineBreak = "\r\n";
+
+FileStamp StampFrom(const struct stat& status) {
+    return {status.st_size, status.st_mtim, status.st_ctim};
+}
+
+bool SameTime(const timespec& one, const timespec& other) {
+    return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
+}
+
+/// One line of UTF-8 without blanks at its ends.
+std::string Line(const TagLib::String& text) {
+    std::string line = text.to8Bit(true);
+    if (line.size() > kLongestText) {
+        std::size_t end = kLongestText;
+        while (end > 0 && (static_cast<unsigned char>(line[end]) & 0xC0U) == 0x80U) {
+            --end;  // not in the middle of a character
+        }
+        line.resize(end);
+    }
+    std::replace_if(
+        line.begin(), line.end(),
+        [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
+    line.erase(line.find_last_not_of(' ') + 1);
+    line.erase(0, line.find_first_not_of(' '));
+    return line;
+}
+
+/// Runs one reading of a file. What the library cannot stand, such as a size in the file for which
+/// there is no memory, counts as nothing found.
+template <typename Read>
+void Guarded(Read read) {
+    try {
+        read();
+    } catch (const std::exception&) {
+    }
+}
+
+/// The file's tag, null if there is none. For a WAV file the library looks at ID3v2 only; most such
+/// files have their tags in the INFO chunk.
+const TagLib::Tag* TagOf(const TagLib::FileRef& file) {
+    if (file.isNull()) {
+        return nullptr;
+    }
+    const auto* wav = dynamic_cast<const TagLib::RIFF::WAV::File*>(file.file());
+    if (wav != nullptr && !wav->hasID3v2Tag() && wav->hasInfoTag()) {
+        return wav->InfoTag();
+    }
+    return file.tag();
+}
+
+SoundFacts FactsOf(const TagLib::FileRef& file) {
+    const TagLib::AudioProperties* sound = file.audioProperties();
+    if (sound == nullptr) {
+        return {};
+    }
+    return {std::chrono::milliseconds(std::max(0, sound->lengthInMilliseconds())),
+            std::max(0, sound->bitrate()), std::max(0, sound->sampleRate()),
+            std::max(0, sound->channels())};
+}
+
+std::string MinutesAndSeconds(std::chrono::milliseconds length) {
+    const auto total = (length.count() + 500) / 1000;
+    const auto rest = total % 60;
+    return std::to_string(total / 60) + (rest < 10 ? ":0" : ":") + std::to_string(rest);
+}
+
+std::string SizeText(std::int64_t bytes) {
+    constexpr std::array kUnits = {"kB", "MB", "GB", "TB"};
+    if (bytes < 1000) {
+        return std::to_string(bytes) + " bytes";
+    }
+    double amount = static_cast<double>(bytes) / 1000.0;
+    std::size_t unit = 0;
+    while (amount >= 999.95 && unit + 1 < kUnits.size()) {
+        amount /= 1000.0;
+        ++unit;
+    }
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%.1f %s", amount, kUnits[unit]);
+    return text.data();
+}
+
+/// Lines "Name: value" of what is there.
+class InfoText {
+  public:
+    void Add(const char* name, const std::string& value) {
+        if (!value.empty()) {
+            text_ += (text_.empty() ? "" : kLineBreak) + std::string(name) + ": " + value;
+        }
+    }
+    void AddNumber(const char* name, unsigned number, const char* unit = "") {
+        Add(name, number == 0 ? std::string() : std::to_string(number) + unit);
+    }
+    const std::string& Text() const { return text_; }
+
+  private:
+    std::string text_;
+};
+
+void AddTags(InfoText& info, const TagLib::Tag& tag) {
+    info.Add("Artist", Line(tag.artist()));
+    info.Add("Title", Line(tag.title()));
+    info.Add("Album", Line(tag.album()));
+    info.AddNumber("Year", tag.year());
+    info.AddNumber("Track", tag.track());
+    info.Add("Genre", Line(tag.genre()));
+}
+
+void AddFacts(InfoText& info, const SoundFacts& facts) {
+    if (facts.length.count() > 0) {
+        info.Add("Length", MinutesAndSeconds(facts.length));
+    }
+    info.AddNumber("Bit rate", static_cast<unsigned>(facts.bitRate), " kb/s");
+    info.AddNumber("Sample rate", static_cast<unsigned>(facts.sampleRate), " Hz");
+    info.AddNumber("Channels", static_cast<unsigned>(facts.channels));
+}
+
+}  // namespace
+
+bool FileStamp::operator==(const FileStamp& other) const {
+    return size == other.size && SameTime(modified, other.modified) &&
+           SameTime(changed, other.changed);
+}
+
+FileStamp StampOf(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? StampFrom(status) : FileStamp{};
+}
+
+std::string ReadTitle(const std::string& path, FileStamp& stamp) {
+    TagStream stream(path);
+    if (!stream.isOpen()) {
+        stamp = {};
+        return {};
+    }
+    stamp = StampFrom(stream.Status());
+    std::string title;
+    Guarded([&] {
+        const TagLib::FileRef file(&stream, false);
+        const TagLib::Tag* tag = TagOf(file);
+        if (tag == nullptr) {
+            return;
+        }
+        title = Line(tag->title());
+        const std::string artist = Line(tag->artist());
+        if (!title.empty() && !artist.empty()) {
+            title = artist + " - " + title;
+        }
+    });
+    return title;
+}
+
+SoundFacts ReadSoundFacts(const std::string& path) {
+    TagStream stream(path);
+    SoundFacts facts;
+    if (!stream.isOpen()) {
+        return facts;
+    }
+    Guarded([&] { facts = FactsOf(TagLib::FileRef(&stream)); });
+    return facts.length.count() > 0 ? facts : ReadAdtsFacts(path);
+}
+
+std::string ReadInfo(const std::string& path) {
+    TagStream stream(path);
+    if (!stream.isOpen()) {
+        return {};
+    }
+    InfoText info;
+    SoundFacts facts;
+    Guarded([&] {
+        const TagLib::FileRef file(&stream);
+        if (const TagLib::Tag* tag = TagOf(file)) {
+            AddTags(info, *tag);
+        }
+        facts = FactsOf(file);
+    });
+    AddFacts(info, facts.length.count() > 0 ? facts : ReadAdtsFacts(path));
+    info.Add("Size", SizeText(stream.Status().st_size));
+    info.Add("Path", path);
+    return info.Text();
+}
+
+std::set<std::string, std::less<>> TaggedExtensions() {
+    std::set<std::string, std::less<>> extensions;
+    for (const TagLib::String& extension : TagLib::FileRef::defaultFileExtensions()) {
+        extensions.insert(extension.to8Bit(true));
+    }
+    return extensions;
+}
+
+}  // namespace veldrin

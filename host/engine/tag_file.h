@@ -1,0 +1,49 @@
+// Reading the tags of one music file: the title to show, everything that is known, or the facts
+// about the sound. Here lies TagLib, which no other file needs to see. All of it may be called from
+// several threads at once.
+//
+// The file is read through a small window and up to a bounded number of bytes: a gigabyte of
+// rubbish with a musical name costs a moment and not a minute.
+#pragma once
+
+#include <sys/stat.h>
+
+#include <chrono>
+#include <cstdint>
+#include <set>
+#include <string>
+
+namespace veldrin {
+
+/// Tells one state of a file from another.
+struct FileStamp {
+    std::int64_t size = -1;  ///< bytes, -1 if there is no such file
+    timespec modified{};
+    timespec changed{};  ///< also when a tag editor restores the time of modification
+
+    bool operator==(const FileStamp& other) const;
+};
+
+FileStamp StampOf(const std::string& path);
+
+/// "Artist - Title", the title alone, or nothing. UTF-8 without control characters. `stamp` becomes
+/// the file's state before it was read.
+std::string ReadTitle(const std::string& path, FileStamp& stamp);
+
+struct SoundFacts {
+    std::chrono::milliseconds length{0};
+    int bitRate = 0;     ///< kbit/s on average
+    int sampleRate = 0;  ///< Hz
+    int channels = 0;
+};
+
+/// What is unknown is 0.
+SoundFacts ReadSoundFacts(const std::string& path);
+
+/// The text that TagReader::Info gives.
+std::string ReadInfo(const std::string& path);
+
+/// The extensions, in lower case, of the files whose tags can be read.
+std::set<std::string, std::less<>> TaggedExtensions();
+
+}  // namespace veldrin

@@ -1,0 +1,166 @@
+#include "host/engine/tag_prefetcher.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace veldrin {
+
+namespace {
+
+constexpr std::size_t kAhead = 1000;  // files that are read ahead at most
+// Files that the asking thread reads itself before it looks to the others again. It never waits: a
+// thread that has been put to sleep in the midst of a file would hold it up.
+constexpr std::size_t kOwnShare = 16;
+constexpr std::size_t kAtOnce = 8;  // files that a thread takes on in one go
+constexpr unsigned kMostThreads = 4;
+
+char ToLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+std::string ToLower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), [](char c) { return ToLower(c); });
+    return text;
+}
+
+}  // namespace
+
+TagPrefetcher::TagPrefetcher() : extensions_(TaggedExtensions()) {}
+
+TagPrefetcher::~TagPrefetcher() {
+    {
+        const std::lock_guard lock(mutex_);
+        stopping_ = true;
+    }
+    work_.notify_all();
+    for (std::thread& thread : threads_) {
+        thread.join();
+    }
+}
+
+std::string TagPrefetcher::Title(const std::string& path) {
+    std::string title;
+    FileStamp stamp;
+    const std::size_t slash = path.rfind('/');
+    if (slash != std::string::npos) {
+        EnterFolder(std::string_view(path).substr(0, slash));
+        // folder_ itself is changed by this thread only.
+        if (folder_ != nullptr) {
+            const auto place = folder_->places.find(std::string_view(path).substr(slash + 1));
+            if (place != folder_->places.end() && TakeRead(place->second, title, stamp) &&
+                stamp == StampOf(path)) {
+                return title;
+            }
+        }
+    }
+    return ReadTitle(path, stamp);
+}
+
+/// Begins with a folder when two questions in a row are for it.
+void TagPrefetcher::EnterFolder(std::string_view path) {
+    if (path != lastFolder_) {
+        lastFolder_ = path;
+        const std::lock_guard lock(mutex_);
+        folder_.reset();
+        return;
+    }
+    if (folder_ != nullptr) {
+        return;
+    }
+    std::shared_ptr<Folder> folder = ListFolder(lastFolder_);
+    const std::lock_guard lock(mutex_);
+    folder_ = std::move(folder);
+}
+
+/// Takes the title of an entry out if it has been read ahead; moves the range to read ahead.
+bool TagPrefetcher::TakeRead(std::size_t place, std::string& title, FileStamp& stamp) {
+    const std::unique_lock lock(mutex_, std::try_to_lock);
+    if (!lock) {
+        return false;  // reading the file takes less time than being put to sleep and woken
+    }
+    Entry& entry = folder_->entries[place];
+    if (entry.state != State::kRead) {
+        if (ownShare_ == 0) {
+            // The others have been caught up with, or the questions have jumped to another place.
+            ownShare_ = kOwnShare;
+            folder_->next = place + 1 + kOwnShare;
+        } else {
+            --ownShare_;
+        }
+    }
+    folder_->limit = std::min(folder_->entries.size(), place + 1 + kAhead);
+    if (folder_->next < folder_->limit) {
+        StartThreads();
+        work_.notify_all();
+    }
+    if (entry.state != State::kRead) {
+        return false;
+    }
+    entry.state = State::kUnread;
+    title = std::exchange(entry.title, {});
+    stamp = entry.stamp;
+    return true;
+}
+
+void TagPrefetcher::StartThreads() {
+    // One core is left to the asking thread, which reads too.
+    const unsigned count = std::clamp(std::thread::hardware_concurrency(), 2U, kMostThreads) - 1;
+    while (threads_.size() < count) {
+        threads_.emplace_back([this] { ReadAhead(); });
+    }
+}
+
+void TagPrefetcher::ReadAhead() {
+    std::vector<Entry*> taken;
+    std::unique_lock lock(mutex_);
+    while (!stopping_) {
+        const std::shared_ptr<Folder> folder = folder_;
+        if (folder == nullptr || folder->next >= folder->limit) {
+            work_.wait(lock);
+            continue;
+        }
+        taken.clear();
+        while (taken.size() < kAtOnce && folder->next < folder->limit) {
+            Entry& entry = folder->entries[folder->next++];
+            if (entry.state == State::kUnread) {
+                entry.state = State::kBeingRead;
+                taken.push_back(&entry);
+            }
+        }
+        lock.unlock();
+        for (Entry* entry : taken) {
+            entry->title = ReadTitle(folder->path + "/" + entry->name, entry->stamp);
+        }
+        lock.lock();
+        for (Entry* entry : taken) {
+            entry->state = State::kRead;
+        }
+    }
+}
+
+std::shared_ptr<TagPrefetcher::Folder> TagPrefetcher::ListFolder(const std::string& path) const {
+    std::vector<std::pair<std::string, std::string>> names;  // by which to sort, and as they are
+    std::error_code error;
+    for (std::filesystem::directory_iterator file(path.empty() ? "/" : path, error), end;
+         !error && file != end; file.increment(error)) {
+        std::string name = file->path().filename().string();
+        std::string lower = ToLower(name);
+        const std::size_t point = lower.rfind('.');
+        if (point != std::string::npos && extensions_.contains(lower.substr(point + 1))) {
+            names.emplace_back(std::move(lower), std::move(name));
+        }
+    }
+    std::sort(names.begin(), names.end());
+    auto folder = std::make_shared<Folder>();
+    folder->path = path;
+    folder->entries.resize(names.size());
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        folder->entries[i].name = std::move(names[i].second);
+        folder->places.emplace(folder->entries[i].name, i);
+    }
+    return folder;
+}
+
+}  // namespace veldrin

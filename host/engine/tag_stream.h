@@ -1,0 +1,61 @@
+// TagStream shows a file to TagLib. TagLib's own file class seeks and reads a few bytes at a time,
+// each a call into the system; this one keeps two stretches of the file in memory, in most cases
+// its start and its end, which is where tags lie. When more has been read than tags can be worth,
+// it goes on as if the file had ended.
+#pragma once
+
+#include <sys/stat.h>
+#include <taglib/tiostream.h>
+
+#include <array>
+#include <string>
+
+namespace veldrin {
+
+class TagStream final : public TagLib::IOStream {
+  public:
+    /// Opens a regular file; isOpen() tells if that worked.
+    explicit TagStream(const std::string& path);
+    ~TagStream() override;
+    TagStream(const TagStream&) = delete;
+    TagStream& operator=(const TagStream&) = delete;
+
+    /// The file's state when it was opened.
+    const struct stat& Status() const { return status_; }
+
+    TagLib::FileName name() const override { return path_.c_str(); }
+    TagLib::ByteVector readBlock(unsigned long length) override;
+    void seek(long offset, Position from) override;
+    void seek(long offset) { seek(offset, Beginning); }
+    long tell() const override { return position_; }
+    long length() override { return static_cast<long>(status_.st_size); }
+    bool isOpen() const override { return file_ >= 0; }
+
+    // Tags are only read here.
+    bool readOnly() const override { return true; }
+    void writeBlock(const TagLib::ByteVector&) override {}
+    void insert(const TagLib::ByteVector&, unsigned long, unsigned long) override {}
+    void removeBlock(unsigned long, unsigned long) override {}
+    void truncate(long) override {}
+
+  private:
+    static constexpr long kWindowBytes = 8 * 1024;
+    struct Window {
+        long start = 0;
+        long size = 0;
+        std::array<char, kWindowBytes> bytes;
+        bool Holds(long position) const { return position >= start && position < start + size; }
+    };
+    const Window& WindowAt(long position);
+    long Read(char* bytes, long start, long size);
+
+    std::string path_;
+    int file_ = -1;
+    struct stat status_ {};
+    long position_ = 0;
+    long budget_;  // bytes that may still be read from the file
+    std::array<Window, 2> windows_;
+    std::size_t oldest_ = 0;
+};
+
+}  // namespace veldrin

@@ -1,0 +1,39 @@
+// TagReader tells what the tags of a music file say: its display title for the list and a text of
+// all that is known about it. A folder is usually added whole and in alphabetical order, so after
+// the first titles asked for in a folder the reader reads its other files ahead on threads of its
+// own. A title read ahead is used only if the file still has the size and the time of change that
+// it had then.
+//
+// Members are called from one thread. Paths and names are raw bytes; tag text is UTF-8, on one
+// line: control characters have become blanks.
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace veldrin {
+
+class TagPrefetcher;
+
+class TagReader {
+  public:
+    TagReader();
+    /// Stops reading ahead and joins the threads.
+    ~TagReader();
+    TagReader(const TagReader&) = delete;
+    TagReader& operator=(const TagReader&) = delete;
+
+    /// "Artist - Title" if the file has both tags, the title if it has no artist, and
+    /// `fallbackName` unchanged if it has no title or cannot be read.
+    std::string Title(const std::string& path, const std::string& fallbackName);
+
+    /// Artist, title, album, year, track, genre, length, bit rate, sample rate, channels, size and
+    /// path, a line each ("Artist: ..."), joined by CR LF; what is missing is left out. Empty if
+    /// there is no such file.
+    std::string Info(const std::string& path) const;
+
+  private:
+    std::unique_ptr<TagPrefetcher> prefetcher_;
+};
+
+}  // namespace veldrin

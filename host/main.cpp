@@ -1,0 +1,190 @@
+// `veldrin`: from the arguments to one of three ends - a word to the user, a hand-over to the
+// instance that runs already, or a run of the player.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "host/application.h"
+#include "host/console.h"
+#include "host/instance.h"
+#include "host/options.h"
+#include "host/paths.h"
+
+namespace veldrin {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr int kInOrder = 0;
+constexpr int kFailed = 1;
+constexpr int kMisuse = 2;
+
+/// How long a running instance may take to end once it has promised to: saving a list to a slow
+/// disk takes a while.
+constexpr milliseconds kEndTime(30000);
+
+bool IsFolder(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+/// As seen from where the user stands.
+std::string Here(const std::string& path) {
+    return AbsolutePath(path, CurrentFolder().value_or("/"));
+}
+
+int TellMisuse(Console& console, const std::string& message) {
+    console.Complain(Printable(message) + " (see 'veldrin --help')");
+    return kMisuse;
+}
+
+/// Where the output file shall be, checked before anything is started: what is wrong, or nothing.
+std::optional<std::string> OutputFault(const Output& output) {
+    if (output.kind != Output::Kind::kFile) {
+        return std::nullopt;
+    }
+    const std::string path = Here(output.path);
+    if (IsFolder(path) || !IsFolder(AbsolutePath("..", path))) {
+        return "--output: cannot write '" + output.path + "'";
+    }
+    return std::nullopt;
+}
+
+/// The command lines that hand the paths over. A path that leads nowhere is told and left out, so
+/// that a slip of the pen does not replace the list by nothing.
+std::vector<std::string> LinesFor(const Options& options, Console& console) {
+    std::vector<std::string> lines;
+    for (const std::string& path : options.paths) {
+        const std::string absolute = Here(path);
+        struct stat status {};
+        if (path.empty() || stat(absolute.c_str(), &status) != 0) {
+            const char* reason = std::strerror(path.empty() ? ENOENT : errno);
+            console.Complain("'" + Printable(path) + "': " + reason);
+            continue;
+        }
+        lines.push_back(CommandLine(absolute, options.add || !lines.empty()));
+    }
+    return lines;
+}
+
+int QuitRunning(const std::optional<MeetingPlace>& place, Console& console) {
+    if (!place) {
+        console.Complain("no safe place to look for a running veldrin");
+        return kFailed;
+    }
+    HandoverResult result = TakeLockOrHandOver(*place, {{Request::Kind::kQuit, {}}}, Patience());
+    if (result.outcome == Handover::kNobodyRuns) {
+        console.Complain("no veldrin is running");
+        return kFailed;
+    }
+    if (result.outcome == Handover::kNoAnswer || !WaitForEnd(result.connection, kEndTime)) {
+        console.Complain("the running veldrin does not answer");
+        return kFailed;
+    }
+    return kInOrder;
+}
+
+std::vector<Request> RequestsFor(const std::vector<std::string>& lines) {
+    if (lines.empty()) {
+        return {{Request::Kind::kShow, {}}};
+    }
+    std::vector<Request> requests;
+    requests.reserve(lines.size());
+    for (const std::string& line : lines) {
+        requests.push_back({Request::Kind::kLine, line});
+    }
+    return requests;
+}
+
+/// Takes the lock for `beginning`, or hands the lines to who has it: then the
+/// answer is the exit status.
+std::optional<int> MeetOthers(Beginning& beginning, const std::optional<MeetingPlace>& place,
+                              Console& console) {
+    if (!place) {
+        console.Complain("no safe place for a socket: a second start will not find this one");
+        return std::nullopt;
+    }
+    HandoverResult result = TakeLockOrHandOver(*place, RequestsFor(beginning.lines), Patience());
+    switch (result.outcome) {
+        case Handover::kDone:
+            if (beginning.lines.empty()) {
+                console.Complain("already running");
+            }
+            return kInOrder;
+        case Handover::kNoAnswer:
+            console.Complain("the running veldrin does not answer");
+            return kFailed;
+        case Handover::kNobodyRuns:
+            break;
+    }
+    beginning.lock = std::move(result.lock);
+    beginning.place = *place;
+    return std::nullopt;
+}
+
+int Play(const Options& options, const std::string& directory, Console& console) {
+    Beginning beginning;
+    beginning.output = options.output;
+    beginning.lines = LinesFor(options, console);
+    if (beginning.lines.empty() && !options.paths.empty()) {
+        return kFailed;
+    }
+    beginning.restored = options.add || options.paths.empty();
+    const auto place = MeetingPlace::For(directory);
+    beginning.directory = directory;
+    if (const auto status = MeetOthers(beginning, place, console)) {
+        return *status;
+    }
+    if (!options.noWindow) {
+        console.Complain("the window comes later; playing in the terminal");
+    }
+    Application application(std::move(beginning), console);
+    return application.IsReady() ? application.Run() : kMisuse;
+}
+
+int Main(const std::vector<std::string>& arguments) {
+    Console console(STDOUT_FILENO, STDERR_FILENO);
+    const auto parsed = ParseOptions(arguments);
+    if (const Misuse* misuse = std::get_if<Misuse>(&parsed)) {
+        return TellMisuse(console, misuse->message);
+    }
+    const Options& options = std::get<Options>(parsed);
+    if (options.action == Options::Action::kHelp) {
+        return std::fputs(HelpText(), stdout) >= 0 ? kInOrder : kFailed;
+    }
+    if (options.action == Options::Action::kVersion) {
+        return std::fputs(VersionText(), stdout) >= 0 ? kInOrder : kFailed;
+    }
+    const auto directory = options.directory ? Here(*options.directory) : DefaultDirectory();
+    if (!directory) {
+        console.Complain("no home folder; name one with --dir");
+        return kFailed;
+    }
+    if (options.action == Options::Action::kQuit) {
+        return QuitRunning(MeetingPlace::For(*directory), console);
+    }
+    if (const auto fault = OutputFault(options.output)) {
+        return TellMisuse(console, *fault);
+    }
+    if (!MakeFolder(*directory)) {
+        console.Complain("cannot make the folder '" + Printable(*directory) + "'");
+        return options.directory ? kMisuse : kFailed;
+    }
+    return Play(options, *directory, console);
+}
+
+}  // namespace
+}  // namespace veldrin
+
+int main(int argumentCount, char** arguments) {
+    return veldrin::Main({arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount});
+}

@@ -1,0 +1,39 @@
+// The command line of `veldrin`, read before anything else happens: a mistake in it must be told
+// and leave no trace. Arguments are raw bytes.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "host/engine/engine.h"
+
+namespace veldrin {
+
+struct Options {
+    enum class Action { kPlay, kQuit, kHelp, kVersion };
+    Action action = Action::kPlay;
+    bool add = false;                      ///< enqueue, do not play
+    bool noWindow = false;                 ///< play in the terminal, end after the last item
+    std::optional<std::string> directory;  ///< of the settings and the playlist, as given
+    Output output;
+    std::vector<std::string> paths;  ///< as given
+};
+
+/// What is wrong with a command line, for people.
+struct Misuse {
+    std::string message;
+};
+
+/// Reads the arguments behind the program's name. Options are long, with "=VALUE" or the value as
+/// the next argument; "--" ends them. The first --help or --version wins over whatever follows it.
+std::variant<Options, Misuse> ParseOptions(const std::vector<std::string>& arguments);
+
+/// What --help prints.
+const char* HelpText();
+
+/// What --version prints.
+const char* VersionText();
+
+}  // namespace veldrin

@@ -1,0 +1,166 @@
+#include "host/paths.h"
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+namespace veldrin {
+namespace {
+
+constexpr const char* kSettingsFile = "Sarnel.Ambrisor.ini";
+
+/// "veldrin-", 16 digits, an ending and the zero at the end.
+constexpr std::size_t kRoomForName = 40;
+
+/// The variable's value if it is an absolute path; others are to be ignored.
+std::optional<std::string> FolderFromEnvironment(const char* variable) {
+    const char* value = std::getenv(variable);
+    if (value == nullptr || *value != '/') {
+        return std::nullopt;
+    }
+    return AbsolutePath(value, "/");
+}
+
+std::optional<std::string> HomeFolder() {
+    if (auto home = FolderFromEnvironment("HOME")) {
+        return home;
+    }
+    const passwd* user = getpwuid(geteuid());
+    if (user == nullptr || user->pw_dir == nullptr || *user->pw_dir != '/') {
+        return std::nullopt;
+    }
+    return std::string(user->pw_dir);
+}
+
+/// A folder, not a link to one, that belongs to this user and that nobody else may enter.
+bool IsPrivateFolder(const std::string& path) {
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
+           status.st_uid == geteuid() && (status.st_mode & 077) == 0;
+}
+
+bool FitsSocketAddress(const std::string& folder) {
+    return folder.size() + kRoomForName <= sizeof(sockaddr_un::sun_path);
+}
+
+std::string Join(const std::string& folder, const std::string& name) {
+    return folder.ends_with('/') ? folder + name : folder + "/" + name;
+}
+
+}  // namespace
+
+std::string AbsolutePath(std::string_view path, std::string_view base) {
+    std::vector<std::string_view> parts;
+    const auto take = [&parts](std::string_view text) {
+        while (!text.empty()) {
+            const std::size_t end = std::min(text.find('/'), text.size());
+            const std::string_view part = text.substr(0, end);
+            text.remove_prefix(std::min(end + 1, text.size()));
+            if (part == "..") {
+                if (!parts.empty()) {
+                    parts.pop_back();
+                }
+            } else if (!part.empty() && part != ".") {
+                parts.push_back(part);
+            }
+        }
+    };
+    if (!path.starts_with('/')) {
+        take(base);
+    }
+    take(path);
+    std::string result;
+    for (const std::string_view part : parts) {
+        result.append("/").append(part);
+    }
+    return result.empty() ? "/" : result;
+}
+
+std::optional<std::string> CurrentFolder() {
+    std::error_code error;
+    std::string folder = std::filesystem::current_path(error).native();
+    if (error) {
+        return std::nullopt;
+    }
+    return folder;
+}
+
+std::string CommandLine(std::string_view absolutePath, bool add) {
+    std::string line = add ? "/ADD \"" : "\"";
+    line.append(absolutePath).append("\"");
+    return line;
+}
+
+std::string ProgramPath() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).native();
+}
+
+std::optional<std::string> DefaultDirectory() {
+    const std::string program = ProgramPath();
+    if (!program.empty()) {
+        const std::string own = AbsolutePath("..", program);
+        if (access(Join(own, kSettingsFile).c_str(), F_OK) == 0) {
+            return own;
+        }
+    }
+    if (const auto configuration = FolderFromEnvironment("XDG_CONFIG_HOME")) {
+        return Join(*configuration, "veldrin");
+    }
+    if (const auto home = HomeFolder()) {
+        return Join(*home, ".config/veldrin");
+    }
+    return std::nullopt;
+}
+
+bool MakeFolder(const std::string& path) {
+    for (std::size_t end = 1; end != std::string::npos;) {
+        end = path.find('/', end + 1);
+        // Whether each exists, and whether it was made just now by somebody else, does not matter.
+        mkdir(path.substr(0, end).c_str(), 0700);
+    }
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::optional<std::string> RuntimeFolder(const std::string& tmp) {
+    if (auto folder = FolderFromEnvironment("XDG_RUNTIME_DIR");
+        folder && IsPrivateFolder(*folder) && FitsSocketAddress(*folder)) {
+        return folder;
+    }
+    std::string own = Join(tmp, "veldrin-" + std::to_string(geteuid()));
+    mkdir(own.c_str(), 0700);
+    // Looked at after it was made: in a shared folder somebody else may have been there first.
+    if (IsPrivateFolder(own) && FitsSocketAddress(own)) {
+        return own;
+    }
+    return std::nullopt;
+}
+
+std::string InstanceName(const std::string& componentDirectory) {
+    std::error_code error;
+    std::string real = std::filesystem::canonical(componentDirectory, error).native();
+    if (error) {
+        real = componentDirectory;
+    }
+    std::uint64_t hash = 14695981039346656037ULL;  // FNV-1a, 64 bits
+    for (const char byte : real) {
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211ULL;
+    }
+    std::array<char, 32> name{};
+    std::snprintf(name.data(), name.size(), "veldrin-%016llx",
+                  static_cast<unsigned long long>(hash));
+    return name.data();
+}
+
+}  // namespace veldrin

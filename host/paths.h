@@ -1,0 +1,43 @@
+// Where things lie, and how paths are handed on. All paths are raw bytes: a name need not be UTF-8.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace veldrin {
+
+/// The path as seen from the folder `base` (absolute): absolute, "." and ".." taken out by the text
+/// alone, no symbolic link resolved, no separator at the end but that of "/".
+std::string AbsolutePath(std::string_view path, std::string_view base);
+
+/// The folder that this process stands in; nothing if it has been removed.
+std::optional<std::string> CurrentFolder();
+
+/// The command line that hands a path to the component. The path stands in double quotes always,
+/// since it may itself begin with "/add"; what is between the first quote and the last is taken as
+/// it is, further quotes and line breaks included.
+std::string CommandLine(std::string_view absolutePath, bool add);
+
+/// The whole path of the running program.
+std::string ProgramPath();
+
+/// The folder of the settings and the playlist when none was asked for: the program's own folder if
+/// it holds a settings file (portable use), else "veldrin" in the user's configuration. Nothing if
+/// the user has no home.
+std::optional<std::string> DefaultDirectory();
+
+/// Makes the folder, and those above it that are missing, for the owner only. False if there is no
+/// such folder afterwards.
+[[nodiscard]] bool MakeFolder(const std::string& path);
+
+/// A folder for sockets that nobody but this user can reach: $XDG_RUNTIME_DIR, else one in /tmp
+/// that is made if need be. Nothing if neither is safe. `tmp` stands for /tmp in tests. The answer
+/// leaves room for a name of 40 bytes in a socket address.
+std::optional<std::string> RuntimeFolder(const std::string& tmp = "/tmp");
+
+/// The name, without an ending, that socket and lock of a component directory bear: two spellings
+/// of one directory have one name.
+std::string InstanceName(const std::string& componentDirectory);
+
+}  // namespace veldrin
