@@ -3,7 +3,7 @@
 # What the player needs to be built and to play.
 build_packages=(cmake ninja-build g++ pkg-config
   libgstreamer1.0-dev gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
-  libtag1-dev)
+  gstreamer1.0-alsa gstreamer1.0-pulseaudio libtag1-dev)
 # What makes the sample tracks.
 sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
 # What the tests and the checks need besides.

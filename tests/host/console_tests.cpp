@@ -1,0 +1,105 @@
+#include "host/console.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+
+#include "host/descriptor.h"
+#include "host/keyboard.h"
+
+namespace veldrin {
+namespace {
+
+TEST(Printable, PlainTextStays) {
+    EXPECT_EQ(Printable("Ärzte - Straße \"1\""), "Ärzte - Straße \"1\"");
+    EXPECT_EQ(Printable("\xF0\x9F\x8E\xB5 tune"), "\xF0\x9F\x8E\xB5 tune");
+    EXPECT_EQ(Printable(""), "");
+}
+
+TEST(Printable, NothingSteersTheTerminal) {
+    EXPECT_EQ(Printable("a\x1b[31mb"), "a [31mb");
+    EXPECT_EQ(Printable("a\r\nb\tc\x07\x7f"), "a  b c  ");
+    EXPECT_EQ(Printable("a\xC2\x9B"
+                        "31m"),
+              "a 31m");  // U+009B begins a sequence by itself
+    EXPECT_EQ(Printable("a\xE2\x80\xAE"
+                        "b"),
+              "a b");  // U+202E turns the direction
+    EXPECT_EQ(Printable("a\xE2\x81\xA6"
+                        "b"),
+              "a b");  // U+2066 likewise
+    EXPECT_EQ(Printable("a\xE2\x80\xA8"
+                        "b"),
+              "a b");  // U+2028 breaks the line
+}
+
+TEST(Printable, BytesThatAreNotUtf8AreMarked) {
+    EXPECT_EQ(Printable("b\xE9.mp3"), "b\xEF\xBF\xBD.mp3");
+    EXPECT_EQ(Printable("\x9B"
+                        "31m"),
+              "\xEF\xBF\xBD"
+              "31m");
+}
+
+/// What arrives at the other end of a pipe.
+class Pipe {
+  public:
+    Pipe() {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK), 0);
+        reading_ = Descriptor(ends[0]);
+        writing_ = Descriptor(ends[1]);
+    }
+    int Writing() const { return writing_.Number(); }
+    std::string Text() const {
+        std::array<char, 4096> buffer{};
+        const ssize_t got = read(reading_.Number(), buffer.data(), buffer.size());
+        return got > 0 ? std::string(buffer.data(), static_cast<std::size_t>(got)) : "";
+    }
+
+  private:
+    Descriptor reading_;
+    Descriptor writing_;
+};
+
+TEST(Console, LinesAndComplaintsGoTheirWays) {
+    const Pipe output;
+    const Pipe errors;
+    Console console(output.Writing(), errors.Writing());
+    console.Line("  1. Tune");
+    console.Complain("cannot play 'x'");
+    EXPECT_EQ(output.Text(), "  1. Tune\n");
+    EXPECT_EQ(errors.Text(), "veldrin: cannot play 'x'\n");
+}
+
+TEST(Console, NoProgressOffTheTerminal) {
+    const Pipe output;
+    Console console(output.Writing(), output.Writing());
+    console.Progress("0:01 / 3:20");
+    EXPECT_FALSE(console.ShowsProgress());
+    EXPECT_EQ(output.Text(), "");
+}
+
+std::string Keys(std::string_view bytes) {
+    KeyDecoder decoder;
+    std::string keys;
+    for (const char byte : bytes) {
+        if (const char key = decoder.Decode(byte)) {
+            keys.push_back(key);
+        }
+    }
+    return keys;
+}
+
+TEST(KeyDecoder, ArrowAndFunctionKeysAreNoLetters) {
+    EXPECT_EQ(Keys("zxcvbq"), "zxcvbq");
+    EXPECT_EQ(Keys("\x1b[Bx\x1b[1;5Cv"), "xv");  // down arrow, Ctrl and right arrow
+    EXPECT_EQ(Keys("\x1bOPb"), "b");             // F1
+    EXPECT_EQ(Keys("\x1b[15~b"), "b");           // F5
+    EXPECT_EQ(Keys("\x1bqz"), "z");              // Alt and q
+}
+
+}  // namespace
+}  // namespace veldrin

@@ -1,0 +1,94 @@
+#include "host/options.h"
+
+#include <gtest/gtest.h>
+
+namespace veldrin {
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+Options Parsed(const Arguments& arguments) {
+    const auto parsed = ParseOptions(arguments);
+    const Misuse* misuse = std::get_if<Misuse>(&parsed);
+    EXPECT_EQ(misuse, nullptr) << (misuse != nullptr ? misuse->message : "");
+    return misuse != nullptr ? Options() : std::get<Options>(parsed);
+}
+
+std::string Fault(const Arguments& arguments) {
+    const auto parsed = ParseOptions(arguments);
+    const Misuse* misuse = std::get_if<Misuse>(&parsed);
+    return misuse != nullptr ? misuse->message : "no fault";
+}
+
+TEST(Options, DefaultsPlayTheListOnTheSoundDevice) {
+    const Options options = Parsed({});
+    EXPECT_EQ(options.action, Options::Action::kPlay);
+    EXPECT_FALSE(options.add);
+    EXPECT_FALSE(options.noWindow);
+    EXPECT_FALSE(options.directory.has_value());
+    EXPECT_EQ(options.output.kind, Output::Kind::kAuto);
+    EXPECT_TRUE(options.paths.empty());
+}
+
+TEST(Options, OptionsAndPathsMix) {
+    const Options options = Parsed({"a.mp3", "--add", "b c.ogg", "--no-window"});
+    EXPECT_TRUE(options.add);
+    EXPECT_TRUE(options.noWindow);
+    EXPECT_EQ(options.paths, (Arguments{"a.mp3", "b c.ogg"}));
+}
+
+TEST(Options, ValueFollowsEqualsSignOrStandsApart) {
+    EXPECT_EQ(Parsed({"--dir=/x=y"}).directory, "/x=y");
+    EXPECT_EQ(Parsed({"--dir", "--add"}).directory, "--add");
+    EXPECT_EQ(Parsed({"--output=null"}).output.kind, Output::Kind::kNull);
+    const Output file = Parsed({"--output", "file:a:b.wav"}).output;
+    EXPECT_EQ(file.kind, Output::Kind::kFile);
+    EXPECT_EQ(file.path, "a:b.wav");
+}
+
+TEST(Options, LastValueCounts) {
+    EXPECT_EQ(Parsed({"--dir=a", "--dir", "b"}).directory, "b");
+    EXPECT_EQ(Parsed({"--output=null", "--output=auto"}).output.kind, Output::Kind::kAuto);
+}
+
+TEST(Options, TwoDashesEndOptions) {
+    const Options options = Parsed({"--add", "--", "--quit", "-x", "--", ""});
+    EXPECT_EQ(options.action, Options::Action::kPlay);
+    EXPECT_TRUE(options.add);
+    EXPECT_EQ(options.paths, (Arguments{"--quit", "-x", "--", ""}));
+}
+
+TEST(Options, SingleDashAndRawBytesArePaths) {
+    EXPECT_EQ(Parsed({"-", "b\xE9.mp3", "\n"}).paths, (Arguments{"-", "b\xE9.mp3", "\n"}));
+}
+
+TEST(Options, HelpAndVersionWinOverWhatFollows) {
+    EXPECT_EQ(Parsed({"--help", "--nonsense"}).action, Options::Action::kHelp);
+    EXPECT_EQ(Parsed({"--version", "--help"}).action, Options::Action::kVersion);
+}
+
+TEST(Options, QuitStandsWithoutPath) {
+    EXPECT_EQ(Parsed({"--quit", "--dir=d"}).action, Options::Action::kQuit);
+    EXPECT_EQ(Fault({"--quit", "a.mp3"}), "--quit takes no PATH");
+}
+
+TEST(Options, MisuseNamesTheFault) {
+    EXPECT_EQ(Fault({"--nonsense"}), "unknown option '--nonsense'");
+    EXPECT_EQ(Fault({"--nonsense=3", "--help"}), "unknown option '--nonsense'");
+    EXPECT_EQ(Fault({"-q"}), "unknown option '-q'");
+    EXPECT_EQ(Fault({"--Add"}), "unknown option '--Add'");
+    EXPECT_EQ(Fault({"--add=yes"}), "--add takes no value");
+    EXPECT_EQ(Fault({"--dir"}), "--dir needs a value");
+    EXPECT_EQ(Fault({"--output"}), "--output needs a value");
+    EXPECT_EQ(Fault({"--dir="}), "--dir needs the name of a folder");
+}
+
+TEST(Options, OutputKnowsThreeForms) {
+    for (const std::string value : {"", "Auto", "nul", "file", "file:", "null:", "alsa"}) {
+        EXPECT_EQ(Fault({"--output=" + value}),
+                  "--output must be auto, null or file:PATH, not '" + value + "'");
+    }
+}
+
+}  // namespace
+}  // namespace veldrin

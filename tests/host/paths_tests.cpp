@@ -1,0 +1,128 @@
+#include "host/paths.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "tests/host/scratch_folder.h"
+
+namespace veldrin {
+namespace {
+
+unsigned RightsOf(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0xFFFF;
+}
+
+TEST(Paths, RelativeOnesStartAtTheSendersFolder) {
+    EXPECT_EQ(AbsolutePath("a.mp3", "/music/new"), "/music/new/a.mp3");
+    EXPECT_EQ(AbsolutePath("./a.mp3", "/music"), "/music/a.mp3");
+    EXPECT_EQ(AbsolutePath("../a.mp3", "/music/new"), "/music/a.mp3");
+    EXPECT_EQ(AbsolutePath(".", "/music"), "/music");
+    EXPECT_EQ(AbsolutePath("-x", "/"), "/-x");
+}
+
+TEST(Paths, AbsoluteOnesStandAlone) {
+    EXPECT_EQ(AbsolutePath("/a/b.mp3", "/music"), "/a/b.mp3");
+    EXPECT_EQ(AbsolutePath("/", "/music"), "/");
+    EXPECT_EQ(AbsolutePath("//a///b/", "/music"), "/a/b");
+    EXPECT_EQ(AbsolutePath("/a/./b/../c", "/music"), "/a/c");
+    EXPECT_EQ(AbsolutePath("/../../a", "/music"), "/a");
+    EXPECT_EQ(AbsolutePath("/a/..", "/music"), "/");
+}
+
+TEST(Paths, NamesThatOnlyLookLikeDotsStay) {
+    EXPECT_EQ(AbsolutePath("/a/.../..b/c..", "/"), "/a/.../..b/c..");
+}
+
+TEST(Paths, BytesStayAsTheyAre) {
+    EXPECT_EQ(AbsolutePath("b\xE9 \"q\"\n.mp3", "/m\xFF"), "/m\xFF/b\xE9 \"q\"\n.mp3");
+}
+
+TEST(Paths, CommandLineAlwaysQuotes) {
+    EXPECT_EQ(CommandLine("/add me.mp3", false), "\"/add me.mp3\"");
+    EXPECT_EQ(CommandLine("/music", true), "/ADD \"/music\"");
+    EXPECT_EQ(CommandLine("/a\"", false), "\"/a\"\"");
+}
+
+TEST(Paths, ConfigurationFolderOfTheUser) {
+    const EnvironmentValue home("HOME", "/home/ann");
+    {
+        const EnvironmentValue configuration("XDG_CONFIG_HOME", "/conf/");
+        EXPECT_EQ(DefaultDirectory(), "/conf/veldrin");
+    }
+    {
+        const EnvironmentValue configuration("XDG_CONFIG_HOME", "conf");
+        EXPECT_EQ(DefaultDirectory(), "/home/ann/.config/veldrin");
+    }
+    const EnvironmentValue configuration("XDG_CONFIG_HOME", std::nullopt);
+    EXPECT_EQ(DefaultDirectory(), "/home/ann/.config/veldrin");
+}
+
+TEST(Paths, FoldersAreMadeForTheOwnerOnly) {
+    const ScratchFolder scratch;
+    EXPECT_TRUE(MakeFolder(scratch.Path("a/b/c")));
+    EXPECT_EQ(RightsOf(scratch.Path("a")), 0700U);
+    EXPECT_EQ(RightsOf(scratch.Path("a/b/c")), 0700U);
+    EXPECT_TRUE(MakeFolder(scratch.Path("a/b/c")));
+    std::ofstream(scratch.Path("file")) << "x";
+    EXPECT_FALSE(MakeFolder(scratch.Path("file")));
+    EXPECT_FALSE(MakeFolder(scratch.Path("file/d")));
+}
+
+TEST(Paths, RuntimeFolderOfTheSession) {
+    const ScratchFolder session;  // mkdtemp makes it 0700
+    const ScratchFolder tmp;
+    const EnvironmentValue runtime("XDG_RUNTIME_DIR", session.Path());
+    EXPECT_EQ(RuntimeFolder(tmp.Path()), session.Path());
+    EXPECT_TRUE(std::filesystem::is_empty(tmp.Path()));
+}
+
+TEST(Paths, RuntimeFolderFallsBackToOneOfItsOwn) {
+    const ScratchFolder tmp;
+    const std::string own = tmp.Path("veldrin-" + std::to_string(geteuid()));
+    const ScratchFolder open;
+    chmod(open.Path().c_str(), 0755);
+    const ScratchFolder deep;
+    const std::string longName = deep.Path(std::string(80, 'x'));
+    ASSERT_TRUE(MakeFolder(longName));
+    for (const std::string& unfit :
+         {std::string("relative"), open.Path(), longName, std::string("/nonexistent/folder")}) {
+        const EnvironmentValue runtime("XDG_RUNTIME_DIR", unfit);
+        EXPECT_EQ(RuntimeFolder(tmp.Path()), own) << unfit;
+        EXPECT_EQ(RightsOf(own), 0700U);
+    }
+}
+
+TEST(Paths, RuntimeFolderLaidOutBySomebodyElseIsRefused) {
+    const EnvironmentValue runtime("XDG_RUNTIME_DIR", std::nullopt);
+    const ScratchFolder tmp;
+    const ScratchFolder elsewhere;
+    const std::string own = tmp.Path("veldrin-" + std::to_string(geteuid()));
+    std::filesystem::create_directory_symlink(elsewhere.Path(), own);
+    EXPECT_EQ(RuntimeFolder(tmp.Path()), std::nullopt);
+    std::filesystem::remove(own);
+    std::filesystem::create_directory(own);
+    chmod(own.c_str(), 0770);
+    EXPECT_EQ(RuntimeFolder(tmp.Path()), std::nullopt);
+    chmod(own.c_str(), 0700);
+    EXPECT_EQ(RuntimeFolder(tmp.Path()), own);
+}
+
+TEST(Paths, OneDirectoryHasOneInstanceName) {
+    const ScratchFolder scratch;
+    ASSERT_TRUE(MakeFolder(scratch.Path("a")));
+    ASSERT_TRUE(MakeFolder(scratch.Path("b")));
+    std::filesystem::create_directory_symlink("a", scratch.Path("link"));
+    const std::string name = InstanceName(scratch.Path("a"));
+    EXPECT_EQ(name.size(), std::string("veldrin-0123456789abcdef").size());
+    EXPECT_EQ(InstanceName(scratch.Path("link")), name);
+    EXPECT_EQ(InstanceName(scratch.Path("b/../a")), name);
+    EXPECT_NE(InstanceName(scratch.Path("b")), name);
+}
+
+}  // namespace
+}  // namespace veldrin

@@ -1,0 +1,184 @@
+#!/usr/bin/env python3
+"""The real program on a terminal: key commands, progress, and who has the terminal."""
+
+import os
+import pty
+import select
+import signal
+import termios
+import time
+
+from world import PATIENCE, World, main, tone
+
+
+class Terminal(World):
+    """On a pseudo-terminal that is the program's own."""
+
+    def setUp(self):
+        super().setUp()
+        for name in ('a.wav', 'b.wav', 'c.wav'):
+            tone(self.at(name), seconds=60)
+        self.environment['TERM'] = 'xterm'
+
+    def open_terminal(self, *arguments):
+        self.execute(self.program, '--no-window', '--output=null', *arguments)
+
+    def open_shell(self):
+        self.environment['PS1'] = '$ '
+        self.execute('/bin/bash', '--norc', '--noprofile', '--noediting', '-i')
+
+    def execute(self, program, *arguments):
+        child, self.master = pty.fork()
+        if child == 0:
+            try:
+                os.execve(program, [program, *arguments], self.environment)
+            finally:
+                os._exit(127)
+        self.child = child
+        self.screen = b''
+        self.addCleanup(self.close_terminal)
+
+    def close_terminal(self):
+        if self.child:
+            os.kill(self.child, signal.SIGKILL)
+            os.waitpid(self.child, 0)
+        os.close(self.master)
+
+    def expect(self, text):
+        """Reads on until the text comes; what came before it is used up."""
+        end = time.monotonic() + PATIENCE
+        while text not in self.screen:
+            ready, _, _ = select.select([self.master], [], [], max(0, end - time.monotonic()))
+            try:
+                data = os.read(self.master, 65536) if ready else b''
+            except OSError:
+                data = b''
+            if not data:
+                self.fail(f'{text!r} did not come; screen: {self.screen!r}')
+            self.screen += data
+        self.screen = self.screen.split(text, 1)[1]
+
+    def press(self, keys):
+        os.write(self.master, keys)
+
+    def status(self):
+        """Waits for the end. The terminal is read meanwhile, so that nobody waits for us."""
+        end = time.monotonic() + PATIENCE
+        while time.monotonic() < end:
+            child, status = os.waitpid(self.child, os.WNOHANG)
+            if child:
+                self.child = 0
+                return os.waitstatus_to_exitcode(status)
+            ready, _, _ = select.select([self.master], [], [], 0.01)
+            try:
+                self.screen += os.read(self.master, 65536) if ready else b''
+            except OSError:
+                pass
+        self.fail('it did not end')
+
+    def reads_single_keys(self):
+        return not termios.tcgetattr(self.master)[3] & termios.ICANON
+
+    def test_keys(self):
+        self.open_terminal(self.music)
+        self.expect(b'1. a.wav  [1:00]')
+        self.expect(b'0:00 / 1:00')
+        self.assertTrue(self.reads_single_keys())
+        self.press(b'b')
+        self.expect(b'2. b.wav')
+        self.press(b'B')
+        self.expect(b'3. c.wav')
+        self.press(b'z')
+        self.expect(b'4. b.wav')
+        self.press(b'c')
+        self.expect(b'paused')
+        self.press(b'c')
+        self.expect(b'\r\x1b[K     0:0')
+        self.press(b'v')
+        self.press(b'x')
+        self.expect(b'5. b.wav')
+        self.press(b'q')
+        self.assertEqual(self.status(), 0)
+        self.assertFalse(self.reads_single_keys())
+        self.assertEqual(self.playlist()[0], 1)
+
+    def test_progress_moves(self):
+        self.open_terminal(self.at('a.wav'))
+        self.expect(b'0:01 / 1:00')
+        self.press(b'q')
+        self.assertEqual(self.status(), 0)
+
+    def test_arrow_keys_are_no_letters(self):
+        self.open_terminal(self.music)
+        self.expect(b'1. a.wav')
+        self.press(b'\x1b[B\x1b[C\x1bOB')
+        self.press(b'b')
+        self.expect(b'2. b.wav')
+        self.press(b'q')
+        self.assertEqual(self.status(), 0)
+        self.assertNotIn(b'3.', self.screen)
+
+    def test_stop_does_not_end_the_program(self):
+        self.open_terminal(self.at('a.wav'))
+        self.expect(b'0:00 / 1:00')
+        self.press(b'v')
+        self.expect(b'\r\x1b[K')
+        self.press(b'x')
+        self.expect(b'2. a.wav')
+        self.press(b'q')
+        self.assertEqual(self.status(), 0)
+
+    def test_end_after_the_last_item(self):
+        tone(self.at('short.wav'))
+        self.open_terminal(self.at('short.wav'))
+        self.assertEqual(self.status(), 0)
+        self.assertFalse(self.reads_single_keys())
+
+    def test_interrupt_key_ends_in_order(self):
+        self.open_terminal(self.music)
+        self.expect(b'1. a.wav')
+        self.press(b'\x03')
+        self.assertEqual(self.status(), 0)
+        self.assertFalse(self.reads_single_keys())
+        self.assertEqual(self.paths_saved(), [b'a.wav', b'b.wav', b'c.wav'])
+
+    def test_suspended_and_sent_to_the_back_by_a_shell(self):
+        """Ctrl+Z, bg and fg: the shell has its terminal while the program does not, and no longer."""
+        self.open_shell()
+        command = os.fsencode(f'{os.fsdecode(self.program)} --no-window --output=null {self.music}')
+        self.press(command + b'\n')
+        self.expect(b'0:00 / 1:00')
+        self.press(b'b')
+        self.expect(b'2. b.wav')
+        self.press(b'\x1a')
+        self.expect(b'Stopped')
+        self.press(b'fg\n')
+        self.expect(b'/ 1:00')
+        self.press(b'b')
+        self.expect(b'3. c.wav')
+        self.press(b'\x1a')
+        self.expect(b'Stopped')
+        self.press(b'bg\n')
+        self.press(b'echo the shell" "has it\n')
+        self.expect(b'the shell has it')
+        self.press(b'echo running: $(jobs -r | wc -l)\n')
+        self.expect(b'running: 1')
+        self.press(b'fg\n')
+        self.expect(b'/ 1:00')
+        self.press(b'z')
+        self.expect(b'4. b.wav')
+        self.press(b'q')
+        self.expect(b'$ ')
+        self.press(b'exit\n')
+        self.assertEqual(self.status(), 0)
+
+    def test_hang_up_ends_in_order(self):
+        self.open_terminal(self.music)
+        self.expect(b'1. a.wav')
+        os.kill(self.child, signal.SIGHUP)
+        self.assertEqual(self.status(), 0)
+        self.assertEqual(self.paths_saved(), [b'a.wav', b'b.wav', b'c.wav'])
+
+
+if __name__ == '__main__':
+    main()
