@@ -19,21 +19,30 @@ std::uint64_t Mix(std::uint64_t hash, std::uint64_t word, std::uint64_t odd) {
     return hash ^ (hash >> 32);
 }
 
-// Eight units, lowered, folded to a byte each: the same whatever width the text is kept in.
+// The low and the high bytes of eight units.
+struct Words {
+    std::uint64_t low = 0;
+    std::uint64_t high = 0;
+};
+
+// Eight units, lowered: the same whatever width the text is kept in.
 template <class Units>
-std::uint64_t LoweredWord(const Units& units, std::size_t first) {
-    std::array<unsigned char, kBlock> bytes{};
+Words LoweredWords(const Units& units, std::size_t first) {
+    std::array<unsigned char, kBlock> low{};
+    std::array<unsigned char, kBlock> high{};
     const std::size_t size = std::min(kBlock, units.size() - first);
     for (std::size_t i = 0; i < size; ++i) {
         char16_t unit = UnitOf(units[first + i]);
         if (unit < u'a' || unit > u'z') {
             unit = platform::LowerUnit(unit);
         }
-        bytes[i] = static_cast<unsigned char>(unit ^ (unit >> 8));
+        low[i] = static_cast<unsigned char>(unit & 0xFF);
+        high[i] = static_cast<unsigned char>(unit >> 8);
     }
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes.data(), kBlock);
-    return word;
+    Words words;
+    std::memcpy(&words.low, low.data(), kBlock);
+    std::memcpy(&words.high, high.data(), kBlock);
+    return words;
 }
 
 // The same for eight ASCII bytes at once; false if one of them is no ASCII.
@@ -56,14 +65,20 @@ PlayedHistory::Print PlayedHistory::PrintOf(const RowText& path) {
     return path.Units([](const auto& units) {
         Print print{units.size() + 1, ~std::uint64_t{units.size()}};
         for (std::size_t i = 0; i < units.size(); i += kBlock) {
-            std::uint64_t word = 0;
+            Words words;
             bool done = false;
             if constexpr (sizeof(units[0]) == 1) {
-                done = units.size() - i >= kBlock && LowerAscii(units.data() + i, word);
+                done = units.size() - i >= kBlock && LowerAscii(units.data() + i, words.low);
             }
-            word = done ? word : LoweredWord(units, i);
-            print.low = Mix(print.low, word, 0x9E3779B97F4A7C15);
-            print.high = Mix(print.high, word, 0xC2B2AE3D27D4EB4F);
+            if (!done) {
+                words = LoweredWords(units, i);
+            }
+            print.low = Mix(print.low, words.low, 0x9E3779B97F4A7C15);
+            print.high = Mix(print.high, words.low, 0xC2B2AE3D27D4EB4F);
+            if (words.high != 0) {  // with other factors, so that it is never taken for low bytes
+                print.low = Mix(print.low, words.high, 0xD6E8FEB86659FD93);
+                print.high = Mix(print.high, words.high, 0xA0761D6478BD642F);
+            }
         }
         return print;
     });

@@ -6,8 +6,8 @@
 // back. What happens on the streaming threads (the end of the stream, a device that goes away) is
 // noticed when IsPlaying or Position is asked, which costs microseconds and is meant to be done
 // several times a second. The environment must not be changed while an Engine exists: its
-// initialisation reads it on a thread of its own. What GStreamer and its libraries would write to the
-// terminal is dropped, in the whole process, unless GST_DEBUG or G_MESSAGES_DEBUG is set.
+// initialisation reads it on a thread of its own. What GStreamer and its libraries would write to
+// the terminal is dropped, in the whole process, unless GST_DEBUG or G_MESSAGES_DEBUG is set.
 #pragma once
 
 #include <functional>

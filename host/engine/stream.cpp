@@ -242,7 +242,11 @@ bool Stream::Seek(Time target) {
                                          media.count(), GST_SEEK_TYPE_NONE, -1);
     // Sent in front of the time-stretching element, which would multiply the target by a tempo that
     // it may be about to change. Also, the output would not pass it on before it has begun to play.
-    if (!gst_pad_send_event(chain_->Gate(), event)) {
+    // Not in the midst of a change of state, which the output would then miss the end of.
+    GST_STATE_LOCK(pipeline_.get());
+    const bool sought = gst_pad_send_event(chain_->Gate(), event);
+    GST_STATE_UNLOCK(pipeline_.get());
+    if (!sought) {
         return false;
     }
     seeking_ = output_ != nullptr;

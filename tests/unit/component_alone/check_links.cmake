@@ -1,0 +1,16 @@
+# Fails if a target of the component links more than the level below it.
+cmake_minimum_required(VERSION 3.25)
+
+function(check name libraries)
+  foreach(library IN LISTS libraries)
+    if(NOT library IN_LIST ARGN)
+      message(SEND_ERROR "${name} links ${library}")
+    endif()
+  endforeach()
+endfunction()
+
+if(NOT "platform" IN_LIST AMBRISOR)
+  message(SEND_ERROR "the link libraries of ambrisor were not read: '${AMBRISOR}'")
+endif()
+check(ambrisor "${AMBRISOR}" platform veldrin_warnings)
+check(platform "${PLATFORM}" veldrin_warnings)

@@ -1,0 +1,265 @@
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/text.h"
+#include "tests/unit/support/temp_folder.h"
+
+namespace platform {
+namespace {
+
+class Files : public ::testing::Test {
+  protected:
+    support::TempFolder folder_;
+};
+
+std::vector<std::u16string> NamesOf(const std::vector<FolderEntry>& entries) {
+    std::vector<std::u16string> names;
+    for (const FolderEntry& entry : entries) {
+        names.push_back(entry.isFolder ? entry.name + u"/" : entry.name);
+    }
+    return names;
+}
+
+TEST_F(Files, JoinPathPutsOneSeparatorBetween) {
+    EXPECT_EQ(JoinPath(u"/home/me", u"list.omk"), u"/home/me/list.omk");
+}
+
+TEST_F(Files, FileLengthCountsBytesAndAnEmptyFileHasOne) {
+    folder_.Write("five", "12\r\n\xFF");
+    folder_.Write("empty", "");
+    EXPECT_EQ(FileLength(folder_.Text("five")), 5);
+    EXPECT_EQ(FileLength(folder_.Text("empty")), 0);
+}
+
+TEST_F(Files, FileLengthHasNoneForAFolderAMissingFileOrNoPath) {
+    folder_.MakeFolder("sub");
+    folder_.Write("file", "x");
+    EXPECT_EQ(FileLength(folder_.Text("sub")), std::nullopt);
+    EXPECT_EQ(FileLength(folder_.Text("sub/")), std::nullopt);
+    EXPECT_EQ(FileLength(folder_.Text("none")), std::nullopt);
+    EXPECT_EQ(FileLength(folder_.Text("file/")), std::nullopt);
+    EXPECT_EQ(FileLength(u""), std::nullopt);
+}
+
+TEST_F(Files, FileLengthFollowsALinkAndKnowsADeadOne) {
+    folder_.Write("file", "123");
+    folder_.Link("file", "link");
+    folder_.Link("nowhere", "dead");
+    EXPECT_EQ(FileLength(folder_.Text("link")), 3);
+    EXPECT_EQ(FileLength(folder_.Text("dead")), std::nullopt);
+}
+
+TEST_F(Files, APathWithAZeroCharacterNamesNothing) {
+    folder_.Write("file", "123");
+    const std::u16string path = folder_.Text("file") + std::u16string(u"\0x", 2);
+    EXPECT_EQ(FileLength(path), std::nullopt);
+    EXPECT_FALSE(DirectoryMatches(path));
+    EXPECT_FALSE(OrdinaryFileMatches(path));
+}
+
+TEST_F(Files, DirectoryMatchesWantsAFolderBehindASeparator) {
+    folder_.MakeFolder("sub");
+    folder_.MakeFolder(".hidden");
+    folder_.Write("file", "");
+    EXPECT_TRUE(DirectoryMatches(folder_.Text("sub/")));
+    EXPECT_TRUE(DirectoryMatches(folder_.Text(".hidden/")));
+    EXPECT_TRUE(DirectoryMatches(u"/"));
+    EXPECT_TRUE(DirectoryMatches(folder_.Text("file")));
+    EXPECT_FALSE(DirectoryMatches(folder_.Text("file/")));
+    EXPECT_FALSE(DirectoryMatches(folder_.Text("none/")));
+}
+
+TEST_F(Files, OrdinaryFileMatchesSeesNoFolderAndNoHiddenFile) {
+    folder_.MakeFolder("sub");
+    folder_.MakeFolder(".hiddenFolder");
+    folder_.Write("file", "");
+    folder_.Write(".hidden", "");
+    folder_.Write(".hiddenFolder/file", "");
+    folder_.Link("file", "link");
+    EXPECT_TRUE(OrdinaryFileMatches(folder_.Text("file")));
+    EXPECT_TRUE(OrdinaryFileMatches(folder_.Text("link")));
+    EXPECT_TRUE(OrdinaryFileMatches(folder_.Text(".hiddenFolder/file")));
+    EXPECT_FALSE(OrdinaryFileMatches(folder_.Text(".hidden")));
+    EXPECT_FALSE(OrdinaryFileMatches(folder_.Text("sub")));
+    EXPECT_FALSE(OrdinaryFileMatches(folder_.Text("none")));
+}
+
+TEST_F(Files, AFolderIsListedIgnoringCaseWithoutDotFiles) {
+    for (const char* name : {"b", "Z", "a", ".hidden", "B", "10", "2", "_x", "A", "aa"}) {
+        folder_.Write(name, "");
+    }
+    folder_.MakeFolder("Cd");
+    folder_.MakeFolder(".git");
+    // Names that differ only in case stand by code unit, the capital first.
+    EXPECT_EQ(NamesOf(ListFolder(folder_.Text() + u"/")),
+              (std::vector<std::u16string>{u"10", u"2", u"_x", u"A", u"a", u"aa", u"B", u"b",
+                                           u"Cd/", u"Z"}));
+}
+
+TEST_F(Files, AListedLinkCountsAsWhatItLeadsTo) {
+    folder_.MakeFolder("sub");
+    folder_.Write("file", "");
+    folder_.Link("sub", "linkToFolder");
+    folder_.Link("file", "linkToFile");
+    EXPECT_EQ(NamesOf(ListFolder(folder_.Text())),
+              (std::vector<std::u16string>{u"file", u"linkToFile", u"linkToFolder/", u"sub/"}));
+}
+
+TEST_F(Files, ANameThatIsNoUtf8IsListedAndCanBeOpened) {
+    folder_.Write("caf\xE9.mp3", "12");
+    const auto entries = ListFolder(folder_.Text());
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].name, u"caf\xDCE9.mp3");
+    EXPECT_EQ(FileLength(JoinPath(folder_.Text(), entries[0].name)), 2);
+}
+
+TEST_F(Files, AFolderThatCannotBeReadIsEmpty) {
+    folder_.Write("file", "");
+    EXPECT_TRUE(ListFolder(folder_.Text("none")).empty());
+    EXPECT_TRUE(ListFolder(folder_.Text("file")).empty());
+    EXPECT_TRUE(ListFolder(u"").empty());
+}
+
+TEST_F(Files, ALinkToAFolderAboveItselfLeadsUpwards) {
+    folder_.MakeFolder("a/b");
+    folder_.MakeFolder("other");
+    folder_.Link("..", "a/b/parent");
+    folder_.Link("/", "a/root");
+    folder_.Link(folder_.Path("a"), "a/b/byName");
+    folder_.Link("../../other", "a/b/aside");
+    EXPECT_TRUE(LeadsUpwards(folder_.Text("a/b/parent/")));
+    EXPECT_TRUE(LeadsUpwards(folder_.Text("a/root/")));
+    EXPECT_TRUE(LeadsUpwards(folder_.Text("a/b/byName/")));
+    EXPECT_FALSE(LeadsUpwards(folder_.Text("a/b/aside/")));
+    EXPECT_FALSE(LeadsUpwards(folder_.Text("a/b/")));
+    // What is reached through a link is compared as well.
+    EXPECT_TRUE(LeadsUpwards(folder_.Text("a/b/aside/") + u"../a/b/parent/"));
+}
+
+TEST_F(Files, ReadWholeFileGivesEveryByte) {
+    const std::string bytes("a\0\r\n\xFF z", 7);
+    folder_.Write("file", bytes);
+    folder_.Write("empty", "");
+    EXPECT_EQ(ReadWholeFile(folder_.Text("file")), bytes);
+    EXPECT_EQ(ReadWholeFile(folder_.Text("empty")), "");
+}
+
+TEST_F(Files, ReadWholeFileHasNoneForAFolderAPipeOrNothing) {
+    folder_.MakeFolder("sub");
+    ASSERT_EQ(mkfifo(folder_.Path("pipe").c_str(), 0600), 0);
+    EXPECT_EQ(ReadWholeFile(folder_.Text("sub")), std::nullopt);
+    EXPECT_EQ(ReadWholeFile(folder_.Text("none")), std::nullopt);
+    EXPECT_EQ(ReadWholeFile(folder_.Text("pipe")), std::nullopt);  // and does not wait for a writer
+    EXPECT_EQ(ReadWholeFile(u"/dev/zero"), std::nullopt);
+}
+
+TEST_F(Files, ReplaceFileMakesANewFileOrTakesTheOldOnesPlace) {
+    EXPECT_TRUE(ReplaceFile(folder_.Text("file"), "first"));
+    EXPECT_EQ(folder_.Read("file"), "first");
+    EXPECT_TRUE(ReplaceFile(folder_.Text("file"), std::string("\0x", 2)));
+    EXPECT_EQ(folder_.Read("file"), std::string("\0x", 2));
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"file"}));
+}
+
+TEST_F(Files, ReplaceFileKeepsWhoeverReadsWithTheOldContent) {
+    folder_.Write("file", "old content");
+    FILE* reader = fopen(folder_.Path("file").c_str(), "rb");
+    ASSERT_NE(reader, nullptr);
+    EXPECT_TRUE(ReplaceFile(folder_.Text("file"), "new"));
+    char buffer[32] = {};
+    EXPECT_EQ(fread(buffer, 1, sizeof buffer, reader), 11U);
+    EXPECT_EQ(std::string(buffer), "old content");
+    fclose(reader);
+}
+
+TEST_F(Files, ReplaceFileKeepsThePermissions) {
+    folder_.Write("file", "old");
+    std::filesystem::permissions(folder_.Path("file"), std::filesystem::perms(0640));
+    EXPECT_TRUE(ReplaceFile(folder_.Text("file"), "new"));
+    EXPECT_EQ(folder_.Mode("file"), 0640U);
+    // A new file is the owner's alone: it tells what somebody listens to.
+    EXPECT_TRUE(ReplaceFile(folder_.Text("fresh"), "new"));
+    EXPECT_EQ(folder_.Mode("fresh"), 0600U);
+}
+
+TEST_F(Files, ReplaceFileLeavesALinkALink) {
+    folder_.MakeFolder("elsewhere");
+    folder_.Write("elsewhere/file", "old");
+    folder_.Link("elsewhere/file", "link");
+    EXPECT_TRUE(ReplaceFile(folder_.Text("link"), "new"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_.Path("link")));
+    EXPECT_EQ(folder_.Read("elsewhere/file"), "new");
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"elsewhere", "link"}));
+}
+
+TEST_F(Files, ReplaceFileInAFolderThatTakesNoFilesLeavesTheOldOne) {
+    folder_.Write("sub/file", "old");
+    const support::AsOrdinaryUser user(folder_);
+    std::filesystem::permissions(folder_.Path("sub"), std::filesystem::perms(0555));
+    EXPECT_FALSE(ReplaceFile(folder_.Text("sub/file"), "new"));
+    EXPECT_FALSE(ReplaceFile(folder_.Text("sub/other"), "new"));
+    EXPECT_EQ(folder_.Read("sub/file"), "old");
+    EXPECT_FALSE(folder_.Exists("sub/other"));
+    std::filesystem::permissions(folder_.Path("sub"), std::filesystem::perms(0755));
+}
+
+TEST_F(Files, ReplaceFileLeavesAFileThatMayNotBeWritten) {
+    folder_.Write("file", "old");
+    const support::AsOrdinaryUser user(folder_);
+    std::filesystem::permissions(folder_.Path("file"), std::filesystem::perms(0444));
+    EXPECT_FALSE(ReplaceFile(folder_.Text("file"), "new"));
+    EXPECT_EQ(folder_.Read("file"), "old");
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"file"}));
+}
+
+TEST_F(Files, ReplaceFileInTheWayOfAFolderFailsAndLeavesNothingBehind) {
+    folder_.Write("sub/inside", "x");
+    EXPECT_FALSE(ReplaceFile(folder_.Text("sub"), "new"));
+    EXPECT_FALSE(ReplaceFile(folder_.Text("none/file"), "new"));
+    EXPECT_EQ(folder_.Read("sub/inside"), "x");
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"sub"}));
+}
+
+TEST_F(Files, RemoveFileTakesAFileAndNoFolder) {
+    folder_.Write("file", "");
+    folder_.MakeFolder("sub");
+    EXPECT_TRUE(RemoveFile(folder_.Text("file")));
+    EXPECT_FALSE(RemoveFile(folder_.Text("file")));
+    EXPECT_FALSE(RemoveFile(folder_.Text("sub")));
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"sub"}));
+}
+
+TEST_F(Files, FileWriterBeginsAnewAndWritesAllOfIt) {
+    folder_.Write("file", "something old and long");
+    std::string expected;
+    FileWriter writer(folder_.Text("file"));
+    ASSERT_TRUE(writer.IsOpen());
+    for (int i = 0; i < 40'000; ++i) {  // several times the buffer
+        const std::string line = std::to_string(i) + "\r\n";
+        writer.Write(line);
+        expected += line;
+    }
+    EXPECT_TRUE(writer.Close());
+    EXPECT_FALSE(writer.IsOpen());
+    EXPECT_EQ(folder_.Read("file"), expected);
+}
+
+TEST_F(Files, FileWriterTellsThatItCouldNotOpenOrWrite) {
+    FileWriter nowhere(folder_.Text("none/file"));
+    EXPECT_FALSE(nowhere.IsOpen());
+    nowhere.Write("x");
+    EXPECT_FALSE(nowhere.Close());
+    FileWriter full(u"/dev/full");
+    ASSERT_TRUE(full.IsOpen());
+    full.Write("x");
+    EXPECT_FALSE(full.Close());
+}
+
+}  // namespace
+}  // namespace platform

@@ -1,0 +1,46 @@
+// A list in a window of its own, with room for as many rows as a test asks for.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "controls/list/jlist.h"
+#include "platform/headless/headless_driver.h"
+#include "platform/window_system.h"
+
+namespace support {
+
+using platform::Long;
+
+class ListBench {
+  public:
+    enum Kind {
+        kAsPlaylist,  ///< stored properties read, Sorted False
+        kWithImages,  ///< the same, with an image column
+        kFresh,       ///< placed anew: Sorted True
+        kStoredSorted
+    };
+    explicit ListBench(Kind kind = kAsPlaylist, Long visibleRows = 5);
+
+    platform::HeadlessDriver driver{platform::HeadlessDriver::Clock::kVirtual};
+    platform::WindowSystem windows{driver};
+    platform::Handle window = 0;
+    std::unique_ptr<sarnel::JList> list;
+
+    /// Adds rows at the end of the list, or where Sorted puts them; the payload of "a" is "a.mp3".
+    void Add(const std::vector<std::u16string>& texts);
+    /// Adds `count` rows "r0", "r1" ...
+    void AddMany(Long count);
+    std::vector<std::u16string> Texts() const;
+    std::vector<std::u16string> Payloads() const;
+    /// One character a row: x if it is selected.
+    std::string Flags() const;
+    /// Number of flags that are set.
+    Long Flagged() const;
+    /// DisplayFirst and DisplayLast.
+    std::pair<Long, Long> Range() const;
+};
+
+}  // namespace support
