@@ -39,6 +39,8 @@ class AudioOutput {
             writer_->SetRate(rate);
         }
     }
+    /// Whether it plays in real time and can tell how far it is. A file cannot.
+    bool KeepsTime() const { return writer_ == nullptr; }
     /// What it is, for the list of parts.
     std::string Name() const;
     /// False if the WAV file cannot be written.

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::chrono::seconds kPatience(5);
 constexpr GstClockTime kBetweenLooks = 50 * GST_MSECOND;
-constexpr GstClockTime kHaltPatience = 500 * GST_MSECOND;
+constexpr GstClockTime kSettlePatience = 500 * GST_MSECOND;
 // A seek to the very end leaves some demuxers hanging.
 constexpr std::chrono::milliseconds kBeforeEnd(200);
 
@@ -184,8 +184,22 @@ GstPadProbeReturn Stream::OnData(GstPad*, GstPadProbeInfo* info, gpointer self) 
     return GST_PAD_PROBE_PASS;
 }
 
+GstPadProbeReturn Stream::OnSoundOut(GstPad*, GstPadProbeInfo* info, gpointer self) {
+    const GstClockTime time = GST_BUFFER_PTS(GST_PAD_PROBE_INFO_BUFFER(info));
+    if (GST_CLOCK_TIME_IS_VALID(time)) {
+        static_cast<Stream*>(self)->lastOut_ = static_cast<gint64>(time);
+    }
+    return GST_PAD_PROBE_OK;
+}
+
 void Stream::Start(AudioOutput& output, bool paused) {
     output.Accept(NumberOf(chain_->Exit(), "rate"));
+    keepsTime_ = output.KeepsTime();
+    if (!keepsTime_) {
+        lastOut_ = anchorPipeline_.count();
+        gst_pad_add_probe(chain_->Exit(), GST_PAD_PROBE_TYPE_BUFFER, &Stream::OnSoundOut, this,
+                          nullptr);
+    }
     output_ = output.Element();
     gst_bin_add(GST_BIN(pipeline_.get()), output_);
     gst_element_link(chain_->Last(), output_);
@@ -231,10 +245,15 @@ void Stream::SetPaused(bool paused) {
 
 void Stream::Halt() {
     SetPaused(true);
-    gst_element_get_state(pipeline_.get(), nullptr, nullptr, kHaltPatience);
+    gst_element_get_state(pipeline_.get(), nullptr, nullptr, kSettlePatience);
 }
 
 bool Stream::Seek(Time target) {
+    if (output_ != nullptr && !settled_) {
+        // A flush that meets the very first data on their way into the output ends the stream.
+        gst_element_get_state(pipeline_.get(), nullptr, nullptr, kSettlePatience);
+        settled_ = true;
+    }
     const Time last = length_ - kBeforeEnd;
     const Time media = std::max(Time(0), length_ > Time(0) ? std::min(target, last) : target);
     constexpr auto kFlags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);
@@ -291,8 +310,9 @@ bool Stream::ReadPosition(Time& pipelineTime) {
     // Until a seek is done the output has lost its state.
     seeking_ = seeking_ && gst_element_get_state(pipeline_.get(), nullptr, nullptr, 0) ==
                                GST_STATE_CHANGE_ASYNC;
-    gint64 position = 0;
-    if (seeking_ || !gst_element_query_position(pipeline_.get(), GST_FORMAT_TIME, &position)) {
+    gint64 position = lastOut_;
+    if (seeking_ ||
+        (keepsTime_ && !gst_element_query_position(pipeline_.get(), GST_FORMAT_TIME, &position))) {
         return false;
     }
     pipelineTime = Time(position);

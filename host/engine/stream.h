@@ -4,6 +4,7 @@
 // is, and the device passes from one to the next without being closed.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <mutex>
@@ -93,6 +94,7 @@ class Stream {
     static void OnElementAdded(GstBin* decoder, GstElement* element, gpointer self);
     static void OnPadAdded(GstElement* decoder, GstPad* pad, gpointer self);
     static void OnNoMorePads(GstElement* decoder, gpointer self);
+    static GstPadProbeReturn OnSoundOut(GstPad* pad, GstPadProbeInfo* info, gpointer self);
     static GstPadProbeReturn OnData(GstPad* pad, GstPadProbeInfo* info, gpointer self);
 
     ElementPtr pipeline_;
@@ -100,7 +102,10 @@ class Stream {
     std::unique_ptr<EffectChain> chain_;
     SoundGates gates_;
     GstElement* output_ = nullptr;  // in the pipeline; owned by the AudioOutput
-    gulong probe_ = 0;              // holds the sound back before the start
+    bool keepsTime_ = true;         // whether the output knows what is heard at present
+    // If not: the time of the latest sound given to it. While paused, that is where it goes on.
+    std::atomic<gint64> lastOut_{0};
+    gulong probe_ = 0;  // holds the sound back before the start
     Time length_{0};
 
     // The pipeline's position runs in listening time and goes on evenly over a change of tempo; the
@@ -111,6 +116,7 @@ class Stream {
     Time held_{0};  // the last position, for as long as the pipeline has none
     bool seeking_ = false;
     bool paused_ = false;
+    bool settled_ = false;            // the output has once begun to play
     std::optional<Effects> pending_;  // to be applied as soon as there is a position
 };
 

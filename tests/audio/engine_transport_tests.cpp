@@ -259,6 +259,20 @@ TEST_F(TransportTest, ManySeeksInARowEndWhereTheLastOneLed) {
     EXPECT_LE(engine->Position(), 402);
 }
 
+TEST_F(TransportTest, ASeekRightAfterTheStartNeitherEndsNorHoldsTheItem) {
+    const std::string path = Wav("long.wav", LongSound());
+    for (int i = 0; i < 30; ++i) {
+        auto engine = FileEngine();
+        ASSERT_TRUE(engine->Open(path));
+        engine->Seek(595);
+        EXPECT_TRUE(engine->Position() >= 595);
+        ASSERT_TRUE(WaitForEnd(*engine));
+        EXPECT_EQ(engine->Position(), 600);
+        engine.reset();
+        EXPECT_NEAR(SecondsOfHighTone(ReadWav(OutPath())), 5.0, 0.35);
+    }
+}
+
 TEST_F(TransportTest, StopEndsTheItem) {
     auto engine = SilentEngine();
     const std::string path = Wav("long.wav", LongSound());

@@ -39,6 +39,15 @@ TEST(JListNew, AListPlacedAfreshIsEmptyAndSorted) {
     EXPECT_THROW(list.Text(), ComponentError);  // ListIndex names no slot
 }
 
+TEST(JListNew, AListPlacedAfreshHasTheMetricsOfItsFontWithoutTheMargin) {
+    const ListBench bench(ListBench::kFresh, 5);
+    EXPECT_EQ(bench.list->RowHeight(), 13);
+    EXPECT_EQ(bench.list->VisibleRows(), 6);  // of 82 pixels
+    bench.list->Enabled(true);
+    EXPECT_EQ(bench.list->RowHeight(), 15);
+    EXPECT_EQ(bench.list->VisibleRows(), 5);
+}
+
 TEST(JListNew, AListOfTheLayoutHasItsStoredPropertiesAndListIndexZero) {
     const ListBench playlist(ListBench::kAsPlaylist);
     EXPECT_EQ(playlist.list->ListIndex(), 0);

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -224,6 +225,25 @@ TEST_F(Files, ReplaceFileInTheWayOfAFolderFailsAndLeavesNothingBehind) {
     EXPECT_FALSE(ReplaceFile(folder_.Text("none/file"), "new"));
     EXPECT_EQ(folder_.Read("sub/inside"), "x");
     EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"sub"}));
+}
+
+TEST_F(Files, NothingLeavesADescriptorOpen) {
+    const auto open = [] {
+        const std::filesystem::directory_iterator all("/proc/self/fd");
+        return std::distance(begin(all), end(all));
+    };
+    folder_.Write("file", "old");
+    const auto before = open();
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(ReadWholeFile(folder_.Text("file")));
+        EXPECT_FALSE(ReadWholeFile(folder_.Text()));
+        EXPECT_TRUE(ReplaceFile(folder_.Text("file"), "new"));
+        EXPECT_FALSE(ReplaceFile(folder_.Text(), "new"));
+        FileWriter closed(folder_.Text("other"));
+        EXPECT_TRUE(closed.Close());
+        const FileWriter forgotten(folder_.Text("other"));
+    }
+    EXPECT_EQ(open(), before);
 }
 
 TEST_F(Files, RemoveFileTakesAFileAndNoFolder) {

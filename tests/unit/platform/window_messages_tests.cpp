@@ -69,13 +69,15 @@ TEST_F(WindowMessages, WhatIsPostedDuringThePumpWaitsForTheNext) {
     EXPECT_EQ(handled, 2);
 }
 
-TEST_F(WindowMessages, APostedMessageDiesWithItsWindow) {
+TEST_F(WindowMessages, APostedMessageDiesWithItsWindowAndNoOther) {
     const Handle w = Top("w");
+    const Handle other = Top("other");
     windows_.PostMessage(w, 1, 0, 0);
+    windows_.PostMessage(other, 2, 0, 0);
     windows_.DestroyWindow(w);
     log_.Take();
     windows_.DoEvents();
-    EXPECT_EQ(log_.Take(), Lines{});
+    EXPECT_EQ(log_.Take(), (Lines{"other 2 0 0"}));
 }
 
 TEST_F(WindowMessages, TheProcedureInFrontSeesAMessageFirstAndPassesItOn) {
