@@ -107,5 +107,3 @@ void BM_TitlesByTheLibraryAlone(benchmark::State& state) {
 BENCHMARK(BM_TitlesByTheLibraryAlone)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace
-
-BENCHMARK_MAIN();

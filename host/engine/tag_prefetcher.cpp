@@ -90,8 +90,11 @@ bool TagPrefetcher::TakeRead(std::size_t place, std::string& title, FileStamp& s
             --ownShare_;
         }
     }
-    folder_->limit = std::min(folder_->entries.size(), place + 1 + kAhead);
-    if (folder_->next < folder_->limit) {
+    const std::size_t limit = std::min(folder_->entries.size(), place + 1 + kAhead);
+    // In large steps, so that nobody is woken for a single file.
+    if (limit < folder_->limit || limit >= folder_->limit + kAhead / 2 ||
+        (limit > folder_->limit && limit == folder_->entries.size())) {
+        folder_->limit = limit;
         StartThreads();
         work_.notify_all();
     }

@@ -335,6 +335,24 @@ TEST_F(JListImages, RowsAddedWhileImagesAreOffHaveNoSlotAndGetNoneLater) {
     EXPECT_EQ(Images(), (std::vector<Long>{0}));
 }
 
+TEST_F(JListImages, AWriteRepaintsOnlyForARowOnShowAndIfTheFlagAllows) {
+    bench_.AddMany(10);
+    list_.Height(31);
+    list_.Enabled(true);  // two rows fit now, which only a repaint sees
+    const std::pair<Long, Long> stale{0, 4};
+    list_.ImageIndex(7, 1);
+    EXPECT_EQ(bench_.Range(), stale);
+    list_.RedrawFlag(false);
+    list_.ImageIndex(2, 1);
+    EXPECT_EQ(bench_.Range(), stale);
+    ListBench other(ListBench::kWithImages);
+    other.AddMany(10);
+    other.list->Height(31);
+    other.list->Enabled(true);
+    other.list->ImageIndex(2, 1);
+    EXPECT_EQ(other.Range(), (std::pair<Long, Long>{0, 1}));
+}
+
 TEST_F(JListImages, PicturesAreCountedInOrderOfAdditionAndRemovedAlone) {
     bench_.Add({u"a"});
     list_.AddImage(nullptr);
