@@ -7,7 +7,7 @@ build_packages=(cmake ninja-build g++ pkg-config
 # What makes the sample tracks.
 sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
 # What the tests and the checks need besides.
-test_packages=(libgtest-dev libbenchmark-dev python3 clang-format clang-tidy)
+test_packages=(libgtest-dev libbenchmark-dev python3 clang-format)
 
 # install_missing PACKAGE... : prints nothing unless something is missing.
 install_missing() {
