@@ -9,7 +9,9 @@
 #include "controls/jslider.h"
 #include "controls/list/jlist.h"
 #include "menus/jpopupmenu.h"
-#include "platform/widget.h"
+#include "platform/label.h"
+#include "platform/picture_box.h"
+#include "platform/text_box.h"
 #include "shell/jhotkeys.h"
 
 namespace sarnel {

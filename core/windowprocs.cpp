@@ -51,11 +51,6 @@ void OnCopyData(Long lParam) {
     }
 }
 
-// The two 16-bit halves of a message word, signed.
-Point PointOf(Long word) {
-    return {static_cast<std::int16_t>(word & 0xFFFF), static_cast<std::int16_t>(word >> 16)};
-}
-
 // The volume, unless the pointer is over something that has a use of its own for the wheel.
 void OnMouseWheel(const Message& message) {
     constexpr Long kVolumeStep = 5;

@@ -98,7 +98,7 @@ void TerminalFront::Suspending() {
 }
 
 void TerminalFront::Press(platform::Long code) {
-    s_.driver.Push(platform::KeyPressed{code, 0});
+    s_.driver.PushKey(code);
     s_.windows.DoEvents();
 }
 
@@ -107,7 +107,7 @@ void TerminalFront::KeyTyped(char key) {
     if (upper == 'Q') {
         requestEnd_();
     } else if (std::string_view("ZXCVB").find(static_cast<char>(upper)) != std::string_view::npos) {
-        s_.driver.Push(platform::KeyPressed{upper, 0});
+        s_.driver.PushKey(upper);
     }
 }
 
@@ -125,7 +125,7 @@ void TerminalFront::FollowEnd() {
     }
     ++beatsSinceEnd_;
     if (beatsSinceEnd_ == kBeatsUntilNext) {
-        s_.driver.Push(platform::KeyPressed{kKeyNext, 0});
+        s_.driver.PushKey(kKeyNext);
     } else if (beatsSinceEnd_ == kBeatsUntilEnd) {
         requestEnd_();
     }

@@ -1,7 +1,8 @@
-// The one thin face that any desktop must offer. A driver shows top-level windows, hands in raw
-// input, waits, and measures text. It knows nothing of lists, skins or menus, and never calls into
-// the window system: what happens is queued as a DriverEvent and pulled from there. Coordinates are
-// screen pixels.
+// The one thin face that any desktop must offer. A driver shows finished pictures in top-level
+// windows, hands in raw input, waits, measures and renders text. It knows nothing of lists, skins
+// or menus, and never calls into the window system: what happens is queued as a DriverEvent and
+// pulled from there. Coordinates are pixels of the component's own, unscaled, screen; a driver that
+// magnifies converts at its edge.
 //
 // Pure members must be implemented. The others describe surroundings that a desktop may lack; their
 // defaults do nothing.
@@ -10,11 +11,13 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "platform/surface.h"
 #include "platform/types.h"
 
 namespace platform {
@@ -45,14 +48,51 @@ struct FilesDropped {
     Point ptScreen;
     std::vector<std::string> paths;
 };
-/// A key went down and up: a virtual-key code (letters and digits are their ASCII codes), and the
-/// modifiers 1 Shift, 2 Ctrl, 4 Alt. It goes to the window that has the focus.
-struct KeyPressed {
-    Long code;
+/// The window manager has put a window somewhere; it is there already.
+struct MovedByDesktop {
+    Handle window;
+    Point ptScreen;
+};
+
+// Input. `shift` holds the modifiers 1 Shift, 2 Ctrl, 4 Alt at that moment.
+
+/// The pointer has moved over one of our windows, or anywhere while a button is held.
+struct PointerMoved {
+    Point ptScreen;
     Long shift = 0;
 };
+/// The pointer is over none of our windows any more.
+struct PointerLeft {};
+/// `button`: 1 left, 2 right, 4 middle. Double clicks are found out by the window system.
+struct ButtonChanged {
+    Point ptScreen;
+    Long button = 1;
+    bool down = true;
+    Long shift = 0;
+};
+/// Whole notches of the wheel, positive away from the user. A driver of a finer wheel adds its
+/// steps up.
+struct WheelTurned {
+    Point ptScreen;
+    Long notches = 0;
+    Long shift = 0;
+};
+/// A key went down (again and again while it is held) or up: a virtual-key code, letters and digits
+/// by what the key types. It goes to the window that has the focus.
+struct KeyChanged {
+    Long code = 0;
+    Long shift = 0;
+    bool down = true;
+};
+/// Text that keys or an input method have put together, for the window that has the focus.
+/// Backspace, Tab, Enter and Esc come as 8, 9, 13 and 27; Ctrl with a letter as 1 to 26.
+struct TextTyped {
+    std::u16string text;
+};
+
 using DriverEvent = std::variant<CloseRequested, MinimisedByDesktop, RestoredByDesktop,
-                                 WorkAreaChanged, FilesDropped, KeyPressed>;
+                                 WorkAreaChanged, FilesDropped, MovedByDesktop, PointerMoved,
+                                 PointerLeft, ButtonChanged, WheelTurned, KeyChanged, TextTyped>;
 
 class Driver {
   public:
@@ -98,10 +138,34 @@ class Driver {
     virtual void SetTopLevelMinimised(Handle /*window*/, bool /*minimised*/) {}
     virtual void ActivateTopLevel(Handle /*window*/) {}
 
-    // Text.
+    /// Whether pictures are to be composed at all; a driver without a screen saves the work.
+    virtual bool ShowsPictures() const { return false; }
+    /// The picture of a visible window, in its size, and where it differs from the last one. The
+    /// picture lives until the window changes its size or goes; its pixels change only between two
+    /// calls, always within the rectangles of the next one.
+    virtual void ShowPicture(Handle /*window*/, const Surface& /*picture*/,
+                             std::span<const Rect> /*changed*/) {}
+
+    // Text. One line each; what is no printable character has some harmless width.
 
     /// Width of one line in pixels, and the height of a line of that font.
     virtual Size MeasureText(const Font& font, std::u16string_view text) const = 0;
+    /// The columns `left` to `left + width` of the picture of a line, fewer where the line ends, as
+    /// high as MeasureText says.
+    virtual TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
+                                   Long width) const = 0;
+    /// How far from the line's left edge the caret stands in front of the unit `index`, 0 to the
+    /// text's length.
+    virtual Long TextOffset(const Font& font, std::u16string_view text, std::size_t index) const {
+        return MeasureText(font, text.substr(0, index)).width;
+    }
+
+    // Surroundings.
+
+    virtual std::u16string ClipboardText() const { return {}; }
+    virtual void SetClipboardText(std::u16string_view /*text*/) {}
+    /// Two presses within so many milliseconds are a double click.
+    virtual Millis DoubleClickTime() const { return 500; }
 };
 
 }  // namespace platform

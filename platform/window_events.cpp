@@ -153,27 +153,6 @@ void WindowSystem::RunDue(Millis until) {
     }
 }
 
-void WindowSystem::Deliver(const DriverEvent& event) {
-    if (const auto* close = std::get_if<CloseRequested>(&event)) {
-        SendMessage(close->window, WM_CLOSE, 0, 0);
-    } else if (const auto* minimised = std::get_if<MinimisedByDesktop>(&event)) {
-        SetMinimised(minimised->window, true);
-    } else if (const auto* restored = std::get_if<RestoredByDesktop>(&event)) {
-        SetMinimised(restored->window, false);
-    } else if (const auto* dropped = std::get_if<FilesDropped>(&event)) {
-        const Handle hit = WindowFromPoint(dropped->ptScreen);
-        DropFiles(hit != 0 ? hit : dropped->window, dropped->paths);
-    } else if (const auto* key = std::get_if<KeyPressed>(&event)) {
-        SendMessage(focus_, WM_KEYDOWN, key->code, key->shift);
-        SendMessage(focus_, WM_KEYUP, key->code, key->shift);
-    } else {
-        const std::vector<Handle> all = topLevels_;
-        for (const Handle window : all) {
-            SendMessage(window, WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
-        }
-    }
-}
-
 void WindowSystem::DoEvents() {
     while (const auto event = driver_.NextEvent()) {
         Deliver(*event);
@@ -186,6 +165,7 @@ void WindowSystem::DoEvents() {
         SendMessage(message.window, message.id, message.wParam, message.lParam);
     }
     RunDue(Now());
+    UpdateScreen();
 }
 
 void WindowSystem::RunUntil(Millis deadline) {
@@ -204,6 +184,7 @@ void WindowSystem::Sleep(Millis duration) {
 }
 
 void WindowSystem::WaitMessage() {
+    UpdateScreen();
     if (posted_.empty()) {
         driver_.WaitUntil(NextDue());
     }

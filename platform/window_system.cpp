@@ -65,14 +65,17 @@ void WindowSystem::DestroyWindow(Handle window) {
     for (const Handle child : children) {
         DestroyWindow(child);
     }
+    InvalidateWindow(*found);
     Unlink(*found);
     if (found->parent == 0) {
         driver_.DestroyTopLevel(window);
     }
     std::erase_if(due_, [window](const Due& due) { return due.window == window; });
     std::erase_if(posted_, [window](const Message& message) { return message.window == window; });
-    if (focus_ == window) {
-        focus_ = 0;
+    for (Handle* holder : {&focus_, &capture_, &tracked_}) {
+        if (*holder == window) {
+            *holder = 0;
+        }
     }
     DeferDelete(windows_[window]);
     windows_.erase(window);
@@ -131,9 +134,13 @@ void WindowSystem::SetWindowPos(Handle window, Handle insertAfter, Long x, Long 
         }
     }
     const bool sized = rect.Width() != former.Width() || rect.Height() != former.Height();
-    found->rect = rect;
-    if (!(rect == former) && found->parent == 0) {
-        driver_.SetTopLevelRect(window, rect);
+    if (!(rect == former)) {
+        InvalidateWindow(*found);
+        found->rect = rect;
+        InvalidateWindow(*found);
+        if (found->parent == 0) {
+            driver_.SetTopLevelRect(window, rect);
+        }
     }
     if (sized && (found->parent != 0 || found->shownBefore)) {
         SendSize(*found, SIZE_RESTORED);
@@ -150,6 +157,7 @@ void WindowSystem::BringToFront(Handle window) {
         Unlink(*found);
         Window* above = Find(found->parent);
         (above != nullptr ? above->children : topLevels_).push_back(window);
+        InvalidateWindow(*found);
     }
 }
 
@@ -169,9 +177,14 @@ void WindowSystem::ShowWindow(Handle window, Long command) {
     }
     const bool show = command != SW_HIDE;
     const bool changed = found->visible != show;
-    found->visible = show;
-    if (changed && found->parent == 0) {
-        driver_.SetTopLevelVisible(window, show);
+    if (changed) {
+        InvalidateWindow(*found);
+        found->visible = show;
+        InvalidateWindow(*found);
+        if (found->parent == 0) {
+            driver_.SetTopLevelVisible(window, show);
+        }
+        SendMessage(window, WM_SHOWWINDOW, show ? 1 : 0, 0);
     }
     if (show && command != SW_SHOW && found->iconic) {
         SetMinimised(window, false);
@@ -245,37 +258,6 @@ Long WindowSystem::SetWindowLong(Handle window, Long index, Long value) {
         }
     }
     return former;
-}
-
-Handle WindowSystem::TopAt(Point ptScreen) const {
-    for (auto it = topLevels_.rbegin(); it != topLevels_.rend(); ++it) {
-        const Window* window = Find(*it);
-        if (window->visible && !window->iconic && window->rect.Contains(ptScreen)) {
-            return *it;
-        }
-    }
-    return 0;
-}
-
-Handle WindowSystem::WindowFromPoint(Point ptScreen) const {
-    Handle hit = TopAt(ptScreen);
-    Point point = ptScreen;
-    for (const Window* window = Find(hit); window != nullptr;) {
-        point = {point.x - window->rect.left, point.y - window->rect.top};
-        const Window* below = nullptr;
-        for (auto it = window->children.rbegin(); it != window->children.rend(); ++it) {
-            const Window* child = Find(*it);
-            if (child->visible && child->rect.Contains(point)) {
-                below = child;
-                break;
-            }
-        }
-        if (below != nullptr) {
-            hit = below->handle;
-        }
-        window = below;
-    }
-    return hit;
 }
 
 void WindowSystem::SetFocus(Handle window) {

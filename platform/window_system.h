@@ -1,5 +1,6 @@
 // The window system, written once for every desktop: windows with handles, parents and procedures,
-// messages, focus, timers, the event pump and waiting. Child windows are not native windows; a
+// messages, focus, pointer, timers, the event pump, waiting, and the picture of each top-level
+// window, put together from the faces of the windows in it. Child windows are not native windows; a
 // driver only ever hears of top-level ones. Operations are named as the system's rules name them. A
 // handle that names no window makes an operation do nothing and answer 0 or False.
 //
@@ -17,6 +18,8 @@
 
 #include "platform/driver.h"
 #include "platform/messages.h"
+#include "platform/surface.h"
+#include "platform/text_drawing.h"
 #include "platform/types.h"
 
 namespace platform {
@@ -87,8 +90,45 @@ class WindowSystem {
     /// Answers the former value.
     Long SetWindowLong(Handle window, Long index, Long value);
 
-    /// The window that shows at a screen point, 0 if none.
+    /// The window that shows at a screen point, 0 if none: the uppermost one that is visible and
+    /// enabled and whose mask has the point. A windowless one is answered by its parent.
     Handle WindowFromPoint(Point ptScreen) const;
+
+    // Faces and the screen. A window's face is what it shows of its own; its children lie over it,
+    // clipped by it.
+
+    /// The face is not owned and must be taken back (null) before it ends. Without a face a window
+    /// lets its parent shine through. Points that the face does not have show the parent, too.
+    void SetFace(Handle window, const Surface* face);
+    const Surface* GetFace(Handle window) const;
+    /// Only the points of the mask are shown and can be hit; null: all of them.
+    void SetMask(Handle window, std::shared_ptr<const Mask> mask);
+    /// Marks a window that is only a mark on its parent, as labels are.
+    void SetWindowless(Handle window, bool windowless);
+    /// A part of the face has changed; it is on the screen after the next pump or UpdateScreen.
+    void InvalidateRect(Handle window, const Rect& rectClient);
+    /// Brings what has changed to the screen now. Pixels that are as they were are not sent.
+    void UpdateScreen();
+    /// The whole picture of a top-level window as it would be shown.
+    Surface Compose(Handle topLevel) const;
+    /// The whole screen, with all visible windows on it.
+    Surface ComposeScreen() const;
+
+    TextDrawing& Text() { return text_; }
+
+    // The pointer and the keyboard.
+
+    Point GetCursorPos() const { return driver_.Pointer(); }
+    /// The window that a button was pressed on and that gets the pointer's messages until all
+    /// buttons are up; 0 if none.
+    Handle GetCapture() const { return capture_; }
+    /// One WM_MOUSELEAVE to the window when the pointer leaves it.
+    void TrackMouseLeave(Handle window);
+    /// Modifiers of the last input: 1 Shift, 2 Ctrl, 4 Alt.
+    Long Modifiers() const { return modifiers_; }
+
+    /// What happens when the driver reports this event; the pump calls it.
+    void Deliver(const DriverEvent& event);
 
     // Focus. One window of the whole system has it, or none.
 
@@ -175,20 +215,42 @@ class WindowSystem {
     struct Due;
 
     Window* Find(Handle window) const;
-    void Deliver(const DriverEvent& event);
+    void OnPointerMoved(Point ptScreen);
+    void OnButton(const ButtonChanged& event);
+    void OnWheel(const WheelTurned& event);
+    bool IsDoubleClick(const ButtonChanged& press, Handle target);
+    void SendMouse(Handle window, Long message, Point ptScreen);
+    void LeaveUnless(Handle window);
+    Handle HitTest(Point ptScreen, bool windowless) const;
+    const Window* ChildAt(const Window& window, Point point, bool windowless) const;
+    void InvalidateWindow(const Window& window);
+    void UpdateTopLevel(Window& topLevel);
+    void ComposeInto(const Window& window, Point origin, const Rect& clip, Surface& picture) const;
     void SendSize(Window& window, Long state);
     void RunDue(Millis until);
     void RunUntil(Millis deadline);
     std::optional<Millis> NextDue() const;
     void LeaveDispatch();
-    Handle TopAt(Point ptScreen) const;
     void Unlink(Window& window);
 
     Driver& driver_;
+    TextDrawing text_{driver_};
     Handle lastHandle_ = 0;
     std::map<Handle, std::shared_ptr<Window>> windows_;
     std::vector<Handle> topLevels_;  ///< bottom to top
     Handle focus_ = 0;
+    Handle capture_ = 0;
+    Handle tracked_ = 0;  ///< waits for the pointer to leave
+    Long modifiers_ = 0;
+    Long buttons_ = 0;  ///< held down: MK_...
+    // The press that another one may follow as a double click.
+    struct Press {
+        Handle window = 0;
+        Long button = 0;
+        Point ptScreen;
+        Millis when = 0;
+    };
+    Press lastPress_;
     std::deque<Message> posted_;
     std::vector<Due> due_;
     std::uint64_t lastOrder_ = 0;

@@ -1,5 +1,5 @@
-// The records behind WindowSystem, shared by its two halves: windows (window_system.cpp) and what
-// happens in time (window_events.cpp).
+// The records behind WindowSystem, shared by its parts: windows (window_system.cpp), what happens
+// in time (window_events.cpp), pointer and keys (window_input.cpp), the screen (window_screen.cpp).
 #pragma once
 
 #include "platform/window_system.h"
@@ -22,6 +22,15 @@ struct WindowSystem::Window {
     bool topMost = false;
     bool shownBefore = false;
     bool dying = false;  // from WM_DESTROY to its end
+
+    const Surface* face = nullptr;
+    std::shared_ptr<const Mask> mask;
+    bool windowless = false;
+
+    // Of a top-level window.
+    Surface shown;             // what the driver has been given
+    Surface next;              // where a new picture is put together, to be compared with `shown`
+    std::vector<Rect> damage;  // where the two may differ
 };
 
 // Something that falls due: a timer (window is not 0, and it comes again) or a scheduled call.

@@ -239,7 +239,7 @@ void JList::ImageIndex(Long Index, Long value) {
     }
 }
 
-void JList::AddImage(std::shared_ptr<const platform::Picture> ImageStd) {
+void JList::AddImage(platform::PictureRef ImageStd) {
     images_.push_back(std::move(ImageStd));
 }
 

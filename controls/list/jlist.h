@@ -21,10 +21,6 @@
 #include "controls/list/rowtext.h"
 #include "platform/widget.h"
 
-namespace platform {
-class Picture;  // comes with drawing
-}
-
 namespace sarnel {
 
 using platform::Handle;
@@ -111,7 +107,7 @@ class JList : public platform::Widget {
 
     // Images.
 
-    void AddImage(std::shared_ptr<const platform::Picture> ImageStd);
+    void AddImage(platform::PictureRef ImageStd);
     void RemoveImages() { images_.clear(); }
     Long ImageCount() const { return static_cast<Long>(images_.size()); }
     /// An index outside the column raises the bounds error.
@@ -205,7 +201,7 @@ class JList : public platform::Widget {
     Column<Flag> itemSelected_;
     // Written only while images are shown, so it may be shorter than the others.
     Column<Long> itemImage_;
-    std::vector<std::shared_ptr<const platform::Picture>> images_;
+    std::vector<platform::PictureRef> images_;
 
     Long listCount_ = 0;
     Long listIndex_ = -1;

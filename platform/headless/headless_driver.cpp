@@ -9,8 +9,20 @@
 
 namespace platform {
 
+namespace {
+
+constexpr Long kUnitWidth = 6;
+constexpr Long kLineHeight = 13;
+
+}  // namespace
+
 HeadlessDriver::HeadlessDriver(Clock clock)
     : clock_(clock), start_(std::chrono::steady_clock::now()) {}
+
+void HeadlessDriver::PushKey(Long code, Long shift) {
+    Push(KeyChanged{code, shift, true});
+    Push(KeyChanged{code, shift, false});
+}
 
 void HeadlessDriver::SetWorkArea(const Rect& area) {
     workArea_ = area;
@@ -78,9 +90,27 @@ std::uint64_t HeadlessDriver::RandomSeed() {
 }
 
 Size HeadlessDriver::MeasureText(const Font& /*font*/, std::u16string_view text) const {
-    constexpr Long kUnitWidth = 6;
-    constexpr Long kLineHeight = 13;
     return {kUnitWidth * static_cast<Long>(text.size()), kLineHeight};
+}
+
+TextPicture HeadlessDriver::RenderText(const Font& font, std::u16string_view text, Long left,
+                                       Long width) const {
+    constexpr Long kSide = 1;
+    constexpr Long kAbove = 3;
+    const Long columns = std::clamp(MeasureText(font, text).width - left, 0, width);
+    TextPicture picture{columns, kLineHeight, {}};
+    picture.coverage.reserve(static_cast<std::size_t>(columns) * kLineHeight);
+    for (Long y = 0; y < kLineHeight; ++y) {
+        const bool inked = y >= kAbove && y < kLineHeight - kAbove;
+        for (Long x = left; x < left + columns; ++x) {
+            const Long inUnit = x % kUnitWidth;
+            const char16_t unit = text[static_cast<std::size_t>(x / kUnitWidth)];
+            const bool ink =
+                inked && unit != u' ' && inUnit >= kSide && inUnit < kUnitWidth - kSide;
+            picture.coverage.push_back(ink ? 255 : 0);
+        }
+    }
+    return picture;
 }
 
 }  // namespace platform

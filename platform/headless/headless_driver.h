@@ -19,6 +19,8 @@ class HeadlessDriver : public Driver {
 
     // What a test, or a desktop of flesh and blood, does.
     void Push(DriverEvent event) { events_.push_back(std::move(event)); }
+    /// A key goes down and up.
+    void PushKey(Long code, Long shift = 0);
     void MovePointer(Point ptScreen) { pointer_ = ptScreen; }
     void SetWorkArea(const Rect& area);
 
@@ -31,6 +33,12 @@ class HeadlessDriver : public Driver {
     Rect WorkArea() const override { return workArea_; }
     Point Pointer() const override { return pointer_; }
     Size MeasureText(const Font& font, std::u16string_view text) const override;
+    /// Each unit but a blank is a block, 1 pixel in from the sides of its 6 x 13 pixels, 3 from top
+    /// and bottom.
+    TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
+                           Long width) const override;
+    std::u16string ClipboardText() const override { return clipboard_; }
+    void SetClipboardText(std::u16string_view text) override { clipboard_ = text; }
 
   private:
     Clock clock_;
@@ -38,6 +46,7 @@ class HeadlessDriver : public Driver {
     std::chrono::steady_clock::time_point start_;
     Rect workArea_{0, 0, 1024, 740};
     Point pointer_;
+    std::u16string clipboard_;
     std::deque<DriverEvent> events_;
     std::map<int, std::function<void()>> watches_;
 };

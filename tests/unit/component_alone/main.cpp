@@ -33,6 +33,11 @@ class LeastDriver : public platform::Driver {
                                std::u16string_view text) const override {
         return {7 * static_cast<platform::Long>(text.size()), 12};
     }
+    platform::TextPicture RenderText(const platform::Font& /*font*/, std::u16string_view /*text*/,
+                                     platform::Long /*left*/,
+                                     platform::Long /*width*/) const override {
+        return {};
+    }
 
   private:
     Millis now_ = 0;

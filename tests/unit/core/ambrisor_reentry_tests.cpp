@@ -96,7 +96,7 @@ const std::vector<Way> kWays{
     {"ExitKey", Playing, Key(u"Exit")},
     {"EnterOnTheList", [](World& world) { world.List().ListIndex(1); },
      [](World& world) {
-         world.driver.Push(platform::KeyPressed{13});
+         world.driver.PushKey(13);
          world.windows.DoEvents();
      }},
     {"Tick", Playing, Tick},

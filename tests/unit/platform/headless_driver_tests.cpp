@@ -66,13 +66,13 @@ TEST(HeadlessDriver, AWaitingEventKeepsTheVirtualClockWhereItIs) {
 TEST(HeadlessDriver, EventsComeInTheOrderInWhichTheyHappened) {
     HeadlessDriver driver(HeadlessDriver::Clock::kVirtual);
     driver.Push(CloseRequested{7});
-    driver.Push(KeyPressed{13, 4});
+    driver.Push(KeyChanged{13, 4, true});
     const auto first = driver.NextEvent();
     const auto second = driver.NextEvent();
     ASSERT_TRUE(first && second);
     EXPECT_EQ(std::get<CloseRequested>(*first).window, 7);
-    EXPECT_EQ(std::get<KeyPressed>(*second).code, 13);
-    EXPECT_EQ(std::get<KeyPressed>(*second).shift, 4);
+    EXPECT_EQ(std::get<KeyChanged>(*second).code, 13);
+    EXPECT_EQ(std::get<KeyChanged>(*second).shift, 4);
     EXPECT_FALSE(driver.NextEvent().has_value());
 }
 

@@ -291,12 +291,12 @@ TEST_F(WindowMessages, AChangeOfTheWorkAreaReachesEveryTopLevelWindow) {
 TEST_F(WindowMessages, AKeyGoesDownAndUpWhereTheFocusIs) {
     const Handle a = Top("a");
     const Handle child = Child(a, "child");
-    driver_.Push(KeyPressed{90, 2});  // nobody has the focus
+    driver_.PushKey(90, 2);  // nobody has the focus
     windows_.DoEvents();
     EXPECT_EQ(log_.Take(), Lines{});
     windows_.SetFocus(child);
     log_.Take();
-    driver_.Push(KeyPressed{90, 2});
+    driver_.PushKey(90, 2);
     windows_.DoEvents();
     EXPECT_EQ(log_.Take(), (Lines{"child 256 90 2", "child 257 90 2"}));
 }

@@ -183,11 +183,11 @@ TEST_F(Windows, TheFirstShowingSendsTheSizeOnce) {
     const Handle w = Top("w", {0, 0, 293, 277});
     windows_.SetWindowPos(w, HWND_TOP, 0, 0, 100, 50, 0);  // not shown yet: nothing is sent
     windows_.ShowWindow(w, SW_SHOWNORMAL);
-    EXPECT_EQ(log_.Take(), (Lines{"w 5 0 " + std::to_string(100 + 50 * 65536)}));
+    EXPECT_EQ(log_.Take(), (Lines{"w 24 1 0", "w 5 0 " + std::to_string(100 + 50 * 65536)}));
     windows_.ShowWindow(w, SW_SHOWNORMAL);
     windows_.ShowWindow(w, SW_HIDE);
     windows_.ShowWindow(w, SW_SHOW);
-    EXPECT_EQ(log_.Take(), Lines{});
+    EXPECT_EQ(log_.Take(), (Lines{"w 24 0 0", "w 24 1 0"}));
 }
 
 TEST_F(Windows, AShownWindowHearsOfEachChangeOfItsSize) {
@@ -221,7 +221,7 @@ TEST_F(Windows, MinimisingAndRestoringSendOneSizeEach) {
     windows_.ShowWindow(w, SW_SHOWNORMAL);
     EXPECT_TRUE(windows_.IsVisible(w));
     EXPECT_FALSE(windows_.IsIconic(w));
-    EXPECT_EQ(log_.Take(), (Lines{"w 5 0 0"}));
+    EXPECT_EQ(log_.Take(), (Lines{"w 24 1 0", "w 5 0 0"}));
 }
 
 TEST_F(Windows, WindowFromPointFindsTheDeepestVisibleOne) {

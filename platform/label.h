@@ -1,0 +1,38 @@
+// A label: text on its parent, broken at its line ends and between words. It is a mark on the
+// parent rather than a window: WindowFromPoint answers the parent, but clicks and double clicks
+// reach it.
+#pragma once
+
+#include "platform/widget.h"
+
+namespace platform {
+
+class Label : public Widget {
+  public:
+    Label(WindowSystem& windows, Handle parent, const Rect& rect);
+
+    std::u16string Caption() const { return Text(); }
+    void Caption(std::u16string_view value) { Text(value); }
+
+    /// While True the height follows the text; the width stays.
+    bool AutoSize() const { return autoSize_; }
+    void AutoSize(bool value);
+    /// Whether BackColor is painted below the text; else the parent's back colour is.
+    bool Opaque() const { return opaque_; }
+    void Opaque(bool value);
+
+  protected:
+    void MouseUp(const MouseEvent& event) override;
+    void DoubleClick(const MouseEvent& event) override;
+    void Resized() override { Draw(); }
+    void LooksChanged() override;
+
+  private:
+    void FitHeight();
+    void Draw();
+
+    bool autoSize_ = false;
+    bool opaque_ = false;
+};
+
+}  // namespace platform
