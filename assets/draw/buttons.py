@@ -3,15 +3,14 @@
 from . import layout, pixelfont
 from .canvas import Canvas, spread, stack
 from .looks import BRIGHT, BUTTON_LOOKS, SLATE, TOGGLE_LOOKS
-from .shapes import box, rounded
+from .shapes import rounded
 
-CROSS = ('##...##', '.##.##.', '..###..', '.##.##.', '##...##')
+CROSS = ('##..##', '.####.', '..##..', '..##..', '.####.', '##..##')
 BAR = ('', '', '', '#######', '#######')
-LINES = ('#######', '', '#######', '', '#######')
-PIN_LYING = ('..##....', '..#####.', '###....#', '###....#', '..#####.', '..##....')
+LINES = ('########', '', '########', '', '########')
 PIN_LYING = ('...#...#', '...#####', '####.###', '...#####', '...#...#')
+ICON_INSET, WORD_INSET = 2, 1  # how far the pills stay from the sides of their controls
 PIN_UP = ('#####', '.###.', '.#.#.', '.###.', '#####', '..#..', '..#..')
-PIN_UP = ('.####.', '..##..', '..##..', '.####.', '######', '..##..', '..##..')
 
 
 def pill(canvas, left, top, width, height, look):
@@ -40,7 +39,7 @@ def pill(canvas, left, top, width, height, look):
 def word_state(ground, word, look):
     """One image of a wide button: the pill on its ground with its word in the middle."""
     canvas = ground.crop(0, 0, ground.width, ground.height)
-    pill(canvas, 1, 0, canvas.width - 2, canvas.height - 1, look)
+    pill(canvas, WORD_INSET, 0, canvas.width - 2 * WORD_INSET, canvas.height - 1, look)
     left = (canvas.width - pixelfont.measure(word)) // 2
     pixelfont.write_raised(canvas, left, 4 + look.down, word, look.ink, look.shade)
     return canvas
@@ -49,7 +48,7 @@ def word_state(ground, word, look):
 def icon_state(ground, icon, look):
     """One image of a small button beside the title."""
     canvas = ground.crop(0, 0, ground.width, ground.height)
-    pill(canvas, 1, 0, canvas.width - 2, canvas.height - 1, look)
+    pill(canvas, ICON_INSET, 0, canvas.width - 2 * ICON_INSET, canvas.height - 1, look)
     left = (canvas.width - max(len(row) for row in icon)) // 2
     top = (canvas.height - 1 - len(icon)) // 2 + look.down
     canvas.bits(left, top + 1, icon, look.shade)
@@ -75,9 +74,9 @@ def panel_ground(width, height):
     return Canvas(width, height, SLATE)
 
 
-def pill_mask(width, height, glowing=False):
+def pill_mask(width, height, inset, glowing=False):
     """Rows of 0 and 1: wherever a state of the pill may touch its ground."""
-    rest = rounded(1, 0, width - 2, height - 1, (height - 1) / 2)
+    rest = rounded(inset, 0, width - 2 * inset, height - 1, (height - 1) / 2)
     shapes = [rest, rest.shift(0, 1)] + ([rest.grow(1)] if glowing else [])
     return [[int(any(s.coverage(x, y) > 0.03 for s in shapes)) for x in range(width)]
             for y in range(height)]

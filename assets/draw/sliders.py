@@ -4,25 +4,26 @@ from math import hypot
 
 from .canvas import Canvas, mix, stack
 from .looks import BUTTON_LOOKS, SLATE
-from .shapes import circle, ellipse, rounded
+from .shapes import circle, ellipse
 
-# Sixteen colours of the tracks: the ground, the slot in use from its dark upper edge to the
-# light that it catches below, and the same out of use.
-PALETTE = (
-    SLATE, (50, 59, 88), (16, 18, 58), (10, 11, 74), (14, 15, 98), (26, 27, 124), (50, 51, 158),
-    (110, 120, 168), (84, 95, 132), (36, 42, 78), (44, 50, 96),
-    (44, 52, 80), (50, 59, 86), (54, 63, 91), (74, 85, 118), (67, 77, 109),
-)
-IN_USE = ((16, 18, 58), (10, 11, 74), (14, 15, 98), (26, 27, 124), (50, 51, 158), (110, 120, 168))
-OUT_OF_USE = ((44, 52, 80), (50, 59, 86), (54, 63, 91), (54, 63, 91), (54, 63, 91), (74, 85, 118))
+# The slot from its dark upper edge down to the light that it catches below, then its upper
+# and lower corners.
+IN_USE = ((14, 16, 56), (8, 9, 74), (12, 13, 98), (24, 25, 126), (50, 51, 164), (112, 122, 172),
+          (38, 44, 80), (74, 84, 140))
+OUT_OF_USE = ((43, 51, 79), (49, 57, 85), (53, 61, 89), (55, 64, 92), (56, 65, 94), (78, 89, 122),
+              (53, 62, 90), (66, 76, 107))
+PALETTE = (SLATE,) + IN_USE + OUT_OF_USE[:-1]
 
 
 def _half(length, colours):
     """A horizontal track 13 high: a slot of five rows with a light edge below it."""
     canvas = Canvas(length, 13, SLATE)
-    slot = rounded(3, 4, length - 6, 5, 2.5)
-    canvas.paint(slot.shift(0, 1), colours[5])
-    canvas.paint(slot, lambda x, y: colours[min(max(y - 4, 0), 4)])
+    left, width = 3, length - 6
+    canvas.fill(left + 1, 9, width - 2, 1, colours[5])
+    canvas.fill(left, 4, width, 5, lambda x, y: colours[y - 4])
+    for x in (left, left + width - 1):
+        canvas.put(x, 4, colours[6])
+        canvas.put(x, 8, colours[7])
     return canvas
 
 

@@ -51,18 +51,20 @@ def folder_icon():
     return canvas
 
 
+NOTE = ('..######', '..######', '..#....#', '..#....#', '..#....#', '.##...##', '###..###',
+        '###..###', '.#....#.')
+
+
 def music_icon():
     canvas = Canvas(16, 16, SLATE)
+    canvas.fill(3, 15, 12, 1, INK, 0.35)
     canvas.fill(2, 1, 12, 14, INK)
-    canvas.fill(3, 2, 10, 12, Ramp((2, (250, 250, 255)), (14, (196, 200, 246))))
-    for i in range(4):
-        canvas.fill(10 + i, 1, 4 - i, 1, SLATE) if i == 0 else None
-    note = (72, 72, 200)
-    canvas.fill(7, 4, 1, 7, note)
-    canvas.fill(11, 3, 1, 7, note)
-    canvas.fill(7, 3, 5, 2, note)
-    canvas.paint(ellipse(6.4, 11, 1.9, 1.5), note)
-    canvas.paint(ellipse(10.4, 10, 1.9, 1.5), note)
+    canvas.fill(3, 2, 10, 12, Ramp((2, WHITE), (14, (186, 190, 244))))
+    for row, line in enumerate(('#..', '.#.', '..#')):  # the corner that is folded over
+        canvas.bits(11, 1 + row, (line,), INK)
+    canvas.bits(12, 1, ('##', '.#'), SLATE)
+    canvas.bits(11, 2, ('#', '##'), (150, 154, 226))
+    canvas.bits(4, 4, NOTE, (70, 70, 206))
     return canvas
 
 

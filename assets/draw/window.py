@@ -2,12 +2,22 @@
 
 from . import layout, pixelfont
 from .canvas import Canvas, Ramp, mix
-from .looks import ACCENT, INK, NIGHT, SLATE, WHITE
+from .looks import INK, LIGHT, NIGHT, SLATE, WHITE
 from .shapes import circle, melt
 
-BODY = Ramp((0, (126, 138, 188)), (5, (104, 115, 162)), (26, (78, 88, 127)),
-            (27, (84, 95, 136)), (207, (70, 80, 116)), (208, (98, 110, 154)),
-            (228, (86, 97, 138)), (246, (76, 87, 124)), (277, (54, 62, 92)))
+# How light the body is from top to bottom, in percent of the way from its darkest to its
+# lightest colour: a cap above the list, plain rails beside it, a deck below it.
+CAP, DECK = 26, 208
+LIGHTNESS = Ramp((0, (92,) * 3), (6, (66,) * 3), (CAP, (36,) * 3), (CAP + 1, (46,) * 3),
+                 (DECK - 1, (26,) * 3), (DECK, (64,) * 3), (228, (46,) * 3), (246, (33,) * 3),
+                 (277, (6,) * 3))
+DARKEST, LIGHTEST = (44, 52, 84), (134, 148, 208)
+
+
+def body(x, y):
+    """Lit from the upper left: darker downwards and, a little, to the right."""
+    light = LIGHTNESS.at(y + 0.5)[0] + 7 - 12 * x / layout.WINDOW[0]
+    return mix(DARKEST, LIGHTEST, light / 100)
 
 
 def _frame(canvas):
@@ -27,6 +37,15 @@ def _frame(canvas):
         canvas.put(w - 1, i, INK)
 
 
+def _shoulders(canvas):
+    """The edges of the cap and of the deck, where they meet the rails beside the list."""
+    for x in range(canvas.width):
+        canvas.put(x, CAP, NIGHT, 0.4)
+        canvas.put(x, CAP + 1, WHITE, 0.10)
+        canvas.put(x, DECK - 1, NIGHT, 0.3)
+        canvas.put(x, DECK, WHITE, 0.3)
+
+
 def _ring(canvas, left, top, width, height, dark, light):
     """One pixel around the rectangle: (colour, alpha) at the top and left, and opposite."""
     right, bottom = left + width, top + height
@@ -42,16 +61,17 @@ def _ring(canvas, left, top, width, height, dark, light):
         canvas.put(x, y, mix(dark[0], light[0], 0.5), (dark[1] + light[1]) / 2)
 
 
-def well(canvas, left, top, width, height):
-    """A flat sunken rectangle with two pixels of bevel around it."""
-    _ring(canvas, left - 1, top - 1, width + 2, height + 2, (NIGHT, 0.35), (WHITE, 0.10))
+def well(canvas, left, top, width, height, soft=True):
+    """A flat sunken rectangle with a hard bevel around it, and a soft one around that."""
+    if soft:
+        _ring(canvas, left - 1, top - 1, width + 2, height + 2, (NIGHT, 0.35), (WHITE, 0.10))
     _ring(canvas, left, top, width, height, (NIGHT, 1.0), ((148, 158, 212), 0.8))
     canvas.fill(left, top, width, height, SLATE)
 
 
 def _sockets(canvas):
     """The hollow in which the round buttons sit: five circles melted into one."""
-    hollow = melt([circle(left + 10.5, top + 10.5, 11.2)
+    hollow = melt([circle(left + 10.5, top + 10.5, 11.0)
                    for _, left, top in layout.TRANSPORT.values()], 5.0)
     canvas.paint(hollow.shift(0, 1).grow(0.3), (166, 176, 226), lambda x, y: 0.5 * (y - 244) / 25)
     canvas.paint(hollow, NIGHT)
@@ -60,11 +80,11 @@ def _sockets(canvas):
 
 
 def _mark(canvas):
-    """The maker's mark, engraved under the display, with lines that run out to the left."""
+    """The maker's mark, printed under the display, with engraved lines that run out to the left."""
     text, top = 'VELDRIN', 268
     left = 285 - pixelfont.measure(text, pixelfont.TINY, 2)
-    pixelfont.write(canvas, left, top + 1, text, (160, 170, 220), pixelfont.TINY, 2, 0.45)
-    pixelfont.write(canvas, left, top, text, (22, 25, 58), pixelfont.TINY, 2, 0.9)
+    pixelfont.write(canvas, left, top + 1, text, NIGHT, pixelfont.TINY, 2, 0.75)
+    pixelfont.write(canvas, left, top, text, LIGHT, pixelfont.TINY, 2, 0.62)
     for row in (top, top + 2, top + 4):
         for x in range(128, left - 5):
             strength = min(1.0, (x - 127) / 70)
@@ -74,14 +94,15 @@ def _mark(canvas):
 
 def draw():
     canvas = Canvas(*layout.WINDOW)
-    canvas.fill(0, 0, canvas.width, canvas.height, BODY)
+    canvas.fill(0, 0, canvas.width, canvas.height, body)
+    _shoulders(canvas)
     _frame(canvas)
-    well(canvas, *layout.TITLE)
+    well(canvas, *layout.TITLE, soft=False)  # the buttons beside it are close
     well(canvas, *layout.LIST)
-    well(canvas, *layout.SEEK)
     left, top = layout.DISPLAY[0], layout.VOLUME[1]
     right = layout.VOLUME[0] + layout.VOLUME[2]
     bottom = layout.DISPLAY[1] + layout.DISPLAY[3]
+    well(canvas, layout.SEEK[0], layout.SEEK[1], right - layout.SEEK[0], layout.SEEK[3])
     well(canvas, left, top, right - left, bottom - top)
     _sockets(canvas)
     _mark(canvas)
