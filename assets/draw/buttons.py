@@ -5,7 +5,7 @@ from .canvas import Canvas, spread, stack
 from .looks import BRIGHT, BUTTON_LOOKS, SLATE, TOGGLE_LOOKS
 from .shapes import rounded
 
-CROSS = ('##..##', '.####.', '..##..', '..##..', '.####.', '##..##')
+CROSS = ('##....##', '.##..##.', '..####..', '..####..', '.##..##.', '##....##')
 BAR = ('', '', '', '#######', '#######')
 LINES = ('########', '', '########', '', '########')
 PIN_LYING = ('...#...#', '...#####', '####.###', '...#####', '...#...#')
@@ -50,7 +50,7 @@ def icon_state(ground, icon, look):
     canvas = ground.crop(0, 0, ground.width, ground.height)
     pill(canvas, ICON_INSET, 0, canvas.width - 2 * ICON_INSET, canvas.height - 1, look)
     left = (canvas.width - max(len(row) for row in icon)) // 2
-    top = (canvas.height - 1 - len(icon)) // 2 + look.down
+    top = (canvas.height - len(icon)) // 2 + look.down
     canvas.bits(left, top + 1, icon, look.shade)
     canvas.bits(left, top, icon, look.ink)
     return canvas

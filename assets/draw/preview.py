@@ -165,7 +165,7 @@ def menu(album, width, height):
 
 def sheet(album):
     """Every picture but the window and the menu tile, in rows."""
-    canvas = Canvas(2 * layout.WINDOW[0] + 3 * MARGIN, 330, GROUND)
+    canvas = Canvas(2 * layout.WINDOW[0] + 3 * MARGIN, 268, GROUND)
     x, y, tallest = MARGIN, MARGIN, 0
     order = sorted((n for n in layout.PICTURES if n not in (100, 102)),
                    key=lambda n: (-layout.PICTURES[n][1], n))

@@ -8,6 +8,11 @@ def _widest(group):
     return channel, spans[channel]
 
 
+def _weight(group, counts):
+    """How much the picture gains when the group is split: by its span and, less, its size."""
+    return _widest(group)[1] * sum(counts[c] for c in group) ** 0.25
+
+
 def _middle(group, counts):
     """The group's mean colour, weighted by how often each colour occurs."""
     total = sum(counts[c] for c in group)
@@ -35,7 +40,7 @@ def adaptive(rows, size, pinned=()):
     if len(fixed) + len(free) > size:
         groups = [free]
         while len(groups) < size - len(fixed):
-            widest = max(range(len(groups)), key=lambda i: (_widest(groups[i])[1], -i))
+            widest = max(range(len(groups)), key=lambda i: (_weight(groups[i], counts), -i))
             groups[widest:widest + 1] = _split(groups[widest])
     palette, index = list(fixed), {c: i for i, c in enumerate(fixed)}
     for group in groups:

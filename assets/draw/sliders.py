@@ -11,8 +11,8 @@ from .shapes import circle, ellipse
 IN_USE = ((14, 16, 56), (8, 9, 74), (12, 13, 98), (24, 25, 126), (50, 51, 164), (112, 122, 172),
           (38, 44, 80), (74, 84, 140))
 OUT_OF_USE = ((43, 51, 79), (49, 57, 85), (53, 61, 89), (55, 64, 92), (56, 65, 94), (78, 89, 122),
-              (53, 62, 90), (66, 76, 107))
-PALETTE = (SLATE,) + IN_USE + OUT_OF_USE[:-1]
+              (53, 62, 90), SLATE)
+PALETTE = IN_USE + OUT_OF_USE  # sixteen
 
 
 def _half(length, colours):

@@ -3,7 +3,7 @@
 from math import pi, sin
 
 from .canvas import Canvas, Ramp, mix
-from .looks import ACCENT, INK, LIGHT, SLATE, WHITE
+from .looks import BRIGHT, INK, LIGHT, SLATE, WHITE
 from .shapes import box, circle, ellipse, polygon, rounded
 
 MENU_PALETTE = tuple(tuple(round(c) for c in mix((14, 14, 60), (50, 57, 100), i / 15))
@@ -75,6 +75,7 @@ def _tip(width):
                                           (22, (28, 31, 76))))
     for x in range(1, width - 1):
         canvas.put(x, 1, LIGHT, 0.75)
+        canvas.put(x, 20, BRIGHT, 0.22)
         canvas.put(x, 21, (8, 8, 48), 0.6)
     for y in range(1, 22):
         canvas.put(1, y, LIGHT, 0.55 - 0.02 * y)

@@ -18,7 +18,7 @@ def _triangle(left, right, middle, half):
 
 ICONS = {
     140: [box(6, 6.5, 2, 8), _triangle(15, 8.2, 10.5, 4.2)],
-    145: [_triangle(7.6, 15.6, 10.5, 5.2)],
+    145: [_triangle(8, 15.6, 10.5, 5)],
     150: [box(7, 6, 3, 9), box(11, 6, 3, 9)],
     155: [rounded(7, 7, 7, 7, 0.6)],
     160: [box(13, 6.5, 2, 8), _triangle(6, 12.8, 10.5, 4.2)],

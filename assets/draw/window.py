@@ -17,7 +17,7 @@ DARKEST, LIGHTEST = (44, 52, 84), (134, 148, 208)
 def body(x, y):
     """Lit from the upper left: darker downwards and, a little, to the right."""
     light = LIGHTNESS.at(y + 0.5)[0] + 7 - 12 * x / layout.WINDOW[0]
-    return mix(DARKEST, LIGHTEST, light / 100)
+    return mix(DARKEST, LIGHTEST, round(light) / 100)  # whole steps save palette entries
 
 
 def _frame(canvas):
