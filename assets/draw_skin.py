@@ -40,7 +40,7 @@ def masks():
                for number, (mask, _, _) in group.items() if number in layout.TOGGLES}
     for number in (110, 191, 206, 211, 291, 366, 371):
         width, height = layout.PICTURES[number][:2]
-        inset = buttons.ICON_INSET if number == 110 else buttons.WORD_INSET
+        inset = layout.ICON_INSET if number == 110 else layout.WORD_INSET
         yield number, buttons.pill_mask(width, height, inset, number in toggles)
     yield 141, transport.mask(21)
     yield 222, sliders.stick_mask()

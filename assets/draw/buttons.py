@@ -9,7 +9,6 @@ CROSS = ('##....##', '.##..##.', '..####..', '..####..', '.##..##.', '##....##')
 BAR = ('', '', '', '#######', '#######')
 LINES = ('########', '', '########', '', '########')
 PIN_LYING = ('...#...#', '...#####', '####.###', '...#####', '...#...#')
-ICON_INSET, WORD_INSET = 2, 1  # how far the pills stay from the sides of their controls
 PIN_UP = ('#####', '.###.', '.#.#.', '.###.', '#####', '..#..', '..#..')
 
 
@@ -36,10 +35,16 @@ def pill(canvas, left, top, width, height, look):
         canvas.paint(face.without(face.shift(-0.2, -1.0)), (0, 0, 50), 0.18)
 
 
-def word_state(ground, word, look):
-    """One image of a wide button: the pill on its ground with its word in the middle."""
+def _on_ground(ground, inset, look):
+    """A canvas with the ground and the pill on it, ready for a word or an icon."""
     canvas = ground.crop(0, 0, ground.width, ground.height)
-    pill(canvas, WORD_INSET, 0, canvas.width - 2 * WORD_INSET, canvas.height - 1, look)
+    pill(canvas, inset, 0, canvas.width - 2 * inset, canvas.height - 1, look)
+    return canvas
+
+
+def word_state(ground, word, look):
+    """One image of a wide button."""
+    canvas = _on_ground(ground, layout.WORD_INSET, look)
     left = (canvas.width - pixelfont.measure(word)) // 2
     pixelfont.write_raised(canvas, left, 4 + look.down, word, look.ink, look.shade)
     return canvas
@@ -47,8 +52,7 @@ def word_state(ground, word, look):
 
 def icon_state(ground, icon, look):
     """One image of a small button beside the title."""
-    canvas = ground.crop(0, 0, ground.width, ground.height)
-    pill(canvas, ICON_INSET, 0, canvas.width - 2 * ICON_INSET, canvas.height - 1, look)
+    canvas = _on_ground(ground, layout.ICON_INSET, look)
     left = (canvas.width - max(len(row) for row in icon)) // 2
     top = (canvas.height - len(icon)) // 2 + look.down
     canvas.bits(left, top + 1, icon, look.shade)

@@ -37,5 +37,6 @@ WORD_BUTTONS = {190: (191, 9, 211), 195: (191, 47, 211), 200: (191, 85, 211),
                 205: (206, 235, 211)}
 WORDS = {190: 'Add', 195: 'Rem', 200: 'Misc', 370: 'Lists', 290: 'Efx', 210: 'Info',
          205: 'Lyrics', 365: 'Reset'}
+ICON_INSET, WORD_INSET = 2, 1  # how far the pills stay from the sides of their controls
 TOGGLES = (124, 205, 210, 290)
 EFFECT_SLIDERS = tuple((85, top, 190, 13) for top in range(10, 101, 15))

@@ -2,8 +2,8 @@
 
 from . import layout, png
 from .bmp import Picture
-from .canvas import Canvas, Ramp
-from .looks import LIGHT, SLATE, WHITE
+from .canvas import Canvas, mix
+from .looks import ACCENT, LIGHT, SLATE, WHITE
 
 NORMAL, PRESSED, DISABLED, LATCHED = 0, 1, 2, 3
 BLACK = (0, 0, 0)
@@ -87,17 +87,14 @@ def playlist(canvas):
         y = top + 1 + 13 * i
         if i == 4:
             for x in range(width - 12):
-                t = x / (width - 12)
-                canvas.fill(left + x, y, 1, 13, tuple(a + (b - a) * t for a, b in
-                                                      zip((112, 112, 238), SLATE)))
+                canvas.fill(left + x, y, 1, 13, mix(ACCENT, SLATE, x / (width - 12)))
         words(canvas, left + 4, y + 4, (10, 22 + i * 7 % 19, 30, 12 + i * 5 % 23),
               WHITE if i == 4 else LIGHT)
         words(canvas, left + width - 36, y + 4, (18,), LIGHT)
     canvas.fill(left + width - 10, top, 10, 181, SLATE)
     canvas.fill(left + width - 10, top + 20, 10, 60, (49, 54, 82))
     for x in range(8):
-        canvas.fill(left + width - 9 + x, top + 21, 1, 58, tuple(
-            a + (b - a) * x / 7 for a, b in zip(SLATE, (128, 128, 187))))
+        canvas.fill(left + width - 9 + x, top + 21, 1, 58, mix(SLATE, (128, 128, 187), x / 7))
 
 
 def effects(canvas, album, enabled=True):

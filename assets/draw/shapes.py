@@ -86,5 +86,6 @@ def melt(shapes, softness):
         return d
 
     boxes = [s.box for s in shapes]
-    return Shape(distance, (min(b[0] for b in boxes) - softness, min(b[1] for b in boxes) - softness,
-                            max(b[2] for b in boxes) + softness, max(b[3] for b in boxes) + softness))
+    left, top = (min(b[i] for b in boxes) - softness for i in (0, 1))
+    right, bottom = (max(b[i] for b in boxes) + softness for i in (2, 3))
+    return Shape(distance, (left, top, right, bottom))

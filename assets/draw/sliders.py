@@ -3,13 +3,13 @@
 from math import hypot
 
 from .canvas import Canvas, mix, stack
-from .looks import BUTTON_LOOKS, SLATE
+from .looks import SLATE
 from .shapes import circle, ellipse
 
 # The slot from its dark upper edge down to the light that it catches below, then its upper
 # and lower corners.
 IN_USE = ((14, 16, 56), (8, 9, 74), (12, 13, 98), (24, 25, 126), (50, 51, 164), (112, 122, 172),
-          (38, 44, 80), (74, 84, 140))
+          (46, 53, 86), (62, 69, 122))
 OUT_OF_USE = ((43, 51, 79), (49, 57, 85), (53, 61, 89), (55, 64, 92), (56, 65, 94), (78, 89, 122),
               (53, 62, 90), SLATE)
 PALETTE = IN_USE + OUT_OF_USE  # sixteen
@@ -42,13 +42,13 @@ def vertical(length):
     return track
 
 
-def _ball(look):
+def _ball(stops):
+    """A sphere lit from the upper left, its colours from the lit side to the far one."""
     def colour(x, y):
         dx, dy = (x + 0.5 - 6.5) / 5.6, (y + 0.5 - 6.5) / 5.6
         light = hypot(dx + 0.35, dy + 0.45)
         t = min(light / 1.5, 0.999) * 3
         i = int(t)
-        stops = look
         return mix(stops[i], stops[i + 1], t - i)
     return colour
 

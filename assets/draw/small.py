@@ -4,7 +4,7 @@ from math import pi, sin
 
 from .canvas import Canvas, Ramp, mix
 from .looks import BRIGHT, INK, LIGHT, SLATE, WHITE
-from .shapes import box, circle, ellipse, polygon, rounded
+from .shapes import polygon, rounded
 
 MENU_PALETTE = tuple(tuple(round(c) for c in mix((14, 14, 60), (50, 57, 100), i / 15))
                      for i in range(16))

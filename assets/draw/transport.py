@@ -4,7 +4,7 @@ from math import hypot
 
 from .canvas import mix, stack
 from .looks import BUTTON_LOOKS
-from .shapes import box, circle, ellipse, melt, polygon, rounded
+from .shapes import box, circle, ellipse, polygon, rounded
 
 RADIUS = 9.6
 CENTRE = (10.5, 10.2)

@@ -3,7 +3,7 @@
 from . import layout, pixelfont
 from .canvas import Canvas, Ramp, mix
 from .looks import INK, LIGHT, NIGHT, SLATE, WHITE
-from .shapes import circle, melt
+from .shapes import circle, melt, rounded
 
 # How light the body is from top to bottom, in percent of the way from its darkest to its
 # lightest colour: a cap above the list, plain rails beside it, a deck below it.
@@ -11,6 +11,7 @@ CAP, DECK = 26, 208
 LIGHTNESS = Ramp((0, (92,) * 3), (6, (66,) * 3), (CAP, (36,) * 3), (CAP + 1, (46,) * 3),
                  (DECK - 1, (26,) * 3), (DECK, (64,) * 3), (228, (46,) * 3), (246, (33,) * 3),
                  (277, (6,) * 3))
+GLINT = (166, 176, 226)  # what an edge turned towards the light throws back
 DARKEST, LIGHTEST = (44, 52, 84), (134, 148, 208)
 
 
@@ -69,11 +70,22 @@ def well(canvas, left, top, width, height, soft=True):
     canvas.fill(left, top, width, height, SLATE)
 
 
+def _seats(canvas):
+    """A shallow seat around every pill: dark above it, light below it."""
+    for group, inset in ((layout.CAPTION_BUTTONS, layout.ICON_INSET),
+                         (layout.WORD_BUTTONS, layout.WORD_INSET)):
+        for mask, left, top in group.values():
+            width, height = layout.PICTURES[mask][:2]
+            pill = rounded(left + inset, top, width - 2 * inset, height - 1, (height - 1) / 2)
+            canvas.paint(pill.shift(0, 1.2).grow(0.9), GLINT, 0.4)
+            canvas.paint(pill.grow(0.9), NIGHT, 0.34)
+
+
 def _sockets(canvas):
     """The hollow in which the round buttons sit: five circles melted into one."""
     hollow = melt([circle(left + 10.5, top + 10.5, 11.0)
                    for _, left, top in layout.TRANSPORT.values()], 5.0)
-    canvas.paint(hollow.shift(0, 1).grow(0.3), (166, 176, 226), lambda x, y: 0.5 * (y - 244) / 25)
+    canvas.paint(hollow.shift(0, 1).grow(0.3), GLINT, lambda x, y: 0.5 * (y - 244) / 25)
     canvas.paint(hollow, NIGHT)
     canvas.paint(hollow.shift(0.4, 1).grow(-0.6).cut(hollow),
                  Ramp((246, (30, 34, 66)), (268, (58, 67, 100))))
@@ -89,7 +101,7 @@ def _mark(canvas):
         for x in range(128, left - 5):
             strength = min(1.0, (x - 127) / 70)
             canvas.put(x, row, (22, 25, 58), 0.8 * strength)
-            canvas.put(x, row + 1, (160, 170, 220), 0.22 * strength)
+            canvas.put(x, row + 1, GLINT, 0.22 * strength)
 
 
 def draw():
@@ -104,6 +116,7 @@ def draw():
     bottom = layout.DISPLAY[1] + layout.DISPLAY[3]
     well(canvas, layout.SEEK[0], layout.SEEK[1], right - layout.SEEK[0], layout.SEEK[3])
     well(canvas, left, top, right - left, bottom - top)
+    _seats(canvas)
     _sockets(canvas)
     _mark(canvas)
     return canvas
