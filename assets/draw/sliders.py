@@ -63,7 +63,7 @@ STICKS = (
 def stick():
     images = []
     for stops, rim, spark in STICKS:
-        canvas = _half(40, IN_USE).crop(12, 0, 13, 13)
+        canvas = Canvas(13, 13, SLATE)  # there is slot under it only between the ends
         ball = circle(6.5, 6.5, 6.3)
         canvas.paint(ball, rim)
         canvas.paint(ball.grow(-1), _ball(stops))
@@ -73,6 +73,6 @@ def stick():
 
 
 def stick_mask():
-    """Here 0, black, is the body of the stick."""
+    """Here 0, black, is the body of the stick; what it hardly covers is left to the track."""
     ball = circle(6.5, 6.5, 6.3)
-    return [[int(ball.coverage(x, y) <= 0.03) for x in range(13)] for y in range(13)]
+    return [[int(ball.coverage(x, y) < 0.3) for x in range(13)] for y in range(13)]
