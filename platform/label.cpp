@@ -1,5 +1,7 @@
 #include "platform/label.h"
 
+#include <utility>
+
 namespace platform {
 
 Label::Label(WindowSystem& windows, Handle parent, const Rect& rect)
@@ -46,10 +48,13 @@ void Label::Draw() {
 
 void Label::MouseUp(const MouseEvent& event) {
     RaiseMouseUp(event);
-    RaiseClick();
+    if (!std::exchange(doubleClicked_, false)) {
+        RaiseClick();
+    }
 }
 
 void Label::DoubleClick(const MouseEvent& /*event*/) {
+    doubleClicked_ = true;
     RaiseDblClick();
 }
 

@@ -1,6 +1,6 @@
 // A label: text on its parent, broken at its line ends and between words. It is a mark on the
 // parent rather than a window: WindowFromPoint answers the parent, but clicks and double clicks
-// reach it.
+// reach it. The second press of a double click raises DblClick in place of MouseDown and Click.
 #pragma once
 
 #include "platform/widget.h"
@@ -33,6 +33,7 @@ class Label : public Widget {
 
     bool autoSize_ = false;
     bool opaque_ = false;
+    bool doubleClicked_ = false;  ///< the button that is down is no click of its own
 };
 
 }  // namespace platform

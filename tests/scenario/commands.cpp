@@ -9,8 +9,9 @@ namespace scenario {
 namespace {
 
 const std::vector<const CommandTable*>& AllCommands() {
-    static const std::vector<const CommandTable*> tables{&RunCommands(), &AskCommands(),
-                                                         &InputCommands(), &FileCommands()};
+    static const std::vector<const CommandTable*> tables{&RunCommands(),    &AskCommands(),
+                                                         &InputCommands(),  &PointerCommands(),
+                                                         &ScreenCommands(), &FileCommands()};
     return tables;
 }
 
@@ -44,6 +45,29 @@ std::u16string CommandLine::Text() {
 
 std::string CommandLine::Path() {
     return platform::Narrow(Text());
+}
+
+namespace {
+
+std::filesystem::path Inside(const std::filesystem::path& directory,
+                             const std::filesystem::path& wanted) {
+    std::filesystem::path path = wanted.lexically_normal();
+    const std::filesystem::path relative = path.lexically_relative(directory);
+    if (relative.empty() || relative == "." || *relative.begin() == "..") {
+        throw Mistake("not inside $D: " + path.string());
+    }
+    return path;
+}
+
+}  // namespace
+
+std::filesystem::path CommandLine::PathInside() {
+    return Inside(platform::Narrow(scope_.directory), Path());
+}
+
+std::filesystem::path CommandLine::NewFile() {
+    const std::filesystem::path directory = platform::Narrow(scope_.directory);
+    return Inside(directory, directory / Path());
 }
 
 Long CommandLine::Integer() {

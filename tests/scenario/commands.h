@@ -4,6 +4,7 @@
 // names_reserved.cpp.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,10 +25,19 @@ class CommandLine {
     const Word& Next();
     /// Goes past the next word if it is this one, without quotes.
     bool SkipWord(std::string_view word);
+    /// Whether there is a next word, without quotes, that is so.
+    template <class Test>
+    bool NextIs(Test test) const {
+        return !AtEnd() && !words_[at_].quoted && test(words_[at_].raw);
+    }
     /// A text, whether in quotes or not.
     std::u16string Text();
     /// The same as raw bytes: a path.
     std::string Path();
+    /// A path strictly inside the scratch folder, which a scenario may change.
+    std::filesystem::path PathInside();
+    /// The same; a path that is not absolute lies in the scratch folder.
+    std::filesystem::path NewFile();
     Long Integer();
     /// Not negative.
     Long Natural();
@@ -61,6 +71,8 @@ const CommandTable& RunCommands();   // commands_run.cpp
 const CommandTable& HostCommands();  // commands_host.cpp: what stands behind `host`
 const CommandTable& AskCommands();   // commands_ask.cpp
 const CommandTable& InputCommands();
+const CommandTable& PointerCommands();
+const CommandTable& ScreenCommands();
 const CommandTable& FileCommands();
 
 /// A line that is no check. Raises Mistake; `scope` follows what the line makes.

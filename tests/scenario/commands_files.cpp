@@ -15,17 +15,6 @@ namespace {
 
 constexpr std::string_view kSection = "Memory";
 
-// A path that a scenario may change: strictly inside the scratch folder.
-fs::path Inside(CommandLine& line) {
-    const fs::path directory = platform::Narrow(line.GetScope().directory);
-    fs::path path = fs::path(line.Path()).lexically_normal();
-    const fs::path relative = path.lexically_relative(directory);
-    if (relative.empty() || relative == "." || *relative.begin() == "..") {
-        throw Mistake("not inside $D: " + path.string());
-    }
-    return path;
-}
-
 void Check(bool done, const char* what, const fs::path& path) {
     if (!done) {
         throw Mistake(std::string(what) + ": " + path.string());
@@ -39,7 +28,7 @@ void MakeFolder(const fs::path& path) {
 }
 
 Command Write(CommandLine& line) {
-    const fs::path path = Inside(line);
+    const fs::path path = line.PathInside();
     return [path, bytes = platform::Narrow(line.Text())](World& /*world*/) {
         MakeFolder(path.parent_path());
         std::ofstream file(path, std::ios::binary);
@@ -50,11 +39,11 @@ Command Write(CommandLine& line) {
 }
 
 Command Mkdir(CommandLine& line) {
-    return [path = Inside(line)](World& /*world*/) { MakeFolder(path); };
+    return [path = line.PathInside()](World& /*world*/) { MakeFolder(path); };
 }
 
 Command Delete(CommandLine& line) {
-    return [path = Inside(line)](World& /*world*/) {
+    return [path = line.PathInside()](World& /*world*/) {
         std::error_code error;
         fs::remove_all(path, error);
         Check(!error, "cannot be deleted", path);

@@ -1,4 +1,5 @@
-// Input: keys, drops, what a window manager and a second start do, and plain window messages.
+// Input but for the pointer: keys, characters, drops, what a window manager and a second start do,
+// and plain window messages.
 #include <array>
 
 #include "core/frmmain.h"
@@ -30,31 +31,34 @@ Long Modifiers(CommandLine& line) {
     return modifiers;
 }
 
-// Sends the messages to whoever has the focus when each of them comes.
-Command KeyMessages(CommandLine& line, const std::vector<Long>& messages) {
+// A key goes down (True) or up to whoever has the focus at that moment.
+Command KeyChanges(CommandLine& line, const std::vector<bool>& changes) {
     constexpr Long kHighestCode = 255;
     const Long code = line.Natural();
     if (code > kHighestCode) {
         throw Mistake("no virtual key: " + std::to_string(code));
     }
-    return [code, modifiers = Modifiers(line), messages](World& world) {
-        for (const Long message : messages) {
-            WindowSystem& windows = world.Windows();
-            windows.SendMessage(windows.GetFocus(), message, code, modifiers);
+    return [code, modifiers = Modifiers(line), changes](World& world) {
+        for (const bool down : changes) {
+            world.Windows().Deliver(KeyChanged{code, modifiers, down});
         }
     };
 }
 
 Command Key(CommandLine& line) {
-    return KeyMessages(line, {WM_KEYDOWN, WM_KEYUP});
+    return KeyChanges(line, {true, false});
 }
 
 Command KeyDown(CommandLine& line) {
-    return KeyMessages(line, {WM_KEYDOWN});
+    return KeyChanges(line, {true});
 }
 
 Command KeyUp(CommandLine& line) {
-    return KeyMessages(line, {WM_KEYUP});
+    return KeyChanges(line, {false});
+}
+
+Command Type(CommandLine& line) {
+    return [text = line.Text()](World& world) { world.Windows().Deliver(TextTyped{text}); };
 }
 
 Command Drop(CommandLine& line) {
@@ -110,9 +114,11 @@ Command SendWindowMessage(CommandLine& line) {
 
 const CommandTable& InputCommands() {
     static const CommandTable table{
-        {"key", Key},           {"keydown", KeyDown},   {"keyup", KeyUp},
-        {"drop", Drop},         {"copydata", CopyData}, {"hotkey", HotKey},
-        {"minimise", Minimise}, {"restore", Restore},   {"message", SendWindowMessage},
+        {"key", Key},         {"keydown", KeyDown},
+        {"keyup", KeyUp},     {"type", Type},
+        {"drop", Drop},       {"copydata", CopyData},
+        {"hotkey", HotKey},   {"minimise", Minimise},
+        {"restore", Restore}, {"message", SendWindowMessage},
     };
     return table;
 }

@@ -26,7 +26,6 @@ TEST_F(Mistakes, UnknownWords) {
 }
 
 TEST_F(Mistakes, WordsThatAreNotBuiltYet) {
-    Refused("pixel frmMAIN 0 0\n", "1: not built yet: pixel");
     Refused("tray\n", "1: not built yet: tray");
     Refused("at 5 popup cancel\n", "1: not built yet: popup");
     Refused("call ShowPanel 0 True\n", "1: not built yet: ShowPanel");
@@ -55,6 +54,16 @@ TEST_F(Mistakes, NumbersOfArguments) {
     Refused("? lstPlaylist(0).ListCount\n",
             "1: wrong number of arguments: lstPlaylist takes no index");
     Refused("drop frmMAIN\n", "1: wrong number of arguments: too few");
+    Refused("mouse 1\n", "1: wrong number of arguments: too few");
+    Refused("mouse frmMAIN 1 2 3\n", "1: wrong number of arguments: 3 is too many");
+    Refused("press left\n", "1: wrong number of arguments: left is too many");
+    Refused("click frmMAIN middle\n", "1: wrong number of arguments: middle is too many");
+    Refused("dblclick frmMAIN right\n", "1: wrong number of arguments: right is too many");
+    Refused("wheel\n", "1: wrong number of arguments: too few");
+    Refused("wheel sideways\n", "1: neither up nor down: sideways");
+    Refused("pixel frmMAIN 0\n", "1: wrong number of arguments: too few");
+    Refused("pixel hMenu 0 0\n", "1: no window: hMenu");
+    Refused("mouse nowhere 1 2\n", "1: unknown object: nowhere");
 }
 
 TEST_F(Mistakes, ValuesOfAnotherKind) {
@@ -163,6 +172,8 @@ TEST_F(Mistakes, FilesOutsideTheScratchFolderAreSafe) {
     }
     EXPECT_EQ(Run("write \"/tmp/x\" \"\"\n").status, 2);
     EXPECT_EQ(Run("mkdir \"$D/../x\"\n").status, 2);
+    EXPECT_EQ(Run("screenshot ../x.bmp\n").status, 2);
+    EXPECT_EQ(Run("screenshot /tmp/x.bmp\n").status, 2);
 }
 
 // What only shows while the scenario runs ends it there.

@@ -72,6 +72,7 @@ void World::Quit() {
 
 void World::MakeInstance(const Class& type) {
     const platform::Handle parent = holder_.HWnd();
+    holder_.Visible(true);  // so that the pointer can reach the instance
     instance_ = {};
     instanceClass_ = &type;
     if (&type == &ListClass()) {

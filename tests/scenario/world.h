@@ -35,6 +35,7 @@ class World {
     World& operator=(const World&) = delete;
 
     platform::WindowSystem& Windows() { return windows_; }
+    platform::HeadlessDriver& Screen() { return driver_; }
     ScriptedHost& Host() { return host_; }
     const std::string& Directory() const { return directory_; }
 

@@ -1,0 +1,193 @@
+"""Mocks of the player, put together from the written pictures as the player does it."""
+
+from . import layout, png
+from .bmp import Picture
+from .canvas import Canvas, mix
+from .looks import ACCENT, LIGHT, SLATE, WHITE
+
+NORMAL, PRESSED, DISABLED, LATCHED = 0, 1, 2, 3
+BLACK = (0, 0, 0)
+GROUND = (104, 108, 112)
+MARGIN = 12
+
+
+class Album:
+    """The pictures of a folder, read when first asked for."""
+
+    def __init__(self, folder):
+        self.folder, self.read = folder, {}
+
+    def __getitem__(self, number):
+        if number not in self.read:
+            self.read[number] = Picture((self.folder / f'{number}.bmp').read_bytes())
+        return self.read[number]
+
+
+def blit(canvas, rows, left, top):
+    for y, row in enumerate(rows):
+        for x, colour in enumerate(row):
+            canvas.put(left + x, top + y, colour)
+
+
+def image(canvas, album, number, mask, left, top, index, clear=BLACK):
+    """One image of a strip, cut by its mask."""
+    shape = album[mask]
+    for y in range(shape.height):
+        for x in range(shape.width):
+            if shape.rows[y][x] != clear:
+                canvas.put(left + x, top + y,
+                           album[number].rows[shape.height * index + y][x])
+
+
+def slider(canvas, album, number, place, value, enabled=True, state=NORMAL):
+    """A horizontal slider: the track stretched to its width, and the stick on it."""
+    left, top, width, height = place
+    track = album[number]
+    first = 0 if enabled else height
+    for y in range(height):
+        for x in range(width):
+            canvas.put(left + x, top + y, track.rows[first + y][x * track.width // width])
+    if enabled:
+        image(canvas, album, 221, 222, left + round((width - 13) * value), top, state, WHITE)
+
+
+def scroller(canvas, album, left, top, value, enabled=True):
+    rows = album[280].rows
+    first = 0 if enabled else 13
+    blit(canvas, [row[first:first + 13] for row in rows], left, top)
+    if enabled:
+        image(canvas, album, 221, 222, left, top + round(168 * value), NORMAL, WHITE)
+
+
+def words(canvas, left, top, lengths, colour):
+    """Text hinted at by bars."""
+    for length in lengths:
+        canvas.fill(left, top, length, 5, colour, 0.75)
+        left += length + 3
+
+
+def controls(canvas, album, state):
+    """The window with all its controls in one state; LATCHED lights the toggles only."""
+    blit(canvas, album[100].rows, 0, 0)
+    groups = {**layout.CAPTION_BUTTONS, **layout.TRANSPORT, **layout.WORD_BUTTONS}
+    for number, (mask, left, top) in groups.items():
+        index = state if state != LATCHED or number in layout.TOGGLES else NORMAL
+        image(canvas, album, number, mask, left, top, index)
+    enabled = state != DISABLED
+    stick = PRESSED if state == PRESSED else NORMAL
+    slider(canvas, album, 220, layout.SEEK, 0.37, enabled, stick)
+    slider(canvas, album, 230, layout.VOLUME, 0.75, enabled, stick)
+    words(canvas, layout.TITLE[0] + 30, layout.TITLE[1] + 4, (20, 34, 8, 26, 18), LIGHT)
+    words(canvas, layout.DISPLAY[0] + 22, layout.DISPLAY[1] + 4, (12, 14), LIGHT)
+
+
+def playlist(canvas):
+    left, top, width, _ = layout.LIST
+    for i in range(13):
+        y = top + 1 + 13 * i
+        if i == 4:
+            for x in range(width - 12):
+                canvas.fill(left + x, y, 1, 13, mix(ACCENT, SLATE, x / (width - 12)))
+        words(canvas, left + 4, y + 4, (10, 22 + i * 7 % 19, 30, 12 + i * 5 % 23),
+              WHITE if i == 4 else LIGHT)
+        words(canvas, left + width - 36, y + 4, (18,), LIGHT)
+    canvas.fill(left + width - 10, top, 10, 181, SLATE)
+    canvas.fill(left + width - 10, top + 20, 10, 60, (49, 54, 82))
+    for x in range(8):
+        canvas.fill(left + width - 9 + x, top + 21, 1, 58, mix(SLATE, (128, 128, 187), x / 7))
+
+
+def effects(canvas, album, enabled=True):
+    left, top = layout.LIST[:2]
+    for i, (x, y, w, h) in enumerate(layout.EFFECT_SLIDERS):
+        words(canvas, left + 24, top + y + 4, (22 + 5 * i % 17, 12), LIGHT)
+        slider(canvas, album, 230, (left + x, top + y, w, h), (0.5, 0.5, 0, 0.2, 0.6, 0.45, 1)[i],
+               enabled)
+    image(canvas, album, 365, 366, left + layout.RESET[0], top + layout.RESET[1],
+          NORMAL if enabled else DISABLED)
+
+
+def lyrics(canvas, album):
+    left, top, width, _ = layout.LIST
+    for i in range(12):
+        words(canvas, left + 6, top + 5 + 14 * i, (30 + 7 * i % 31, 40, 16 + 11 * i % 37), LIGHT)
+    scroller(canvas, album, left + width - 13, top, 0.3)
+
+
+def browser(canvas, album):
+    left, top = layout.LIST[:2]
+    for i in range(10):
+        number = 103 if i == 0 else 104 if i < 4 else 105
+        blit(canvas, album[number].rows, left + 2, top + 1 + 16 * i)
+        words(canvas, left + 24, top + 6 + 16 * i, (30 + 7 * i % 31, 18), LIGHT)
+
+
+def windows(album):
+    """Four windows, each in another state and with another panel."""
+    mocks = []
+    for state in (NORMAL, PRESSED, DISABLED, LATCHED):
+        canvas = Canvas(*layout.WINDOW)
+        controls(canvas, album, state)
+        if state == NORMAL:
+            playlist(canvas)
+        elif state == PRESSED:
+            browser(canvas, album)
+        elif state == DISABLED:
+            lyrics(canvas, album)
+        else:
+            effects(canvas, album)
+        mocks.append(canvas)
+    return mocks
+
+
+def tip(album, width):
+    canvas = Canvas(width, 23)
+    for x in range(2, width):
+        blit(canvas, [row[:1] for row in album[107].rows], x, 0)
+    blit(canvas, album[106].rows, 0, 0)
+    blit(canvas, album[108].rows, width - 9, 0)
+    words(canvas, 12, 9, (26, 30), LIGHT)
+    return canvas
+
+
+def menu(album, width, height):
+    canvas = Canvas(width, height)
+    for y in range(0, height, 100):
+        for x in range(0, width, 100):
+            blit(canvas, album[102].rows, x, y)
+    for i in range(height // 19):
+        words(canvas, 24, 7 + 19 * i, (34, 20 + i * 9 % 30), (224, 224, 255))
+    return canvas
+
+
+def sheet(album):
+    """Every picture but the window and the menu tile, in rows."""
+    canvas = Canvas(2 * layout.WINDOW[0] + 3 * MARGIN, 268, GROUND)
+    x, y, tallest = MARGIN, MARGIN, 0
+    order = sorted((n for n in layout.PICTURES if n not in (100, 102)),
+                   key=lambda n: (-layout.PICTURES[n][1], n))
+    for number in order:
+        picture = album[number]
+        if x + picture.width > canvas.width - MARGIN:
+            x, y, tallest = MARGIN, y + tallest + 8, 0
+        blit(canvas, picture.rows, x, y)
+        x, tallest = x + picture.width + 8, max(tallest, picture.height)
+    return canvas
+
+
+def write(folder, out, scale):
+    album = Album(folder)
+    mocks = windows(album)
+    width, height = layout.WINDOW
+    below = 2 * (height + MARGIN) + MARGIN
+    overview = sheet(album)
+    canvas = Canvas(overview.width, below + 136 + overview.height, GROUND)
+    for i, mock in enumerate(mocks):
+        canvas.paste(mock, MARGIN + i % 2 * (width + MARGIN), MARGIN + i // 2 * (height + MARGIN))
+    canvas.paste(menu(album, 240, 130), MARGIN, below)
+    canvas.paste(tip(album, 100), 290, below)
+    canvas.paste(tip(album, 80), 420, below)
+    canvas.paste(overview, 0, below + 136)
+    png.write(out, canvas.rounded(), scale)
+    for name, mock in zip(('normal', 'pressed', 'disabled', 'latched'), mocks):
+        png.write(out.with_name(f'{out.stem}_{name}{out.suffix}'), mock.rounded(), scale)

@@ -1,0 +1,63 @@
+"""From true colour to a palette: exact where the colours fit, median cut where they do not."""
+
+
+def _widest(group):
+    """The channel along which the colours of the group differ most, and by how much."""
+    spans = [max(c[i] for c in group) - min(c[i] for c in group) for i in range(3)]
+    channel = max(range(3), key=lambda i: spans[i])
+    return channel, spans[channel]
+
+
+def _weight(group, counts):
+    """How much the picture gains when the group is split: by its span and, less, its size."""
+    return _widest(group)[1] * sum(counts[c] for c in group) ** 0.25
+
+
+def _middle(group, counts):
+    """The group's mean colour, weighted by how often each colour occurs."""
+    total = sum(counts[c] for c in group)
+    return tuple((2 * sum(c[i] * counts[c] for c in group) + total) // (2 * total)
+                 for i in range(3))
+
+
+def _split(group):
+    """Two halves of the group, cut in the middle of its widest channel."""
+    channel, _ = _widest(group)
+    low, high = min(c[channel] for c in group), max(c[channel] for c in group)
+    cut = (low + high) / 2
+    return [c for c in group if c[channel] <= cut], [c for c in group if c[channel] > cut]
+
+
+def adaptive(rows, size, pinned=()):
+    """Rows of colours as (palette, rows of indices); pinned colours stay exact."""
+    counts = {}
+    for row in rows:
+        for colour in row:
+            counts[colour] = counts.get(colour, 0) + 1
+    fixed = sorted(c for c in counts if c in pinned)
+    free = sorted(c for c in counts if c not in pinned)
+    groups = [[c] for c in free]
+    if len(fixed) + len(free) > size:
+        groups = [free]
+        while len(groups) < size - len(fixed):
+            widest = max(range(len(groups)), key=lambda i: (_weight(groups[i], counts), -i))
+            groups[widest:widest + 1] = _split(groups[widest])
+    palette, index = list(fixed), {c: i for i, c in enumerate(fixed)}
+    for group in groups:
+        for colour in group:
+            index[colour] = len(palette)
+        palette.append(_middle(group, counts))
+    return palette, [[index[c] for c in row] for row in rows]
+
+
+def nearest(rows, palette):
+    """Rows of colours as indices into a palette chosen by hand."""
+    found = {}
+
+    def look(colour):
+        if colour not in found:
+            found[colour] = min(range(len(palette)), key=lambda i: sum(
+                (palette[i][k] - colour[k]) ** 2 for k in range(3)))
+        return found[colour]
+
+    return [[look(c) for c in row] for row in rows]

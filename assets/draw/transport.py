@@ -1,0 +1,68 @@
+"""The round transport buttons."""
+
+from math import hypot
+
+from .canvas import mix, stack
+from .looks import BUTTON_LOOKS
+from .shapes import box, circle, ellipse, polygon, rounded
+
+RADIUS = 9.6
+CENTRE = (10.5, 10.2)
+
+
+def _triangle(left, right, middle, half):
+    """Points to the right when left < right, else to the left; the corners a little soft."""
+    points = [(left, middle - half), (right, middle), (left, middle + half)]
+    return polygon(points if left < right else points[::-1])
+
+
+ICONS = {
+    140: [box(6, 6.5, 2, 8), _triangle(15, 8.2, 10.5, 4.2)],
+    145: [_triangle(8, 15.6, 10.5, 5)],
+    150: [box(7, 6, 3, 9), box(11, 6, 3, 9)],
+    155: [rounded(7, 7, 7, 7, 0.6)],
+    160: [box(13, 6.5, 2, 8), _triangle(6, 12.8, 10.5, 4.2)],
+}
+
+
+def _shaded(look, cy):
+    """A domed face: the gradient bent around a light in the upper left."""
+    def colour(x, y):
+        dx, dy = (x + 0.5 - CENTRE[0]) / RADIUS, (y + 0.5 - cy) / RADIUS
+        t = (dy + 0.25 * dx + 1) / 2
+        position = min(max(t, 0.0), 0.999) * (len(look.face) - 1)
+        i = int(position)
+        lit = mix(look.face[i], look.face[i + 1], position - i)
+        edge = min(hypot(dx, dy), 1.0) ** 4
+        return mix(lit, look.rim, 0.35 * edge)
+    return colour
+
+
+def state(ground, shapes, look):
+    canvas = ground.crop(0, 0, ground.width, ground.height)
+    cx, cy = CENTRE[0], CENTRE[1] + 0.8 * look.down
+    body = circle(cx, cy, RADIUS)
+    if not look.down:
+        canvas.halo(body.shift(0, 0.9).grow(-0.4), (6, 8, 26), 0.6, 1.4)
+    canvas.paint(body, look.rim)
+    face = circle(cx, cy, RADIUS - 1)
+    canvas.paint(face, _shaded(look, cy))
+    if look.gloss:
+        canvas.paint(ellipse(cx, cy - 4.3, 6.2, 3.9).cut(face), (255, 255, 255), look.gloss * 1.1)
+    edge = face.without(face.shift(0.5, 0.9))
+    canvas.paint(edge, (230, 232, 255) if look.shine else (6, 8, 30), look.shine or 0.5)
+    for shape in shapes:
+        canvas.paint(shape.shift(0, look.down + 1), look.shade, 0.9)
+    for shape in shapes:
+        canvas.paint(shape.shift(0, look.down), look.ink)
+    return canvas
+
+
+def strip(ground, number):
+    return stack([state(ground, ICONS[number], look) for look in BUTTON_LOOKS])
+
+
+def mask(size):
+    shapes = [circle(CENTRE[0], CENTRE[1] + dy, RADIUS) for dy in (0, 0.8)]
+    return [[int(any(s.coverage(x, y) > 0.03 for s in shapes)) for x in range(size)]
+            for y in range(size)]

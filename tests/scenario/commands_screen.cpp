@@ -1,0 +1,77 @@
+// What is on the virtual screen: points of faces, pictures of it, and the clipboard.
+#include <array>
+#include <fstream>
+
+#include "core/frmmain.h"
+#include "platform/text.h"
+#include "tests/scenario/commands.h"
+
+namespace scenario {
+
+using namespace platform;
+
+namespace {
+
+void Append(std::string& bytes, std::uint32_t number, int count) {
+    for (int i = 0; i < count; ++i) {
+        bytes.push_back(static_cast<char>(number >> (8 * i)));
+    }
+}
+
+// A bitmap file of 24 bits a pixel.
+std::string BitmapFile(const Surface& picture) {
+    constexpr std::uint32_t kHeaders = 14 + 40;
+    const auto width = static_cast<std::uint32_t>(picture.Width());
+    const auto height = static_cast<std::uint32_t>(picture.Height());
+    const std::uint32_t rowBytes = (width * 3 + 3) / 4 * 4;
+    std::string bytes = "BM";
+    for (const std::uint32_t number : {kHeaders + rowBytes * height, 0U, kHeaders, 40U, width,
+                                       height, 1U | (24U << 16), 0U, 0U, 0U, 0U, 0U, 0U}) {
+        Append(bytes, number, 4);
+    }
+    for (Long y = picture.Height() - 1; y >= 0; --y) {
+        for (Long x = 0; x < picture.Width(); ++x) {
+            Append(bytes, picture.Row(y)[x], 3);
+        }
+        bytes.append(rowBytes - width * 3, '\0');
+    }
+    return bytes;
+}
+
+Command PixelOf(CommandLine& line) {
+    const ObjectReference window = line.Window();
+    const Long x = line.Integer();
+    const Long y = line.Integer();
+    return [=](World& world) {
+        const auto* widget = std::get<Widget*>(window.Find(world));
+        world.Print(std::to_string(widget->Face().GetPixel({x, y})));
+    };
+}
+
+Command Screenshot(CommandLine& line) {
+    return [path = line.NewFile()](World& world) {
+        std::ofstream file(path, std::ios::binary);
+        file << BitmapFile(world.Windows().ComposeScreen());
+        file.close();
+        if (file.fail()) {
+            throw Mistake("cannot be written: " + path.string());
+        }
+    };
+}
+
+Command Clipboard(CommandLine& /*line*/) {
+    return [](World& world) { world.Print(world.Printed(Value(world.Screen().ClipboardText()))); };
+}
+
+}  // namespace
+
+const CommandTable& ScreenCommands() {
+    static const CommandTable table{
+        {"pixel", PixelOf},
+        {"screenshot", Screenshot},
+        {"clipboard", Clipboard},
+    };
+    return table;
+}
+
+}  // namespace scenario
