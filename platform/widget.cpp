@@ -102,6 +102,9 @@ Long Widget::HandleMessage(const Message& message) {
         case WM_SIZE:
             Resized();
             return 0;
+        case WM_MOVE:
+            Relocated();
+            return 0;
         case WM_SHOWWINDOW:
             if (message.wParam != 0) {
                 Shown();
@@ -218,6 +221,7 @@ void Widget::RaiseMouse(const char* name, const MouseHandler& handler, const Mou
 }
 
 void Widget::RaiseMouseDown(const MouseEvent& event) {
+    pressed_ = event.Button;
     RaiseMouse("MouseDown", onMouseDown, event);
 }
 
@@ -227,6 +231,15 @@ void Widget::RaiseMouseMove(const MouseEvent& event) {
 
 void Widget::RaiseMouseUp(const MouseEvent& event) {
     RaiseMouse("MouseUp", onMouseUp, event);
+}
+
+bool Widget::EndsClick(const MouseEvent& release) {
+    if (pressed_ != release.Button) {
+        return false;
+    }
+    pressed_ = 0;
+    const Rect bounds{0, 0, Width(), Height()};
+    return bounds.Contains({static_cast<Long>(release.X), static_cast<Long>(release.Y)});
 }
 
 }  // namespace platform
