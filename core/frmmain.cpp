@@ -58,7 +58,9 @@ void frmMAIN::MakePanels() {
         panel.Visible(false);
     }
     const auto panel = [this](Long index) { return picFrame(index).HWnd(); };
-    txtLyrics = std::make_unique<platform::TextBox>(windows_, panel(0), kInsideList);
+    txtLyrics = std::make_unique<platform::TextBox>(windows_, panel(0), kInsideList,
+                                                    platform::TextBox::Kind::kPage);
+    txtLyrics->LinesPerNotch(0);  // its slider turns with the wheel and takes the text along
     JListStored browser = ListOfLayout();
     browser.showNumeric = false;
     browser.showItemImages = true;
