@@ -26,10 +26,6 @@ inline void TrayMenu() {}
 // The pictures of a slider and its stick.
 inline void DrawSlider() {}
 
-// The rows of a list, and scrolling them by the wheel. A repaint settles which rows are on show.
-inline void DrawRows() {}
-inline void ScrollListByWheel() {}
-
 // The table and the pictures of a skin, and their application to the controls: until then these
 // have a place in the static layout and no looks.
 inline void ApplySkin() {}
