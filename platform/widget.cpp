@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "platform/text_lines.h"
+
 namespace platform {
 
 Widget::Widget(WindowSystem& windows, Handle parent, const Rect& rect) : windows_(windows) {
@@ -65,7 +67,8 @@ void Widget::FontItalic(bool value) {
 }
 
 Long Widget::TextHeight(std::u16string_view text) const {
-    return windows_.MeasureText(font_, text).height;
+    const std::size_t lines = BreakLines(windows_.GetDriver(), font_, text, 0).size();
+    return windows_.MeasureText(font_, u"^j").height * static_cast<Long>(lines);
 }
 
 void Widget::Text(std::u16string_view value) {

@@ -69,7 +69,7 @@ class Widget {
     void FontBold(bool value);
     bool FontItalic() const { return font_.italic; }
     void FontItalic(bool value);
-    /// Height of a line of text in the control's font, in pixels.
+    /// Height in pixels of a text in the control's font, broken at its line ends only.
     Long TextHeight(std::u16string_view text) const;
 
     /// Caption of a label or window, text of a text box.

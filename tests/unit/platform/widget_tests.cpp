@@ -99,6 +99,12 @@ TEST_F(WidgetTest, EveryWriteOfALookIsTold) {
     EXPECT_EQ(widget_.Text(), u"text");
 }
 
+TEST_F(WidgetTest, TheHeightOfATextCountsItsLines) {
+    EXPECT_EQ(widget_.TextHeight(u"^j"), 13);
+    EXPECT_EQ(widget_.TextHeight(u""), 13);
+    EXPECT_EQ(widget_.TextHeight(u"one\r\n\r\na long line that no width breaks"), 39);
+}
+
 TEST_F(WidgetTest, ShowingItIsTold) {
     widget_.Visible(false);
     EXPECT_EQ(Notes(), Lines{});
