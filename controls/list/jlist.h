@@ -23,6 +23,7 @@
 
 namespace sarnel {
 
+using platform::Colour;
 using platform::Handle;
 
 /// What a list persists on its window's static layout; all else is at its default.
@@ -145,7 +146,27 @@ class JList : public platform::Widget {
     bool Enabled() const { return Widget::Enabled(); }
     /// Also measures the list again: how owners tell it that its size or font has changed.
     void Enabled(bool value);
+    const platform::Font& ListFont() const { return GetFont(); }
     void ListFont(const platform::Font& font);
+
+    // Colours of the rows.
+
+    Colour FocusRectColor() const { return focusRectColor_; }
+    void FocusRectColor(Colour value) { focusRectColor_ = value; }
+    Colour SelColor1() const { return selColor1_; }
+    void SelColor1(Colour value) { selColor1_ = value; }
+    Colour SelColor2() const { return selColor2_; }
+    void SelColor2(Colour value) { selColor2_ = value; }
+    Colour SelTextColor() const { return selTextColor_; }
+    void SelTextColor(Colour value) { selTextColor_ = value; }
+    Colour TextColor() const { return textColor_; }
+    void TextColor(Colour value) { textColor_ = value; }
+    Colour ThumbBorderColor() const { return thumbBorderColor_; }
+    void ThumbBorderColor(Colour value) { thumbBorderColor_ = value; }
+    Colour ThumbColor1() const { return thumbColor1_; }
+    void ThumbColor1(Colour value) { thumbColor1_ = value; }
+    Colour ThumbColor2() const { return thumbColor2_; }
+    void ThumbColor2(Colour value) { thumbColor2_ = value; }
 
     // File. Both answer whether all of it was done; nothing else reports a failure.
 
@@ -222,6 +243,14 @@ class JList : public platform::Widget {
     bool scrollBarShown_ = false;
     bool mouseInside_ = false;
     bool shiftDown_ = false;
+    Colour focusRectColor_ = 0;
+    Colour selColor1_ = 0x606060;
+    Colour selColor2_ = 0xE0E0E0;
+    Colour selTextColor_ = 0;
+    Colour textColor_ = 0;
+    Colour thumbBorderColor_ = 0xE0E0E0;
+    Colour thumbColor1_ = 0;
+    Colour thumbColor2_ = 0x909090;
     Long shiftAnchor_ = 0;  ///< the row where an extension by Shift started
 
     static constexpr Long kMostRows = 51;  ///< entries of the table of row tops
