@@ -100,8 +100,7 @@ bool ReadPlainRow(const Bytes& bytes, std::size_t row, const Header& header, con
         }
         const std::size_t bit = column * header.depth;
         const std::uint32_t shift = 8 - header.depth - bit % 8;
-        const std::uint32_t index =
-            (bytes.At(row + bit / 8) >> shift) & ((1U << header.depth) - 1);
+        const std::uint32_t index = (bytes.At(row + bit / 8) >> shift) & ((1U << header.depth) - 1);
         if (index >= palette.size()) {
             return false;
         }
@@ -110,8 +109,7 @@ bool ReadPlainRow(const Bytes& bytes, std::size_t row, const Header& header, con
     return true;
 }
 
-bool ReadPlain(const Bytes& bytes, const Header& header, const Palette& palette,
-               Surface& picture) {
+bool ReadPlain(const Bytes& bytes, const Header& header, const Palette& palette, Surface& picture) {
     const std::size_t bits = static_cast<std::size_t>(header.width) * header.depth;
     const std::size_t rowBytes = (bits + 31) / 32 * 4;
     const auto rows = static_cast<std::size_t>(header.height);
