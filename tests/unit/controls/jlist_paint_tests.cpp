@@ -247,15 +247,6 @@ TEST_F(JListPaint, AWiderListErasesRowsAsFarAsTheOldGroundGoes) {
     EXPECT_EQ(At(300, 20), 0xE0E0E0);
 }
 
-TEST_F(JListPaint, ATickThatChangesNothingDoesNotTouchTheFace) {
-    bench_.AddMany(13);
-    list_.DisplayList();
-    const platform::Surface before = list_.Face();
-    list_.DisplayList();
-    EXPECT_EQ(list_.Face().GetPixel({4, 5}), before.GetPixel({4, 5}));
-    EXPECT_EQ(list_.TopIndex(), 0);
-}
-
 TEST_F(JListPaint, TextOutsideTheNarrowRangeStaysInTheRow) {
     list_.AddItem(u"\u017C\u4E16\U0001F3B5", u"");
     list_.ShowNumeric(false);
