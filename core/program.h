@@ -3,6 +3,8 @@
 // at namespace scope, set while an Ambrisor lives.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <memory>
 #include <random>
 #include <string>
@@ -11,12 +13,16 @@
 #include "core/windowhooks.h"
 #include "platform/window_system.h"
 #include "playback/playedhistory.h"
+#include "skin/skintable.h"
 
 namespace sarnel {
 
 class Ambrisor;
 class frmMAIN;
 class frmTIP;
+
+/// Blue, green, red.
+using ColourBytes = std::array<std::uint8_t, 3>;
 
 struct Program {
     Program(platform::WindowSystem& windowSystem, std::string componentDirectory);
@@ -56,11 +62,18 @@ struct Program {
     bool ScrollBack = false;
     Long PulseLevel = 0;
     bool PulseFalling = false;
+    /// The two ends of the pulse.
+    ColourBytes PulseColorFrom{};
+    ColourBytes PulseColorTo{};
+    /// Where InfoText is drawn in picInfoDisplay.
+    platform::Rect DisplayRect;
 
     /// The desktop less its panels; read at impulse 3 and after each change of it.
     platform::Rect WorkArea;
 
     WindowHooks Hooks;
+
+    SkinTable Skins;
 
     /// The main window, created on demand; only its load event runs start-up.
     frmMAIN& Main();

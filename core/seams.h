@@ -23,13 +23,6 @@ inline void TrayModify(std::u16string_view /*tip*/) {}
 inline void TrayDelete() {}
 inline void TrayMenu() {}
 
-// The pictures of a slider and its stick.
-inline void DrawSlider() {}
-
-// The table and the pictures of a skin, and their application to the controls: until then these
-// have a place in the static layout and no looks.
-inline void ApplySkin() {}
-
 // Measuring and drawing of menu items.
 inline bool MeasureMenuItem() {
     return false;
@@ -42,6 +35,7 @@ inline bool DrawMenuItem() {
 inline void RemoveSystemMenuItems() {}
 
 // The commands of the menu, of key combinations and of the toggles (hMenu_Click) have no callers
-// yet.
+// yet: the clicks of tglSkin(0) to (3), and of the buttons that open menus, btnSkin(2) and
+// btnSkin(8) to (11), have no handlers.
 
 }  // namespace sarnel::seams

@@ -75,6 +75,10 @@ void SetReverb(Long value);
 void SetBass(Long value);
 void SetMid(Long value);
 void SetTreble(Long value);
+/// The routine of the effect that a slider stands for, 3 to 9.
+void SetEffectOf(Long slider, Long value);
+/// All seven sliders to their centre or 0, then their routines.
+void ResetEffects();
 /// All seven sliders to their stored values, each with its routine: at start.
 void LoadEffects();
 
