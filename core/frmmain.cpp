@@ -27,8 +27,12 @@ constexpr Long kSliders = 10;
 constexpr Long kFirstEffect = 3;
 constexpr Long kEffectsPanel = 3;
 
-platform::Font ListFontOfLayout() {
-    return {u"Lucida Sans Unicode", 8.25, false, false};
+// What the lists of the window have in common.
+JListStored ListOfLayout() {
+    JListStored stored;
+    stored.sorted = false;
+    stored.listFont = {u"Lucida Sans Unicode", 8.25, false, false};
+    return stored;
 }
 
 }  // namespace
@@ -37,8 +41,7 @@ frmMAIN::frmMAIN(platform::WindowSystem& windows)
     : Widget(windows, 0, kWindow),
       picScrollText(windows, HWnd(), kScrollText),
       picInfoDisplay(windows, HWnd(), kInfoDisplay),
-      lstPlaylist(windows, HWnd(), kListArea, {false, true, false}) {
-    lstPlaylist.SetFont(ListFontOfLayout());
+      lstPlaylist(windows, HWnd(), kListArea, ListOfLayout()) {
     MakePanels();
     MakeLabels();
     MakeControls();
@@ -58,14 +61,15 @@ void frmMAIN::MakePanels() {
         panel.Visible(false);
     }
     const auto panel = [this](Long index) { return picFrame(index).HWnd(); };
-    txtLyrics = std::make_unique<platform::TextBox>(windows_, panel(0), kInsideList);
-    lstFilesAndFolders =
-        std::make_unique<JList>(windows_, panel(1), kInsideList, JListStored{false, false, true});
+    txtLyrics = std::make_unique<platform::TextBox>(windows_, panel(0), kInsideList,
+                                                    platform::TextBox::Kind::kPage);
+    txtLyrics->LinesPerNotch(0);  // its slider turns with the wheel and takes the text along
+    JListStored browser = ListOfLayout();
+    browser.showNumeric = false;
+    browser.showItemImages = true;
+    lstFilesAndFolders = std::make_unique<JList>(windows_, panel(1), kInsideList, browser);
     txt_SearchFilter = std::make_unique<platform::TextBox>(windows_, panel(5), Rect{});
-    lst_Search =
-        std::make_unique<JList>(windows_, panel(5), kInsideList, JListStored{false, true, false});
-    lstFilesAndFolders->SetFont(ListFontOfLayout());
-    lst_Search->SetFont(ListFontOfLayout());
+    lst_Search = std::make_unique<JList>(windows_, panel(5), kInsideList, ListOfLayout());
 }
 
 void frmMAIN::MakeLabels() {

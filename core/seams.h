@@ -23,10 +23,6 @@ inline void TrayModify(std::u16string_view /*tip*/) {}
 inline void TrayDelete() {}
 inline void TrayMenu() {}
 
-// The rows of a list, and scrolling them by the wheel. A repaint settles which rows are on show.
-inline void DrawRows() {}
-inline void ScrollListByWheel() {}
-
 // Measuring and drawing of menu items.
 inline bool MeasureMenuItem() {
     return false;

@@ -6,6 +6,7 @@
 
 namespace platform {
 
+inline constexpr Long VK_BACK = 8;  ///< Backspace
 inline constexpr Long VK_RETURN = 13;
 inline constexpr Long VK_SPACE = 32;
 inline constexpr Long VK_PRIOR = 33;  ///< Page Up
@@ -17,6 +18,7 @@ inline constexpr Long VK_UP = 38;
 inline constexpr Long VK_RIGHT = 39;
 inline constexpr Long VK_DOWN = 40;
 inline constexpr Long VK_INSERT = 45;
+inline constexpr Long VK_DELETE = 46;
 inline constexpr Long VK_ADD = 107;       ///< plus of the numeric pad
 inline constexpr Long VK_SUBTRACT = 109;  ///< minus of the numeric pad
 inline constexpr Long VK_F12 = 123;
@@ -24,5 +26,6 @@ inline constexpr Long VK_F12 = 123;
 // Modifiers of a key message.
 inline constexpr Long kShiftBit = 1;
 inline constexpr Long kCtrlBit = 2;
+inline constexpr Long kAltBit = 4;
 
 }  // namespace platform

@@ -18,6 +18,19 @@ void WidenInto(std::string_view bytes, std::u16string& text);
 /// Text to bytes: the exact opposite of Widen.
 std::string Narrow(std::u16string_view text);
 
+/// The first and the second half of a character past U+FFFF.
+inline bool IsHighSurrogate(char16_t unit) {
+    return (unit & 0xFC00) == 0xD800;
+}
+inline bool IsLowSurrogate(char16_t unit) {
+    return (unit & 0xFC00) == 0xDC00;
+}
+/// Whether the place in front of unit `index` lies between the two halves of one character.
+inline bool InsidePair(std::u16string_view text, std::size_t index) {
+    return index > 0 && index < text.size() && IsHighSurrogate(text[index - 1]) &&
+           IsLowSurrogate(text[index]);
+}
+
 /// Simple lower case of one code unit: ASCII, Latin-1, Latin Extended-A, Greek and Cyrillic.
 char16_t LowerUnit(char16_t unit);
 std::u16string Lower(std::u16string_view text);

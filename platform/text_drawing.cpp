@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <functional>
 
+#include "platform/text_lines.h"
+
 namespace platform {
 
 namespace {
@@ -13,46 +15,7 @@ constexpr std::size_t kMostBytes = 1024 * 1024;
 // No surface is wide enough for more, and shaping takes time that grows with the text.
 constexpr std::size_t kMostUnits = 8192;
 
-// The longest beginning of `line` that fits, at least one unit: whole words if one fits.
-std::size_t FittingUnits(const Driver& driver, const Font& font, std::u16string_view line,
-                         Long width) {
-    if (driver.MeasureText(font, line).width <= width) {
-        return line.size();
-    }
-    std::size_t fits = 1;
-    std::size_t tooLong = line.size();
-    while (fits + 1 < tooLong) {
-        const std::size_t middle = fits + (tooLong - fits) / 2;
-        const bool goes = driver.MeasureText(font, line.substr(0, middle)).width <= width;
-        (goes ? fits : tooLong) = middle;
-    }
-    const std::size_t blank = line.substr(0, fits + 1).rfind(u' ');
-    return blank == std::u16string_view::npos || blank == 0 ? fits : blank;
-}
-
 }  // namespace
-
-std::vector<std::u16string_view> BreakLines(const Driver& driver, const Font& font,
-                                            std::u16string_view text, Long width) {
-    std::vector<std::u16string_view> lines;
-    for (bool more = true; more;) {
-        const std::size_t end = std::min(text.find_first_of(u"\r\n"), text.size());
-        std::u16string_view line = text.substr(0, end);
-        more = end < text.size();
-        text.remove_prefix(more ? end + (text.substr(end, 2) == u"\r\n" ? 2 : 1) : end);
-        while (width > 0 && !line.empty()) {
-            const std::size_t fits = FittingUnits(driver, font, line, width);
-            if (fits == line.size()) {
-                break;
-            }
-            lines.push_back(line.substr(0, fits));
-            line.remove_prefix(fits);
-            line.remove_prefix(std::min(line.find_first_not_of(u' '), line.size()));
-        }
-        lines.push_back(line);
-    }
-    return lines;
-}
 
 std::size_t TextDrawing::KeyHash::operator()(const Key& key) const {
     const std::size_t text = std::hash<std::u16string_view>()(key.text);

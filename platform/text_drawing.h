@@ -22,11 +22,6 @@ inline constexpr Long DT_SINGLELINE = 32;
 inline constexpr Long DT_CALCRECT = 1024;  ///< draws nothing: see Calculate
 inline constexpr Long DT_NOPREFIX = 2048;  ///< always so: "&" is a character like any other
 
-/// Lines of a text that is broken at its line ends and, with a width above 0, between words (a word
-/// too long for a line is broken inside). Each is a view into `text` without its line end.
-std::vector<std::u16string_view> BreakLines(const Driver& driver, const Font& font,
-                                            std::u16string_view text, Long width);
-
 class TextDrawing {
   public:
     /// The driver must outlive it.

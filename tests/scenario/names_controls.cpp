@@ -80,9 +80,22 @@ const Class& PictureBoxClass() {
 }
 
 const Class& TextBoxClass() {
+    using platform::TextBox;
     static const Class type{"TextBox",
                             &LetteredClass(),
-                            {Property("Text", &Widget::Text, &Widget::Text), ToolTipText()}};
+                            {
+                                Property("Text", &TextBox::Text, &TextBox::Text),
+                                Property("SelStart", &TextBox::SelStart, &TextBox::SelStart),
+                                Property("SelLength", &TextBox::SelLength, &TextBox::SelLength),
+                                Property("SelText", &TextBox::SelText, &TextBox::SelText),
+                                ReadOnly("MultiLine", &TextBox::MultiLine),
+                                Property("Locked", &TextBox::Locked, &TextBox::Locked),
+                                ReadOnly("LineCount", &TextBox::LineCount),
+                                ReadOnly("FirstVisibleLine", &TextBox::FirstVisibleLine),
+                                Method("LineScroll", &TextBox::LineScroll),
+                                Method("HideCaret", &TextBox::HideCaret),
+                                ToolTipText(),
+                            }};
     return type;
 }
 

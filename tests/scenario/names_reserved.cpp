@@ -14,9 +14,8 @@ bool IsReservedCommand(std::string_view word) {
 }
 
 bool IsReservedName(std::string_view name) {
-    static constexpr std::array<std::string_view, 7> kNames{
-        "ShowPanel", "FillBrowser", "ShowLyrics",   "hMenu_Click",
-        "ThumbRect", "MouseMode",   "ItemImageSize"};
+    static constexpr std::array<std::string_view, 4> kNames{"ShowPanel", "FillBrowser",
+                                                            "ShowLyrics", "hMenu_Click"};
     return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
 }
 

@@ -1,0 +1,125 @@
+// Where lines end. In the fixed-width driver a unit is 6 pixels wide, so that 30 pixels take five.
+#include "platform/text_lines.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "platform/headless/headless_driver.h"
+
+namespace platform {
+namespace {
+
+using Lines = std::vector<std::u16string>;
+
+Lines Broken(std::u16string_view text, Long width) {
+    const HeadlessDriver driver(HeadlessDriver::Clock::kVirtual);
+    Lines lines;
+    for (const std::u16string_view line : BreakLines(driver, {}, text, width)) {
+        lines.emplace_back(line);
+    }
+    return lines;
+}
+
+TEST(TextLines, EveryKindOfLineEndEndsALine) {
+    EXPECT_EQ(Broken(u"a\r\nb\nc\rd", 0), (Lines{u"a", u"b", u"c", u"d"}));
+    EXPECT_EQ(Broken(u"\n\r\r\n", 30), (Lines{u"", u"", u"", u""}));
+}
+
+TEST(TextLines, AnEmptyTextIsOneEmptyLineAndALastLineEndBeginsOne) {
+    EXPECT_EQ(Broken(u"", 0), (Lines{u""}));
+    EXPECT_EQ(Broken(u"", 30), (Lines{u""}));
+    EXPECT_EQ(Broken(u"a\r\n", 30), (Lines{u"a", u""}));
+}
+
+TEST(TextLines, WithoutAWidthOnlyLineEndsBreak) {
+    EXPECT_EQ(Broken(u"a long line that never ends", 0), (Lines{u"a long line that never ends"}));
+}
+
+TEST(TextLines, LinesAreBrokenBetweenWords) {
+    EXPECT_EQ(Broken(u"aa bb cc", 30), (Lines{u"aa bb", u"cc"}));        // five units fit exactly
+    EXPECT_EQ(Broken(u"aa bbb cc", 30), (Lines{u"aa", u"bbb", u"cc"}));  // six do not
+    EXPECT_EQ(Broken(u"aa bb", 29), (Lines{u"aa", u"bb"}));
+}
+
+TEST(TextLines, TheBlanksAtABreakBelongToNoLine) {
+    EXPECT_EQ(Broken(u"aaaa   bbbb", 30), (Lines{u"aaaa", u"bbbb"}));
+    EXPECT_EQ(Broken(u"aaaaa bb", 30), (Lines{u"aaaaa", u"bb"}));
+}
+
+TEST(TextLines, BlanksAtTheEndMakeNoLineOfTheirOwn) {
+    EXPECT_EQ(Broken(u"aaaaa   ", 30), (Lines{u"aaaaa"}));
+    EXPECT_EQ(Broken(u"aaaaa   \nb", 30), (Lines{u"aaaaa", u"b"}));
+    EXPECT_EQ(Broken(u"aa ", 30), (Lines{u"aa "}));
+    EXPECT_EQ(Broken(u"         ", 30), (Lines{u"         "}));
+}
+
+TEST(TextLines, AWordTooLongForALineIsBrokenInside) {
+    EXPECT_EQ(Broken(u"abcdefghijkl", 30), (Lines{u"abcde", u"fghij", u"kl"}));
+    EXPECT_EQ(Broken(u"a bcdefghi", 30), (Lines{u"a", u"bcdef", u"ghi"}));
+    EXPECT_EQ(Broken(u"abcdefg h", 30), (Lines{u"abcde", u"fg h"}));
+}
+
+TEST(TextLines, BlanksInFrontStayInFront) {
+    EXPECT_EQ(Broken(u"  aa bb", 30), (Lines{u"  aa", u"bb"}));
+    EXPECT_EQ(Broken(u"  aaaaa", 30), (Lines{u"  ", u"aaaaa"}));
+}
+
+TEST(TextLines, AtLeastOneCharacterGoesOnALineAndPairsStayWhole) {
+    EXPECT_EQ(Broken(u"abc", 1), (Lines{u"a", u"b", u"c"}));
+    const std::u16string clef = u"\U0001D11E";  // two units: 12 pixels
+    EXPECT_EQ(Broken(clef + clef, 1), (Lines{clef, clef}));
+    EXPECT_EQ(Broken(clef + clef + clef, 30), (Lines{clef + clef, clef}));  // not two and a half
+}
+
+TEST(TextLines, ViewsLieInTheText) {
+    const HeadlessDriver driver(HeadlessDriver::Clock::kVirtual);
+    const std::u16string text = u"aa bb\r\ncc";
+    const auto lines = BreakLines(driver, {}, text, 12);
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[1].data() - text.data(), 3);
+    EXPECT_EQ(lines[2].data() - text.data(), 7);
+}
+
+// Counts what is measured. A unit is 3.5 pixels wide, so that sums of words are not exact.
+class CountingDriver : public HeadlessDriver {
+  public:
+    CountingDriver() : HeadlessDriver(Clock::kVirtual) {}
+    Size MeasureText(const Font& /*font*/, std::u16string_view text) const override {
+        measured += text.size();
+        return {static_cast<Long>(std::lround(3.5 * static_cast<double>(text.size()))), 13};
+    }
+    mutable std::size_t measured = 0;
+};
+
+TEST(TextLines, ALineNeverGetsTooLongByTheRoundingOfItsWords) {
+    const CountingDriver driver;
+    std::u16string text;
+    for (int i = 0; i < 200; ++i) {
+        text += std::u16string(static_cast<std::size_t>(1 + i % 4), u'a') + u" ";
+    }
+    // 100 pixels take 28 units (98), not 29 (101.5, rounded to 102).
+    for (const std::u16string_view line : BreakLines(driver, {}, text, 100)) {
+        EXPECT_LE(line.size(), 28U);
+        EXPECT_GE(line.size(), 24U) << "another word of four would have fitted";
+    }
+}
+
+TEST(TextLines, MeasuringGrowsWithTheTextOnly) {
+    const std::size_t units = 2'000'000;
+    const CountingDriver oneWord;
+    EXPECT_EQ(BreakLines(oneWord, {}, std::u16string(units, u'x'), 280).size(), units / 80);
+    EXPECT_LT(oneWord.measured, 20 * units);
+    const CountingDriver words;
+    std::u16string text;
+    while (text.size() < units) {
+        text += u"seven7 ";
+    }
+    BreakLines(words, {}, text, 280);
+    EXPECT_LT(words.measured, 4 * units);
+}
+
+}  // namespace
+}  // namespace platform
