@@ -16,16 +16,18 @@ namespace {
 using platform::Label;
 using platform::PictureBox;
 
-/// Where all panels lie; what could not be read is 0.
+/// Where all panels lie: where the playlist lies.
 struct PanelPlace {
-    Long left = 0;
-    Long top = 0;
-    Long width = 0;
-    Long height = 0;
+    Long left;
+    Long top;
+    Long width;
+    Long height;
 };
 
 PanelPlace ReadPlace(const SkinRows& skin) {
-    PanelPlace place;
+    // What cannot be read stays as it is.
+    const JList& list = App().Main().lstPlaylist;
+    PanelPlace place{list.Left(), list.Top(), list.Width(), list.Height()};
     Step([&] { place.left = skin.Number(39); });
     Step([&] { place.top = skin.Number(40); });
     Step([&] { place.width = skin.Number(41); });
