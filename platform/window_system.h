@@ -190,6 +190,8 @@ class WindowSystem {
 
     /// Keeps `object` until no message, timer or call of this window system is being handled.
     void DeferDelete(std::shared_ptr<void> object);
+    /// Whether a message, timer or call is being handled.
+    bool IsDispatching() const { return depth_ > 0; }
     /// Holds deferred deletion back while it lives: for calls that enter from outside.
     class Dispatching {
       public:
