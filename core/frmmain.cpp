@@ -46,6 +46,7 @@ frmMAIN::frmMAIN(platform::WindowSystem& windows)
     MakeLabels();
     MakeControls();
     AttachSkinHandlers(*this);
+    AttachSurfaceHandlers(*this);
     lstPlaylist.onKeyDown = [](Long KeyCode, Long Shift) { lstPlaylist_KeyDown(KeyCode, Shift); };
     lstPlaylist.onKeyUp = [](Long KeyCode, Long Shift) { lstPlaylist_KeyUp(KeyCode, Shift); };
     lstPlaylist.onOLEDragDrop = [](const std::vector<std::string>& paths) {

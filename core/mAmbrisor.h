@@ -49,6 +49,8 @@ void btnSkin_Click(Long Index);
 /// The user has moved the slider.
 void sldSkin_Scroll(Long Index);
 
+/// Background, title, display, playlist, menu buttons and toggles (surface_handlers.cpp).
+void AttachSurfaceHandlers(frmMAIN& main);
 void hKeys_HotKeyPress(std::u16string_view sName);
 void lstPlaylist_KeyDown(Long KeyCode, Long Shift);
 void lstPlaylist_KeyUp(Long KeyCode, Long Shift);

@@ -25,7 +25,8 @@ class frmTIP;
 using ColourBytes = std::array<std::uint8_t, 3>;
 
 struct Program {
-    Program(platform::WindowSystem& windowSystem, std::string componentDirectory);
+    Program(platform::WindowSystem& windowSystem, std::string componentDirectory,
+            std::string userGuide);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -33,6 +34,8 @@ struct Program {
     platform::WindowSystem& windows;
     /// Raw bytes, without a separator at the end.
     const std::string directory;
+    /// Path or address.
+    const std::string guide;
 
     /// Stored by impulse 3; nothing can be sent before.
     Ambrisor* component = nullptr;
@@ -68,6 +71,8 @@ struct Program {
     /// Where InfoText is drawn in picInfoDisplay.
     platform::Rect DisplayRect;
 
+    /// Where the button went down on the window's surface, in pixels of the surface.
+    platform::Point DragOrigin;
     /// The desktop less its panels; read at impulse 3 and after each change of it.
     platform::Rect WorkArea;
 

@@ -13,10 +13,6 @@ inline void ShowLyrics(bool /*refresh*/) {}
 // The lyrics slider has been moved by the wheel.
 inline void ScrollLyrics() {}
 
-// The surfaces of picScrollText and picInfoDisplay, and the pulse of the selection colours.
-inline void DrawScrollText() {}
-inline void DrawInfoDisplay() {}
-
 // The tray icon, its tip and its menu.
 inline void TrayAdd(std::u16string_view /*tip*/) {}
 inline void TrayModify(std::u16string_view /*tip*/) {}
@@ -31,11 +27,16 @@ inline bool DrawMenuItem() {
     return false;
 }
 
+// The rows of the file browser for a folder, and of the search panel for a filter.
+inline void FillBrowser(std::u16string_view /*folder*/) {}
+inline void RefreshSearch(std::u16string_view /*filter*/) {}
+
 // The system menu of the main window loses size, move and maximise.
 inline void RemoveSystemMenuItems() {}
 
-// The commands of the menu, of key combinations and of the toggles (hMenu_Click) have no callers
-// yet: the clicks of tglSkin(0) to (3), and of the buttons that open menus, btnSkin(2) and
-// btnSkin(8) to (11), have no handlers.
+// Popups of the menu: 0 is the whole, else the submenu in which the item stands; and the radio mark
+// within a group of items.
+inline void ShowPopup(Long /*item*/, Long /*align*/) {}
+inline void GroupToggle(Long /*item*/) {}
 
 }  // namespace sarnel::seams
