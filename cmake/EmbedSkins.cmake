@@ -1,5 +1,5 @@
 # Writes a source file that holds the skin table and the pictures of all skins as bytes:
-#   cmake -DASSETS=folder -DOUTPUT=file -P EmbedSkins.cmake
+#   cmake -DTABLE=file "-DPICTURES=file;file" -DOUTPUT=file -P EmbedSkins.cmake
 # Run by core/CMakeLists.txt whenever one of them changes.
 cmake_minimum_required(VERSION 3.25)
 set(bytes "")
@@ -12,11 +12,10 @@ function(append_bytes name file)
   set(bytes "${bytes}" PARENT_SCOPE)
 endfunction()
 
-append_bytes(kTable "${ASSETS}/skintable.txt")
-file(GLOB pictures "${ASSETS}/*/*.bmp")
-list(SORT pictures COMPARE NATURAL)
+append_bytes(kTable "${TABLE}")
+list(SORT PICTURES COMPARE NATURAL)
 set(ids)
-foreach(picture IN LISTS pictures)
+foreach(picture IN LISTS PICTURES)
   get_filename_component(id "${picture}" NAME_WE)
   if(NOT id MATCHES "^[0-9]+$")
     message(FATAL_ERROR "${picture}: the name of a picture is its number")

@@ -1,5 +1,5 @@
-// What the small controls of the skin share: a picture that they draw from, and how they look at a
-// mouse event.
+// What the small controls of the skin share: the look of the pointer, what counts as inside, and
+// whether they still have a window after a handler of their owner has run.
 #pragma once
 
 #include <utility>

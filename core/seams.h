@@ -5,13 +5,20 @@
 
 #include <string_view>
 
+#include "platform/types.h"
+
 namespace sarnel::seams {
+
+using platform::Long;
 
 // The lyrics panel, filled for the current item.
 inline void ShowLyrics(bool /*refresh*/) {}
 
 // The lyrics slider has been moved by the wheel.
 inline void ScrollLyrics() {}
+
+// The tooltip at the pointer, hidden by itself after so many milliseconds.
+inline void ShowTooltip(std::u16string_view /*text*/, Long /*timeOut*/) {}
 
 // The tray icon, its tip and its menu.
 inline void TrayAdd(std::u16string_view /*tip*/) {}

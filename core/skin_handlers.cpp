@@ -74,7 +74,25 @@ void sldSkin_Scroll(Long Index) {
     }
 }
 
+namespace {
+
+// The tooltip comes up with the first move over a control, and follows.
+template <class T>
+void ShowTips(const ControlArray<T>& controls) {
+    constexpr Long kTimeOut = 500;
+    for (Long i = controls.LowestIndex(); i <= controls.HighestIndex(); ++i) {
+        T& control = controls(i);
+        control.onMouseMove = [&control](const platform::MouseEvent&) {
+            seams::ShowTooltip(control.ToolTipText(), kTimeOut);
+        };
+    }
+}
+
+}  // namespace
+
 void AttachSkinHandlers(frmMAIN& main) {
+    ShowTips(main.btnSkin);
+    ShowTips(main.tglSkin);
     for (const Long index : {0, 1, 3, 4, 5, 6, 7, 12}) {
         main.btnSkin(index).onClick = [index] { btnSkin_Click(index); };
     }

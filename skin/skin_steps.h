@@ -20,7 +20,7 @@ void ApplyTextPanelRows(platform::PictureBox& panel, const SkinRows& first);
 void ApplyListRows(JList& list, const SkinRows& skin);
 
 /// The low byte of a colour goes to position 2, the next one to 1, the next to 0.
-void SplitColor(Colour colour, ColourBytes& bytes);
+void SplitColor(platform::Colour colour, ColourBytes& bytes);
 
 // skin_layout.cpp
 
