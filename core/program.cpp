@@ -22,8 +22,11 @@ void SetApp(Program* program) {
     runningProgram = program;
 }
 
-Program::Program(platform::WindowSystem& windowSystem, std::string componentDirectory)
-    : windows(windowSystem), directory(std::move(componentDirectory)) {}
+Program::Program(platform::WindowSystem& windowSystem, std::string componentDirectory,
+                 std::string userGuide)
+    : windows(windowSystem),
+      directory(std::move(componentDirectory)),
+      guide(std::move(userGuide)) {}
 
 Program::~Program() = default;
 

@@ -13,26 +13,11 @@ inline void ShowLyrics(bool /*refresh*/) {}
 // The lyrics slider has been moved by the wheel.
 inline void ScrollLyrics() {}
 
-// The surfaces of picScrollText and picInfoDisplay, and the pulse of the selection colours.
-inline void DrawScrollText() {}
-inline void DrawInfoDisplay() {}
-
 // The tray icon, its tip and its menu.
 inline void TrayAdd(std::u16string_view /*tip*/) {}
 inline void TrayModify(std::u16string_view /*tip*/) {}
 inline void TrayDelete() {}
 inline void TrayMenu() {}
-
-// The pictures of a slider and its stick.
-inline void DrawSlider() {}
-
-// The rows of a list, and scrolling them by the wheel. A repaint settles which rows are on show.
-inline void DrawRows() {}
-inline void ScrollListByWheel() {}
-
-// The table and the pictures of a skin, and their application to the controls: until then these
-// have a place in the static layout and no looks.
-inline void ApplySkin() {}
 
 // Measuring and drawing of menu items.
 inline bool MeasureMenuItem() {
@@ -42,10 +27,16 @@ inline bool DrawMenuItem() {
     return false;
 }
 
+// The rows of the file browser for a folder, and of the search panel for a filter.
+inline void FillBrowser(std::u16string_view /*folder*/) {}
+inline void RefreshSearch(std::u16string_view /*filter*/) {}
+
 // The system menu of the main window loses size, move and maximise.
 inline void RemoveSystemMenuItems() {}
 
-// The commands of the menu, of key combinations and of the toggles (hMenu_Click) have no callers
-// yet.
+// Popups of the menu: 0 is the whole, else the submenu in which the item stands; and the radio mark
+// within a group of items.
+inline void ShowPopup(Long /*item*/, Long /*align*/) {}
+inline void GroupToggle(Long /*item*/) {}
 
 }  // namespace sarnel::seams

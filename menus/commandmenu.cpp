@@ -89,7 +89,9 @@ bool MarkFromSetting(std::u16string_view key) {
 void AddSkins(JPopupMenu& menu, Long parent) {
     for (Long i = 1; i <= SkinCount(); ++i) {
         const std::u16string number = LongToText(i);
-        menu.AddItem(SkinName(i) + u"#Shift+" + number, parent, u"kSk" + number, false, true);
+        Step([&] {
+            menu.AddItem(SkinName(i) + u"#Shift+" + number, parent, u"kSk" + number, false, true);
+        });
     }
     menu.RadioCheck(menu.IndexForKey(u"kSk" + LongToText(App().CurrentSkin)), true);
 }

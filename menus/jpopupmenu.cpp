@@ -2,6 +2,10 @@
 
 namespace sarnel {
 
+void JPopupMenu::BackgroundPicture(platform::PictureRef sPic) {
+    background_ = sPic != nullptr && !sPic->IsEmpty() ? std::move(sPic) : nullptr;
+}
+
 Long JPopupMenu::AddItem(std::u16string_view sCaption, Long lParentIndex, std::u16string_view sKey,
                          bool bChecked, bool bEnabled) {
     Item item;

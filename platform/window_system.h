@@ -222,7 +222,7 @@ class WindowSystem {
     void OnWheel(const WheelTurned& event);
     bool IsDoubleClick(const ButtonChanged& press, Handle target);
     void SendMouse(Handle window, Long message, Point ptScreen);
-    void LeaveUnless(Handle window);
+    void LeaveUnlessAt(Point ptScreen);
     Handle HitTest(Point ptScreen, bool windowless) const;
     const Window* ChildAt(const Window& window, Point point, bool windowless) const;
     void InvalidateWindow(const Window& window);

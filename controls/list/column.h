@@ -66,12 +66,41 @@ class Column {
 
     /// Writes one value to all slots from `first` to `last`, both included, as far as they exist.
     void Fill(Long first, Long last, const T& value) {
-        for (Long i = std::max<Long>(first, 0), end = std::min(last, Size() - 1); i <= end; ++i) {
-            (*this)[i] = value;
-        }
+        Blocks(*this, first, last, [&](auto begin, auto end) { std::fill(begin, end, value); });
+    }
+
+    /// How many of the slots from `first` to `last` hold the value.
+    Long Count(Long first, Long last, const T& value) const {
+        Long count = 0;
+        Blocks(*this, first, last, [&](auto begin, auto end) {
+            count += static_cast<Long>(std::count(begin, end, value));
+        });
+        return count;
     }
 
   private:
+    // Hands over the slots from `first` to `last` as the runs in front of the gap and behind it:
+    // whole columns are filled and counted in tight loops.
+    template <class Self, class Use>
+    static void Blocks(Self& self, Long first, Long last, Use use) {
+        first = std::max<Long>(first, 0);
+        last = std::min(last, self.Size() - 1);
+        if (first > last) {
+            return;
+        }
+        const auto at = [&](std::size_t i) {
+            return self.buffer_.begin() + static_cast<std::ptrdiff_t>(i);
+        };
+        const auto begin = static_cast<std::size_t>(first);
+        const std::size_t end = static_cast<std::size_t>(last) + 1;
+        if (begin < self.gapBegin_) {
+            use(at(begin), at(std::min(end, self.gapBegin_)));
+        }
+        if (end > self.gapBegin_) {
+            use(at(std::max(begin, self.gapBegin_) + self.Gap()), at(end + self.Gap()));
+        }
+    }
+
     std::size_t Gap() const { return gapEnd_ - gapBegin_; }
     std::size_t Place(Long index) const {
         const auto at = static_cast<std::size_t>(index);

@@ -1,57 +1,24 @@
-// Construction, rows, indices and selection.
+// Rows, indices and selection.
 #include "controls/list/jlist.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
+#include "controls/list/moved.h"
 #include "core/failure.h"
 
 namespace sarnel {
 
 namespace {
 
-// A row has come in at `row`: an index from there on names the row it named. An index is not range
-// checked, so it may stand at the end of all numbers and then stays there.
+// A row has come in at `row`: an index from there on names the row it named.
 void RaiseFrom(Long row, Long& index) {
-    if (index >= row && index < std::numeric_limits<Long>::max()) {
-        ++index;
+    if (index >= row) {
+        index = Moved(index, 1);
     }
 }
 
 }  // namespace
-
-JList::JList(platform::WindowSystem& windows, Handle parent, const platform::Rect& rect)
-    : Widget(windows, parent, rect) {
-    Create();
-    ListFont(GetFont());
-}
-
-JList::JList(platform::WindowSystem& windows, Handle parent, const platform::Rect& rect,
-             const JListStored& stored)
-    : Widget(windows, parent, rect) {
-    Create();
-    sorted_ = stored.sorted;
-    sortedLoaded_ = stored.sorted;
-    showNumeric_ = stored.showNumeric;
-    showItemImages_ = stored.showItemImages;
-    listIndex_ = 0;
-    SetupMetrics();
-}
-
-void JList::Create() {
-    itemText_.Reset(1);
-    itemData_.Reset(1);
-    itemSelected_.Reset(1);
-    itemImage_.Reset(1);
-    BackColor(0x606060);
-    AcceptDrops([this](const std::vector<std::string>& paths) {
-        Raised("OLEDragDrop");
-        if (onOLEDragDrop) {
-            onOLEDragDrop(paths);
-        }
-    });
-}
 
 std::u16string JList::List(Long Index) const {
     return itemText_.Has(Index) ? itemText_[Index].Text() : std::u16string();
@@ -70,7 +37,7 @@ void JList::ListData(Long Index, std::u16string_view value) {
 void JList::AddItem(std::u16string_view ItemToAdd, std::u16string_view ItemDataToAdd,
                     Long ItemIndex) {
     ++listCount_;
-    thumbDirty_ = true;
+    thumb_.dirty = true;
     Long at = listCount_ - 1;  // in front of the spare
     if (ItemIndex != -1) {
         at = ItemIndex;
@@ -108,7 +75,7 @@ void JList::RemoveItem(Long ItemIndex) {
         return;
     }
     --listCount_;
-    thumbDirty_ = true;
+    thumb_.dirty = true;
     if (Selected(ItemIndex)) {
         --selCount_;
     }
@@ -144,10 +111,12 @@ void JList::Clear() {
     focusIndex_ = 0;
     displayFirst_ = displayLast_ = -1;
     scrollBarShown_ = false;
-    thumbDirty_ = true;
+    thumb_.dirty = true;
     listIndex_ = 0;
     newIndex_ = -1;
     redrawFlag_ = true;
+    ClearFace();
+    ShowFace();
 }
 
 void JList::ListIndex(Long value) {
@@ -202,10 +171,7 @@ void JList::ClearOrSelect(Long StartIdx, Long EndIdx, bool SelectFlag) {
         return;
     }
     if (std::int64_t{EndIdx} - StartIdx + 1 < listCount_) {
-        Long changes = 0;
-        for (Long i = std::max(StartIdx, 0); i <= EndIdx; ++i) {
-            changes += Selected(i) != SelectFlag ? 1 : 0;
-        }
+        const Long changes = itemSelected_.Count(StartIdx, EndIdx, SelectFlag ? 0 : 1);
         FillSelected(StartIdx, EndIdx, SelectFlag);
         selCount_ += SelectFlag ? changes : -changes;
     } else {
@@ -241,6 +207,12 @@ void JList::ImageIndex(Long Index, Long value) {
 
 void JList::AddImage(platform::PictureRef ImageStd) {
     images_.push_back(std::move(ImageStd));
+    ++looks_;
+}
+
+void JList::RemoveImages() {
+    images_.clear();
+    ++looks_;
 }
 
 }  // namespace sarnel

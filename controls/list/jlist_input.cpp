@@ -1,45 +1,33 @@
-// What reaches the list: its own window's messages, and those that its owner hands on. The mouse
-// and the wheel are not built yet.
+// What reaches the list: its own window's messages.
 #include "controls/list/jlist.h"
-
-#include "core/seams.h"
 
 namespace sarnel {
 
-Long JList::HandleMessage(const platform::Message& message) {
+using namespace platform;
+
+Long JList::HandleMessage(const Message& message) {
+    const bool isKey = message.id == WM_KEYDOWN || message.id == WM_KEYUP || message.id == WM_CHAR;
+    if (!isKey) {
+        return Widget::HandleMessage(message);
+    }
     if (!Enabled()) {
         return 0;
     }
-    if (message.id == platform::WM_KEYDOWN) {
+    if (message.id == WM_CHAR) {
+        Raised("KeyPress", {message.wParam});
+        return 0;
+    }
+    const bool down = message.id == WM_KEYDOWN;
+    if (down) {
         KeyDown(message.wParam, message.lParam);
-        Raised("KeyDown", {message.wParam, message.lParam});
-        if (onKeyDown) {
-            onKeyDown(message.wParam, message.lParam);
-        }
-    } else if (message.id == platform::WM_KEYUP) {
+    } else {
         UpdateModifiers(message.lParam);
-        Raised("KeyUp", {message.wParam, message.lParam});
-        if (onKeyUp) {
-            onKeyUp(message.wParam, message.lParam);
-        }
+    }
+    Raised(down ? "KeyDown" : "KeyUp", {message.wParam, message.lParam});
+    if (const auto handler = down ? onKeyDown : onKeyUp) {
+        handler(message.wParam, message.lParam);
     }
     return 0;
-}
-
-void JList::WM_MOUSEMOVE_Process(Handle /*window*/) {
-    if (!mouseInside_) {
-        mouseInside_ = true;
-        Raised("MouseEnter");
-    }
-}
-
-void JList::WM_MOUSELEAVE_Process() {
-    mouseInside_ = false;
-    Raised("MouseLeave");
-}
-
-void JList::WM_MOUSEWHEEL_Process(Long /*wordParameter*/) {
-    seams::ScrollListByWheel();
 }
 
 }  // namespace sarnel

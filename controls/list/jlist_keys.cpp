@@ -1,6 +1,6 @@
 // Moving through the list by keys. The caret is where a step starts from, the focus where the
-// keyboard has come to; a step without Shift leaves one row selected. Rows are not painted yet, so
-// what only paints has no trace here.
+// keyboard has come to; a step without Shift leaves one row selected. While at most one row is
+// selected a step draws just the rows that it touches.
 #include <algorithm>
 
 #include "controls/list/jlist.h"
@@ -12,8 +12,11 @@ using namespace platform;
 
 void JList::KeyDown(Long keyCode, Long shift) {
     UpdateModifiers(shift);
-    if (shiftDown_) {
-        shiftAnchor_ = focusIndex_;
+    if (mouse_.shiftDown) {
+        mouse_.shiftAnchor = focusIndex_;
+    }
+    if (mouse_.mode != ListMouse::kNoPress) {
+        return;
     }
     switch (keyCode) {
         case VK_NEXT:
@@ -43,7 +46,8 @@ void JList::KeyDown(Long keyCode, Long shift) {
 }
 
 void JList::UpdateModifiers(Long shift) {
-    shiftDown_ = (shift & kShiftBit) != 0;
+    mouse_.shiftDown = (shift & kShiftBit) != 0;
+    mouse_.ctrlDown = (shift & kCtrlBit) != 0;
 }
 
 void JList::ClearSelection() {
@@ -51,22 +55,30 @@ void JList::ClearSelection() {
 }
 
 void JList::RecountSelected() {
-    selCount_ = 0;
-    for (Long i = 0; i < listCount_; ++i) {
-        selCount_ += Selected(i) ? 1 : 0;
-    }
+    selCount_ = itemSelected_.Count(0, listCount_ - 1, 1);
 }
 
 void JList::CommitCaret() {
     focusIndex_ = caretIndex_;
     listIndex_ = focusIndex_;
     FillSelected(caretIndex_, caretIndex_, true);
+    DrawRow(caretIndex_, true);
+    ShowFace();
+}
+
+void JList::EraseCaret() {
+    if (caretIndex_ != -1) {
+        DrawRow(caretIndex_, false);
+    }
+    if (focusIndex_ != caretIndex_) {
+        DrawRow(focusIndex_);
+    }
 }
 
 // After a step: with Shift the selection has grown, without it there is this one row. An empty list
 // ends with a count of 1 all the same.
 void JList::CountAfterStep() {
-    if (shiftDown_) {
+    if (mouse_.shiftDown) {
         RecountSelected();
     } else {
         selCount_ = 1;
@@ -76,7 +88,7 @@ void JList::CountAfterStep() {
 void JList::LineDown() {
     const Long before = selCount_;
     if (caretIndex_ >= listCount_ - 1) {
-        if (shiftDown_) {
+        if (mouse_.shiftDown) {
             return;
         }
         ClearSelection();
@@ -86,22 +98,26 @@ void JList::LineDown() {
         DisplayList();
         return;
     }
-    if (!shiftDown_) {
+    if (!mouse_.shiftDown) {
         ClearSelection();
+    }
+    if (focusIndex_ != displayLast_) {
+        DrawRow(focusIndex_);
     }
     ++caretIndex_;
     CommitCaret();
     CountAfterStep();
     AdjustDisplayRange();
-    if (before >= 2) {
-        DisplayList();
-    }
+    ShowStep(before);
 }
 
 void JList::LineUp() {
     const Long before = selCount_;
-    if (!shiftDown_) {
+    if (!mouse_.shiftDown) {
         ClearSelection();
+    }
+    if (focusIndex_ != displayFirst_) {
+        DrawRow(focusIndex_);
     }
     if (caretIndex_ > 0) {
         --caretIndex_;
@@ -109,18 +125,28 @@ void JList::LineUp() {
     CommitCaret();
     CountAfterStep();
     AdjustDisplayRange();
-    if (before >= 2) {
+    ShowStep(before);
+}
+
+void JList::ShowStep(Long selectedBefore) {
+    if (selectedBefore < 2) {
+        DrawRow(focusIndex_);
+        ShowFace();
+    } else {
         DisplayList();
     }
 }
 
 void JList::HomeKey() {
-    if (shiftDown_) {
+    if (mouse_.shiftDown) {
         FillSelected(0, focusIndex_, true);
         RecountSelected();
     } else {
         ClearSelection();
         selCount_ = 1;
+    }
+    if (caretIndex_ != 0) {
+        EraseCaret();
     }
     caretIndex_ = 0;
     CommitCaret();
@@ -130,12 +156,15 @@ void JList::HomeKey() {
 }
 
 void JList::EndKey() {
-    if (shiftDown_) {
+    if (mouse_.shiftDown) {
         FillSelected(focusIndex_, listCount_ - 1, true);
         RecountSelected();
     } else {
         ClearSelection();
         selCount_ = 1;
+    }
+    if (caretIndex_ != listCount_ - 1) {
+        EraseCaret();
     }
     displayLast_ = listCount_ - 1;
     displayFirst_ = listCount_ >= visibleRows_ ? displayLast_ - visibleRows_ + 1 : 0;
@@ -149,7 +178,7 @@ void JList::PageDownKey() {
     if (listCount_ < 1) {
         return;
     }
-    if (!shiftDown_) {
+    if (!mouse_.shiftDown) {
         ClearSelection();
     }
     if (std::int64_t{focusIndex_} + visibleRows_ - 1 >= listCount_) {
@@ -164,7 +193,7 @@ void JList::PageDownKey() {
 }
 
 void JList::PageUpKey() {
-    if (!shiftDown_) {
+    if (!mouse_.shiftDown) {
         ClearSelection();
     }
     if (std::int64_t{focusIndex_} - visibleRows_ + 1 < 0) {
@@ -180,8 +209,8 @@ void JList::PageUpKey() {
 
 void JList::CommitPage() {
     CommitCaret();
-    if (shiftDown_) {
-        FillSelected(shiftAnchor_, focusIndex_, true);
+    if (mouse_.shiftDown) {
+        FillSelected(mouse_.shiftAnchor, focusIndex_, true);
     }
     CountAfterStep();
     DisplayList();

@@ -1,60 +1,36 @@
 // Which rows are on show: metrics, the displayed range and what moves it.
 #include <algorithm>
-#include <limits>
 
 #include "controls/list/jlist.h"
-#include "core/seams.h"
+#include "controls/list/moved.h"
 #include "platform/rounding.h"
 
 namespace sarnel {
 
-namespace {
-
-// `row` moved by so many rows. FocusIndex is not range checked, so a view may be asked for that
-// lies at the end of all numbers: it stops there.
-Long Moved(Long row, Long by) {
-    return static_cast<Long>(std::clamp<std::int64_t>(std::int64_t{row} + by,
-                                                      std::numeric_limits<Long>::min(),
-                                                      std::numeric_limits<Long>::max()));
+Long JList::ImageSide() const {
+    // The property takes any number; no surface is larger.
+    constexpr Long kMost = 32767;
+    return std::clamp(itemImageSize_, -kMost, kMost);
 }
 
-}  // namespace
-
-void JList::SetupMetrics() {
-    constexpr Long kRowMargin = 2;
-    rowHeight_ = windows_.MeasureText(GetFont(), u"^j").height + kRowMargin;
-    ComputeRows();
+Long JList::RowPitch() const {
+    return IsImageTaller() ? ImageSide() : rowHeight_;
 }
 
 void JList::ComputeRows() {
-    visibleRows_ = rowHeight_ > 0 ? Height() / rowHeight_ : 0;
+    const Long pitch = RowPitch();
+    visibleRows_ = pitch > 0 ? ScaleHeight() / pitch : 0;
+    textLeft_ = 3 + (showItemImages_ ? ImageWidth() + 2 : 0);
     rowTop_[0] = 0;
     for (Long row = 1; row < std::min(visibleRows_, kMostRows); ++row) {
         const auto at = static_cast<std::size_t>(row);
-        rowTop_[at] = rowTop_[at - 1] + rowHeight_;
+        rowTop_[at] = rowTop_[at - 1] + pitch;
     }
+    ++looks_;
 }
 
 Long JList::RowTop(Long row) const {
     return row >= 0 && row < kMostRows ? rowTop_[static_cast<std::size_t>(row)] : 0;
-}
-
-void JList::ListFont(const platform::Font& font) {
-    SetFont(font);
-    // Without the two pixels of SetupMetrics: they come back with its next run.
-    rowHeight_ = windows_.MeasureText(font, u"^j").height;
-    ComputeRows();
-}
-
-void JList::Enabled(bool value) {
-    Widget::Enabled(value);
-    SetupMetrics();
-}
-
-void JList::ShowItemImages(bool value) {
-    showItemImages_ = value;
-    SetupMetrics();
-    RepaintIfAllowed();
 }
 
 void JList::RedrawFlag(bool value) {
@@ -64,17 +40,8 @@ void JList::RedrawFlag(bool value) {
     }
 }
 
-void JList::RepaintIfAllowed() {
-    if (redrawFlag_) {
-        DisplayList();
-    }
-}
-
-void JList::DisplayList(float /*vThumbYPos*/) {
-    scrollBarShown_ = listCount_ > visibleRows_;
-    if (displayFirst_ == -1) {
-        return;
-    }
+// Which rows a repaint has to show.
+void JList::SettleRange() {
     if (!scrollBarShown_) {
         displayFirst_ = 0;
         displayLast_ = listCount_ - 1;
@@ -85,7 +52,6 @@ void JList::DisplayList(float /*vThumbYPos*/) {
         displayLast_ = Moved(displayFirst_, visibleRows_ - 1);
     }
     topIndex_ = displayFirst_;
-    seams::DrawRows();
 }
 
 void JList::DisplayFrom(Long ItemIndex) {
@@ -128,6 +94,7 @@ void JList::Refresh() {
         displayLast_ = listCount_ - 1;
         displayFirst_ = std::max(displayLast_ - visibleRows_ + 1, 0);
     }
+    RebuildGradients();
     RepaintIfAllowed();
     Raised("Resize");
 }

@@ -8,15 +8,13 @@
 namespace scenario {
 
 bool IsReservedCommand(std::string_view word) {
-    static constexpr std::array<std::string_view, 9> kCommands{
-        "opened", "pages", "registry", "tray", "popup", "drive", "online", "page", "hotkeys"};
+    static constexpr std::array<std::string_view, 8> kCommands{
+        "pages", "registry", "tray", "popup", "drive", "online", "page", "hotkeys"};
     return std::find(kCommands.begin(), kCommands.end(), word) != kCommands.end();
 }
 
 bool IsReservedName(std::string_view name) {
-    static constexpr std::array<std::string_view, 10> kNames{
-        "ShowPanel", "FillBrowser", "ShowLyrics", "hMenu_Click",  "ThumbRect",
-        "MouseMode", "StickLeft",   "StickTop",   "StickVisible", "ItemImageSize"};
+    static constexpr std::array<std::string_view, 2> kNames{"FillBrowser", "ShowLyrics"};
     return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
 }
 

@@ -1,0 +1,165 @@
+// The mouse on the rows: presses, the selection they make, the rubber band, and the events. What a
+// press on the scroll strip starts does not return before the button is up, so a move or a release
+// may arrive inside a press, and whatever runs after a loop first asks whether the list is there.
+#include <algorithm>
+#include <cstdlib>
+
+#include "controls/list/jlist.h"
+#include "controls/list/moved.h"
+
+namespace sarnel {
+
+using platform::MouseEvent;
+
+namespace {
+
+constexpr Long kLeft = 1;
+constexpr Long kRight = 2;
+
+}  // namespace
+
+void JList::MouseDown(const MouseEvent& event) {
+    windows_.SetFocus(HWnd());
+    mouse_.clickButtons |= event.Button;
+    mouse_.dragArmed = false;
+    mouse_.rightDown = event.Button == kRight;
+    if (!mouse_.rightDown) {
+        mouse_.y = event.Y;
+        PressByZone(event.Y);
+    }
+    if (IsAlive()) {
+        RaiseMouseDown(event);
+    }
+}
+
+void JList::PressByZone(float y) {
+    if (mouse_.zone == ListMouse::kRows) {
+        if (MouseOverIndex(y) != -1) {
+            mouse_.dragArmed = dragStored_;
+            mouse_.mode = ListMouse::kOnRow;
+            ClickSelect();
+        }
+    } else if (mouse_.zone == ListMouse::kTrack) {
+        if (IsAboveThumb(y)) {
+            mouse_.mode = ListMouse::kAboveThumb;
+            ScrollUpThree();
+        } else {
+            mouse_.mode = ListMouse::kBelowThumb;
+            ScrollDownThree();
+        }
+    } else if (mouse_.zone == ListMouse::kThumb) {
+        mouse_.mode = ListMouse::kHoldsThumb;
+        mouse_.thumbDragging = true;
+        mouse_.thumbLastY = y;
+        ThumbDragLoop();
+    }
+}
+
+void JList::ClickSelect() {
+    caretIndex_ = focusIndex_ = listIndex_ = MouseOverIndex(mouse_.y);
+    if (!mouse_.shiftDown && !mouse_.ctrlDown) {
+        ClearSelection();
+    }
+    mouse_.bandStart = mouse_.bandEnd = caretIndex_;
+    const bool selects = !mouse_.ctrlDown || !Selected(caretIndex_);
+    FillSelected(caretIndex_, caretIndex_, selects);
+    // Rows that were selected stay so: Shift adds.
+    if (mouse_.shiftDown) {
+        FillSelected(mouse_.shiftAnchor, focusIndex_, true);
+        RecountSelected();
+    }
+    DisplayList();
+    mouse_.lastHover = caretIndex_;
+    if (!mouse_.shiftDown) {
+        selCount_ = !mouse_.ctrlDown ? 1 : Moved(selCount_, selects ? 1 : -1);
+    }
+}
+
+void JList::MouseMove(const MouseEvent& event) {
+    mouse_.x = event.X;
+    mouse_.y = event.Y;
+    UpdateZone(event.X, event.Y);
+    if (!EdgeScrollCheck() && !ThumbEdgeCheck()) {
+        if (mouse_.mode != ListMouse::kNoPress && mouse_.thumbDragging && !mouse_.thumbLoopActive) {
+            ThumbDragLoop();
+        } else if (mouse_.mode == ListMouse::kOnRow && mouse_.zone == ListMouse::kRows &&
+                   !mouse_.dragArmed) {
+            BandStep();
+        }
+    }
+    if (IsAlive()) {
+        RaiseMouseMove(event);
+    }
+}
+
+void JList::BandStep() {
+    const Long index = MouseOverIndex(mouse_.y);
+    if (index != mouse_.lastHover) {
+        mouse_.lastHover = index;
+        ExtendBand();
+    }
+}
+
+void JList::ExtendBand() {
+    const bool alone = !mouse_.shiftDown && !mouse_.ctrlDown;
+    DrawRow(focusIndex_);
+    ShowFace();
+    if (alone) {
+        ClearSelection();
+    }
+    caretIndex_ = MouseOverIndex(mouse_.y);
+    if (caretIndex_ == -1 || (listCount_<visibleRows_&& double{mouse_.y}> ScaleHeight())) {
+        caretIndex_ = listCount_ - 1;
+    }
+    focusIndex_ = listIndex_ = mouse_.bandEnd = caretIndex_;
+    FillSelected(mouse_.bandStart, mouse_.bandEnd, true);
+    if (alone) {
+        selCount_ =
+            Moved(1, std::abs(std::int64_t{mouse_.bandEnd} - std::int64_t{mouse_.bandStart}));
+    } else {
+        RecountSelected();
+    }
+    DisplayList();
+}
+
+void JList::MouseUp(const MouseEvent& event) {
+    if (event.Button == kLeft) {
+        const Long mode = std::exchange(mouse_.mode, ListMouse::kNoPress);
+        if (mode == ListMouse::kAboveThumb || mode == ListMouse::kBelowThumb) {
+            DrawScrollBar(-1);
+        } else {
+            mouse_.dragArmed = false;
+        }
+        ShowFace();
+        mouse_.thumbDragging = false;
+    }
+    const bool wasPress = (mouse_.clickButtons & event.Button) != 0;
+    mouse_.clickButtons &= ~event.Button;
+    RaiseMouseUp(event);
+    if (wasPress && IsAlive() && MouseOverIndex(mouse_.y) != -1 && !mouse_.rightDown) {
+        RaiseClick();
+    }
+}
+
+// The second press is no press: it selects nothing.
+void JList::DoubleClick(const MouseEvent& /*event*/) {
+    windows_.SetFocus(HWnd());
+    if (MouseOverIndex(mouse_.y) != -1) {
+        RaiseDblClick();
+    }
+}
+
+void JList::WM_MOUSEMOVE_Process(Handle window) {
+    if (!mouse_.inside) {
+        mouse_.inside = true;
+        windows_.TrackMouseLeave(window);
+        Raised("MouseEnter");
+    }
+}
+
+void JList::WM_MOUSELEAVE_Process() {
+    mouse_.inside = false;
+    Raised("MouseLeave");
+}
+
+}  // namespace sarnel

@@ -1,0 +1,226 @@
+// Scrolling by the strip, the wheel and a band that has left the list. What repeats is a loop that
+// waits and lets events run: the release that ends it arrives inside of it, and so may anything
+// else, the end of the list included.
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "controls/list/jlist.h"
+#include "controls/list/moved.h"
+#include "platform/rounding.h"
+
+namespace sarnel {
+
+namespace {
+
+constexpr Long kStep = 3;  // rows
+constexpr platform::Millis kRepeatDelay = 200;
+constexpr platform::Millis kRepeatPeriod = 50;
+constexpr platform::Millis kThumbPeriod = 100;
+constexpr platform::Millis kPoll = 1;
+
+}  // namespace
+
+bool JList::IsOnScreen() const {
+    Handle window = HWnd();
+    for (; windows_.IsVisible(window); window = windows_.GetParent(window)) {
+        if (windows_.GetParent(window) == 0) {
+            return !windows_.IsIconic(window);
+        }
+    }
+    return false;
+}
+
+// Lets events run for so long. False if the list is gone. A list that is on the screen no more
+// would wait for its release for ever: its press ends here.
+bool JList::Pump(platform::Millis wait) {
+    windows_.DoEvents();
+    if (IsAlive()) {
+        windows_.Sleep(wait);
+    }
+    if (!IsAlive()) {
+        return false;
+    }
+    if (!IsOnScreen()) {
+        mouse_.mode = ListMouse::kNoPress;
+        mouse_.thumbDragging = false;
+    }
+    return true;
+}
+
+// Scrolls by `by` rows at a time until the end of the list is on show, the thumb has come to the
+// pointer or the button is up.
+void JList::AutoScroll(Long by) {
+    const auto isThere = [this, by] { return IsRowVisible(by >= 1 ? listCount_ - 1 : 0); };
+    const platform::Millis start = windows_.Now();
+    while (!mouse_.edgeScrolling && mouse_.mode != ListMouse::kNoPress &&
+           windows_.Now() - start < kRepeatDelay) {
+        if (!Pump(kPoll)) {
+            return;
+        }
+    }
+    platform::Millis last = windows_.Now();
+    while (!isThere() && mouse_.mode != ListMouse::kNoPress) {
+        if (!Pump(kRepeatPeriod)) {
+            return;
+        }
+        const bool pauses = !mouse_.edgeScrolling && mouse_.zone != ListMouse::kTrack;
+        if (pauses || windows_.Now() - last < kRepeatPeriod) {
+            continue;
+        }
+        if (!AutoScrollStep(by)) {
+            return;
+        }
+        last = windows_.Now();
+    }
+}
+
+// False once the thumb has come to the pointer.
+bool JList::AutoScrollStep(Long by) {
+    displayFirst_ = std::max(Moved(displayFirst_, by), 0);
+    displayLast_ = std::min(Moved(displayLast_, by), listCount_ - 1);
+    if (Moved(displayFirst_, visibleRows_ - 1) > listCount_) {
+        displayFirst_ = listCount_ - visibleRows_ + 1;
+    }
+    const bool above = IsAboveThumb(mouse_.y);
+    if ((above && mouse_.mode == ListMouse::kBelowThumb) ||
+        (!above && mouse_.mode == ListMouse::kAboveThumb)) {
+        return false;
+    }
+    if (mouse_.edgeScrolling) {
+        caretIndex_ = by > 0 ? displayLast_ : displayFirst_;
+        BandStep();
+    }
+    DisplayList();
+    return true;
+}
+
+void JList::ScrollDownThree() {
+    if (IsRowVisible(listCount_ - 1)) {
+        return;
+    }
+    displayFirst_ = Moved(displayFirst_, kStep);
+    displayLast_ = Moved(displayLast_, kStep);
+    if (displayLast_ > listCount_ - 1 || displayFirst_ > listCount_ - visibleRows_) {
+        displayLast_ = listCount_ - 1;
+        displayFirst_ = displayLast_ - visibleRows_;
+    }
+    DisplayList();
+    AutoScroll(kStep);
+}
+
+void JList::ScrollUpThree() {
+    if (IsRowVisible(0)) {
+        return;
+    }
+    displayFirst_ = std::max(Moved(displayFirst_, -kStep), 0);
+    displayLast_ = Moved(displayFirst_, 2) <= listCount_ ? Moved(displayFirst_, visibleRows_ - 1)
+                                                         : listCount_ - 1;
+    DisplayList();
+    AutoScroll(-kStep);
+}
+
+void JList::WM_MOUSEWHEEL_Process(Long wordParameter) {
+    if (windows_.WindowFromPoint(windows_.GetCursorPos()) != HWnd()) {
+        return;
+    }
+    if (wordParameter < 1) {
+        ScrollDownThree();
+    } else {
+        ScrollUpThree();
+    }
+}
+
+// The pointer has left the list with a button held: the band goes on by itself.
+bool JList::EdgeScrollCheck() {
+    const bool below = double{mouse_.y} > ScaleHeight();
+    const bool above = mouse_.y < 0;
+    if (!below && !above && mouse_.edgeScrolling) {
+        mouse_.edgeScrolling = false;
+        return false;
+    }
+    if (mouse_.mode == ListMouse::kNoPress || mouse_.thumbDragging || mouse_.edgeScrolling ||
+        (!below && !above)) {
+        return false;
+    }
+    mouse_.edgeScrolling = true;
+    AutoScroll(below ? kStep : -kStep);
+    mouse_.edgeScrolling = false;
+    return true;
+}
+
+void JList::ShowStart() {
+    displayFirst_ = 0;
+    displayLast_ = visibleRows_ - 1;
+    DisplayList();
+}
+
+void JList::ShowEnd() {
+    displayLast_ = listCount_ - 1;
+    displayFirst_ = listCount_ - visibleRows_ + 1;
+    DisplayList();
+}
+
+bool JList::ThumbEdgeCheck() {
+    if (!mouse_.thumbDragging) {
+        return false;
+    }
+    if (mouse_.y <= 0) {
+        ShowStart();
+        return true;
+    }
+    if (double{mouse_.y} >= ScaleHeight()) {
+        ShowEnd();
+        return true;
+    }
+    return false;
+}
+
+void JList::ThumbDragLoop() {
+    mouse_.thumbLoopActive = true;
+    mouse_.thumbGrabOffset = mouse_.y - static_cast<float>(thumb_.rect.top);
+    Long rows = 0;
+    while (mouse_.mode != ListMouse::kNoPress && mouse_.thumbDragging) {
+        if (!Pump(kThumbPeriod)) {
+            return;
+        }
+        if (!ThumbDragStep(rows)) {
+            break;
+        }
+    }
+    mouse_.thumbLoopActive = false;
+}
+
+// The list follows the thumb by so many rows as the pointer has moved. False at either end.
+bool JList::ThumbDragStep(Long& rows) {
+    if (double{mouse_.y} >= ScaleHeight()) {
+        ShowEnd();
+        return false;
+    }
+    if (mouse_.y <= 0) {
+        ShowStart();
+        return false;
+    }
+    const Long moved = platform::RoundHalfEven(double{mouse_.y} - double{mouse_.thumbLastY});
+    const Long span = thumb_.maxY - thumb_.minY + 1;
+    if (span != 0) {
+        const auto part = static_cast<float>(double{1} * std::abs(moved) / span);
+        rows = static_cast<Long>(std::floor(double{part} * listCount_));
+        rows = moved < 0 ? -rows : rows;
+    }
+    // Small moves add up until they make a row.
+    if (rows == 0) {
+        return true;
+    }
+    displayFirst_ = std::max(Moved(displayFirst_, rows), 0);
+    if (Moved(displayFirst_, visibleRows_ - 1) > listCount_) {
+        displayFirst_ = listCount_ - visibleRows_ + 1;
+    }
+    displayLast_ = Moved(displayFirst_, visibleRows_ - 1);
+    DisplayList(mouse_.thumbGrabOffset);
+    mouse_.thumbGrabOffset = mouse_.y - static_cast<float>(thumb_.rect.top);
+    mouse_.thumbLastY = mouse_.y;
+    return true;
+}
+
+}  // namespace sarnel

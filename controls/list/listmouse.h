@@ -1,0 +1,45 @@
+// Where a list stands with the mouse and with the two modifier keys.
+#pragma once
+
+#include "platform/types.h"
+
+namespace sarnel {
+
+struct ListMouse {
+    using Long = platform::Long;
+
+    // Zones and modes.
+    static constexpr Long kRows = 1;
+    static constexpr Long kTrack = 2;
+    static constexpr Long kThumb = 3;
+    static constexpr Long kNoPress = 0;
+    static constexpr Long kOnRow = 1;
+    static constexpr Long kAboveThumb = 2;  ///< pressed on the track
+    static constexpr Long kBelowThumb = 3;
+    static constexpr Long kHoldsThumb = 4;
+
+    float x = 0;    ///< of the last move, in pixels
+    float y = 0;    ///< of the last move or of the last press of any but the right button
+    Long zone = 0;  ///< where the pointer was when it was in one of them
+    Long mode = kNoPress;
+    bool inside = false;     ///< a leave notification is pending
+    bool rightDown = false;  ///< the last press was the right button
+    Long clickButtons = 0;   ///< pressed, and not by the second press of a double click
+    // By key events alone: the press of a button does not bring them up to date.
+    bool shiftDown = false;
+    bool ctrlDown = false;
+    Long shiftAnchor = 0;  ///< the row where an extension by Shift started
+    // The rubber band.
+    Long bandStart = 0;
+    Long bandEnd = 0;
+    Long lastHover = -1;         ///< the row that the band last reached
+    bool dragArmed = false;      ///< the present press draws no band
+    bool edgeScrolling = false;  ///< the band scrolls, as the pointer has left the list
+    // The thumb.
+    bool thumbDragging = false;
+    bool thumbLoopActive = false;
+    float thumbGrabOffset = 0;  ///< from the thumb's top to the pointer
+    float thumbLastY = 0;       ///< `y` at the last step
+};
+
+}  // namespace sarnel
