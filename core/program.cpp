@@ -23,7 +23,9 @@ void SetApp(Program* program) {
 }
 
 Program::Program(platform::WindowSystem& windowSystem, std::string componentDirectory)
-    : windows(windowSystem), directory(std::move(componentDirectory)) {}
+    : windows(windowSystem),
+      directory(std::move(componentDirectory)),
+      Popups(std::make_shared<mJPopupMenu>(windowSystem)) {}
 
 Program::~Program() = default;
 

@@ -9,6 +9,7 @@
 
 #include "core/impulsevalue.h"
 #include "core/windowhooks.h"
+#include "menus/mJPopupMenu.h"
 #include "platform/window_system.h"
 #include "playback/playedhistory.h"
 
@@ -61,6 +62,8 @@ struct Program {
     platform::Rect WorkArea;
 
     WindowHooks Hooks;
+    /// What all popup menus share; each holds it while it lives.
+    std::shared_ptr<mJPopupMenu> Popups;
 
     /// The main window, created on demand; only its load event runs start-up.
     frmMAIN& Main();

@@ -30,14 +30,6 @@ inline void DrawSlider() {}
 // have a place in the static layout and no looks.
 inline void ApplySkin() {}
 
-// Measuring and drawing of menu items.
-inline bool MeasureMenuItem() {
-    return false;
-}
-inline bool DrawMenuItem() {
-    return false;
-}
-
 // The system menu of the main window loses size, move and maximise.
 inline void RemoveSystemMenuItems() {}
 

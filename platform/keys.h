@@ -8,6 +8,7 @@ namespace platform {
 
 inline constexpr Long VK_BACK = 8;  ///< Backspace
 inline constexpr Long VK_RETURN = 13;
+inline constexpr Long VK_ESCAPE = 27;
 inline constexpr Long VK_SPACE = 32;
 inline constexpr Long VK_PRIOR = 33;  ///< Page Up
 inline constexpr Long VK_NEXT = 34;   ///< Page Down

@@ -13,10 +13,10 @@ inline constexpr Long WM_KILLFOCUS = 8;       ///< wParam: the window that gets 
 inline constexpr Long WM_CLOSE = 16;          ///< a request; nothing is destroyed by itself
 inline constexpr Long WM_SETTINGCHANGE = 26;  ///< wParam: SPI_SETWORKAREA after a change of it
 inline constexpr Long WM_SHOWWINDOW = 24;     ///< wParam: 1 shown, 0 hidden; to the window itself
-inline constexpr Long WM_DRAWITEM = 43;
-inline constexpr Long WM_MEASUREITEM = 44;
-inline constexpr Long WM_COPYDATA = 74;      ///< lParam: a record for WindowSystem::CopyData
-inline constexpr Long WM_CONTEXTMENU = 123;  ///< wParam: the window; lParam: x, y << 16, screen
+inline constexpr Long WM_DRAWITEM = 43;       ///< lParam: a record for Menus::DrawRecord
+inline constexpr Long WM_MEASUREITEM = 44;    ///< lParam: a record for Menus::MeasureRecord
+inline constexpr Long WM_COPYDATA = 74;       ///< lParam: a record for WindowSystem::CopyData
+inline constexpr Long WM_CONTEXTMENU = 123;   ///< wParam: the window; lParam: x, y << 16, screen
 // Of a text box that is a page; see TextBox.
 inline constexpr Long EM_LINESCROLL = 182;    ///< lParam: lines, positive to the text's end
 inline constexpr Long EM_GETLINECOUNT = 186;  ///< answers the number of lines as wrapped
@@ -36,11 +36,13 @@ inline constexpr Long WM_RBUTTONDBLCLK = 518;
 inline constexpr Long WM_MBUTTONDOWN = 519;
 inline constexpr Long WM_MBUTTONUP = 520;
 inline constexpr Long WM_MBUTTONDBLCLK = 521;
-inline constexpr Long WM_MOUSEWHEEL = 522;  ///< wParam: delta << 16; lParam: x, y << 16, screen
-inline constexpr Long WM_DROPFILES = 563;   ///< wParam: a drop for WindowSystem::DragQueryFile
-inline constexpr Long WM_MOUSELEAVE = 675;  ///< once, after WindowSystem::TrackMouseLeave
-inline constexpr Long WM_HOTKEY = 786;      ///< wParam: id; lParam: modifiers, key << 16
-inline constexpr Long WM_TRAY = 1024;       ///< lParam: the mouse message on the tray icon
+inline constexpr Long WM_MOUSEWHEEL = 522;     ///< wParam: delta << 16; lParam: x, y << 16, screen
+inline constexpr Long WM_ENTERMENULOOP = 529;  ///< a popup menu is about to open
+inline constexpr Long WM_EXITMENULOOP = 530;   ///< it has gone, and the choice has been acted on
+inline constexpr Long WM_DROPFILES = 563;      ///< wParam: a drop for WindowSystem::DragQueryFile
+inline constexpr Long WM_MOUSELEAVE = 675;     ///< once, after WindowSystem::TrackMouseLeave
+inline constexpr Long WM_HOTKEY = 786;         ///< wParam: id; lParam: modifiers, key << 16
+inline constexpr Long WM_TRAY = 1024;          ///< lParam: the mouse message on the tray icon
 
 // What is held down during a mouse message.
 inline constexpr Long MK_LBUTTON = 1;
