@@ -26,7 +26,8 @@ Program::Program(platform::WindowSystem& windowSystem, std::string componentDire
                  std::string userGuide)
     : windows(windowSystem),
       directory(std::move(componentDirectory)),
-      guide(std::move(userGuide)) {}
+      guide(std::move(userGuide)),
+      Popups(std::make_shared<mJPopupMenu>(windowSystem)) {}
 
 Program::~Program() = default;
 

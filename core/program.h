@@ -11,6 +11,7 @@
 
 #include "core/impulsevalue.h"
 #include "core/windowhooks.h"
+#include "menus/mJPopupMenu.h"
 #include "platform/window_system.h"
 #include "playback/playedhistory.h"
 #include "skin/skintable.h"
@@ -77,6 +78,8 @@ struct Program {
     platform::Rect WorkArea;
 
     WindowHooks Hooks;
+    /// What all popup menus share; each holds it while it lives.
+    std::shared_ptr<mJPopupMenu> Popups;
 
     SkinTable Skins;
 

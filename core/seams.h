@@ -26,24 +26,8 @@ inline void TrayModify(std::u16string_view /*tip*/) {}
 inline void TrayDelete() {}
 inline void TrayMenu() {}
 
-// Measuring and drawing of menu items.
-inline bool MeasureMenuItem() {
-    return false;
-}
-inline bool DrawMenuItem() {
-    return false;
-}
-
 // The rows of the file browser for a folder, and of the search panel for a filter.
 inline void FillBrowser(std::u16string_view /*folder*/) {}
 inline void RefreshSearch(std::u16string_view /*filter*/) {}
-
-// The system menu of the main window loses size, move and maximise.
-inline void RemoveSystemMenuItems() {}
-
-// Popups of the menu: 0 is the whole, else the submenu in which the item stands; and the radio mark
-// within a group of items.
-inline void ShowPopup(Long /*item*/, Long /*align*/) {}
-inline void GroupToggle(Long /*item*/) {}
 
 }  // namespace sarnel::seams

@@ -3,7 +3,6 @@
 #include "core/frmmain.h"
 #include "core/mAmbrisor.h"
 #include "core/program.h"
-#include "core/seams.h"
 #include "menus/commandmenu.h"
 #include "platform/rounding.h"
 #include "playback/mPlayback.h"
@@ -23,11 +22,14 @@ constexpr Long kRightButton = 2;
 // Alignment of popups.
 constexpr Long kCentred = 4;
 constexpr Long kCentredAbove = 36;
+/// The button that chooses besides the left one.
+constexpr Long kRightButtonToo = 2;
 
 // At the pointer. Item 0 is the whole menu; a key names an item whose submenu opens by itself.
 void ShowMenu(std::u16string_view key, Long align) {
     if (const auto menu = App().Main().hMenu) {
-        seams::ShowPopup(key.empty() ? 0 : menu->IndexForKey(key), align);
+        const Long item = key.empty() ? 0 : menu->IndexForKey(key);
+        menu->ShowPopup(-1, -1, item, align, kRightButtonToo, true);
     }
 }
 

@@ -74,6 +74,7 @@ void OnTray(Long mouseMessage) {
 // An answer ends the message here.
 std::optional<Long> HandleMain(const Message& message) {
     JHotKeys* keys = App().Main().hKeys.get();
+    const std::shared_ptr<JPopupMenu> menu = App().Main().hMenu;
     switch (message.id) {
         case WM_DESTROY:
             if (keys != nullptr) {
@@ -92,12 +93,12 @@ std::optional<Long> HandleMain(const Message& message) {
             }
             break;
         case WM_DRAWITEM:
-            if (seams::DrawMenuItem()) {
+            if (menu && menu->WM_DRAWITEM_Msg(message.lParam)) {
                 return 1;
             }
             break;
         case WM_MEASUREITEM:
-            if (seams::MeasureMenuItem()) {
+            if (menu && menu->WM_MEASUREITEM_Msg(message.lParam)) {
                 return 1;
             }
             break;

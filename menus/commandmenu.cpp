@@ -115,9 +115,12 @@ void AddComponents(JPopupMenu& menu, Long parent) {
 
 void BuildMenu() {
     frmMAIN& main = App().Main();
-    const auto owned = std::make_shared<JPopupMenu>();  // asking the host may close the window
+    const auto owned =
+        std::make_shared<JPopupMenu>(App().Popups);  // asking the host may close the window
     main.hMenu = owned;
     JPopupMenu& menu = *owned;
+    menu.hWndOwner(main.HWnd());
+    menu.onClick = [](Long& ItemNumber) { hMenu_Click(ItemNumber); };
     const Long title = menu.AddItem(main.Caption(), 0, u"", false, true);
     menu.Header(title, true);
     std::map<std::u16string, Long> parents{{u"", 0}};
@@ -130,7 +133,9 @@ void BuildMenu() {
         } else {
             const Long index = menu.AddItem(row.caption, parent, row.key, MarkFromSetting(row.key),
                                             row.kind != Row::kDisabled);
-            menu.Header(index, row.kind == Row::kHeader);
+            if (row.kind == Row::kHeader) {
+                menu.Header(index, true);
+            }
             if (row.kind == Row::kPlain) {
                 parents[row.caption] = index;
             }

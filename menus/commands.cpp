@@ -126,7 +126,7 @@ void ChooseSkin(std::u16string_view number, Long item) {
     const std::optional<Long> skin = TextToLong(number);
     if (skin && *skin != App().CurrentSkin) {
         LoadSkin(*skin);
-        seams::GroupToggle(item);
+        App().Main().hMenu->GroupToggle(item);
     }
 }
 

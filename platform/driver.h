@@ -90,9 +90,14 @@ struct TextTyped {
     std::u16string text;
 };
 
-using DriverEvent = std::variant<CloseRequested, MinimisedByDesktop, RestoredByDesktop,
-                                 WorkAreaChanged, FilesDropped, MovedByDesktop, PointerMoved,
-                                 PointerLeft, ButtonChanged, WheelTurned, KeyChanged, TextTyped>;
+/// The desktop has ended what GrabInput began: somebody else has taken the pointer or the keyboard,
+/// or a button went down where it could not be told.
+struct InputLost {};
+
+using DriverEvent =
+    std::variant<CloseRequested, MinimisedByDesktop, RestoredByDesktop, WorkAreaChanged,
+                 FilesDropped, MovedByDesktop, PointerMoved, PointerLeft, ButtonChanged,
+                 WheelTurned, KeyChanged, TextTyped, InputLost>;
 
 class Driver {
   public:
@@ -114,6 +119,10 @@ class Driver {
     /// function ends the watch.
     virtual void Watch(int descriptor, std::function<void()> onReadable) = 0;
 
+    /// Whether anything can still be reported by itself. Where nobody is, as on a virtual desktop
+    /// without queued events, a menu would wait for its user for ever.
+    virtual bool ExpectsInput() const { return true; }
+
     /// A fresh seed at each call, for random picks.
     virtual std::uint64_t RandomSeed() = 0;
 
@@ -123,6 +132,9 @@ class Driver {
 
     /// The screen less what panels and docks take.
     virtual Rect WorkArea() const = 0;
+
+    /// The same of the screen that a point is on.
+    virtual Rect WorkAreaAt(Point /*ptScreen*/) const { return WorkArea(); }
 
     /// Where the pointer is.
     virtual Point Pointer() const = 0;
@@ -137,6 +149,15 @@ class Driver {
     virtual void SetTopLevelTopMost(Handle /*window*/, bool /*topMost*/) {}
     virtual void SetTopLevelMinimised(Handle /*window*/, bool /*minimised*/) {}
     virtual void ActivateTopLevel(Handle /*window*/) {}
+
+    /// Says of a window, before it is shown, that it is a popup of another one: above all others,
+    /// in no task bar, and never activated.
+    virtual void SetTopLevelPopup(Handle /*window*/, Handle /*owner*/) {}
+    /// From now on all input of pointer and keyboard is reported, wherever the pointer is and
+    /// whichever window is active; presses and keys reach nobody else. The popup is visible. Should
+    /// the grab end by itself, InputLost is reported.
+    virtual void GrabInput(Handle /*popup*/) {}
+    virtual void ReleaseInput() {}
 
     /// Whether pictures are to be composed at all; a driver without a screen saves the work.
     virtual bool ShowsPictures() const { return false; }

@@ -14,10 +14,10 @@ inline constexpr Long WM_KILLFOCUS = 8;  ///< wParam: the window that gets it
 inline constexpr Long WM_CLOSE = 16;     ///< a request; nothing is destroyed by itself
 inline constexpr Long WM_SETTINGCHANGE = 26;  ///< wParam: SPI_SETWORKAREA after a change of it
 inline constexpr Long WM_SHOWWINDOW = 24;     ///< wParam: 1 shown, 0 hidden; to the window itself
-inline constexpr Long WM_DRAWITEM = 43;
-inline constexpr Long WM_MEASUREITEM = 44;
-inline constexpr Long WM_COPYDATA = 74;      ///< lParam: a record for WindowSystem::CopyData
-inline constexpr Long WM_CONTEXTMENU = 123;  ///< wParam: the window; lParam: x, y << 16, screen
+inline constexpr Long WM_DRAWITEM = 43;       ///< lParam: a record for Menus::DrawRecord
+inline constexpr Long WM_MEASUREITEM = 44;    ///< lParam: a record for Menus::MeasureRecord
+inline constexpr Long WM_COPYDATA = 74;       ///< lParam: a record for WindowSystem::CopyData
+inline constexpr Long WM_CONTEXTMENU = 123;   ///< wParam: the window; lParam: x, y << 16, screen
 // Of a text box that is a page; see TextBox.
 inline constexpr Long EM_LINESCROLL = 182;    ///< lParam: lines, positive to the text's end
 inline constexpr Long EM_GETLINECOUNT = 186;  ///< answers the number of lines as wrapped
@@ -37,11 +37,13 @@ inline constexpr Long WM_RBUTTONDBLCLK = 518;
 inline constexpr Long WM_MBUTTONDOWN = 519;
 inline constexpr Long WM_MBUTTONUP = 520;
 inline constexpr Long WM_MBUTTONDBLCLK = 521;
-inline constexpr Long WM_MOUSEWHEEL = 522;  ///< wParam: delta << 16; lParam: x, y << 16, screen
-inline constexpr Long WM_DROPFILES = 563;   ///< wParam: a drop for WindowSystem::DragQueryFile
-inline constexpr Long WM_MOUSELEAVE = 675;  ///< once, after WindowSystem::TrackMouseLeave
-inline constexpr Long WM_HOTKEY = 786;      ///< wParam: id; lParam: modifiers, key << 16
-inline constexpr Long WM_TRAY = 1024;       ///< lParam: the mouse message on the tray icon
+inline constexpr Long WM_MOUSEWHEEL = 522;     ///< wParam: delta << 16; lParam: x, y << 16, screen
+inline constexpr Long WM_ENTERMENULOOP = 529;  ///< a popup menu is about to open
+inline constexpr Long WM_EXITMENULOOP = 530;   ///< it has gone, and the choice has been acted on
+inline constexpr Long WM_DROPFILES = 563;      ///< wParam: a drop for WindowSystem::DragQueryFile
+inline constexpr Long WM_MOUSELEAVE = 675;     ///< once, after WindowSystem::TrackMouseLeave
+inline constexpr Long WM_HOTKEY = 786;         ///< wParam: id; lParam: modifiers, key << 16
+inline constexpr Long WM_TRAY = 1024;          ///< lParam: the mouse message on the tray icon
 
 // What is held down during a mouse message.
 inline constexpr Long MK_LBUTTON = 1;
@@ -65,7 +67,13 @@ inline constexpr Long WordOf(Point point) {
 inline constexpr Long SIZE_RESTORED = 0;
 inline constexpr Long SIZE_MINIMIZED = 1;
 
+// Commands of a window's system menu.
+inline constexpr Long SC_SIZE = 61440;
+inline constexpr Long SC_MOVE = 61456;
+inline constexpr Long SC_MINIMIZE = 61472;
+inline constexpr Long SC_MAXIMIZE = 61488;
 inline constexpr Long SC_CLOSE = 61536;
+inline constexpr Long SC_RESTORE = 61728;
 
 inline constexpr Long SPI_SETWORKAREA = 47;
 inline constexpr Long SPI_GETWORKAREA = 48;

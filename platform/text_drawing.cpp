@@ -64,7 +64,8 @@ void TextDrawing::DrawLine(Surface& surface, const Font& font, std::u16string_vi
     if ((format & DT_VCENTER) != 0 && (format & DT_SINGLELINE) != 0) {
         at.y += (rect.Height() - Rendered(font, text, 0).height) / 2;
     }
-    const Rect clip = Intersect(rect, surface.Bounds());
+    const bool clips = (format & DT_NOCLIP) == 0;
+    const Rect clip = clips ? Intersect(rect, surface.Bounds()) : surface.Bounds();
     Long number = std::max(clip.left - at.x, 0) / kPieceWidth;
     for (; at.x + number * kPieceWidth < clip.right; ++number) {
         const TextPicture& piece = Rendered(font, text, number);
@@ -77,7 +78,8 @@ void TextDrawing::DrawLine(Surface& surface, const Font& font, std::u16string_vi
 
 void TextDrawing::Draw(Surface& surface, const Font& font, std::u16string_view text,
                        const Rect& rect, Long format, Colour colour) {
-    if (text.empty() || IsEmpty(Intersect(rect, surface.Bounds()))) {
+    const bool clips = (format & DT_NOCLIP) == 0;
+    if (text.empty() || (clips && IsEmpty(Intersect(rect, surface.Bounds())))) {
         return;
     }
     if ((format & DT_SINGLELINE) != 0) {

@@ -19,6 +19,7 @@ inline constexpr Long DT_RIGHT = 2;
 inline constexpr Long DT_VCENTER = 4;     ///< of a single line
 inline constexpr Long DT_WORDBREAK = 16;  ///< lines end between words where the rectangle ends
 inline constexpr Long DT_SINGLELINE = 32;
+inline constexpr Long DT_NOCLIP = 256;     ///< the text may leave the rectangle
 inline constexpr Long DT_CALCRECT = 1024;  ///< draws nothing: see Calculate
 inline constexpr Long DT_NOPREFIX = 2048;  ///< always so: "&" is a character like any other
 
@@ -27,7 +28,7 @@ class TextDrawing {
     /// The driver must outlive it.
     explicit TextDrawing(const Driver& driver) : driver_(driver) {}
 
-    /// Draws into `rect` and never outside of it; the background stays.
+    /// Draws into `rect`, and never outside of it but with DT_NOCLIP; the background stays.
     void Draw(Surface& surface, const Font& font, std::u16string_view text, const Rect& rect,
               Long format, Colour colour);
 

@@ -128,35 +128,33 @@ std::optional<Millis> WindowSystem::NextDue() const {
     return first == due_.end() ? std::nullopt : std::optional(first->when);
 }
 
-void WindowSystem::RunDue(Millis until) {
-    for (;;) {
-        const auto first = std::min_element(due_.begin(), due_.end(),
-                                            [](const Due& a, const Due& b) { return a.Before(b); });
-        if (first == due_.end() || first->when > until) {
-            return;
-        }
-        const Dispatching dispatching(*this);
-        if (first->window == 0) {
-            const auto call = std::move(first->call);
-            due_.erase(first);
-            call();
-            continue;
-        }
-        // The next beat is set before the call, so that a callback which pumps goes on being
-        // called. Beats that were missed by a busy thread are dropped, not made up for.
-        first->when += first->period;
-        if (first->when <= until) {
-            first->when = until + first->period;
-        }
-        const TimerProc timer = first->timer;
-        timer(first->window, first->id);
+bool WindowSystem::RunNextDue(Millis until) {
+    const auto first = std::min_element(due_.begin(), due_.end(),
+                                        [](const Due& a, const Due& b) { return a.Before(b); });
+    if (first == due_.end() || first->when > until) {
+        return false;
     }
+    const Dispatching dispatching(*this);
+    if (first->window == 0) {
+        const auto call = std::move(first->call);
+        due_.erase(first);
+        call();
+        return true;
+    }
+    // The next beat is set before the call, so that a callback which pumps goes on being called.
+    // Beats that were missed by a busy thread are dropped, not made up for.
+    first->when += first->period;
+    if (first->when <= until) {
+        first->when = until + first->period;
+    }
+    const Handle window = first->window;
+    const Long id = first->id;
+    const TimerProc timer = first->timer;
+    timer(window, id);
+    return true;
 }
 
-void WindowSystem::DoEvents() {
-    while (const auto event = driver_.NextEvent()) {
-        Deliver(*event);
-    }
+void WindowSystem::DeliverPosted() {
     // What is posted meanwhile waits for the next pump, else two windows could keep us here for
     // ever.
     for (std::size_t count = posted_.size(); count > 0 && !posted_.empty(); --count) {
@@ -164,7 +162,15 @@ void WindowSystem::DoEvents() {
         posted_.pop_front();
         SendMessage(message.window, message.id, message.wParam, message.lParam);
     }
-    RunDue(Now());
+}
+
+void WindowSystem::DoEvents() {
+    while (const auto event = driver_.NextEvent()) {
+        Deliver(*event);
+    }
+    DeliverPosted();
+    for (const Millis now = Now(); RunNextDue(now);) {
+    }
     UpdateScreen();
 }
 
@@ -189,6 +195,27 @@ void WindowSystem::WaitMessage() {
         driver_.WaitUntil(NextDue());
     }
     DoEvents();
+}
+
+void WindowSystem::RunWhile(const std::function<bool()>& goesOn) {
+    while (goesOn()) {
+        if (const auto event = driver_.NextEvent()) {
+            Deliver(*event);
+            continue;
+        }
+        DeliverPosted();
+        for (const Millis now = Now(); goesOn() && RunNextDue(now);) {
+        }
+        UpdateScreen();
+        if (goesOn() && posted_.empty()) {
+            driver_.WaitUntil(NextDue());
+        }
+    }
+}
+
+bool WindowSystem::ExpectsInput() const {
+    return driver_.ExpectsInput() || !posted_.empty() ||
+           std::any_of(due_.begin(), due_.end(), [](const Due& due) { return due.window == 0; });
 }
 
 void WindowSystem::DeferDelete(std::shared_ptr<void> object) {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/menu_tracking.h"
 #include "platform/window_system.h"
 #include "platform/window_system_detail.h"
 
@@ -75,8 +76,12 @@ void WindowSystem::TrackMouseLeave(Handle window) {
 void WindowSystem::LeaveUnlessAt(Point ptScreen) {
     if (tracked_ != 0 && tracked_ != HitTest(ptScreen, true) &&
         tracked_ != HitTest(ptScreen, false)) {
-        SendMessage(std::exchange(tracked_, 0), WM_MOUSELEAVE, 0, 0);
+        Leave();
     }
+}
+
+void WindowSystem::Leave() {
+    SendMessage(std::exchange(tracked_, 0), WM_MOUSELEAVE, 0, 0);
 }
 
 void WindowSystem::SendMouse(Handle window, Long message, Point ptScreen) {
@@ -86,6 +91,11 @@ void WindowSystem::SendMouse(Handle window, Long message, Point ptScreen) {
 }
 
 void WindowSystem::OnPointerMoved(Point ptScreen) {
+    if (MenuTracking* const menu = menus_.Tracking()) {
+        Leave();
+        menu->PointerMoved(ptScreen);
+        return;
+    }
     if (capture_ != 0) {
         SendMouse(capture_, WM_MOUSEMOVE, ptScreen);
         return;
@@ -112,6 +122,20 @@ void WindowSystem::OnButton(const ButtonChanged& event) {
     if (button == kButtons.end()) {
         return;
     }
+    MenuTracking* const menu = menus_.Tracking();
+    const bool isMenus = event.down ? menu != nullptr : (buttonsOfMenu_ & button->held) != 0;
+    if (isMenus) {
+        buttonsOfMenu_ =
+            event.down ? buttonsOfMenu_ | button->held : buttonsOfMenu_ & ~button->held;
+        lastPress_ = {};
+    }
+    if (menu != nullptr) {
+        menu->ButtonChange(event, !isMenus);
+    }
+    if (isMenus) {
+        return;
+    }
+    // Whoever got the press gets the release, even while a menu is open.
     const Handle target = capture_ != 0 ? capture_ : HitTest(event.ptScreen, true);
     if (event.down) {
         buttons_ |= button->held;
@@ -132,11 +156,77 @@ void WindowSystem::OnButton(const ButtonChanged& event) {
 }
 
 void WindowSystem::OnWheel(const WheelTurned& event) {
+    if (MenuTracking* const menu = menus_.Tracking()) {
+        menu->Wheel(event);
+        return;
+    }
     const Long delta = event.notches < 0 ? -WHEEL_DELTA : WHEEL_DELTA;
     for (Long notch = std::abs(event.notches); notch > 0; --notch) {
         const Handle hit = HitTest(event.ptScreen, false);
         SendMessage(hit != 0 ? hit : focus_, WM_MOUSEWHEEL,
                     delta * 65536 + (buttons_ | HeldModifiers(modifiers_)), WordOf(event.ptScreen));
+    }
+}
+
+bool WindowSystem::GetAsyncKeyState(Long code) const {
+    return code >= 0 && static_cast<std::size_t>(code) < keysDown_.size() &&
+           keysDown_[static_cast<std::size_t>(code)];
+}
+
+Handle WindowSystem::SetWindowsHookEx(KeyboardProc proc) {
+    const Handle hook = NewHandle();
+    hooks_.emplace_back(hook, std::move(proc));
+    return hook;
+}
+
+void WindowSystem::UnhookWindowsHookEx(Handle hook) {
+    std::erase_if(hooks_, [hook](const auto& known) { return known.first == hook; });
+}
+
+bool WindowSystem::EatenByHook(const KeyChanged& event) {
+    // Copies: a procedure may take itself or others out.
+    const auto hooks = hooks_;
+    return std::any_of(hooks.rbegin(), hooks.rend(), [&](const auto& hook) {
+        return hook.second(event.code, event.shift, event.down);
+    });
+}
+
+void WindowSystem::OnKey(const KeyChanged& event) {
+    if (event.code < 0 || static_cast<std::size_t>(event.code) >= keysDown_.size()) {
+        return;
+    }
+    const auto code = static_cast<std::size_t>(event.code);
+    MenuTracking* const menu = menus_.Tracking();
+    // A key that went down in a menu is the menu's until it is up: repeated by being held, it must
+    // not act on what lies behind. One that was down before it opened stays that of its window.
+    const bool isOlder = keysDown_[code] && !keysOfMenu_[code];
+    keysDown_[code] = event.down;
+    textIsEaten_ = event.down && menu != nullptr;
+    if (keysOfMenu_[code] || (menu != nullptr && event.down)) {
+        keysOfMenu_[code] = event.down && !isOlder;
+        textIsEaten_ = event.down;
+        if (menu != nullptr && event.down && !isOlder) {
+            menu->KeyDown(event.code);
+        }
+        return;
+    }
+    if (EatenByHook(event)) {
+        textIsEaten_ = event.down;
+        return;
+    }
+    SendMessage(focus_, event.down ? WM_KEYDOWN : WM_KEYUP, event.code, event.shift);
+}
+
+void WindowSystem::OnText(const TextTyped& event) {
+    if (MenuTracking* const menu = menus_.Tracking()) {
+        menu->Text(event.text);
+        return;
+    }
+    if (textIsEaten_) {
+        return;
+    }
+    for (const char16_t unit : event.text) {
+        SendMessage(focus_, WM_CHAR, unit, 0);
     }
 }
 
@@ -153,7 +243,14 @@ struct Cases : F... {
 void WindowSystem::Deliver(const DriverEvent& event) {
     const Dispatching dispatching(*this);
     std::visit(Cases{
-                   [&](const CloseRequested& close) { SendMessage(close.window, WM_CLOSE, 0, 0); },
+                   [&](const CloseRequested& close) {
+                       if (MenuTracking* const menu = menus_.Tracking()) {
+                           menu->CloseRequest(close.window);
+                       } else {
+                           SendMessage(close.window, WM_CLOSE, 0, 0);
+                       }
+                   },
+                   [&](const InputLost&) { menus_.EndMenu(0); },
                    [&](const MinimisedByDesktop& change) { SetMinimised(change.window, true); },
                    [&](const RestoredByDesktop& change) { SetMinimised(change.window, false); },
                    [&](const WorkAreaChanged&) {
@@ -193,13 +290,9 @@ void WindowSystem::Deliver(const DriverEvent& event) {
                    },
                    [&](const KeyChanged& key) {
                        modifiers_ = key.shift;
-                       SendMessage(focus_, key.down ? WM_KEYDOWN : WM_KEYUP, key.code, key.shift);
+                       OnKey(key);
                    },
-                   [&](const TextTyped& typed) {
-                       for (const char16_t unit : typed.text) {
-                           SendMessage(focus_, WM_CHAR, unit, 0);
-                       }
-                   },
+                   [&](const TextTyped& typed) { OnText(typed); },
                },
                event);
 }

@@ -48,6 +48,12 @@ Handle WindowSystem::CreateWindow(Handle parent, const Rect& rect, WindowProc pr
     return window->handle;
 }
 
+Handle WindowSystem::CreatePopup(Handle owner) {
+    const Handle popup = CreateWindow(0, {}, {});
+    driver_.SetTopLevelPopup(popup, GetTopLevel(owner));
+    return popup;
+}
+
 void WindowSystem::Unlink(Window& window) {
     Window* above = Find(window.parent);
     std::erase(above != nullptr ? above->children : topLevels_, window.handle);
@@ -68,6 +74,7 @@ void WindowSystem::DestroyWindow(Handle window) {
     InvalidateWindow(*found);
     Unlink(*found);
     if (found->parent == 0) {
+        menus_.WindowGone(window);
         driver_.DestroyTopLevel(window);
     }
     std::erase_if(due_, [window](const Due& due) { return due.window == window; });

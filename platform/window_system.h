@@ -8,6 +8,7 @@
 // destroy its own window. What must outlive the dispatch that ends it goes to DeferDelete.
 #pragma once
 
+#include <bitset>
 #include <deque>
 #include <functional>
 #include <map>
@@ -17,6 +18,7 @@
 #include <vector>
 
 #include "platform/driver.h"
+#include "platform/menu.h"
 #include "platform/messages.h"
 #include "platform/surface.h"
 #include "platform/text_drawing.h"
@@ -35,6 +37,10 @@ using WindowProc = std::function<Long(const Message&)>;
 
 /// A timer's callback: the window and the id it was set with.
 using TimerProc = std::function<void(Handle window, Long id)>;
+
+/// Sees a key before the focus does: a virtual-key code, the modifiers 1 Shift, 2 Ctrl, 4 Alt, and
+/// whether it goes down. True eats it.
+using KeyboardProc = std::function<bool(Long code, Long modifiers, bool down)>;
 
 /// What WM_COPYDATA hands over: a second start's command line, in the narrow code page.
 struct CopyDataRecord {
@@ -58,6 +64,11 @@ class WindowSystem {
 
     /// A hidden, enabled window above its siblings.
     Handle CreateWindow(Handle parent, const Rect& rect, WindowProc proc);
+    /// A hidden top-level window for a popup of `owner`: it lies above all others, and neither
+    /// takes the focus nor stands in any list of windows.
+    Handle CreatePopup(Handle owner);
+    /// A number that names nothing else, for other things that are known by handles.
+    Handle NewHandle() { return ++lastHandle_; }
     /// Sends WM_DESTROY to the window and its children, kills their timers and forgets them.
     void DestroyWindow(Handle window);
     bool IsWindow(Handle window) const;
@@ -115,6 +126,7 @@ class WindowSystem {
     Surface ComposeScreen() const;
 
     TextDrawing& Text() { return text_; }
+    Menus& PopupMenus() { return menus_; }
 
     // The pointer and the keyboard.
 
@@ -126,6 +138,13 @@ class WindowSystem {
     void TrackMouseLeave(Handle window);
     /// Modifiers of the last input: 1 Shift, 2 Ctrl, 4 Alt.
     Long Modifiers() const { return modifiers_; }
+
+    /// Whether the key with that code is down.
+    bool GetAsyncKeyState(Long code) const;
+    /// Puts a procedure in front of all keys, of others that are there too; the answer names it. An
+    /// open menu takes keys before it. Of a key that is eaten nobody gets the text either.
+    Handle SetWindowsHookEx(KeyboardProc proc);
+    void UnhookWindowsHookEx(Handle hook);
 
     /// What happens when the driver reports this event; the pump calls it.
     void Deliver(const DriverEvent& event);
@@ -187,6 +206,11 @@ class WindowSystem {
     void Sleep(Millis duration);
     /// Waits for the next thing to happen and delivers it: one turn of a host's main loop.
     void WaitMessage();
+    /// A loop within the main loop: delivers things one by one, and asks `goesOn` before each.
+    void RunWhile(const std::function<bool()>& goesOn);
+    /// Whether anything but timers can still happen: a posted message, a scheduled call, or
+    /// whatever the desktop reports.
+    bool ExpectsInput() const;
 
     /// Keeps `object` until no message, timer or call of this window system is being handled.
     void DeferDelete(std::shared_ptr<void> object);
@@ -220,8 +244,12 @@ class WindowSystem {
     void OnPointerMoved(Point ptScreen);
     void OnButton(const ButtonChanged& event);
     void OnWheel(const WheelTurned& event);
+    void OnKey(const KeyChanged& event);
+    void OnText(const TextTyped& event);
+    bool EatenByHook(const KeyChanged& event);
     bool IsDoubleClick(const ButtonChanged& press, Handle target);
     void SendMouse(Handle window, Long message, Point ptScreen);
+    void Leave();
     void LeaveUnlessAt(Point ptScreen);
     Handle HitTest(Point ptScreen, bool windowless) const;
     const Window* ChildAt(const Window& window, Point point, bool windowless) const;
@@ -229,7 +257,8 @@ class WindowSystem {
     void UpdateTopLevel(Window& topLevel);
     void ComposeInto(const Window& window, Point origin, const Rect& clip, Surface& picture) const;
     void SendSize(Window& window, Long state);
-    void RunDue(Millis until);
+    void DeliverPosted();
+    bool RunNextDue(Millis until);
     void RunUntil(Millis deadline);
     std::optional<Millis> NextDue() const;
     void LeaveDispatch();
@@ -237,6 +266,7 @@ class WindowSystem {
 
     Driver& driver_;
     TextDrawing text_{driver_};
+    Menus menus_{*this};
     Handle lastHandle_ = 0;
     std::map<Handle, std::shared_ptr<Window>> windows_;
     std::vector<Handle> topLevels_;  ///< bottom to top
@@ -245,6 +275,13 @@ class WindowSystem {
     Handle tracked_ = 0;  ///< waits for the pointer to leave
     Long modifiers_ = 0;
     Long buttons_ = 0;  ///< held down: MK_...
+    Long buttonsOfMenu_ =
+        0;  ///< went down while a menu was open, and belong to it until they are up
+    using Keys = std::bitset<256>;
+    Keys keysDown_;
+    Keys keysOfMenu_;                                     ///< as buttonsOfMenu_
+    bool textIsEaten_ = false;                            ///< belongs to a key that was
+    std::vector<std::pair<Handle, KeyboardProc>> hooks_;  ///< the latest is asked first
     // The press that another one may follow as a double click.
     struct Press {
         Handle window = 0;

@@ -30,6 +30,7 @@ class HeadlessDriver : public Driver {
     Millis Now() const override;
     void WaitUntil(std::optional<Millis> deadline) override;
     std::optional<DriverEvent> NextEvent() override;
+    bool ExpectsInput() const override { return !events_.empty(); }
     void Watch(int descriptor, std::function<void()> onReadable) override;
     std::uint64_t RandomSeed() override;
     Size ScreenSize() const override { return {1024, 768}; }

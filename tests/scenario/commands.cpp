@@ -9,9 +9,9 @@ namespace scenario {
 namespace {
 
 const std::vector<const CommandTable*>& AllCommands() {
-    static const std::vector<const CommandTable*> tables{&RunCommands(),    &AskCommands(),
-                                                         &InputCommands(),  &PointerCommands(),
-                                                         &ScreenCommands(), &FileCommands()};
+    static const std::vector<const CommandTable*> tables{
+        &RunCommands(),    &AskCommands(),  &InputCommands(), &PointerCommands(),
+        &ScreenCommands(), &FileCommands(), &PopupCommands()};
     return tables;
 }
 

@@ -74,6 +74,7 @@ const CommandTable& InputCommands();
 const CommandTable& PointerCommands();
 const CommandTable& ScreenCommands();
 const CommandTable& FileCommands();
+const CommandTable& PopupCommands();
 
 /// A line that is no check. Raises Mistake; `scope` follows what the line makes.
 Command ParseCommand(std::string_view line, Scope& scope);

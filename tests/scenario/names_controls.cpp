@@ -27,6 +27,7 @@ const Class& WidgetClass() {
                                 Property("BackColor", &Widget::BackColor, &Widget::BackColor),
                                 Property("ForeColor", &Widget::ForeColor, &Widget::ForeColor),
                                 Property("Tag", &Widget::Tag, &Widget::Tag),
+                                ReadOnly("hWnd", &Widget::HWnd),
                             }};
     return type;
 }
@@ -155,22 +156,69 @@ const Class& SliderClass() {
     return type;
 }
 
+namespace {
+
+void SetFontData(JPopupMenu& menu, Text name, Long size, bool italic, Long weight, Long charset) {
+    menu.SetFontData({std::u16string(name), size, italic, weight, charset});
+}
+
+void SetColors(JPopupMenu& menu, Long a, Long b, Long c, Long d, Long e, Long f, Long g, Long h,
+               Long i, Long j, Long k, Long l) {
+    menu.SetColors({a, b, c, d, e, f, g, h, i, j, k, l});
+}
+
+// A picture of one colour.
+void BackgroundPicture(JPopupMenu& menu, Long width, Long height, Long colour) {
+    platform::Surface picture({width, height});
+    picture.FillRect(picture.Bounds(), colour);
+    menu.BackgroundPicture(std::make_shared<const platform::Surface>(std::move(picture)));
+}
+
+Long KeyModifiers(JPopupMenu& menu, Long index) {
+    return menu.Keys(index).modifiers;
+}
+
+Long KeyCode(JPopupMenu& menu, Long index) {
+    return menu.Keys(index).code;
+}
+
+}  // namespace
+
 const Class& PopupMenuClass() {
     using Menu = JPopupMenu;
     static const Class type{"JPopupMenu",
                             nullptr,
                             {
                                 Method("AddItem", &Menu::AddItem),
-                                ReadOnly("Count", &Menu::Count),
-                                Method("IndexForKey", &Menu::IndexForKey),
-                                ReadOnly("Caption", &Menu::Caption),
-                                ReadOnly("KeyText", &Menu::KeyText),
-                                ReadOnly("ItemKey", &Menu::ItemKey),
-                                ReadOnly("ItemParentIndex", &Menu::ItemParentIndex),
+                                Method("BackgroundPicture", BackgroundPicture),
+                                Property("Caption", &Menu::Caption, &Menu::Caption),
                                 Property("Checked", &Menu::Checked, &Menu::Checked),
-                                Property("RadioCheck", &Menu::RadioCheck, &Menu::RadioCheck),
+                                Method("Clear", &Menu::Clear),
+                                Method("ClearBackgroundPicture", &Menu::ClearBackgroundPicture),
+                                Method("ClearSubMenusOfItem", &Menu::ClearSubMenusOfItem),
+                                ReadOnly("Count", &Menu::Count),
                                 Property("Enabled", &Menu::Enabled, &Menu::Enabled),
+                                Method("GroupToggle", &Menu::GroupToggle),
                                 Property("Header", &Menu::Header, &Menu::Header),
+                                ReadOnly("hMenu", &Menu::hMenu),
+                                Property("hWndOwner", &Menu::hWndOwner, &Menu::hWndOwner),
+                                Method("IndexForKey", &Menu::IndexForKey),
+                                Method("ItemForID", &Menu::ItemForID),
+                                Property("ItemKey", &Menu::ItemKey, &Menu::ItemKey),
+                                ReadOnly("ItemParentIndex", &Menu::ItemParentIndex),
+                                ReadOnly("KeyText", &Menu::KeyText),
+                                ReadOnly("KeyModifiers", KeyModifiers),
+                                ReadOnly("KeyCode", KeyCode),
+                                ReadOnly("MenuItemHeight", &Menu::MenuItemHeight),
+                                ReadOnly("MenuItemWidth", &Menu::MenuItemWidth),
+                                Property("OwnerDraw", &Menu::OwnerDraw, &Menu::OwnerDraw),
+                                Property("RadioCheck", &Menu::RadioCheck, &Menu::RadioCheck),
+                                Method("Refresh", &Menu::Refresh),
+                                Method("RemoveItem", &Menu::RemoveItem),
+                                Method("RemoveItemByIndex", &Menu::RemoveItemByIndex),
+                                Method("SetColors", SetColors),
+                                Method("SetFontData", SetFontData),
+                                Method("ShowPopup", &Menu::ShowPopup),
                             },
                             false};
     return type;

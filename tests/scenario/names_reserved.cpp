@@ -8,8 +8,8 @@
 namespace scenario {
 
 bool IsReservedCommand(std::string_view word) {
-    static constexpr std::array<std::string_view, 8> kCommands{
-        "pages", "registry", "tray", "popup", "drive", "online", "page", "hotkeys"};
+    static constexpr std::array<std::string_view, 7> kCommands{
+        "pages", "registry", "tray", "drive", "online", "page", "hotkeys"};
     return std::find(kCommands.begin(), kCommands.end(), word) != kCommands.end();
 }
 

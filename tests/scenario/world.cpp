@@ -84,7 +84,7 @@ void World::MakeInstance(const Class& type) {
     } else if (&type == &ToggleClass()) {
         instance_ = std::make_unique<JToogle>(windows_, parent, kNewInstance);
     } else if (&type == &PopupMenuClass()) {
-        instance_ = std::make_unique<JPopupMenu>();
+        instance_ = std::make_unique<JPopupMenu>(Component().State().Popups);
     } else {
         instance_ = std::make_unique<JHotKeys>();
     }

@@ -16,6 +16,7 @@
 #include "platform/window_system.h"
 #include "shell/jhotkeys.h"
 #include "tests/scenario/names.h"
+#include "tests/scenario/popups.h"
 #include "tests/scenario/scripted_host.h"
 #include "tests/scenario/value.h"
 
@@ -37,6 +38,7 @@ class World {
     platform::WindowSystem& Windows() { return windows_; }
     platform::HeadlessDriver& Screen() { return driver_; }
     ScriptedHost& Host() { return host_; }
+    Popups& PopupMenus() { return popups_; }
     const std::string& Directory() const { return directory_; }
 
     // Runs of the component.
@@ -105,6 +107,7 @@ class World {
     platform::HeadlessDriver driver_{platform::HeadlessDriver::Clock::kVirtual};
     platform::WindowSystem windows_{driver_};
     ScriptedHost host_{*this};
+    Popups popups_{*this};
     std::unique_ptr<sarnel::Ambrisor> component_;
     bool runBegun_ = false;
     platform::Widget holder_;  ///< hidden window around the instance that `new` makes

@@ -1,0 +1,35 @@
+// Popup menus: what the user does in the next one, and what the last one showed.
+#include "tests/scenario/commands.h"
+
+namespace scenario {
+
+namespace {
+
+Command Popup(CommandLine& line) {
+    const int number = line.GetScope().line;
+    if (line.SkipWord("choose")) {
+        return [answer = Popups::Answer{number, line.Text()}](World& world) {
+            world.PopupMenus().AnswerNext(answer);
+        };
+    }
+    if (line.SkipWord("cancel")) {
+        return [number](World& world) { world.PopupMenus().AnswerNext({number}); };
+    }
+    if (line.SkipWord("last")) {
+        return [](World& world) {
+            for (const std::string& row : world.PopupMenus().LastRows()) {
+                world.Print(row);
+            }
+        };
+    }
+    throw Mistake("neither choose, cancel nor last: " + line.Next().raw);
+}
+
+}  // namespace
+
+const CommandTable& PopupCommands() {
+    static const CommandTable table{{"popup", Popup}};
+    return table;
+}
+
+}  // namespace scenario
