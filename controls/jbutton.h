@@ -1,24 +1,25 @@
-// JButton and JToogle, the skinned push button and its latched brother. They exist with their
-// state; pictures, masks and the mouse are not built yet.
+// JButton, the skinned push button, also the stick of a slider. Its picture holds three images from
+// top to bottom: normal, pressed, disabled. An image is shown in its natural size: a button is as
+// large as its mask.
+//
+// Of a left press Click comes after MouseUp, and only if the button went up inside.
 #pragma once
 
-#include "platform/widget.h"
+#include "controls/skinbutton.h"
 
 namespace sarnel {
 
-class JButton : public platform::Widget {
+class JButton : public SkinButton {
   public:
-    using Widget::Widget;
-};
+    using SkinButton::SkinButton;
 
-class JToogle : public platform::Widget {
-  public:
-    using Widget::Widget;
-    bool Value() const { return value_; }
-    void Value(bool value) { value_ = value; }
+    bool Enabled() const { return Widget::Enabled(); }
+    /// Draws first, whatever the value was, and leaves PressState alone when it is False.
+    void Enabled(bool value);
 
-  private:
-    bool value_ = false;
+  protected:
+    void DrawState(Row row) override;
+    void MouseUp(const platform::MouseEvent& event) override;
 };
 
 }  // namespace sarnel

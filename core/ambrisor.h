@@ -35,6 +35,8 @@ struct AmbrisorOptions {
     /// The one writable directory, without a separator at its end; raw bytes. It holds
     /// "Sarnel.Ambrisor.ini", "Sarnel.Ambrisor.omk" and "Sarnel.Ambrisor.lyrics".
     std::string directory;
+    /// Path or address of the user guide, which the command "About" opens.
+    std::string guide = {};
 };
 
 class Ambrisor : public Object {

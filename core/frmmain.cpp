@@ -18,6 +18,7 @@ constexpr Rect kListArea{6, 27, 287, 208};
 constexpr Rect kInsideList{0, 0, 281, 181};
 constexpr Rect kScrollText{54, 10, 239, 24};
 constexpr Rect kInfoDisplay{128, 250, 200, 264};
+constexpr Rect kOneLine{0, 0, 100, 13};
 
 constexpr Long kPanels = 6;
 constexpr Long kButtons = 13;
@@ -42,7 +43,10 @@ frmMAIN::frmMAIN(platform::WindowSystem& windows)
       picInfoDisplay(windows, HWnd(), kInfoDisplay),
       lstPlaylist(windows, HWnd(), kListArea, ListOfLayout()) {
     MakePanels();
+    MakeLabels();
     MakeControls();
+    AttachSkinHandlers(*this);
+    AttachSurfaceHandlers(*this);
     lstPlaylist.onKeyDown = [](Long KeyCode, Long Shift) { lstPlaylist_KeyDown(KeyCode, Shift); };
     lstPlaylist.onKeyUp = [](Long KeyCode, Long Shift) { lstPlaylist_KeyUp(KeyCode, Shift); };
     lstPlaylist.onOLEDragDrop = [](const std::vector<std::string>& paths) {
@@ -65,33 +69,68 @@ void frmMAIN::MakePanels() {
     browser.showNumeric = false;
     browser.showItemImages = true;
     lstFilesAndFolders = std::make_unique<JList>(windows_, panel(1), kInsideList, browser);
-    lblFrameAddPathName = std::make_unique<platform::Label>(windows_, panel(1), Rect{});
-    lblFileTypesSupported = std::make_unique<platform::Label>(windows_, panel(2), Rect{});
-    lblFrameFileAssocOK = std::make_unique<platform::Label>(windows_, panel(2), Rect{});
-    lblFrameFileAssocOK->Caption(u"Close frame");
-    lblFrameInfoDescription = std::make_unique<platform::Label>(windows_, panel(4), Rect{});
-    lblFrameInfoDescription->Caption(u"Info");
     txt_SearchFilter = std::make_unique<platform::TextBox>(windows_, panel(5), Rect{});
     lst_Search = std::make_unique<JList>(windows_, panel(5), kInsideList, ListOfLayout());
 }
 
+void frmMAIN::MakeLabels() {
+    const auto label = [this](Long panel) {
+        return std::make_unique<platform::Label>(windows_, picFrame(panel).HWnd(), kOneLine);
+    };
+    lblFrameAddPathName = label(1);
+    lblFrameAddPathName->Opaque(true);
+    lblFileTypesSupported = label(2);
+    lblFrameFileAssocOK = label(2);
+    lblFrameFileAssocOK->Caption(u"Close frame");
+    lblFrameInfoDescription = label(4);
+    lblFrameInfoDescription->Caption(u"Info");
+    lblEffects.First(kFirstEffect);
+    for (Long i = kFirstEffect; i < kSliders; ++i) {
+        lblEffects.Add(label(kEffectsPanel));
+    }
+}
+
 void frmMAIN::MakeControls() {
     const Handle effects = picFrame(kEffectsPanel).HWnd();
+    const auto add = [this](auto& array, auto control, bool inLayout) {
+        control->Visible(inLayout);
+        array.Add(std::move(control), inLayout);
+    };
     for (Long i = 0; i < kButtons; ++i) {
-        const Handle parent = i == kButtons - 1 ? effects : HWnd();
-        btnSkin.Add(std::make_unique<JButton>(windows_, parent, Rect{}));
+        const bool reset = i == kButtons - 1;
+        const Handle parent = reset ? effects : HWnd();
+        add(btnSkin, std::make_unique<JButton>(windows_, parent, Rect{}), i == 0 || reset);
     }
     for (Long i = 0; i < kToggles; ++i) {
-        tglSkin.Add(std::make_unique<JToogle>(windows_, HWnd(), Rect{}));
+        add(tglSkin, std::make_unique<JToogle>(windows_, HWnd(), Rect{}), i == 0);
     }
-    lblEffects.First(kFirstEffect);
     for (Long i = 0; i < kSliders; ++i) {
         const Handle parent = i >= kFirstEffect ? effects : i == 2 ? picFrame(0).HWnd() : HWnd();
-        sldSkin.Add(std::make_unique<JSlider>(windows_, parent, Rect{}));
-        if (i >= kFirstEffect) {
-            lblEffects.Add(std::make_unique<platform::Label>(windows_, effects, Rect{}));
-        }
+        add(sldSkin, std::make_unique<JSlider>(windows_, parent, Rect{}), i != 1);
     }
+}
+
+void frmMAIN::Picture(platform::PictureRef value) {
+    picture_ = std::move(value);
+    DrawPicture();
+}
+
+void frmMAIN::SizeToPicture() {
+    if (picture_ == nullptr) {
+        throw ComponentError(91, u"Object variable not set");
+    }
+    Move(Left(), Top(), picture_->Width(), picture_->Height());
+    DrawPicture();
+}
+
+void frmMAIN::DrawPicture() {
+    if (picture_ == nullptr) {
+        return;
+    }
+    platform::Surface& face = Canvas();
+    face.FillRect(face.Bounds(), BackColor());
+    face.BitBlt(face.Bounds(), *picture_, {0, 0});
+    ShowFace();
 }
 
 void frmMAIN::Load() {
@@ -113,6 +152,8 @@ void frmMAIN::Unload() {
         std::exchange(hMenu, nullptr));  // a command of it may be what ends the run
 }
 
-frmTIP::frmTIP(platform::WindowSystem& windows) : Widget(windows, 0, {0, 0, 20, 23}) {}
+frmTIP::frmTIP(platform::WindowSystem& windows) : Widget(windows, 0, {0, 0, 20, 23}) {
+    SetFont({u"Arial", 9.75, true, false});
+}
 
 }  // namespace sarnel

@@ -7,7 +7,9 @@
 
 #include "controls/jbutton.h"
 #include "controls/jslider.h"
+#include "controls/jtoogle.h"
 #include "controls/list/jlist.h"
+#include "core/failure.h"
 #include "menus/jpopupmenu.h"
 #include "platform/label.h"
 #include "platform/picture_box.h"
@@ -16,13 +18,26 @@
 
 namespace sarnel {
 
-/// Controls of one kind that are told apart by an index; the lowest need not be 0.
+/// Controls of one kind that are told apart by an index; the lowest need not be 0. Some of them are
+/// in the window's static layout; the others are hidden, and nothing but a place to hang handlers
+/// on, until they are loaded.
 template <class T>
 class ControlArray {
   public:
-    T& Add(std::unique_ptr<T> control) {
+    T& Add(std::unique_ptr<T> control, bool inLayout = true) {
         controls_.push_back(std::move(control));
+        loaded_.push_back(inLayout);
         return *controls_.back();
+    }
+    /// Makes an item a copy of the first one, still hidden. Fails if it is loaded already.
+    void Load(Long index) {
+        const auto slot = static_cast<std::size_t>(index - first_);
+        T& item = *controls_.at(slot);
+        if (loaded_[slot]) {
+            throw ComponentError(360, u"Object already loaded");
+        }
+        item.CopyFrom(*controls_.front());
+        loaded_[slot] = true;
     }
     void First(Long index) { first_ = index; }
     Long LowestIndex() const { return first_; }
@@ -35,6 +50,7 @@ class ControlArray {
   private:
     Long first_ = 0;
     std::vector<std::unique_ptr<T>> controls_;
+    std::vector<bool> loaded_;
 };
 
 class frmMAIN : public platform::Widget {
@@ -50,6 +66,12 @@ class frmMAIN : public platform::Widget {
 
     std::u16string Caption() const { return Text(); }
     void Caption(std::u16string_view value) { Text(value); }
+
+    /// The window's background; drawn at its left top corner.
+    platform::PictureRef Picture() const { return picture_; }
+    void Picture(platform::PictureRef value);
+    /// Gives the window its picture's size. Without a picture: fails.
+    void SizeToPicture();
 
     std::shared_ptr<JPopupMenu> hMenu;  ///< null until the menu is built
     std::unique_ptr<JHotKeys> hKeys;
@@ -71,17 +93,27 @@ class frmMAIN : public platform::Widget {
     std::unique_ptr<platform::Label> lblFrameFileAssocOK;
     std::unique_ptr<platform::Label> lblFrameInfoDescription;
 
+  protected:
+    void Resized() override { DrawPicture(); }
+
   private:
     void MakePanels();
+    void MakeLabels();
     void MakeControls();
+    void DrawPicture();
 
+    platform::PictureRef picture_;
     bool loaded_ = false;
 };
 
-/// The tooltip's window.
+/// The tooltip's window. Its frame is made of three pictures; the middle one is stretched.
 class frmTIP : public platform::Widget {
   public:
     explicit frmTIP(platform::WindowSystem& windows);
+
+    platform::PictureRef imgTip1;  ///< left end
+    platform::PictureRef imgTip2;
+    platform::PictureRef imgTip3;  ///< right end
 };
 
 }  // namespace sarnel

@@ -7,6 +7,7 @@
 #include "core/program.h"
 #include "platform/keys.h"
 #include "playback/mPlayback.h"
+#include "playlist/listcommands.h"
 
 namespace sarnel {
 
@@ -49,13 +50,6 @@ void TransportKey(Long keyCode) {
             break;
         default:
             break;
-    }
-}
-
-void PlayListIndex() {
-    if (Playlist().ListIndex() >= 0) {
-        Playlist().ListCurrent(Playlist().ListIndex());
-        PlayCurrentItem();
     }
 }
 

@@ -8,6 +8,8 @@ namespace sarnel {
 
 using platform::Long;
 
+class frmMAIN;
+
 // Start (startup.cpp), from the main window's load event.
 
 /// Puts our procedures in front of four windows; the main window accepts dropped files from here
@@ -39,8 +41,16 @@ Long LyricsWindowProc(const platform::Message& message);
 /// Closes as the close button, the hot key "Exit" and the close message do.
 void RequestClose();
 
-// Event handlers of the main window (handlers.cpp).
+// Event handlers of the main window (handlers.cpp, skin_handlers.cpp).
 
+/// Ties the skin's buttons and sliders to what they do.
+void AttachSkinHandlers(frmMAIN& main);
+void btnSkin_Click(Long Index);
+/// The user has moved the slider.
+void sldSkin_Scroll(Long Index);
+
+/// Background, title, display, playlist, menu buttons and toggles (surface_handlers.cpp).
+void AttachSurfaceHandlers(frmMAIN& main);
 void hKeys_HotKeyPress(std::u16string_view sName);
 void lstPlaylist_KeyDown(Long KeyCode, Long Shift);
 void lstPlaylist_KeyUp(Long KeyCode, Long Shift);

@@ -22,9 +22,11 @@ void SetApp(Program* program) {
     runningProgram = program;
 }
 
-Program::Program(platform::WindowSystem& windowSystem, std::string componentDirectory)
+Program::Program(platform::WindowSystem& windowSystem, std::string componentDirectory,
+                 std::string userGuide)
     : windows(windowSystem),
       directory(std::move(componentDirectory)),
+      guide(std::move(userGuide)),
       Popups(std::make_shared<mJPopupMenu>(windowSystem)) {}
 
 Program::~Program() = default;

@@ -3,6 +3,8 @@
 // at namespace scope, set while an Ambrisor lives.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <memory>
 #include <random>
 #include <string>
@@ -12,6 +14,7 @@
 #include "menus/mJPopupMenu.h"
 #include "platform/window_system.h"
 #include "playback/playedhistory.h"
+#include "skin/skintable.h"
 
 namespace sarnel {
 
@@ -19,8 +22,12 @@ class Ambrisor;
 class frmMAIN;
 class frmTIP;
 
+/// Blue, green, red.
+using ColourBytes = std::array<std::uint8_t, 3>;
+
 struct Program {
-    Program(platform::WindowSystem& windowSystem, std::string componentDirectory);
+    Program(platform::WindowSystem& windowSystem, std::string componentDirectory,
+            std::string userGuide);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -28,6 +35,8 @@ struct Program {
     platform::WindowSystem& windows;
     /// Raw bytes, without a separator at the end.
     const std::string directory;
+    /// Path or address.
+    const std::string guide;
 
     /// Stored by impulse 3; nothing can be sent before.
     Ambrisor* component = nullptr;
@@ -57,13 +66,22 @@ struct Program {
     bool ScrollBack = false;
     Long PulseLevel = 0;
     bool PulseFalling = false;
+    /// The two ends of the pulse.
+    ColourBytes PulseColorFrom{};
+    ColourBytes PulseColorTo{};
+    /// Where InfoText is drawn in picInfoDisplay.
+    platform::Rect DisplayRect;
 
+    /// Where the button went down on the window's surface, in pixels of the surface.
+    platform::Point DragOrigin;
     /// The desktop less its panels; read at impulse 3 and after each change of it.
     platform::Rect WorkArea;
 
     WindowHooks Hooks;
     /// What all popup menus share; each holds it while it lives.
     std::shared_ptr<mJPopupMenu> Popups;
+
+    SkinTable Skins;
 
     /// The main window, created on demand; only its load event runs start-up.
     frmMAIN& Main();

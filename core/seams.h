@@ -5,7 +5,11 @@
 
 #include <string_view>
 
+#include "platform/types.h"
+
 namespace sarnel::seams {
+
+using platform::Long;
 
 // The lyrics panel, filled for the current item.
 inline void ShowLyrics(bool /*refresh*/) {}
@@ -13,9 +17,8 @@ inline void ShowLyrics(bool /*refresh*/) {}
 // The lyrics slider has been moved by the wheel.
 inline void ScrollLyrics() {}
 
-// The surfaces of picScrollText and picInfoDisplay, and the pulse of the selection colours.
-inline void DrawScrollText() {}
-inline void DrawInfoDisplay() {}
+// The tooltip at the pointer, hidden by itself after so many milliseconds.
+inline void ShowTooltip(std::u16string_view /*text*/, Long /*timeOut*/) {}
 
 // The tray icon, its tip and its menu.
 inline void TrayAdd(std::u16string_view /*tip*/) {}
@@ -23,17 +26,11 @@ inline void TrayModify(std::u16string_view /*tip*/) {}
 inline void TrayDelete() {}
 inline void TrayMenu() {}
 
-// The pictures of a slider and its stick.
-inline void DrawSlider() {}
-
-// The table and the pictures of a skin, and their application to the controls: until then these
-// have a place in the static layout and no looks.
-inline void ApplySkin() {}
+// The rows of the file browser for a folder, and of the search panel for a filter.
+inline void FillBrowser(std::u16string_view /*folder*/) {}
+inline void RefreshSearch(std::u16string_view /*filter*/) {}
 
 // The system menu of the main window loses size, move and maximise.
 inline void RemoveSystemMenuItems() {}
-
-// The commands of the menu, of key combinations and of the toggles (hMenu_Click) have no callers
-// yet.
 
 }  // namespace sarnel::seams

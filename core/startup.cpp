@@ -14,6 +14,7 @@
 #include "platform/keys.h"
 #include "playback/mPlayback.h"
 #include "playlist/mMedia.h"
+#include "skin/panels.h"
 #include "skin/skin.h"
 
 namespace sarnel {

@@ -166,7 +166,7 @@ Long LyricsWindowProc(const Message& message) {
         App().windows.WindowFromPoint(PointOf(message.lParam)) == message.window) {
         JSlider& slider = App().Main().sldSkin(2);
         slider.Value(slider.Value() + (message.wParam < 1 ? kWheelStep : -kWheelStep));
-        seams::ScrollLyrics();
+        sldSkin_Scroll(2);
     }
     // Swallowed, so that the text box shows no menu of its own.
     return message.id == WM_CONTEXTMENU ? 0

@@ -11,25 +11,31 @@ namespace {
 
 using sarnel::ImpulseValue;
 
-/// The exit status when not one item could be played.
-constexpr int kNothingPlayed = 1;
-
 }  // namespace
 
-Application::Application(Beginning beginning, Console& console)
+Application::Application(Beginning beginning, Signals& signals, Front& front, Console& console)
     : lock_(std::move(beginning.lock)),
       place_(std::move(beginning.place)),
-      engine_(std::move(beginning.output),
-              [&console](const std::string& notice) { console.Complain(Printable(notice)); }),
-      driver_(platform::HeadlessDriver::Clock::kReal),
-      windows_(driver_),
-      front_({driver_, windows_, engine_, tags_, console}, [this] { endRequested_ = true; }),
+      signals_(signals),
+      front_(front),
+      engine_(
+          std::move(beginning.output),
+          [&console](const std::string& notice) { console.Complain(Printable(notice)); },
+          std::move(beginning.typesFile)),
+      windows_(front.GetDriver()),
       host_(engine_, tags_, *this),
       component_(windows_, {beginning.directory}),
       lines_(std::move(beginning.lines)),
       restored_(beginning.restored) {
-    driver_.Watch(signals_.Number(),
-                  [this] { signals_.Take([this](int number) { SignalArrived(number); }); });
+    front_.GetDriver().Watch(signals_.Number(), [this] {
+        signals_.Take([this](int number) { SignalArrived(number); });
+    });
+    front_.Enter(
+        {windows_, engine_, tags_, [this] { endRequested_ = true; }, [this] { EndNow(); }});
+}
+
+Application::~Application() {
+    front_.GetDriver().Watch(signals_.Number(), {});
 }
 
 int Application::Run() {
@@ -43,7 +49,7 @@ int Application::Run() {
         windows_.WaitMessage();
     }
     End();
-    return front_.HasPlayed() ? 0 : kNothingPlayed;
+    return front_.Status();
 }
 
 void Application::Load() {
@@ -109,7 +115,18 @@ void Application::SignalArrived(int number) {
     }
 }
 
+// Under a handler of the component the end has to wait for its return.
+void Application::EndNow() {
+    endRequested_ = true;
+    if (!windows_.IsDispatching()) {
+        End();
+    }
+}
+
 void Application::End() {
+    if (std::exchange(ended_, true)) {
+        return;
+    }
     if (server_) {
         waitingForEnd_ = server_->StopListening();
     }

@@ -11,12 +11,11 @@
 #include "host/console.h"
 #include "host/engine/engine.h"
 #include "host/engine/tags.h"
+#include "host/front.h"
 #include "host/handover_server.h"
 #include "host/instance.h"
 #include "host/signals.h"
-#include "host/terminal_front.h"
 #include "host/veldrin_host.h"
-#include "platform/headless/headless_driver.h"
 #include "platform/window_system.h"
 
 namespace veldrin {
@@ -24,6 +23,7 @@ namespace veldrin {
 /// What a run begins with.
 struct Beginning {
     std::string directory;  ///< of the component; it exists
+    std::string typesFile;  ///< where the engine keeps its list of playable types
     Output output;
     std::vector<std::string> lines;    ///< command lines for the component; none restores the list
     bool restored = false;             ///< the saved list comes back, whatever else is added
@@ -33,8 +33,10 @@ struct Beginning {
 
 class Application : private HostListener {
   public:
-    /// Blocks signals and starts the engine's threads. `console` must outlive it.
-    Application(Beginning beginning, Console& console);
+    /// What is referred to must outlive it.
+    Application(Beginning beginning, Signals& signals, Front& front, Console& console);
+
+    ~Application() override;
 
     /// False if there is nowhere to play to: the user has been told, and Run makes no sense.
     bool IsReady() const { return engine_.OutputReady(); }
@@ -54,18 +56,18 @@ class Application : private HostListener {
     void Handle(const std::vector<Request>& requests);
     void HandOver(const std::string& line);
     void SignalArrived(int number);
+    void EndNow();
     void End();
 
     // What others wait for comes first, so that it goes last.
     std::vector<Descriptor> waitingForEnd_;
     std::optional<InstanceLock> lock_;
     MeetingPlace place_;
-    Signals signals_;  // before the engine, whose threads must not take them
+    Signals& signals_;
+    Front& front_;
     Engine engine_;
     TagReader tags_;
-    platform::HeadlessDriver driver_;
     platform::WindowSystem windows_;
-    TerminalFront front_;
     VeldrinHost host_;
     sarnel::Ambrisor component_;
     std::optional<HandoverServer> server_;
@@ -74,6 +76,7 @@ class Application : private HostListener {
     platform::Handle window_ = 0;
     bool endRequested_ = false;
     bool closed_ = false;
+    bool ended_ = false;
 };
 
 }  // namespace veldrin

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -18,6 +19,8 @@
 #include "host/instance.h"
 #include "host/options.h"
 #include "host/paths.h"
+#include "host/terminal_front.h"
+#include "host/window_front.h"
 
 namespace veldrin {
 namespace {
@@ -105,6 +108,12 @@ std::vector<Request> RequestsFor(const std::vector<std::string>& lines) {
     return requests;
 }
 
+/// Empty if there is no place for it.
+std::string TypesFile() {
+    const auto folder = CacheFolder();
+    return folder && MakeFolder(*folder) ? *folder + "/file-types" : std::string();
+}
+
 /// Takes the lock for `beginning`, or hands the lines to who has it: then the
 /// answer is the exit status.
 std::optional<int> MeetOthers(Beginning& beginning, const std::optional<MeetingPlace>& place,
@@ -131,6 +140,19 @@ std::optional<int> MeetOthers(Beginning& beginning, const std::optional<MeetingP
     return std::nullopt;
 }
 
+/// Why there can be no window, for people.
+std::optional<std::string> DisplayFault() {
+    const auto fault = platform::DesktopDriver::WhyNoDisplay();
+    return fault ? std::optional("cannot show a window: " + *fault) : std::nullopt;
+}
+
+std::unique_ptr<Front> MakeFront(const Options& options, Console& console) {
+    if (options.noWindow) {
+        return std::make_unique<TerminalFront>(console);
+    }
+    return std::make_unique<WindowFront>(options.scale);
+}
+
 int Play(const Options& options, const std::string& directory, Console& console) {
     Beginning beginning;
     beginning.output = options.output;
@@ -141,13 +163,17 @@ int Play(const Options& options, const std::string& directory, Console& console)
     beginning.restored = options.add || options.paths.empty();
     const auto place = MeetingPlace::For(directory);
     beginning.directory = directory;
+    beginning.typesFile = TypesFile();
     if (const auto status = MeetOthers(beginning, place, console)) {
         return *status;
     }
-    if (!options.noWindow) {
-        console.Complain("the window comes later; playing in the terminal");
+    if (const auto fault = options.noWindow ? std::nullopt : DisplayFault()) {
+        console.Complain(*fault + "; --no-window plays in the terminal");
+        return kFailed;
     }
-    Application application(std::move(beginning), console);
+    Signals signals;  // before any thread, which must not take them
+    const std::unique_ptr<Front> front = MakeFront(options, console);
+    Application application(std::move(beginning), signals, *front, console);
     return application.IsReady() ? application.Run() : kMisuse;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <string_view>
 
 namespace veldrin {
@@ -9,7 +10,7 @@ namespace {
 
 using Action = Options::Action;
 
-enum class Name { kAdd, kNoWindow, kDirectory, kOutput, kAction };
+enum class Name { kAdd, kNoWindow, kDirectory, kScale, kOutput, kAction };
 
 struct Known {
     std::string_view spelling;
@@ -21,12 +22,25 @@ struct Known {
 constexpr std::array kKnown = {
     Known{"--add", Name::kAdd},
     Known{"--no-window", Name::kNoWindow},
+    Known{"--scale", Name::kScale, true},
     Known{"--dir", Name::kDirectory, true},
     Known{"--output", Name::kOutput, true},
     Known{"--quit", Name::kAction, false, Action::kQuit},
     Known{"--help", Name::kAction, false, Action::kHelp},
     Known{"--version", Name::kAction, false, Action::kVersion},
 };
+
+/// The whole text as a number in the range of the window's magnification.
+std::optional<double> ParseScale(const std::string& text) {
+    constexpr double kSmallest = 1;
+    constexpr double kLargest = 4;
+    double scale = 0;
+    const char* end = text.data() + text.size();
+    const auto [stopped, error] = std::from_chars(text.data(), end, scale);
+    const bool fits =
+        error == std::errc() && stopped == end && scale >= kSmallest && scale <= kLargest;
+    return fits ? std::optional(scale) : std::nullopt;
+}
 
 /// Sets what one option says. Answers what is wrong, empty if nothing is.
 std::string Apply(Options& options, const Known& known, const std::string& value) {
@@ -40,6 +54,9 @@ std::string Apply(Options& options, const Known& known, const std::string& value
         case Name::kDirectory:
             options.directory = value;
             return value.empty() ? "--dir needs the name of a folder" : "";
+        case Name::kScale:
+            options.scale = ParseScale(value);
+            return options.scale ? "" : "--scale must be a number from 1 to 4, not '" + value + "'";
         case Name::kOutput:
             if (auto output = Output::Parse(value)) {
                 options.output = std::move(*output);
@@ -110,6 +127,7 @@ With several, the first replaces the list and the others are added to it.
 
   --add                join the list instead of replacing it
   --no-window          play in the terminal: a line for each item, end after the last
+  --scale FACTOR       size of the window, 1 to 4 (the default is what the screen asks for)
   --dir DIR            keep settings and playlist in DIR
   --output auto        sound device, or silence if there is none (this is the default)
   --output null        silence, in real time

@@ -16,6 +16,7 @@ struct Options {
     Action action = Action::kPlay;
     bool add = false;                      ///< enqueue, do not play
     bool noWindow = false;                 ///< play in the terminal, end after the last item
+    std::optional<double> scale;           ///< of the window, 1 to 4; none takes the screen's
     std::optional<std::string> directory;  ///< of the settings and the playlist, as given
     Output output;
     std::vector<std::string> paths;  ///< as given

@@ -57,6 +57,17 @@ std::string Join(const std::string& folder, const std::string& name) {
     return folder.ends_with('/') ? folder + name : folder + "/" + name;
 }
 
+/// The program's own folder in that of the variable, else in `inHome`.
+std::optional<std::string> OwnFolder(const char* variable, const char* inHome) {
+    if (const auto folder = FolderFromEnvironment(variable)) {
+        return Join(*folder, "veldrin");
+    }
+    if (const auto home = HomeFolder()) {
+        return Join(Join(*home, inHome), "veldrin");
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::string AbsolutePath(std::string_view path, std::string_view base) {
@@ -114,13 +125,11 @@ std::optional<std::string> DefaultDirectory() {
             return own;
         }
     }
-    if (const auto configuration = FolderFromEnvironment("XDG_CONFIG_HOME")) {
-        return Join(*configuration, "veldrin");
-    }
-    if (const auto home = HomeFolder()) {
-        return Join(*home, ".config/veldrin");
-    }
-    return std::nullopt;
+    return OwnFolder("XDG_CONFIG_HOME", ".config");
+}
+
+std::optional<std::string> CacheFolder() {
+    return OwnFolder("XDG_CACHE_HOME", ".cache");
 }
 
 bool MakeFolder(const std::string& path) {

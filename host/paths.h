@@ -27,6 +27,10 @@ std::string ProgramPath();
 /// the user has no home.
 std::optional<std::string> DefaultDirectory();
 
+/// "veldrin" among the user's cached files, which may be removed at any time. Nothing if the user
+/// has no home.
+std::optional<std::string> CacheFolder();
+
 /// Makes the folder, and those above it that are missing, for the owner only. False if there is no
 /// such folder afterwards.
 [[nodiscard]] bool MakeFolder(const std::string& path);

@@ -31,12 +31,16 @@ std::string NameOf(const std::string& path) {
 
 }  // namespace
 
-TerminalFront::TerminalFront(Surroundings surroundings, std::function<void()> requestEnd)
-    : s_(surroundings),
-      requestEnd_(std::move(requestEnd)),
-      keyboard_(STDIN_FILENO, s_.driver, [this](char key) { KeyTyped(key); }) {
-    if (keyboard_.IsTerminal() && s_.console.ShowsProgress()) {
-        s_.console.Line(kKeyHelp);
+TerminalFront::TerminalFront(Console& console)
+    : console_(console),
+      driver_(platform::HeadlessDriver::Clock::kReal),
+      keyboard_(STDIN_FILENO, driver_, [this](char key) { KeyTyped(key); }) {}
+
+void TerminalFront::Enter(const Surroundings& surroundings) {
+    s_.emplace(surroundings);
+    s_->engine.Prepare();
+    if (keyboard_.IsTerminal() && console_.ShowsProgress()) {
+        console_.Line(kKeyHelp);
     }
 }
 
@@ -58,8 +62,8 @@ void TerminalFront::Begin(bool restored) {
         }
     }
     if (!HasPlayed()) {
-        s_.console.Complain("nothing could be played");
-        requestEnd_();
+        console_.Complain("nothing could be played");
+        s_->requestEnd();
         return;
     }
     Beat();
@@ -70,44 +74,44 @@ void TerminalFront::ItemOpened(const std::string& path) {
     beatsSinceEnd_ = 0;
     std::string number = std::to_string(++started_);
     number.insert(0, number.size() < 3 ? 3 - number.size() : 0, ' ');
-    std::string line = number + ". " + Printable(s_.tags.Title(path, NameOf(path)));
-    if (s_.engine.Length() > 0) {
-        line += "  [" + s_.engine.LengthText() + "]";
+    std::string line = number + ". " + Printable(s_->tags.Title(path, NameOf(path)));
+    if (s_->engine.Length() > 0) {
+        line += "  [" + s_->engine.LengthText() + "]";
     }
-    s_.console.Line(line);
+    console_.Line(line);
 }
 
 void TerminalFront::ItemFailed(const std::string& path) {
     ++failed_;
     if (complained_.insert(path).second) {
-        s_.console.Complain("cannot play '" + Printable(path) + "'");
+        console_.Complain("cannot play '" + Printable(path) + "'");
     }
 }
 
 void TerminalFront::Stopped(bool ended) {
     sounding_ = false;
-    s_.console.Progress("");
+    console_.Progress("");
     if (ended) {
-        requestEnd_();
+        s_->requestEnd();
     }
 }
 
 void TerminalFront::Suspending() {
-    s_.console.Progress("");
+    console_.Progress("");
     keyboard_.Release();
 }
 
 void TerminalFront::Press(platform::Long code) {
-    s_.driver.PushKey(code);
-    s_.windows.DoEvents();
+    driver_.PushKey(code);
+    s_->windows.DoEvents();
 }
 
 void TerminalFront::KeyTyped(char key) {
     const int upper = std::toupper(static_cast<unsigned char>(key));
     if (upper == 'Q') {
-        requestEnd_();
+        s_->requestEnd();
     } else if (std::string_view("ZXCVB").find(static_cast<char>(upper)) != std::string_view::npos) {
-        s_.driver.PushKey(upper);
+        driver_.PushKey(upper);
     }
 }
 
@@ -115,35 +119,35 @@ void TerminalFront::Beat() {
     keyboard_.Resume();
     FollowEnd();
     ShowProgress();
-    s_.windows.Schedule(kBeat, [this] { Beat(); });
+    s_->windows.Schedule(kBeat, [this] { Beat(); });
 }
 
 void TerminalFront::FollowEnd() {
-    if (!sounding_ || s_.engine.IsPlaying()) {
+    if (!sounding_ || s_->engine.IsPlaying()) {
         beatsSinceEnd_ = 0;
         return;
     }
     ++beatsSinceEnd_;
     if (beatsSinceEnd_ == kBeatsUntilNext) {
-        s_.driver.PushKey(kKeyNext);
+        driver_.PushKey(kKeyNext);
     } else if (beatsSinceEnd_ == kBeatsUntilEnd) {
-        requestEnd_();
+        s_->requestEnd();
     }
 }
 
 void TerminalFront::ShowProgress() {
     const bool inBackground = keyboard_.IsTerminal() && !keyboard_.IsListening();
-    if (!sounding_ || inBackground || !s_.console.ShowsProgress()) {
+    if (!sounding_ || inBackground || !console_.ShowsProgress()) {
         return;
     }
-    std::string text = "     " + s_.engine.PlayedText();
-    if (s_.engine.Length() > 0) {
-        text += " / " + s_.engine.LengthText();
+    std::string text = "     " + s_->engine.PlayedText();
+    if (s_->engine.Length() > 0) {
+        text += " / " + s_->engine.LengthText();
     }
-    if (s_.engine.IsPaused()) {
+    if (s_->engine.IsPaused()) {
         text += "  paused";
     }
-    s_.console.Progress(text);
+    console_.Progress(text);
 }
 
 }  // namespace veldrin

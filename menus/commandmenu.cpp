@@ -89,7 +89,9 @@ bool MarkFromSetting(std::u16string_view key) {
 void AddSkins(JPopupMenu& menu, Long parent) {
     for (Long i = 1; i <= SkinCount(); ++i) {
         const std::u16string number = LongToText(i);
-        menu.AddItem(SkinName(i) + u"#Shift+" + number, parent, u"kSk" + number, false, true);
+        Step([&] {
+            menu.AddItem(SkinName(i) + u"#Shift+" + number, parent, u"kSk" + number, false, true);
+        });
     }
     menu.RadioCheck(menu.IndexForKey(u"kSk" + LongToText(App().CurrentSkin)), true);
 }
@@ -118,6 +120,7 @@ void BuildMenu() {
     main.hMenu = owned;
     JPopupMenu& menu = *owned;
     menu.hWndOwner(main.HWnd());
+    menu.onClick = [](Long& ItemNumber) { hMenu_Click(ItemNumber); };
     const Long title = menu.AddItem(main.Caption(), 0, u"", false, true);
     menu.Header(title, true);
     std::map<std::u16string, Long> parents{{u"", 0}};

@@ -185,6 +185,8 @@ class Driver {
 
     virtual std::u16string ClipboardText() const { return {}; }
     virtual void SetClipboardText(std::u16string_view /*text*/) {}
+    /// Shows a document, by path or address, with what the desktop has for it.
+    virtual void OpenDocument(std::u16string_view /*pathOrAddress*/) {}
     /// Two presses within so many milliseconds are a double click.
     virtual Millis DoubleClickTime() const { return 500; }
 };

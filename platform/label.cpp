@@ -1,7 +1,5 @@
 #include "platform/label.h"
 
-#include <utility>
-
 namespace platform {
 
 Label::Label(WindowSystem& windows, Handle parent, const Rect& rect)
@@ -17,6 +15,18 @@ void Label::AutoSize(bool value) {
 void Label::Opaque(bool value) {
     opaque_ = value;
     Draw();
+}
+
+void Label::Resized() {
+    FitHeight();
+    Draw();
+}
+
+// What shines through depends on the place.
+void Label::Relocated() {
+    if (!opaque_) {
+        Draw();
+    }
 }
 
 void Label::LooksChanged() {
@@ -47,14 +57,14 @@ void Label::Draw() {
 }
 
 void Label::MouseUp(const MouseEvent& event) {
+    const bool clicks = EndsClick(event);
     RaiseMouseUp(event);
-    if (!std::exchange(doubleClicked_, false)) {
+    if (clicks) {
         RaiseClick();
     }
 }
 
 void Label::DoubleClick(const MouseEvent& /*event*/) {
-    doubleClicked_ = true;
     RaiseDblClick();
 }
 

@@ -17,14 +17,16 @@ class Label : public Widget {
     /// While True the height follows the text; the width stays.
     bool AutoSize() const { return autoSize_; }
     void AutoSize(bool value);
-    /// Whether BackColor is painted below the text; else the parent's back colour is.
+    /// Whether BackColor is painted below the text; else what the parent shows there, as it is when
+    /// the label is drawn.
     bool Opaque() const { return opaque_; }
     void Opaque(bool value);
 
   protected:
     void MouseUp(const MouseEvent& event) override;
     void DoubleClick(const MouseEvent& event) override;
-    void Resized() override { Draw(); }
+    void Resized() override;
+    void Relocated() override;
     void LooksChanged() override;
 
   private:
@@ -33,7 +35,6 @@ class Label : public Widget {
 
     bool autoSize_ = false;
     bool opaque_ = false;
-    bool doubleClicked_ = false;  ///< the button that is down is no click of its own
 };
 
 }  // namespace platform

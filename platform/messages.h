@@ -7,10 +7,11 @@
 namespace platform {
 
 inline constexpr Long WM_DESTROY = 2;
-inline constexpr Long WM_SIZE = 5;            ///< wParam: SIZE_...; lParam: width, height << 16
-inline constexpr Long WM_SETFOCUS = 7;        ///< wParam: the window that lost it
-inline constexpr Long WM_KILLFOCUS = 8;       ///< wParam: the window that gets it
-inline constexpr Long WM_CLOSE = 16;          ///< a request; nothing is destroyed by itself
+inline constexpr Long WM_MOVE = 3;       ///< to a child; lParam: left, top << 16, in its parent
+inline constexpr Long WM_SIZE = 5;       ///< wParam: SIZE_...; lParam: width, height << 16
+inline constexpr Long WM_SETFOCUS = 7;   ///< wParam: the window that lost it
+inline constexpr Long WM_KILLFOCUS = 8;  ///< wParam: the window that gets it
+inline constexpr Long WM_CLOSE = 16;     ///< a request; nothing is destroyed by itself
 inline constexpr Long WM_SETTINGCHANGE = 26;  ///< wParam: SPI_SETWORKAREA after a change of it
 inline constexpr Long WM_SHOWWINDOW = 24;     ///< wParam: 1 shown, 0 hidden; to the window itself
 inline constexpr Long WM_DRAWITEM = 43;       ///< lParam: a record for Menus::DrawRecord

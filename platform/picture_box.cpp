@@ -14,8 +14,11 @@ void PictureBox::DrawText(std::u16string_view text, const Rect& rect, Long forma
 }
 
 void PictureBox::MouseUp(const MouseEvent& event) {
+    const bool clicks = EndsClick(event);
     RaiseMouseUp(event);
-    RaiseClick();
+    if (clicks) {
+        RaiseClick();
+    }
 }
 
 }  // namespace platform

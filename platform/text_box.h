@@ -121,7 +121,6 @@ class TextBox : public Widget {
     Long linesPerNotch_ = 3;
     bool caretHidden_ = false;
     bool dragging_ = false;
-    bool doubled_ = false;    ///< the button that is down made a double click
     char16_t firstHalf_ = 0;  ///< of a surrogate pair that is being typed
 };
 

@@ -256,7 +256,6 @@ void TextBox::MouseDown(const MouseEvent& event) {
     windows_.SetFocus(HWnd());
     if (event.Button == 1) {
         dragging_ = true;
-        doubled_ = false;
         MoveCaret(PlaceAt(event, Nearest::kGap), (event.Shift & kShiftBit) != 0);
     }
     RaiseMouseDown(event);
@@ -273,11 +272,8 @@ void TextBox::MouseMove(const MouseEvent& event) {
 }
 
 void TextBox::MouseUp(const MouseEvent& event) {
-    const bool clicks = event.Button == 1 && !doubled_;
-    if (event.Button == 1) {
-        dragging_ = false;
-        doubled_ = false;
-    }
+    const bool clicks = EndsClick(event) && event.Button == 1;
+    dragging_ = dragging_ && event.Button != 1;
     RaiseMouseUp(event);
     if (clicks) {
         RaiseClick();
@@ -295,7 +291,6 @@ void TextBox::DoubleClick(const MouseEvent& event) {
         return;
     }
     windows_.SetFocus(HWnd());
-    doubled_ = true;
     edit_.SelectWordAt(PlaceAt(event, Nearest::kUnit));
     ScrollToCaret();
     Draw();

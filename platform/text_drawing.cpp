@@ -23,6 +23,10 @@ std::size_t TextDrawing::KeyHash::operator()(const Key& key) const {
     return text ^ (font << 1) ^ static_cast<std::size_t>(key.font->size * 8 + key.number);
 }
 
+std::size_t TextDrawing::BytesOf(const Piece& piece) {
+    return sizeof(Piece) + piece.text.size() * sizeof(char16_t) + piece.picture.coverage.size();
+}
+
 const TextPicture& TextDrawing::Rendered(const Font& font, std::u16string_view text, Long number) {
     const auto found = found_.find({&font, text, number});
     if (found != found_.end()) {
@@ -33,10 +37,10 @@ const TextPicture& TextDrawing::Rendered(const Font& font, std::u16string_view t
                         driver_.RenderText(font, text, number * kPieceWidth, kPieceWidth)});
     const Piece& piece = pieces_.front();
     found_[{&piece.font, piece.text, number}] = pieces_.begin();
-    bytes_ += piece.picture.coverage.size();
+    bytes_ += BytesOf(piece);
     while (bytes_ > kMostBytes && pieces_.size() > 1) {
         const Piece& last = pieces_.back();
-        bytes_ -= last.picture.coverage.size();
+        bytes_ -= BytesOf(last);
         found_.erase({&last.font, last.text, last.number});
         pieces_.pop_back();
     }

@@ -59,6 +59,7 @@ class TextDrawing {
 
     void DrawLine(Surface& surface, const Font& font, std::u16string_view text, const Rect& rect,
                   Long format, Colour colour);
+    static std::size_t BytesOf(const Piece& piece);
     Long WidthOf(const Font& font, std::u16string_view text);
     const TextPicture& Rendered(const Font& font, std::u16string_view text, Long number);
 

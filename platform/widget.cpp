@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "platform/text_lines.h"
+
 namespace platform {
 
 Widget::Widget(WindowSystem& windows, Handle parent, const Rect& rect) : windows_(windows) {
@@ -65,7 +67,8 @@ void Widget::FontItalic(bool value) {
 }
 
 Long Widget::TextHeight(std::u16string_view text) const {
-    return windows_.MeasureText(font_, text).height;
+    const std::size_t lines = BreakLines(windows_.GetDriver(), font_, text, 0).size();
+    return windows_.MeasureText(font_, u"^j").height * static_cast<Long>(lines);
 }
 
 void Widget::Text(std::u16string_view value) {
@@ -101,6 +104,9 @@ Long Widget::HandleMessage(const Message& message) {
                                         message.lParam);
         case WM_SIZE:
             Resized();
+            return 0;
+        case WM_MOVE:
+            Relocated();
             return 0;
         case WM_SHOWWINDOW:
             if (message.wParam != 0) {
@@ -218,6 +224,7 @@ void Widget::RaiseMouse(const char* name, const MouseHandler& handler, const Mou
 }
 
 void Widget::RaiseMouseDown(const MouseEvent& event) {
+    pressed_ = event.Button;
     RaiseMouse("MouseDown", onMouseDown, event);
 }
 
@@ -227,6 +234,15 @@ void Widget::RaiseMouseMove(const MouseEvent& event) {
 
 void Widget::RaiseMouseUp(const MouseEvent& event) {
     RaiseMouse("MouseUp", onMouseUp, event);
+}
+
+bool Widget::EndsClick(const MouseEvent& release) {
+    if (pressed_ != release.Button) {
+        return false;
+    }
+    pressed_ = 0;
+    const Rect bounds{0, 0, Width(), Height()};
+    return bounds.Contains({static_cast<Long>(release.X), static_cast<Long>(release.Y)});
 }
 
 }  // namespace platform

@@ -69,7 +69,7 @@ class Widget {
     void FontBold(bool value);
     bool FontItalic() const { return font_.italic; }
     void FontItalic(bool value);
-    /// Height of a line of text in the control's font, in pixels.
+    /// Height in pixels of a text in the control's font, broken at its line ends only.
     Long TextHeight(std::u16string_view text) const;
 
     /// Caption of a label or window, text of a text box.
@@ -107,6 +107,8 @@ class Widget {
     virtual void DoubleClick(const MouseEvent& event) { MouseDown(event); }
     /// The window has another size, or it has been shown.
     virtual void Resized() {}
+    /// Has another place in its parent.
+    virtual void Relocated() {}
     virtual void Shown() {}
     /// A colour, the font or the text has been written.
     virtual void LooksChanged() {}
@@ -127,6 +129,9 @@ class Widget {
     void RaiseMouseDown(const MouseEvent& event);
     void RaiseMouseMove(const MouseEvent& event);
     void RaiseMouseUp(const MouseEvent& event);
+    /// Whether a release ends a click: the same button was pressed on the widget, as MouseDown
+    /// told, and is released on it. To be asked once a release.
+    bool EndsClick(const MouseEvent& release);
 
     WindowSystem& windows_;
 
@@ -144,6 +149,7 @@ class Widget {
     std::u16string tag_;
     std::u16string toolTip_;
     Surface face_;
+    Long pressed_ = 0;  ///< the button of the last MouseDown, until it is released
     Observer observer_;
 };
 

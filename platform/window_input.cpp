@@ -72,8 +72,10 @@ void WindowSystem::TrackMouseLeave(Handle window) {
     tracked_ = IsWindow(window) ? window : 0;
 }
 
-void WindowSystem::LeaveUnless(Handle window) {
-    if (tracked_ != 0 && tracked_ != window) {
+// A window is not left by going on to a mark on it.
+void WindowSystem::LeaveUnlessAt(Point ptScreen) {
+    if (tracked_ != 0 && tracked_ != HitTest(ptScreen, true) &&
+        tracked_ != HitTest(ptScreen, false)) {
         SendMessage(std::exchange(tracked_, 0), WM_MOUSELEAVE, 0, 0);
     }
 }
@@ -94,9 +96,8 @@ void WindowSystem::OnPointerMoved(Point ptScreen) {
         SendMouse(capture_, WM_MOUSEMOVE, ptScreen);
         return;
     }
-    const Handle hit = HitTest(ptScreen, true);
-    LeaveUnless(hit);
-    SendMouse(hit, WM_MOUSEMOVE, ptScreen);
+    LeaveUnlessAt(ptScreen);
+    SendMouse(HitTest(ptScreen, true), WM_MOUSEMOVE, ptScreen);
 }
 
 bool WindowSystem::IsDoubleClick(const ButtonChanged& press, Handle target) {
@@ -146,7 +147,7 @@ void WindowSystem::OnButton(const ButtonChanged& event) {
     SendMouse(target, button->up, event.ptScreen);
     if (capture_ == 0) {
         // Whoever kept the pointer to itself may be left now.
-        LeaveUnless(HitTest(event.ptScreen, true));
+        LeaveUnlessAt(event.ptScreen);
     }
 }
 
@@ -270,7 +271,11 @@ void WindowSystem::Deliver(const DriverEvent& event) {
                        modifiers_ = move.shift;
                        OnPointerMoved(move.ptScreen);
                    },
-                   [&](const PointerLeft&) { LeaveUnless(capture_); },
+                   [&](const PointerLeft&) {
+                       if (tracked_ != capture_) {
+                           SendMessage(std::exchange(tracked_, 0), WM_MOUSELEAVE, 0, 0);
+                       }
+                   },
                    [&](const ButtonChanged& change) {
                        modifiers_ = change.shift;
                        OnButton(change);

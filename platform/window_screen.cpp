@@ -170,10 +170,10 @@ void WindowSystem::UpdateTopLevel(Window& topLevel) {
         topLevel.next = topLevel.shown;
         changed.push_back(topLevel.shown.Bounds());
     }
-    for (const Rect& rect : topLevel.damage) {
-        if (topLevel.face == nullptr) {
-            topLevel.next.FillRect(rect, 0);  // nothing else paints where no child lies
-        }
+    for (const Rect& damaged : topLevel.damage) {
+        // The window may have become smaller since.
+        const Rect rect = Intersect(damaged, topLevel.shown.Bounds());
+        topLevel.next.FillRect(rect, 0);  // for where neither the face nor a child paints
         ComposeInto(topLevel, {0, 0}, rect, topLevel.next);
         const Rect part = Difference(topLevel.next, topLevel.shown, rect);
         if (!IsEmpty(part)) {

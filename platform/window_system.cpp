@@ -140,13 +140,22 @@ void WindowSystem::SetWindowPos(Handle window, Handle insertAfter, Long x, Long 
         }
     }
     const bool sized = rect.Width() != former.Width() || rect.Height() != former.Height();
-    if (!(rect == former)) {
+    if (rect == former) {
+        return;
+    }
+    // The picture of a top-level window that only moves stays as it is.
+    const bool redraws = found->parent != 0 || sized;
+    if (redraws) {
         InvalidateWindow(*found);
-        found->rect = rect;
+    }
+    found->rect = rect;
+    if (redraws) {
         InvalidateWindow(*found);
-        if (found->parent == 0) {
-            driver_.SetTopLevelRect(window, rect);
-        }
+    }
+    if (found->parent == 0) {
+        driver_.SetTopLevelRect(window, rect);
+    } else if (rect.left != former.left || rect.top != former.top) {
+        SendMessage(window, WM_MOVE, 0, WordOf({rect.left, rect.top}));
     }
     if (sized && (found->parent != 0 || found->shownBefore)) {
         SendSize(*found, SIZE_RESTORED);

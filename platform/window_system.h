@@ -214,6 +214,8 @@ class WindowSystem {
 
     /// Keeps `object` until no message, timer or call of this window system is being handled.
     void DeferDelete(std::shared_ptr<void> object);
+    /// Whether a message, timer or call is being handled.
+    bool IsDispatching() const { return depth_ > 0; }
     /// Holds deferred deletion back while it lives: for calls that enter from outside.
     class Dispatching {
       public:
@@ -247,7 +249,7 @@ class WindowSystem {
     bool EatenByHook(const KeyChanged& event);
     bool IsDoubleClick(const ButtonChanged& press, Handle target);
     void SendMouse(Handle window, Long message, Point ptScreen);
-    void LeaveUnless(Handle window);
+    void LeaveUnlessAt(Point ptScreen);
     Handle HitTest(Point ptScreen, bool windowless) const;
     const Window* ChildAt(const Window& window, Point point, bool windowless) const;
     void InvalidateWindow(const Window& window);

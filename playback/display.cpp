@@ -1,4 +1,4 @@
-// What tells the user what plays: the caption, the scrolling title and the one-line fact.
+// What tells the user what plays: the caption, the one-line fact and the long one.
 #include <string>
 
 #include "core/failure.h"
@@ -13,9 +13,6 @@
 namespace sarnel {
 
 namespace {
-
-constexpr Long kScrollTimer = 12;
-constexpr Long kScrollPeriod = 30;  // milliseconds
 
 std::u16string AskText(Long impulse, ImpulseValue argument) {
     std::u16string text;
@@ -65,30 +62,6 @@ void SetWindowTitle(std::u16string_view title) {
     }
 }
 
-void SetScrollText(std::u16string_view text) {
-    constexpr std::u16string_view kSeparator = u"  ---  ";
-    Program& app = App();
-    app.ScrollBack = true;
-    app.ScrollRect.left = 0;
-    app.ScrollText = text;
-    for (int copy = 1; copy < 4; ++copy) {
-        app.ScrollText.append(kSeparator).append(text);
-    }
-    const platform::Size size =
-        app.windows.MeasureText(app.Main().picScrollText.GetFont(), app.ScrollText);
-    app.ScrollRect.right = app.ScrollRect.left + size.width + 2;
-    app.ScrollRect.bottom = app.ScrollRect.top + size.height;
-}
-
-void StartScrollTimer() {
-    App().windows.SetTimer(App().Main().HWnd(), kScrollTimer, kScrollPeriod,
-                           [](Handle, Long) { seams::DrawScrollText(); });
-}
-
-void StopScrollTimer() {
-    App().windows.KillTimer(App().Main().HWnd(), kScrollTimer);
-}
-
 void RefreshInfoDisplay() {
     switch (App().DisplayMode) {
         case 0:
@@ -108,7 +81,22 @@ void RefreshInfoDisplay() {
 }
 
 void DrawInfoDisplay() {
-    seams::DrawInfoDisplay();
+    platform::PictureBox& display = App().Main().picInfoDisplay;
+    display.Cls();
+    display.DrawText(App().InfoText, App().DisplayRect, platform::DT_CENTER);
+}
+
+void ShowItemInfo() {
+    const Long current = Playlist().ListCurrent();
+    const std::u16string path = current >= 0 ? Playlist().ListData(current) : std::u16string();
+    App().Main().lblFrameInfoDescription->Caption(AskText(ImpulseGetInfo, path));
+}
+
+void NextDisplayMode() {
+    constexpr Long kModes = 4;
+    App().DisplayMode = (App().DisplayMode + 1) % kModes;
+    WriteSetting(u"DisplayMode", LongToText(App().DisplayMode));
+    RefreshInfoDisplay();
 }
 
 }  // namespace sarnel

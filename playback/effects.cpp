@@ -75,6 +75,24 @@ void SetTreble(Long value) {
     SetEffect(kEffects[6], value);
 }
 
+void SetEffectOf(Long slider, Long value) {
+    for (const Effect& effect : kEffects) {
+        if (effect.slider == slider) {
+            effect.set(value);
+        }
+    }
+}
+
+// All sliders are written before the first routine, so that the host gets seven impulses in a row.
+void ResetEffects() {
+    for (const Effect& effect : kEffects) {
+        Step([&] { App().Main().sldSkin(effect.slider).Value(effect.initial); });
+    }
+    for (const Effect& effect : kEffects) {
+        Step([&] { effect.set(App().Main().sldSkin(effect.slider).Value()); });
+    }
+}
+
 void LoadEffects() {
     for (const Effect& effect : kEffects) {
         Step([&] {

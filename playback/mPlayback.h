@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/types.h"
+#include "core/program.h"
 
 namespace sarnel {
 
@@ -57,13 +57,22 @@ void SeekBy(Long units);
 void SetWindowTitle(std::u16string_view title);
 /// "Veldrin v1.1".
 std::u16string RestingTitle();
+/// Puts a text into the scrolling title, four times, and begins anew at its left end.
 void SetScrollText(std::u16string_view text);
 /// Timer 12, 30 ms: the scrolling title and the pulse of the selection.
 void StartScrollTimer();
 void StopScrollTimer();
+void ScrollTimerProc(Handle window, Long id);
+/// The colour `steps` of 50 on the way between two, and one more. Raises an overflow error where a
+/// byte of `to` is below that of `from`.
+platform::Colour BlendColor(Long steps, const ColourBytes& from, const ColourBytes& to);
 /// Asks the host for the fact of DisplayMode and draws it.
 void RefreshInfoDisplay();
 void DrawInfoDisplay();
+/// The next of the four facts, written to the settings and shown: a click on the display.
+void NextDisplayMode();
+/// Asks the host for the long text on the current row and puts it into the information panel.
+void ShowItemInfo();
 
 // Effects (effects.cpp). Each takes its slider's value, 0 to Max: it writes the setting, the label,
 // and sends the value less the effect's centre.
@@ -75,6 +84,10 @@ void SetReverb(Long value);
 void SetBass(Long value);
 void SetMid(Long value);
 void SetTreble(Long value);
+/// The routine of the effect that a slider stands for, 3 to 9.
+void SetEffectOf(Long slider, Long value);
+/// All seven sliders to their centre or 0, then their routines.
+void ResetEffects();
 /// All seven sliders to their stored values, each with its routine: at start.
 void LoadEffects();
 

@@ -1,5 +1,6 @@
-// Which skins there are, and the skin in force. Only the number is settled here so far: the table,
-// the pictures and their application to the controls are not built yet.
+// LoadSkin puts a skin in force: it turns its rows and pictures into the looks and the geometry of
+// the whole main window. The same routine serves the start and a change at run time; nothing is
+// undone first, and what the controls hold stays.
 #pragma once
 
 #include <string>
@@ -10,12 +11,13 @@ namespace sarnel {
 
 using platform::Long;
 
+/// How many skins the table has; 0 if that cannot be read.
 Long SkinCount();
-/// Of a skin from 1 to SkinCount().
+/// Of a skin from 1 to SkinCount(). Fails if the table does not have it.
 std::u16string SkinName(Long skin);
 
-/// Puts a skin in force; a number out of range gives skin 1. Writes the setting "Skin", asks the
-/// host for its file types (impulse 11), and sets the ranges of the effect sliders.
+/// Puts a skin in force; a number out of range gives skin 1. Writes the setting "Skin" and asks the
+/// host for its file types (impulse 11). A step that fails is skipped: its control stays as it was.
 void LoadSkin(Long skin);
 
 }  // namespace sarnel

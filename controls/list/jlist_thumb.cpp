@@ -68,8 +68,11 @@ void JList::PaintScrollBar() {
     face.FillRect({thumb_.stripRect.left + 1, 0, ScaleWidth(), ScaleHeight()}, backBrush_);
     // A copy of the gradient's first lines, not a scaled picture of all.
     const platform::Rect whole{rect.left, rect.top, rect.left + ListThumb::kWidth, rect.bottom};
-    face.BitBlt(whole, thumbBar_.picture, {0, 0});
-    face.Outline(whole, colours_.thumbBorder, platform::PS_SOLID);
+    // A range far from all rows puts it far off the face.
+    if (!IsEmpty(Intersect(whole, face.Bounds()))) {
+        face.BitBlt(whole, thumbBar_.picture, {0, 0});
+        face.Outline(whole, colours_.thumbBorder, platform::PS_SOLID);
+    }
     // Comes last: the very first strip clears the whole face from x = 1 on.
     thumb_.stripRect = {ScaleWidth() - 13, 0, ScaleWidth() - 2, ScaleHeight() - 1};
 }

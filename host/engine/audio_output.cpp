@@ -175,7 +175,7 @@ bool AudioOutput::IsSourceOf(GstMessage* message) const {
             gst_object_has_as_ancestor(GST_MESSAGE_SRC(message), GST_OBJECT(element_.get())));
 }
 
-std::string AudioOutput::Name() const {
+std::string AudioOutput::ChoiceName() const {
     switch (choice_.kind) {
         case Output::Kind::kFile:
             return "WAV file " + choice_.path;
@@ -183,6 +183,13 @@ std::string AudioOutput::Name() const {
             return "none (silent)";
         case Output::Kind::kAuto:
             break;
+    }
+    return "sound device";
+}
+
+std::string AudioOutput::Name() const {
+    if (choice_.kind != Output::Kind::kAuto) {
+        return ChoiceName();
     }
     return device_.empty() ? "none found (silent)" : device_;
 }

@@ -43,6 +43,8 @@ class AudioOutput {
     bool KeepsTime() const { return writer_ == nullptr; }
     /// What it is, for the list of parts.
     std::string Name() const;
+    /// The same before it has been started, when the device is not known.
+    std::string ChoiceName() const;
     /// False if the WAV file cannot be written.
     bool Ready() const { return writer_ == nullptr || !writer_->Failed(); }
     /// What the user is to be told, once; empty if there is nothing new.

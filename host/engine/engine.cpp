@@ -32,9 +32,13 @@ std::optional<Output> Output::Parse(std::string_view text) {
     return std::nullopt;
 }
 
-Engine::Engine(Output output, Notice notice)
-    : player_(std::make_unique<Player>(output, std::move(notice))) {}
+Engine::Engine(Output output, Notice notice, std::string typesFile)
+    : player_(std::make_unique<Player>(output, std::move(notice), std::move(typesFile))) {}
 Engine::~Engine() = default;
+
+void Engine::Prepare() {
+    player_->Prepare();
+}
 
 bool Engine::OutputReady() const {
     return player_->OutputReady();

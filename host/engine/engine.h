@@ -41,12 +41,16 @@ class Engine {
     /// members, on the caller's thread.
     using Notice = std::function<void(const std::string&)>;
 
-    /// Returns at once: GStreamer is started on another thread and waited for at the first need.
-    /// Without `notice` the lines go to standard error.
-    explicit Engine(Output output, Notice notice = {});
+    /// Starts nothing yet: that happens at the first need, or before it by Prepare. Without
+    /// `notice` the lines go to standard error. `typesFile`: where the list of playable types is
+    /// kept from one run to the next, so that GStreamer need not be started for it; none if empty.
+    explicit Engine(Output output, Notice notice = {}, std::string typesFile = {});
     ~Engine();
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
+
+    /// Starts GStreamer on another thread, if that has not been done, and returns at once.
+    void Prepare();
 
     /// False if the WAV file of the output cannot be created or written; a notice has said why.
     /// Always True for the other outputs.
@@ -101,7 +105,8 @@ class Engine {
     void SetTreble(int decibels);
 
     /// What the engine is made of, a line each: "Audio engine: GStreamer 1.22.0",
-    /// "Tags: TagLib 1.13.0", "Output: ...".
+    /// "Tags: TagLib 1.13.0", "Output: ...". The name of the sound device is known once something
+    /// has been opened.
     std::vector<std::string> Parts();
 
     /// The patterns of all files that the installed decoders can play, joined by ";", lower case:

@@ -49,26 +49,39 @@ void WriteToStandardError(const std::string& line) {
 
 }  // namespace
 
-Player::Player(const Output& output, Engine::Notice notice)
-    : notice_(notice ? std::move(notice) : Engine::Notice(&WriteToStandardError)), output_(output) {
+Player::Player(const Output& output, Engine::Notice notice, std::string typesFile)
+    : notice_(notice ? std::move(notice) : Engine::Notice(&WriteToStandardError)),
+      output_(output),
+      typesFile_(std::move(typesFile)) {
     TellNotice();
+}
+
+void Player::Prepare() {
+    if (start_ != Start::kNone) {
+        return;
+    }
+    start_ = Start::kUnderWay;
     // A few hundredths of a second that the caller can use for something else.
-    start_ = std::async(std::launch::async, [this] {
+    starting_ = std::async(std::launch::async, [this] {
         SilenceLibraries();
-        started_ = gst_init_check(nullptr, nullptr, nullptr) != FALSE;
-        if (started_) {
-            output_.Start();
+        if (gst_init_check(nullptr, nullptr, nullptr) == FALSE) {
+            return false;
         }
+        output_.Start();
+        return true;
     });
 }
 
 /// Waits until GStreamer runs; False if it cannot.
 bool Player::Await() {
-    if (start_.valid()) {
-        start_.get();
+    Prepare();
+    if (start_ == Start::kUnderWay) {
+        runs_ = starting_.get();
+        start_ = Start::kDone;
+        types_.reset();  // what was remembered has served
         TellNotice();
     }
-    return started_ && output_.Element() != nullptr;
+    return runs_ && output_.Element() != nullptr;
 }
 
 void Player::TellNotice() {
@@ -233,15 +246,20 @@ std::string Player::BitRateText() {
     return std::to_string(*bitRate_);
 }
 
-std::string Player::OutputName() {
-    Await();
-    return output_.Name();
+std::string Player::OutputName() const {
+    return start_ == Start::kDone ? output_.Name() : output_.ChoiceName();
 }
 
 const SupportedTypes& Player::Types() {
+    if (!types_ && start_ != Start::kDone) {
+        types_ = SupportedTypes::Remembered(typesFile_);
+    }
     if (!types_) {
         Await();
-        types_ = started_ ? SupportedTypes::Installed() : SupportedTypes();
+        types_ = runs_ ? SupportedTypes::Installed() : SupportedTypes();
+        if (runs_) {
+            types_->Remember(typesFile_);
+        }
     }
     return *types_;
 }

@@ -18,10 +18,11 @@ namespace veldrin {
 
 class Player {
   public:
-    Player(const Output& output, Engine::Notice notice);
+    Player(const Output& output, Engine::Notice notice, std::string typesFile);
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
+    void Prepare();
     bool OutputReady() const { return output_.Ready(); }
     bool Open(const std::string& path);
     void Stop();
@@ -39,7 +40,7 @@ class Player {
         return stream_ == nullptr ? 0 : stream_->FormatNumber(name);
     }
     std::string BitRateText();
-    std::string OutputName();
+    std::string OutputName() const;
     const SupportedTypes& Types();
 
   private:
@@ -53,8 +54,11 @@ class Player {
 
     Engine::Notice notice_;
     AudioOutput output_;
-    std::future<void> start_;
-    bool started_ = false;  // may be read once start_ is done
+    enum class Start { kNone, kUnderWay, kDone };
+    Start start_ = Start::kNone;
+    std::future<bool> starting_;  // of kUnderWay, when output_ belongs to another thread
+    bool runs_ = false;           // of kDone: GStreamer could be started
+    const std::string typesFile_;
     std::optional<SupportedTypes> types_;
 
     Effects effects_;

@@ -6,6 +6,9 @@
 #include <chrono>
 #include <deque>
 #include <map>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/driver.h"
 
@@ -40,6 +43,11 @@ class HeadlessDriver : public Driver {
                            Long width) const override;
     std::u16string ClipboardText() const override { return clipboard_; }
     void SetClipboardText(std::u16string_view text) override { clipboard_ = text; }
+    void OpenDocument(std::u16string_view pathOrAddress) override {
+        opened_.emplace_back(pathOrAddress);
+    }
+    /// What has been opened since the last call.
+    std::vector<std::u16string> TakeOpened() { return std::exchange(opened_, {}); }
 
   private:
     Clock clock_;
@@ -48,6 +56,7 @@ class HeadlessDriver : public Driver {
     Rect workArea_{0, 0, 1024, 740};
     Point pointer_;
     std::u16string clipboard_;
+    std::vector<std::u16string> opened_;
     std::deque<DriverEvent> events_;
     std::map<int, std::function<void()>> watches_;
 };

@@ -90,13 +90,19 @@ class Playing(World):
         length = float(subprocess.check_output(['soxi', '-D', out]))
         self.assertAlmostEqual(length, 2, delta=0.1)
 
-    def test_without_no_window_it_says_so_and_plays(self):
+    def test_without_a_display_it_says_so_and_names_the_way_out(self):
         tone(self.at('a.wav'))
-        result = self.run_program('--output=null', self.at('a.wav'))
-        self.assertEqual(result.returncode, 0)
-        self.assertEqual(result.stdout, b'  1. a.wav  [0:01]\n')
-        self.assertEqual(result.stderr,
-                         b'veldrin: the window comes later; playing in the terminal\n')
+        for display, reason in ((None, b'there is no display'),
+                                (':4711', b"the display ':4711' does not answer")):
+            for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'QT_QPA_PLATFORM'):
+                self.environment.pop(name, None)
+            if display:
+                self.environment['DISPLAY'] = display
+            result = self.run_program('--output=null', self.at('a.wav'))
+            self.assertEqual(result.returncode, 1)
+            self.assertEqual(result.stdout, b'')
+            self.assertEqual(result.stderr, b'veldrin: cannot show a window: ' + reason +
+                             b'; --no-window plays in the terminal\n')
 
     def test_several_paths_first_plays_others_are_added(self):
         os.mkdir(self.at('more'))

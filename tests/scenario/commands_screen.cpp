@@ -59,6 +59,14 @@ Command Screenshot(CommandLine& line) {
     };
 }
 
+Command Opened(CommandLine& /*line*/) {
+    return [](World& world) {
+        for (const std::u16string& document : world.Screen().TakeOpened()) {
+            world.Print(world.Printed(Value(document)));
+        }
+    };
+}
+
 Command Clipboard(CommandLine& /*line*/) {
     return [](World& world) { world.Print(world.Printed(Value(world.Screen().ClipboardText()))); };
 }
@@ -70,6 +78,7 @@ const CommandTable& ScreenCommands() {
         {"pixel", PixelOf},
         {"screenshot", Screenshot},
         {"clipboard", Clipboard},
+        {"opened", Opened},
     };
     return table;
 }

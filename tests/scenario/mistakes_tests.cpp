@@ -28,8 +28,7 @@ TEST_F(Mistakes, UnknownWords) {
 TEST_F(Mistakes, WordsThatAreNotBuiltYet) {
     Refused("tray\n", "1: not built yet: tray");
     Refused("at 5 popup cancel\n", "1: not built yet: popup");
-    Refused("call ShowPanel 0 True\n", "1: not built yet: ShowPanel");
-    Refused("? sldSkin(0).StickLeft\n", "1: not built yet: StickLeft");
+    Refused("call FillBrowser lstPlaylist \"\"\n", "1: not built yet: FillBrowser");
 }
 
 TEST_F(Mistakes, NumbersOfArguments) {

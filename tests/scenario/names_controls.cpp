@@ -1,4 +1,8 @@
 // The members of windows, of the small controls, and of the menu and the hot keys.
+#include <iterator>
+#include <utility>
+#include <vector>
+
 #include "core/frmmain.h"
 #include "playlist/mMedia.h"
 #include "tests/scenario/names.h"
@@ -96,15 +100,36 @@ const Class& TextBoxClass() {
     return type;
 }
 
+namespace {
+
+// What a strip of images and a mask make of a button or toggle; Enabled is the class's own.
+template <class T>
+std::vector<Entry> StripMembers(std::vector<Entry> own) {
+    std::vector<Entry> members{
+        Property("Enabled", &T::Enabled, &T::Enabled),
+        Property<SkinButton, Colour, Colour>("MaskColor", &SkinButton::MaskColor,
+                                             &SkinButton::MaskColor),
+        Property<SkinnedControl, Long, Long>("MousePointer", &SkinnedControl::MousePointer,
+                                             &SkinnedControl::MousePointer),
+        ReadOnly("PressState", &SkinButton::PressState),
+        Method("Refresh", &SkinButton::Refresh),
+        ToolTipText(),
+    };
+    std::move(own.begin(), own.end(), std::back_inserter(members));
+    return members;
+}
+
+}  // namespace
+
 const Class& ButtonClass() {
-    static const Class type{"JButton", &WidgetClass(), {ToolTipText()}};
+    static const Class type{"JButton", &WidgetClass(), StripMembers<JButton>({})};
     return type;
 }
 
 const Class& ToggleClass() {
-    static const Class type{"JToogle",
-                            &WidgetClass(),
-                            {Property("Value", &JToogle::Value, &JToogle::Value), ToolTipText()}};
+    static const Class type{
+        "JToogle", &WidgetClass(),
+        StripMembers<JToogle>({Property("Value", &JToogle::Value, &JToogle::Value)})};
     return type;
 }
 
@@ -113,8 +138,17 @@ const Class& SliderClass() {
         "JSlider",
         &WidgetClass(),
         {
+            Property("Enabled", &JSlider::Enabled, &JSlider::Enabled),
             Property("Value", &JSlider::Value, &JSlider::Value),
             Property("Max", &JSlider::Max, &JSlider::Max),
+            Property("Style", &JSlider::Style, &JSlider::Style),
+            Property("StickPosition", &JSlider::StickPosition, &JSlider::StickPosition),
+            Property("StickMaskColor", &JSlider::StickMaskColor, &JSlider::StickMaskColor),
+            Property<SkinnedControl, Long, Long>("MousePointer", &SkinnedControl::MousePointer,
+                                                 &SkinnedControl::MousePointer),
+            ReadOnly("StickLeft", &JSlider::StickLeft),
+            ReadOnly("StickTop", &JSlider::StickTop),
+            ReadOnly("StickVisible", &JSlider::StickVisible),
             ReadOnly("IsSliderMouseControled", &JSlider::IsSliderMouseControled),
             Method("Refresh", &JSlider::Refresh),
             ToolTipText(),

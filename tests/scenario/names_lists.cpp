@@ -130,7 +130,7 @@ Entry OfThumb(std::string_view name, T ListThumb::*field) {
 
 std::vector<Entry> Pointer() {
     return {
-        ReadOnly("MouseOverIndex", &JList::MouseOverIndex),
+        Method("MouseOverIndex", &JList::MouseOverIndex),
         Property("DragEnabled", &JList::DragEnabled, &JList::DragEnabled),
         OfMouse("MouseX", &ListMouse::x),
         OfMouse("MouseY", &ListMouse::y),

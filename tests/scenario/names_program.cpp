@@ -23,6 +23,19 @@ const std::vector<Entry>& ProgramNames() {
         Variable("ScrollBack", &Program::ScrollBack),
         Variable("PulseLevel", &Program::PulseLevel),
         Variable("PulseFalling", &Program::PulseFalling),
+        // Blue, green, red at 0, 1, 2.
+        ReadOnly(
+            "PulseColorFrom",
+            +[](Program& program, Long at) {
+                return Long{program.PulseColorFrom.at(static_cast<std::size_t>(at))};
+            }),
+        ReadOnly(
+            "PulseColorTo",
+            +[](Program& program, Long at) {
+                return Long{program.PulseColorTo.at(static_cast<std::size_t>(at))};
+            }),
+        ReadOnly(
+            "DisplayRect", +[](Program& program) { return program.DisplayRect; }),
         ReadOnly(
             "WorkArea", +[](Program& program) { return program.WorkArea; }),
         ReadOnly(

@@ -4,6 +4,7 @@
 #include "menus/commandmenu.h"
 #include "playback/mPlayback.h"
 #include "playlist/mMedia.h"
+#include "skin/panels.h"
 #include "skin/skin.h"
 #include "tests/scenario/names.h"
 
@@ -61,6 +62,17 @@ const std::vector<Entry>& RoutineNames() {
         Routine("ReadWorkArea", ReadWorkArea),
         Routine("BuildMenu", BuildMenu),
         Routine("LoadSkin", LoadSkin),
+        // Menu, panels and window.
+        Routine("hMenu_Click", hMenu_Click),
+        Routine("SetHideInSystray", SetHideInSystray),
+        Routine("SetPlayAtStartup", SetPlayAtStartup),
+        Routine("SetManualAdvance", SetManualAdvance),
+        Routine("SetRandom", SetRandom),
+        Routine("SetRepeatItem", SetRepeatItem),
+        Routine("SetRepeatList", SetRepeatList),
+        Routine("ShowPanel", ShowPanel),
+        Routine("SetTopMost", SetTopMost),
+        Routine("ShowItemInfo", ShowItemInfo),
     };
     return names;
 }

@@ -163,11 +163,18 @@ TEST(Column, BehavesAsTheRulesDoOnAVector) {
                 plain.erase(plain.begin() + (at == -1 || at > highest ? highest : std::max(at, 0)));
             }
         } else if (what < 99) {
-            const Long to = at + static_cast<Long>(random() % 5);
+            const Long to = at + static_cast<Long>(random() % 50);
             column.Fill(at, to, -step);
             for (Long i = std::max(at, 0); i <= std::min(to, highest); ++i) {
                 plain[static_cast<std::size_t>(i)] = -step;
             }
+            // A value that lies on both sides of the gap, counted over any range.
+            Long expected = 0;
+            const Long first = index();
+            for (Long i = std::max(first, 0); i <= highest; ++i) {
+                expected += plain[static_cast<std::size_t>(i)] == -step ? 1 : 0;
+            }
+            ASSERT_EQ(column.Count(first, highest + 3, -step), expected) << "step " << step;
         } else {
             column.Reset(1);
             plain.assign(1, 0);

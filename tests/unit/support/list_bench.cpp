@@ -27,6 +27,34 @@ ListBench::ListBench(Kind kind, Long visibleRows) {
                           : std::make_unique<sarnel::JList>(windows, window, rect, StoredOf(kind));
 }
 
+ListBench::ListBench(platform::Size size, const sarnel::JListStored& stored) {
+    const platform::Rect rect{0, 0, size.width, size.height};
+    window = windows.CreateWindow(0, rect, {});
+    windows.ShowWindow(window, platform::SW_SHOW);
+    list = std::make_unique<sarnel::JList>(windows, window, rect, stored);
+}
+
+void ListBench::MoveTo(Long x, Long y) {
+    driver.MovePointer({x, y});
+    windows.Deliver(platform::PointerMoved{{x, y}, windows.Modifiers()});
+}
+
+void ListBench::Press(Long button) {
+    windows.Deliver(platform::ButtonChanged{driver.Pointer(), button, true, windows.Modifiers()});
+}
+
+void ListBench::Release(Long button) {
+    windows.Deliver(platform::ButtonChanged{driver.Pointer(), button, false, windows.Modifiers()});
+}
+
+void ListBench::Key(Long code, Long shift, bool down) {
+    windows.Deliver(platform::KeyChanged{code, shift, down});
+}
+
+void ListBench::After(platform::Millis delay, std::function<void()> act) {
+    windows.Schedule(delay, std::move(act));
+}
+
 void ListBench::Add(const std::vector<std::u16string>& texts) {
     for (const std::u16string& text : texts) {
         list->AddItem(text, text + u".mp3");

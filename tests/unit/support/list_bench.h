@@ -1,6 +1,7 @@
 // A list in a window of its own, with room for as many rows as a test asks for.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -23,6 +24,8 @@ class ListBench {
         kStoredSorted
     };
     explicit ListBench(Kind kind = kAsPlaylist, Long visibleRows = 5);
+    /// A list of that size and those stored properties, on a window that is shown.
+    ListBench(platform::Size size, const sarnel::JListStored& stored);
 
     platform::HeadlessDriver driver{platform::HeadlessDriver::Clock::kVirtual};
     platform::WindowSystem windows{driver};
@@ -39,6 +42,17 @@ class ListBench {
     std::string Flags() const;
     /// Number of flags that are set.
     Long Flagged() const;
+    /// The colour of a point of the list's face.
+    platform::Colour At(Long x, Long y) const { return list->Face().GetPixel({x, y}); }
+
+    // The user's mouse. The window lies at 0, 0 of the screen, and so does the list.
+    void MoveTo(Long x, Long y);
+    void Press(Long button = 1);
+    void Release(Long button = 1);
+    void Key(Long code, Long shift, bool down);
+    /// Runs `act` when so many ms have passed, also in the midst of a loop of the list.
+    void After(platform::Millis delay, std::function<void()> act);
+
     /// DisplayFirst and DisplayLast.
     std::pair<Long, Long> Range() const;
 };

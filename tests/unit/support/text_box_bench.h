@@ -71,6 +71,28 @@ class TextBoxBench {
         driver.Push(platform::WheelTurned{OnScreen({5, 5}), notches});
         windows.DoEvents();
     }
+    /// Another text, without a trace among the events.
+    void Fill(std::u16string_view text, Long caret = 0) {
+        box.Text(text);
+        box.SelStart(caret);
+        Events();
+    }
+    /// Text and selection, as "before[selected]after".
+    std::u16string Shown() const {
+        std::u16string text = box.Text();
+        const auto start = static_cast<std::size_t>(box.SelStart());
+        text.insert(start + static_cast<std::size_t>(box.SelLength()), u"]");
+        text.insert(start, u"[");
+        return text;
+    }
+    /// How many of the events since the last time are changes of the text.
+    int Changes() {
+        int changes = 0;
+        for (const std::string& event : Events()) {
+            changes += event == "Change" ? 1 : 0;
+        }
+        return changes;
+    }
     /// The names of the events since the last time, with their arguments.
     std::vector<std::string> Events() { return std::exchange(events_, {}); }
     platform::Colour Pixel(Point at) { return box.Face().GetPixel(at); }

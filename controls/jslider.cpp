@@ -1,0 +1,240 @@
+#include "controls/jslider.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+#include "core/failure.h"
+#include "platform/rounding.h"
+
+namespace sarnel {
+
+using namespace platform;
+
+namespace {
+
+constexpr Colour kStickMaskColor = 0xFFFFFF;
+
+}  // namespace
+
+JSlider::JSlider(WindowSystem& windows, Handle parent, const Rect& rect)
+    : SkinnedControl(windows, parent, rect), stick_(windows, HWnd(), Rect{}, kStickMaskColor) {
+    ForwardFromStick();
+}
+
+void JSlider::Enabled(bool value) {
+    Widget::Enabled(value);
+    Refresh();
+}
+
+void JSlider::Refresh() {
+    stick_.Visible(Enabled());
+    Draw();
+}
+
+void JSlider::Picture(PictureRef value) {
+    picture_ = std::move(value);
+    ResizeStep();
+}
+
+void JSlider::Style(bool value) {
+    vertical_ = value;
+    ResizeStep();
+    StickPosition(stickPosition_);
+}
+
+void JSlider::Max(Long value) {
+    max_ = value;
+    PlaceStick(value_);
+}
+
+void JSlider::StickPosition(Long value) {
+    stickPosition_ = value;
+    if (vertical_) {
+        stick_.Move(stickPosition_, 0);
+    } else {
+        stick_.Move(0, stickPosition_);
+    }
+}
+
+void JSlider::Value(Long value) {
+    value_ = std::min(std::max(value, 0), max_);
+    Refresh();
+    PlaceStick(value_);
+}
+
+void JSlider::CopyFrom(const JSlider& first) {
+    Visible(false);
+    Move(first.Left(), first.Top(), first.Width(), first.Height());
+    Widget::Enabled(first.Enabled());
+    MouseIcon(first.MouseIcon());
+    MousePointer(first.MousePointer());
+    picture_ = first.picture_;
+    vertical_ = first.vertical_;
+    max_ = first.max_;
+    StickMaskColor(first.StickMaskColor());
+    StickMaskPicture(first.StickMaskPicture());
+    StickPicture(first.StickPicture());
+    stickPosition_ = first.stickPosition_;
+    value_ = first.value_;
+}
+
+void JSlider::DrawBackground(Long half) {
+    if (!HasPixels(picture_)) {
+        return;
+    }
+    Surface& face = Canvas();
+    face.FillRect(face.Bounds(), BackColor());
+    SourceRect from{0, 0, static_cast<double>(picture_->Width()),
+                    static_cast<double>(picture_->Height())};
+    if (vertical_) {
+        from.width /= 2;
+        from.left = from.width * half;
+    } else {
+        from.height /= 2;
+        from.top = from.height * half;
+    }
+    face.StretchBlt(face.Bounds(), *picture_, from);
+    ShowFace();
+}
+
+void JSlider::Draw() {
+    if (Enabled()) {
+        DrawEnabled();
+    } else {
+        DrawDisabled();
+    }
+}
+
+// A size across the track that the slider corrects to what it was is no change: the stick stays
+// where the last write of StickPosition or Value put it.
+void JSlider::Resized() {
+    if (!HasPixels(picture_)) {
+        return;
+    }
+    FitToPicture();
+    if (!(stepSize_ == Size{Width(), Height()})) {
+        ShowStep();
+    }
+}
+
+void JSlider::ResizeStep() {
+    if (HasPixels(picture_)) {
+        FitToPicture();
+        ShowStep();
+    }
+}
+
+void JSlider::FitToPicture() {
+    if (vertical_) {
+        Width(RoundHalfEven(picture_->Width() / 2.0));
+    } else {
+        Height(RoundHalfEven(picture_->Height() / 2.0));
+    }
+}
+
+void JSlider::ShowStep() {
+    stepSize_ = {Width(), Height()};
+    Draw();
+    PlaceStick(value_);
+}
+
+Long JSlider::Travel() const {
+    return vertical_ ? Height() - stick_.Height() : Width() - stick_.Width();
+}
+
+void JSlider::PlaceStick(Long value) {
+    if (max_ == 0) {
+        return;
+    }
+    const double ratio = static_cast<double>(value) / max_;
+    const auto position = RoundTo16Bits(Travel() * ratio);
+    if (!position) {
+        return;
+    }
+    if (vertical_) {
+        stick_.Move(stickPosition_, *position);
+    } else {
+        stick_.Move(*position, stickPosition_);
+    }
+}
+
+void JSlider::MapPointToValue(Long x, Long y) {
+    const Long travel = Travel();
+    const std::int64_t along = std::min(std::max(vertical_ ? y : x, 0), travel);
+    const std::int64_t product = along * max_;
+    constexpr std::int64_t kLowest = std::numeric_limits<Long>::min();
+    constexpr std::int64_t kHighest = std::numeric_limits<Long>::max();
+    if (travel != 0 && product >= kLowest && product <= kHighest) {
+        Take(lastMapped_, RoundTo16Bits(static_cast<double>(product) / travel));
+    }
+    Value(lastMapped_);
+    windows_.UpdateScreen();
+    Raised("Scroll");
+    if (const auto handler = onScroll) {
+        handler();
+    }
+}
+
+void JSlider::CentreStick(const MouseEvent& event) {
+    Long x = 0;
+    Long y = 0;
+    Take(x, RoundTo32Bits(static_cast<double>(event.X) - stick_.Width() / 2.0));
+    Take(y, RoundTo32Bits(static_cast<double>(event.Y) - stick_.Height() / 2.0));
+    MapPointToValue(x, y);
+}
+
+void JSlider::MouseDown(const MouseEvent& event) {
+    if (event.Button == kLeftButton) {
+        mouseControled_ = true;
+        CentreStick(event);
+    }
+    if (IsAlive()) {
+        RaiseMouseDown(event);
+    }
+}
+
+void JSlider::MouseMove(const MouseEvent& event) {
+    if (event.Button == kLeftButton) {
+        mouseControled_ = true;
+        CentreStick(event);
+    }
+    if (IsAlive()) {
+        RaiseMouseMove(event);
+    }
+}
+
+void JSlider::MouseUp(const MouseEvent& event) {
+    if (event.Button == kLeftButton) {
+        mouseControled_ = false;
+        DrawEnabled();
+        CentreStick(event);
+    }
+    if (IsAlive()) {
+        RaiseMouseUp(event);
+    }
+}
+
+// A drag that begins on the stick and one that begins on the track are alike, and the owner gets
+// coordinates of the slider of both.
+void JSlider::ForwardFromStick() {
+    const auto onSlider = [this](const MouseEvent& event, auto&& handle) {
+        const auto x = RoundTo16Bits(static_cast<double>(event.X) + stick_.Left());
+        const auto y = RoundTo16Bits(static_cast<double>(event.Y) + stick_.Top());
+        if (x && y) {
+            handle(MouseEvent{event.Button, event.Shift, static_cast<float>(*x),
+                              static_cast<float>(*y)});
+        }
+    };
+    stick_.onMouseDown = [this, onSlider](const MouseEvent& event) {
+        onSlider(event, [this](const MouseEvent& moved) { MouseDown(moved); });
+    };
+    stick_.onMouseMove = [this, onSlider](const MouseEvent& event) {
+        onSlider(event, [this](const MouseEvent& moved) { MouseMove(moved); });
+    };
+    stick_.onMouseUp = [this, onSlider](const MouseEvent& event) {
+        onSlider(event, [this](const MouseEvent& moved) { MouseUp(moved); });
+    };
+}
+
+}  // namespace sarnel

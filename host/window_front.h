@@ -1,0 +1,26 @@
+// Playing in a window, which has all that a user needs. What the first picture can do without comes
+// after it.
+#pragma once
+
+#include <optional>
+
+#include "host/front.h"
+#include "platform/desktop/desktop_driver.h"
+
+namespace veldrin {
+
+class WindowFront : public Front {
+  public:
+    /// Only where DesktopDriver::WhyNoDisplay finds nothing. Starts threads of the toolkit's own.
+    explicit WindowFront(std::optional<double> scale) : driver_("veldrin", scale) {}
+
+    platform::Driver& GetDriver() override { return driver_; }
+    void Enter(const Surroundings& surroundings) override;
+    void Begin(bool restored) override;
+    int Status() const override { return 0; }
+
+  private:
+    platform::DesktopDriver driver_;
+};
+
+}  // namespace veldrin

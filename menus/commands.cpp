@@ -1,0 +1,183 @@
+// The one dispatcher of commands: whatever is picked in a popup, pressed as a key combination or
+// switched by a toggle ends in hMenu_Click.
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/failure.h"
+#include "core/frmmain.h"
+#include "core/impulses.h"
+#include "core/mGeneral.h"
+#include "core/program.h"
+#include "core/seams.h"
+#include "menus/commandmenu.h"
+#include "platform/text.h"
+#include "playback/mPlayback.h"
+#include "playlist/listcommands.h"
+#include "skin/panels.h"
+#include "skin/skin.h"
+
+namespace sarnel {
+
+namespace {
+
+constexpr std::u16string_view kSkinKey = u"kSk";
+
+// A mode has a state, a mark on its menu item and a setting.
+void SetMode(bool Program::*state, std::u16string_view key, std::u16string_view setting, bool on) {
+    if (state != nullptr) {
+        App().*state = on;
+    }
+    Step([&] {
+        JPopupMenu& menu = *App().Main().hMenu;
+        menu.Checked(menu.IndexForKey(key), on);
+    });
+    WriteSetting(setting, BooleanToText(on));
+}
+
+void TogglePanel(Long toggle, Long panel, bool open) {
+    App().Main().tglSkin(toggle).Value(open);
+    ShowPanel(panel, open);
+}
+
+void ShowLyricsPanel(bool open) {
+    if (open) {
+        Step([] { seams::ShowLyrics(false); });
+    }
+    TogglePanel(1, 0, open);
+}
+
+void ShowEffectsPanel(bool open) {
+    TogglePanel(2, 3, open);
+}
+
+void ShowInfoPanel(bool open) {
+    if (open) {
+        Step(ShowItemInfo);
+    }
+    TogglePanel(3, 4, open);
+}
+
+void ShowSearchPanel(bool open) {
+    frmMAIN& main = App().Main();
+    if (open) {
+        Step([&] { seams::RefreshSearch(main.txt_SearchFilter->Text()); });
+        App().windows.SetFocus(main.txt_SearchFilter->HWnd());
+    }
+    ShowPanel(5, open);
+}
+
+void ShowAssociationPanel(bool open) {
+    ShowPanel(2, open);
+}
+
+void ShowBrowserPanel(bool open) {
+    frmMAIN& main = App().Main();
+    if (open) {
+        Step([] { seams::FillBrowser(ReadSetting(u"LastDir", u"")); });
+    }
+    ShowPanel(1, open);
+    if (!main.hMenu->Checked(main.hMenu->IndexForKey(u"kAL"))) {
+        main.lstFilesAndFolders->Clear();
+    }
+}
+
+void OpenGuide() {
+    App().windows.GetDriver().OpenDocument(platform::Widen(App().guide));
+}
+
+void RequestExit() {
+    SendImpulse(ImpulseRequestExit, kControlShow, Long{0}, Long{0});
+}
+
+// A command takes the opposite of its item's mark, as it was when the command began.
+struct Command {
+    std::u16string_view key;
+    void (*run)(bool on);
+};
+constexpr std::array<Command, 22> kCommands{{
+    {u"kExt", [](bool) { RequestExit(); }},
+    {u"kAbt", [](bool) { OpenGuide(); }},
+    {u"kTMst", SetTopMost},
+    {u"kHIS", SetHideInSystray},
+    {u"kPMA", SetManualAdvance},
+    {u"kPPAS", SetPlayAtStartup},
+    {u"kPRdm", SetRandom},
+    {u"kPRpI", SetRepeatItem},
+    {u"kPRpP", SetRepeatList},
+    {u"kPkLy", ShowLyricsPanel},
+    {u"kPkEFX", ShowEffectsPanel},
+    {u"kPkNFO", ShowInfoPanel},
+    {u"kPkSh", ShowSearchPanel},
+    {u"kAsF", ShowAssociationPanel},
+    {u"kAL", ShowBrowserPanel},
+    {u"kRAll", [](bool) { ClearAllEntries(); }},
+    {u"kRS", [](bool) { RemoveSelected(); }},
+    {u"kRCS", [](bool) { CropSelected(); }},
+    {u"kRD", [](bool) { RemoveDeadEntries(); }},
+    {u"kSeA", [](bool) { SelectAll(); }},
+    {u"kSeN", [](bool) { SelectNone(); }},
+    {u"kSeI", [](bool) { InvertSelection(); }},
+}};
+
+// The skin in use is not put in force again.
+void ChooseSkin(std::u16string_view number, Long item) {
+    const std::optional<Long> skin = TextToLong(number);
+    if (skin && *skin != App().CurrentSkin) {
+        LoadSkin(*skin);
+        App().Main().hMenu->GroupToggle(item);
+    }
+}
+
+}  // namespace
+
+void SetHideInSystray(bool on) {
+    SetMode(nullptr, u"kHIS", u"HideInSystray", on);
+}
+
+void SetPlayAtStartup(bool on) {
+    SetMode(&Program::PlayAtStartup, u"kPPAS", u"PlayAtStartup", on);
+}
+
+void SetManualAdvance(bool on) {
+    SetMode(&Program::ManualAdvance, u"kPMA", u"ManualAdvance", on);
+}
+
+void SetRandom(bool on) {
+    SetMode(&Program::Random, u"kPRdm", u"Random", on);
+}
+
+void SetRepeatItem(bool on) {
+    SetMode(&Program::RepeatItem, u"kPRpI", u"RepeatItem", on);
+}
+
+void SetRepeatList(bool on) {
+    SetMode(&Program::RepeatList, u"kPRpP", u"RepeatList", on);
+}
+
+void hMenu_Click(Long ItemNumber) {
+    const std::shared_ptr<JPopupMenu> menu = App().Main().hMenu;
+    if (!menu) {
+        return;
+    }
+    const std::u16string key = menu->ItemKey(ItemNumber);
+    const bool on = !menu->Checked(ItemNumber);
+    for (const Command& command : kCommands) {
+        if (command.key == key) {
+            Step([&] { command.run(on); });
+            return;
+        }
+    }
+    if (key.starts_with(kSkinKey)) {
+        Step([&] { ChooseSkin(std::u16string_view(key).substr(kSkinKey.size()), ItemNumber); });
+    }
+}
+
+void RunMenuCommand(std::u16string_view key) {
+    if (const auto menu = App().Main().hMenu) {
+        hMenu_Click(menu->IndexForKey(key));
+    }
+}
+
+}  // namespace sarnel

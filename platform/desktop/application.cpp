@@ -1,0 +1,71 @@
+#include "platform/desktop/application.h"
+
+#include <xcb/xcb.h>
+
+#include <QSessionManager>
+#include <QSocketNotifier>
+#include <stdexcept>
+#include <utility>
+
+namespace platform::desktop {
+
+namespace {
+
+void SetUnlessSet(const char* variable, const char* value) {
+    if (!qEnvironmentVariableIsSet(variable)) {
+        qputenv(variable, value);
+    }
+}
+
+// Before the application object, which reads it.
+void PrepareEnvironment() {
+    // The plainest of the toolkit's event loops: it wakes for half the price.
+    SetUnlessSet("QT_NO_GLIB", "1");
+    // Windows that may place themselves need the X server.
+    if (!qEnvironmentVariableIsEmpty("DISPLAY")) {
+        SetUnlessSet("QT_QPA_PLATFORM", "xcb");
+    }
+    // Finished pictures are magnified here, not by the toolkit.
+    SetUnlessSet("QT_ENABLE_HIGHDPI_SCALING", "0");
+}
+
+}  // namespace
+
+Application::Application(std::string name) : name_(std::move(name)) {
+    if (QCoreApplication::instance() != nullptr) {
+        throw std::logic_error("one desktop driver at a time");
+    }
+    PrepareEnvironment();
+    arguments_[0] = name_.data();
+    const QString known = QString::fromStdString(name_);
+    QCoreApplication::setApplicationName(known);
+    QGuiApplication::setDesktopFileName(known);
+    application_ = std::make_unique<QGuiApplication>(argumentCount_, arguments_);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+}
+
+Application::~Application() = default;
+
+void Application::WatchSessionEnd(std::function<void()> onEnd) {
+    QObject::connect(
+        application_.get(), &QGuiApplication::commitDataRequest, application_.get(),
+        [onEnd](QSessionManager& manager) {
+            manager.setRestartHint(QSessionManager::RestartNever);
+            onEnd();
+        },
+        Qt::DirectConnection);
+    const auto* x11 = application_->nativeInterface<QNativeInterface::QX11Application>();
+    if (x11 == nullptr || x11->connection() == nullptr) {
+        return;
+    }
+    // The toolkit ends the process when it finds the connection broken, which it does after the
+    // watched descriptors have had their turn. This kind of watch reports nothing but a hang-up.
+    const int descriptor = xcb_get_file_descriptor(x11->connection());
+    hangUp_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Exception);
+    QObject::connect(hangUp_.get(), &QSocketNotifier::activated, application_.get(), [this, onEnd] {
+        hangUp_->setEnabled(false);
+        onEnd();
+    });
+}
+
+}  // namespace platform::desktop

@@ -1,0 +1,34 @@
+// The toolkit's application object with its surroundings: made before anything else of the toolkit,
+// gone after it.
+#pragma once
+
+#include <QGuiApplication>
+#include <functional>
+#include <memory>
+#include <string>
+
+class QSocketNotifier;
+
+namespace platform::desktop {
+
+class Application {
+  public:
+    /// Refused, by an exception of std::logic_error, while another one lives.
+    explicit Application(std::string name);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    /// Calls `onEnd` when the session ends or the connection to the display breaks.
+    void WatchSessionEnd(std::function<void()> onEnd);
+
+  private:
+    // What the toolkit keeps pointing at.
+    std::string name_;
+    int argumentCount_ = 1;
+    char* arguments_[2] = {nullptr, nullptr};
+    std::unique_ptr<QGuiApplication> application_;
+    std::unique_ptr<QSocketNotifier> hangUp_;
+};
+
+}  // namespace platform::desktop

@@ -1,0 +1,176 @@
+#include "platform/desktop/desktop_driver.h"
+
+#include <QClipboard>
+#include <QCursor>
+#include <QStyleHints>
+#include <chrono>
+#include <map>
+#include <random>
+#include <utility>
+
+#include "platform/desktop/application.h"
+#include "platform/desktop/display.h"
+#include "platform/desktop/qt_text.h"
+#include "platform/desktop/screens.h"
+#include "platform/desktop/text_engine.h"
+#include "platform/desktop/top_level.h"
+#include "platform/desktop/wait_loop.h"
+
+namespace platform {
+
+using namespace desktop;
+
+// The order is that of life: the application before all, the windows last.
+struct DesktopDriver::Parts {
+    Parts(std::string name, std::optional<double> scale)
+        : application(std::move(name)),
+          shared{Magnification(scale.value_or(0) > 0 ? *scale : ScaleOfScreen()), {}, {}},
+          screens(
+              shared.scale, [this] { shared.events.Push(WorkAreaChanged{}); },
+              [this] { ScreenLost(); }) {}
+
+    void ScreenLost() {
+        for (const auto& window : windows) {
+            if (window.second->isVisible()) {
+                window.second->ComeToScreen();
+            }
+        }
+    }
+
+    Application application;
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    Shared shared;
+    Screens screens;
+    WaitLoop loop;
+    TextEngine text;
+    std::map<Handle, std::unique_ptr<TopLevel>> windows;
+};
+
+std::optional<std::string> DesktopDriver::WhyNoDisplay() {
+    return DisplayFault();
+}
+
+DesktopDriver::DesktopDriver(std::string name, std::optional<double> scale)
+    : parts_(std::make_unique<Parts>(std::move(name), scale)) {}
+
+DesktopDriver::~DesktopDriver() = default;
+
+void DesktopDriver::WatchSessionEnd(std::function<void()> onEnd) {
+    parts_->application.WatchSessionEnd(std::move(onEnd));
+}
+
+bool DesktopDriver::HasShownPicture() const {
+    return parts_->shared.shownPicture;
+}
+
+Millis DesktopDriver::Now() const {
+    const auto passed = std::chrono::steady_clock::now() - parts_->start;
+    return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();
+}
+
+void DesktopDriver::WaitUntil(std::optional<Millis> deadline) {
+    std::optional<Millis> longest;
+    if (!parts_->shared.events.IsEmpty()) {
+        longest = 0;
+    } else if (deadline) {
+        longest = *deadline - Now();
+    }
+    parts_->loop.Turn(longest);
+}
+
+std::optional<DriverEvent> DesktopDriver::NextEvent() {
+    return parts_->shared.events.Take();
+}
+
+void DesktopDriver::Watch(int descriptor, std::function<void()> onReadable) {
+    parts_->loop.Watch(descriptor, std::move(onReadable));
+}
+
+std::uint64_t DesktopDriver::RandomSeed() {
+    std::random_device source;
+    return (std::uint64_t{source()} << 32) | source();
+}
+
+Size DesktopDriver::ScreenSize() const {
+    return parts_->screens.GetSize();
+}
+
+Rect DesktopDriver::WorkArea() const {
+    return parts_->screens.WorkArea();
+}
+
+Point DesktopDriver::Pointer() const {
+    const PointerRecord& pointer = parts_->shared.pointer;
+    if (pointer.inside || pointer.held != 0) {
+        return pointer.ptScreen;
+    }
+    const QPoint place = QCursor::pos();
+    const Magnification& scale = parts_->shared.scale;
+    return {scale.ToComponent(place.x()), scale.ToComponent(place.y())};
+}
+
+void DesktopDriver::CreateTopLevel(Handle window) {
+    parts_->windows[window] = std::make_unique<TopLevel>(window, parts_->shared);
+}
+
+void DesktopDriver::DestroyTopLevel(Handle window) {
+    parts_->windows.erase(window);
+}
+
+void DesktopDriver::SetTopLevelVisible(Handle window, bool visible) {
+    parts_->windows.at(window)->SetVisibility(visible);
+}
+
+void DesktopDriver::SetTopLevelRect(Handle window, const Rect& rect) {
+    parts_->windows.at(window)->SetRect(rect);
+}
+
+void DesktopDriver::SetTopLevelTitle(Handle window, std::u16string_view title) {
+    parts_->windows.at(window)->setTitle(OneLine(title));
+}
+
+void DesktopDriver::SetTopLevelTopMost(Handle window, bool topMost) {
+    parts_->windows.at(window)->SetTopMost(topMost);
+}
+
+void DesktopDriver::SetTopLevelMinimised(Handle window, bool minimised) {
+    parts_->windows.at(window)->SetMinimised(minimised);
+}
+
+void DesktopDriver::ActivateTopLevel(Handle window) {
+    parts_->windows.at(window)->Activate();
+}
+
+void DesktopDriver::ShowPicture(Handle window, const Surface& picture,
+                                std::span<const Rect> changed) {
+    parts_->windows.at(window)->ShowPicture(picture, changed);
+}
+
+Size DesktopDriver::MeasureText(const Font& font, std::u16string_view text) const {
+    return parts_->text.Measure(font, text);
+}
+
+TextPicture DesktopDriver::RenderText(const Font& font, std::u16string_view text, Long left,
+                                      Long width) const {
+    return parts_->text.Render(font, text, left, width);
+}
+
+Long DesktopDriver::TextOffset(const Font& font, std::u16string_view text,
+                               std::size_t index) const {
+    return parts_->text.Offset(font, text, index);
+}
+
+std::u16string DesktopDriver::ClipboardText() const {
+    const std::u16string text = QGuiApplication::clipboard()->text().toStdU16String();
+    return WholeCharacters(text).toStdU16String();
+}
+
+void DesktopDriver::SetClipboardText(std::u16string_view text) {
+    QGuiApplication::clipboard()->setText(WholeCharacters(text));
+}
+
+Millis DesktopDriver::DoubleClickTime() const {
+    return QGuiApplication::styleHints()->mouseDoubleClickInterval();
+}
+
+}  // namespace platform

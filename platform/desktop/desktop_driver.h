@@ -1,0 +1,76 @@
+// The driver of a desktop with windows: borderless top-level windows that show finished pictures,
+// magnified by one factor, and the keyboard, pointer, clipboard, drops, screens and fonts around
+// them. One object at a time; a further one may be made when the former has died.
+//
+// Everything runs on the thread that makes it. The toolkit is told by the environment how to run:
+// what is set there by the user is left alone.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/driver.h"
+
+namespace platform {
+
+/// The magnification that a driver can be given.
+inline constexpr double kSmallestScale = 1;
+inline constexpr double kLargestScale = 4;
+
+class DesktopDriver : public Driver {
+  public:
+    /// Why no window can be shown here, for people; nothing if one can. To be asked before a driver
+    /// is made: without a display the toolkit would end the process.
+    static std::optional<std::string> WhyNoDisplay();
+
+    /// `scale`: device pixels for each pixel of a picture, kSmallestScale to kLargestScale; none
+    /// takes it from the screen. `name`: what the desktop knows the program by.
+    DesktopDriver(std::string name, std::optional<double> scale);
+    ~DesktopDriver() override;
+    DesktopDriver(const DesktopDriver&) = delete;
+    DesktopDriver& operator=(const DesktopDriver&) = delete;
+
+    /// Calls `onEnd` from WaitUntil when the desktop's session ends or the display goes away. What
+    /// is to be saved must be saved when it returns: the process may be ended at once after.
+    void WatchSessionEnd(std::function<void()> onEnd);
+    /// Whether the first picture has been handed to the screen.
+    bool HasShownPicture() const;
+
+    Millis Now() const override;
+    void WaitUntil(std::optional<Millis> deadline) override;
+    std::optional<DriverEvent> NextEvent() override;
+    void Watch(int descriptor, std::function<void()> onReadable) override;
+    std::uint64_t RandomSeed() override;
+
+    Size ScreenSize() const override;
+    Rect WorkArea() const override;
+    Point Pointer() const override;
+
+    void CreateTopLevel(Handle window) override;
+    void DestroyTopLevel(Handle window) override;
+    void SetTopLevelVisible(Handle window, bool visible) override;
+    void SetTopLevelRect(Handle window, const Rect& rect) override;
+    void SetTopLevelTitle(Handle window, std::u16string_view title) override;
+    void SetTopLevelTopMost(Handle window, bool topMost) override;
+    void SetTopLevelMinimised(Handle window, bool minimised) override;
+    void ActivateTopLevel(Handle window) override;
+    bool ShowsPictures() const override { return true; }
+    void ShowPicture(Handle window, const Surface& picture, std::span<const Rect> changed) override;
+
+    Size MeasureText(const Font& font, std::u16string_view text) const override;
+    TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
+                           Long width) const override;
+    Long TextOffset(const Font& font, std::u16string_view text, std::size_t index) const override;
+
+    std::u16string ClipboardText() const override;
+    void SetClipboardText(std::u16string_view text) override;
+    Millis DoubleClickTime() const override;
+
+  private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace platform

@@ -1,0 +1,104 @@
+#include "platform/desktop/drop_paths.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace platform::desktop {
+
+namespace {
+
+int HexDigit(char c) {
+    if (c >= '0' && c <= '9') {
+        return c - '0';
+    }
+    const char lower = static_cast<char>(c | 0x20);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+// A percent sign without two digits behind it stands for itself. Nothing if a zero byte comes out,
+// which no name can hold.
+std::optional<std::string> Unescaped(std::string_view text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const int high = i + 2 < text.size() && text[i] == '%' ? HexDigit(text[i + 1]) : -1;
+        const int low = high >= 0 ? HexDigit(text[i + 2]) : -1;
+        if (low >= 0) {
+            bytes.push_back(static_cast<char>(high * 16 + low));
+            i += 2;
+        } else {
+            bytes.push_back(text[i]);
+        }
+    }
+    if (bytes.find('\0') != std::string::npos) {
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+    };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [&](char x, char y) { return lower(x) == lower(y); });
+}
+
+std::optional<std::string> PathOfAddress(std::string_view address, std::string_view hostName) {
+    constexpr std::string_view kScheme = "file:";
+    if (!EqualIgnoringCase(address.substr(0, kScheme.size()), kScheme)) {
+        return std::nullopt;
+    }
+    address.remove_prefix(kScheme.size());
+    if (address.starts_with("//")) {
+        address.remove_prefix(2);
+        const std::string_view host = address.substr(0, address.find('/'));
+        const bool local = host.empty() || EqualIgnoringCase(host, "localhost") ||
+                           EqualIgnoringCase(host, hostName);
+        if (!local) {
+            return std::nullopt;
+        }
+        address.remove_prefix(host.size());
+    }
+    if (!address.starts_with('/')) {
+        return std::nullopt;
+    }
+    return Unescaped(address);
+}
+
+// The first line, taken off the text. Lines end in CR LF by rule and in either alone by habit; some
+// sources end the whole by a zero byte.
+std::string_view TakeLine(std::string_view& text) {
+    const std::size_t end =
+        std::min(text.find_first_of(std::string_view("\r\n\0", 3)), text.size());
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return line;
+}
+
+}  // namespace
+
+std::vector<std::string> PathsOfUriList(std::string_view list, std::string_view hostName) {
+    std::vector<std::string> paths;
+    while (!list.empty()) {
+        if (auto path = PathOfAddress(TakeLine(list), hostName)) {
+            paths.push_back(std::move(*path));
+        }
+    }
+    return paths;
+}
+
+std::vector<std::string> PathsOfText(std::string_view text, std::string_view hostName) {
+    std::vector<std::string> paths;
+    while (!text.empty()) {
+        const std::string_view line = TakeLine(text);
+        if (line.starts_with('/')) {
+            paths.emplace_back(line);
+        } else if (auto path = PathOfAddress(line, hostName)) {
+            paths.push_back(std::move(*path));
+        }
+    }
+    return paths;
+}
+
+}  // namespace platform::desktop

@@ -1,0 +1,15 @@
+// Text at the toolkit's edge. A lone surrogate, which stands for a byte that is no UTF-8, is shown
+// as U+FFFD: half of a character must reach neither the window server nor a font.
+#pragma once
+
+#include <QString>
+#include <string_view>
+
+namespace platform::desktop {
+
+/// Unit for unit.
+QString WholeCharacters(std::u16string_view text);
+/// The same on one line: control characters become blanks.
+QString OneLine(std::u16string_view text);
+
+}  // namespace platform::desktop

@@ -1,0 +1,35 @@
+// Measures and draws single lines of text: shaping, substitution of fonts and of single characters
+// are the toolkit's, greys and whole pixels are ours.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/driver.h"
+
+namespace platform::desktop {
+
+class TextEngine {
+  public:
+    TextEngine();
+    ~TextEngine();
+
+    // As the driver's members of that name.
+    Size Measure(const Font& font, std::u16string_view text);
+    TextPicture Render(const Font& font, std::u16string_view text, Long left, Long width);
+    Long Offset(const Font& font, std::u16string_view text, std::size_t index);
+
+  private:
+    struct Face;
+    struct Line;
+
+    const Face& FaceFor(const Font& font);
+    const Line& Shape(const Font& font, std::u16string_view text);
+
+    std::vector<std::unique_ptr<Face>> faces_;
+    /// The last line that was shaped: it is usually measured, drawn and pointed into in turn.
+    std::unique_ptr<Line> line_;
+};
+
+}  // namespace platform::desktop

@@ -1,0 +1,167 @@
+#include "platform/desktop/top_level.h"
+
+#include <QCloseEvent>
+#include <QExposeEvent>
+#include <algorithm>
+#include <utility>
+
+#include "platform/desktop/icon.h"
+#include "platform/desktop/painting.h"
+#include "platform/desktop/screens.h"
+
+namespace platform::desktop {
+
+TopLevel::TopLevel(Handle handle, Shared& shared) : handle_(handle), shared_(shared), store_(this) {
+    setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint |
+             Qt::WindowSystemMenuHint);
+}
+
+void TopLevel::SetVisibility(bool visible) {
+    if (visible) {
+        ComeToScreen();
+        setWindowStates(minimised_ ? Qt::WindowMinimized : Qt::WindowNoState);
+    }
+    setVisible(visible);
+}
+
+void TopLevel::SetRect(const Rect& rect) {
+    const Rect former = std::exchange(rect_, rect);
+    const QRect device = shared_.scale.ToDevice(rect);
+    if (device.size() != size()) {
+        setMinimumSize(device.size());
+        setMaximumSize(device.size());
+        resize(device.size());
+    }
+    if (former.left != rect.left || former.top != rect.top || !handle()) {
+        MoveTo(device.topLeft());
+    }
+}
+
+void TopLevel::MoveTo(QPoint place) {
+    if (handle() != nullptr && isVisible() && place != position()) {
+        asked_.push_back({place, Clock::now()});
+    }
+    setPosition(place);
+}
+
+void TopLevel::ComeToScreen() {
+    if (const auto place = Screens::Rescued(shared_.scale.ToDevice(rect_))) {
+        MoveTo(*place);
+        Report(*place);
+    }
+}
+
+void TopLevel::Report(QPoint place) {
+    const Point ptScreen{shared_.scale.ToNearest(place.x()), shared_.scale.ToNearest(place.y())};
+    rect_ = {ptScreen.x, ptScreen.y, ptScreen.x + rect_.Width(), ptScreen.y + rect_.Height()};
+    shared_.events.Push(MovedByDesktop{handle_, ptScreen});
+}
+
+// While the window is dragged by its own doing, several places are under way; what comes back for
+// an older one is no move by the desktop. A place that was overtaken is never confirmed.
+bool TopLevel::IsAnswer(QPoint place) {
+    constexpr std::chrono::seconds kForgotten(2);
+    while (!asked_.empty() && Clock::now() - asked_.front().when > kForgotten) {
+        asked_.pop_front();
+    }
+    const auto found = std::find_if(asked_.begin(), asked_.end(),
+                                    [&](const Asked& asked) { return asked.place == place; });
+    if (found == asked_.end()) {
+        asked_.clear();
+        return false;
+    }
+    asked_.erase(asked_.begin(), found + 1);
+    return true;
+}
+
+void TopLevel::moveEvent(QMoveEvent* event) {
+    const QPoint place = event->pos();
+    if (!IsAnswer(place) && place != shared_.scale.ToDevice(rect_).topLeft()) {
+        Report(place);
+    }
+}
+
+void TopLevel::SetTopMost(bool topMost) {
+    // The flag of the window itself: anything else would hide it and make it anew.
+    setFlag(Qt::WindowStaysOnTopHint, topMost);
+}
+
+void TopLevel::SetMinimised(bool minimised) {
+    minimised_ = minimised;
+    if (isVisible()) {
+        setWindowStates(minimised ? Qt::WindowMinimized : Qt::WindowNoState);
+    }
+}
+
+// A change of the record's own doing is no news.
+void TopLevel::StateChanged() {
+    const bool minimised = (windowStates() & Qt::WindowMinimized) != 0;
+    if (isVisible() && minimised != minimised_) {
+        minimised_ = minimised;
+        if (minimised) {
+            shared_.events.Push(MinimisedByDesktop{handle_});
+        } else {
+            shared_.events.Push(RestoredByDesktop{handle_});
+        }
+    }
+}
+
+void TopLevel::Activate() {
+    if (isVisible()) {
+        raise();
+        requestActivate();
+    }
+}
+
+bool TopLevel::CanBeSeen() const {
+    return isExposed() && !minimised_ && picture_ != nullptr && !picture_->IsEmpty();
+}
+
+void TopLevel::ShowPicture(const Surface& picture, std::span<const Rect> changed) {
+    picture_ = &picture;
+    for (const Rect& part : changed) {
+        stale_ += ShownPart(part, shared_.scale);
+    }
+    if (CanBeSeen()) {
+        Paint();
+    }
+}
+
+void TopLevel::Paint() {
+    if (store_.size() != size()) {
+        store_.resize(size());
+        stale_ = QRect({0, 0}, size());
+    }
+    const QRect all(0, 0, shared_.scale.ToDevice(picture_->Width()),
+                    shared_.scale.ToDevice(picture_->Height()));
+    const QRegion region = std::exchange(stale_, {}) & all & QRect({0, 0}, size());
+    if (region.isEmpty()) {
+        return;
+    }
+    store_.beginPaint(region);
+    for (const QRect& part : region) {
+        PaintPicture(*store_.paintDevice(), *picture_, part, shared_.scale);
+    }
+    store_.endPaint();
+    store_.flush(region);
+    shared_.shownPicture = true;
+}
+
+void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
+    if (!CanBeSeen()) {
+        return;
+    }
+    Paint();
+    store_.flush(QRect({0, 0}, size()));
+    if (!hasIcon_) {
+        hasIcon_ = true;  // the picture comes first
+        setIcon(MakeIcon());
+    }
+}
+
+void TopLevel::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    shared_.events.Push(CloseRequested{handle_});
+}
+
+}  // namespace platform::desktop

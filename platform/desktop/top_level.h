@@ -1,0 +1,103 @@
+// A top-level window: shows a finished picture, and turns what the desktop does with the window
+// into events. What it hears of pointer, keys and drops is in top_level_input.cpp.
+#pragma once
+
+#include <QBackingStore>
+#include <QRegion>
+#include <QWindow>
+#include <chrono>
+#include <deque>
+#include <set>
+#include <span>
+#include <string>
+
+#include "platform/desktop/event_queue.h"
+#include "platform/desktop/magnification.h"
+#include "platform/driver.h"
+
+class QDropEvent;
+
+namespace platform::desktop {
+
+/// Where the pointer was last seen, by any of the windows.
+struct PointerRecord {
+    Point ptScreen;
+    bool inside = false;  ///< over one of our windows
+    Long held = 0;        ///< buttons: 1 left, 2 right, 4 middle
+};
+
+/// What the windows of a driver share; outlives them.
+struct Shared {
+    Magnification scale;
+    EventQueue events;
+    PointerRecord pointer;
+    bool shownPicture = false;
+};
+
+class TopLevel : public QWindow {
+  public:
+    TopLevel(Handle handle, Shared& shared);
+
+    // As the driver's members of that name.
+    void SetVisibility(bool visible);
+    void SetRect(const Rect& rect);
+    void SetTopMost(bool topMost);
+    void SetMinimised(bool minimised);
+    void Activate();
+    void ShowPicture(const Surface& picture, std::span<const Rect> changed);
+
+    /// Comes to a screen that exists if it lies beyond all of them.
+    void ComeToScreen();
+
+  protected:
+    bool event(QEvent* event) override;
+    void exposeEvent(QExposeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+  private:
+    using Clock = std::chrono::steady_clock;
+    /// A place that was asked for and that the desktop has not confirmed yet.
+    struct Asked {
+        QPoint place;
+        Clock::time_point when;
+    };
+
+    void MoveTo(QPoint place);
+    void Report(QPoint place);
+    bool IsAnswer(QPoint place);
+    void StateChanged();
+    void Paint();
+    bool CanBeSeen() const;
+
+    Point ToScreen(QPointF ptGlobal) const;
+    void PointerSeen(QPointF ptGlobal, Qt::KeyboardModifiers modifiers, Qt::MouseButtons held);
+    void ReleaseLost(Long held, Point ptScreen, Long shift);
+    void Button(const QMouseEvent& event, bool down);
+    void InputMethodAsks(class QInputMethodQueryEvent& query) const;
+    void Dragged(QDropEvent& event);
+    void Dropped(QDropEvent& event);
+
+    const Handle handle_;
+    Shared& shared_;
+    Rect rect_;  ///< as the component knows it
+    std::deque<Asked> asked_;
+    bool minimised_ = false;
+    bool hasIcon_ = false;
+
+    QBackingStore store_;
+    const Surface* picture_ = nullptr;
+    QRegion stale_;  ///< where the store lags behind the picture; device pixels
+
+    std::set<Long> keysDown_;
+    Long wheel_ = 0;  ///< eighths of a degree that make no whole notch yet
+};
+
+}  // namespace platform::desktop

@@ -1,0 +1,217 @@
+// What a top-level window hears of pointer, keys, input methods and drops.
+#include <unistd.h>
+
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <array>
+#include <cstdlib>
+
+#include "platform/desktop/drop_paths.h"
+#include "platform/desktop/key_codes.h"
+#include "platform/desktop/top_level.h"
+
+namespace platform::desktop {
+
+namespace {
+
+constexpr Long kLeft = 1;
+constexpr Long kRight = 2;
+constexpr Long kMiddle = 4;
+
+Long ButtonsOf(Qt::MouseButtons buttons) {
+    return ((buttons & Qt::LeftButton) != 0 ? kLeft : 0) |
+           ((buttons & Qt::RightButton) != 0 ? kRight : 0) |
+           ((buttons & Qt::MiddleButton) != 0 ? kMiddle : 0);
+}
+
+std::string HostName() {
+    std::array<char, 256> name{};
+    return gethostname(name.data(), name.size() - 1) == 0 ? std::string(name.data()) : "";
+}
+
+// The raw bytes: the toolkit's own reading of addresses loses names that are not UTF-8.
+std::vector<std::string> PathsOf(const QMimeData& data) {
+    const std::string hostName = HostName();
+    auto paths = PathsOfUriList(data.data("text/uri-list").toStdString(), hostName);
+    if (paths.empty()) {
+        paths = PathsOfText(data.data("text/plain").toStdString(), hostName);
+    }
+    return paths;
+}
+
+}  // namespace
+
+// By the window's own place, so that a point of the window is the same whatever the rounding of
+// places under a fractional scale.
+Point TopLevel::ToScreen(QPointF ptGlobal) const {
+    const QPointF inside = ptGlobal - position();
+    return {rect_.left + shared_.scale.ToComponent(inside.x()),
+            rect_.top + shared_.scale.ToComponent(inside.y())};
+}
+
+// A button that went up where nobody told us, as when the window was taken away meanwhile.
+void TopLevel::ReleaseLost(Long held, Point ptScreen, Long shift) {
+    for (const Long button : {kLeft, kRight, kMiddle}) {
+        if ((shared_.pointer.held & ~held & button) != 0) {
+            shared_.pointer.held &= ~button;
+            shared_.events.Push(ButtonChanged{ptScreen, button, false, shift});
+        }
+    }
+}
+
+void TopLevel::PointerSeen(QPointF ptGlobal, Qt::KeyboardModifiers modifiers,
+                           Qt::MouseButtons held) {
+    const Point ptScreen = ToScreen(ptGlobal);
+    const Long shift = ShiftOf(modifiers);
+    ReleaseLost(ButtonsOf(held), ptScreen, shift);
+    shared_.pointer.ptScreen = ptScreen;
+    shared_.pointer.inside = true;
+    shared_.events.Push(PointerMoved{ptScreen, shift});
+}
+
+void TopLevel::mouseMoveEvent(QMouseEvent* event) {
+    PointerSeen(event->globalPosition(), event->modifiers(), event->buttons());
+}
+
+void TopLevel::Button(const QMouseEvent& event, bool down) {
+    const Long button = ButtonsOf(event.button());
+    if (button == 0) {
+        return;
+    }
+    const Point ptScreen = ToScreen(event.globalPosition());
+    PointerRecord& pointer = shared_.pointer;
+    if (!down && (pointer.held & button) == 0) {
+        return;  // told already
+    }
+    pointer.held = down ? pointer.held | button : pointer.held & ~button;
+    pointer.ptScreen = ptScreen;
+    shared_.events.Push(ButtonChanged{ptScreen, button, down, ShiftOf(event.modifiers())});
+}
+
+void TopLevel::mousePressEvent(QMouseEvent* event) {
+    Button(*event, true);
+}
+
+void TopLevel::mouseReleaseEvent(QMouseEvent* event) {
+    Button(*event, false);
+}
+
+void TopLevel::wheelEvent(QWheelEvent* event) {
+    constexpr Long kNotch = 120;
+    // With Alt held the toolkit turns a vertical wheel into a horizontal one.
+    const QPoint delta = event->angleDelta();
+    const bool turned = (event->modifiers() & Qt::AltModifier) != 0 && delta.y() == 0;
+    const Long step = turned ? delta.x() : delta.y();
+    if ((wheel_ > 0 && step < 0) || (wheel_ < 0 && step > 0)) {
+        wheel_ = 0;
+    }
+    wheel_ += step;
+    if (const Long notches = wheel_ / kNotch) {
+        wheel_ %= kNotch;
+        shared_.events.Push(
+            WheelTurned{ToScreen(event->globalPosition()), notches, ShiftOf(event->modifiers())});
+    }
+}
+
+void TopLevel::keyPressEvent(QKeyEvent* event) {
+    const Long code = KeyCodeOf(*event);
+    if (code != 0) {
+        keysDown_.insert(code);
+        shared_.events.Push(KeyChanged{code, ShiftAfter(*event, code), true});
+    }
+    if (std::u16string text = TypedText(*event, code); !text.empty()) {
+        shared_.events.Push(TextTyped{std::move(text)});
+    }
+}
+
+void TopLevel::keyReleaseEvent(QKeyEvent* event) {
+    if (event->isAutoRepeat()) {
+        return;  // the key is still held
+    }
+    if (const Long code = KeyCodeOf(*event)) {
+        keysDown_.erase(code);
+        shared_.events.Push(KeyChanged{code, ShiftAfter(*event, code), false});
+    }
+}
+
+// Nobody will tell us when these go up.
+void TopLevel::focusOutEvent(QFocusEvent* /*event*/) {
+    for (const Long code : std::exchange(keysDown_, {})) {
+        shared_.events.Push(KeyChanged{code, 0, false});
+    }
+}
+
+void TopLevel::InputMethodAsks(QInputMethodQueryEvent& query) const {
+    if ((query.queries() & Qt::ImEnabled) != 0) {
+        query.setValue(Qt::ImEnabled, true);
+    }
+    if ((query.queries() & Qt::ImCursorRectangle) != 0) {
+        // Where the caret is only the component knows. Below the window nothing is covered.
+        query.setValue(Qt::ImCursorRectangle, QRect(0, height(), 1, 1));
+    }
+    query.accept();
+}
+
+void TopLevel::Dragged(QDropEvent& event) {
+    const QMimeData* data = event.mimeData();
+    const bool offersFiles = data->hasFormat("text/uri-list") || data->hasFormat("text/plain");
+    // Only ever a copy: for a move the source would delete the files.
+    if (offersFiles && (event.possibleActions() & Qt::CopyAction) != 0) {
+        event.setDropAction(Qt::CopyAction);
+        event.accept();
+    } else {
+        event.ignore();
+    }
+}
+
+void TopLevel::Dropped(QDropEvent& event) {
+    Dragged(event);
+    if (!event.isAccepted()) {
+        return;
+    }
+    std::vector<std::string> paths = PathsOf(*event.mimeData());
+    if (!paths.empty()) {
+        const Point ptScreen = ToScreen(position() + event.position());
+        shared_.events.Push(FilesDropped{handle_, ptScreen, std::move(paths)});
+    }
+}
+
+bool TopLevel::event(QEvent* event) {
+    switch (event->type()) {
+        case QEvent::Enter: {
+            const auto* enter = static_cast<QEnterEvent*>(event);
+            PointerSeen(enter->globalPosition(), enter->modifiers(), enter->buttons());
+            return true;
+        }
+        case QEvent::Leave:
+            shared_.pointer.inside = false;
+            shared_.events.Push(PointerLeft{});
+            return true;
+        case QEvent::WindowStateChange:
+            StateChanged();
+            return QWindow::event(event);
+        case QEvent::DragEnter:
+        case QEvent::DragMove:
+            Dragged(*static_cast<QDropEvent*>(event));
+            return true;
+        case QEvent::Drop:
+            Dropped(*static_cast<QDropEvent*>(event));
+            return true;
+        case QEvent::InputMethodQuery:
+            InputMethodAsks(*static_cast<QInputMethodQueryEvent*>(event));
+            return true;
+        case QEvent::InputMethod:
+            if (const QString text = static_cast<QInputMethodEvent*>(event)->commitString();
+                !text.isEmpty()) {
+                shared_.events.Push(TextTyped{text.toStdU16String()});
+            }
+            return true;
+        default:
+            return QWindow::event(event);
+    }
+}
+
+}  // namespace platform::desktop

@@ -1,0 +1,21 @@
+// The skin table and the pictures of the skins, carried inside the program. The definitions are
+// written at build time from the files in assets/.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "platform/types.h"
+
+namespace sarnel {
+
+struct EmbeddedPicture {
+    platform::Long id = 0;
+    std::string_view file;  ///< its bytes, which live as long as the program
+};
+
+/// The text of assets/skintable.txt.
+std::string_view EmbeddedSkinTable();
+std::vector<EmbeddedPicture> EmbeddedPictures();
+
+}  // namespace sarnel

@@ -1,0 +1,85 @@
+#include "skin/panels.h"
+
+#include <algorithm>
+#include <string>
+
+#include "core/failure.h"
+#include "core/frmmain.h"
+#include "core/mGeneral.h"
+#include "core/program.h"
+
+namespace sarnel {
+
+using namespace platform;
+
+namespace {
+
+constexpr Long kSnapMargin = 12;  // pixels; at exactly so many it does not stick
+
+// One coordinate of the window: `wanted` is its near edge, the work area reaches from `low` to
+// `high`.
+Long Snapped(Long wanted, Long length, Long low, Long high) {
+    const auto sticks = [](Long edge, Long to) {
+        return edge > to - kSnapMargin && edge < to + kSnapMargin;
+    };
+    Long place = wanted;
+    if (sticks(wanted, low)) {
+        place = low;
+    } else if (sticks(wanted + length, high)) {
+        place = high - length;
+    }
+    // The screen's 0 and not the work area's edge: beside a panel on the left the window may lie
+    // under it. Meant.
+    return std::min(std::max(place, 0), high - length);
+}
+
+// A panel goes by the menu item that opens it.
+Long ItemOfPanel(Long panel) {
+    return App().Main().hMenu->IndexForKey(App().Main().picFrame(panel).Tag());
+}
+
+}  // namespace
+
+void ShowPanel(Long panel, bool show) {
+    frmMAIN& main = App().Main();
+    Step([&] { main.hMenu->Checked(ItemOfPanel(panel), show); });
+    Step([&] { main.picFrame(panel).Visible(show); });
+    if (show) {
+        Step([&] { App().windows.BringToFront(main.picFrame(panel).HWnd()); });
+    }
+    main.lstPlaylist.Visible(!show);
+    if (!show) {
+        App().windows.SetFocus(main.lstPlaylist.HWnd());
+    }
+}
+
+void SetTopMost(bool on) {
+    frmMAIN& main = App().Main();
+    App().windows.SetWindowPos(main.HWnd(), on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                               SWP_NOSIZE | SWP_NOMOVE);
+    Step([&] { main.hMenu->Checked(main.hMenu->IndexForKey(u"kTMst"), on); });
+    main.tglSkin(0).Value(on);
+    WriteSetting(u"TopMost", BooleanToText(on));
+}
+
+void BeginDrag(Long X, Long Y) {
+    App().DragOrigin = {X, Y};
+}
+
+void DragWindow(Handle window, Long X, Long Y) {
+    const Rect rect = App().windows.GetWindowRect(App().Main().HWnd());
+    const Rect& area = App().WorkArea;
+    const Point origin = App().DragOrigin;
+    App().windows.SetWindowPos(
+        window, HWND_TOP, Snapped(rect.left + X - origin.x, rect.Width(), area.left, area.right),
+        Snapped(rect.top + Y - origin.y, rect.Height(), area.top, area.bottom), 0, 0,
+        SWP_NOSIZE | SWP_NOZORDER);
+}
+
+void EndDrag() {
+    const Rect rect = App().windows.GetWindowRect(App().Main().HWnd());
+    WriteSetting(u"X", LongToText(rect.left));
+    WriteSetting(u"Y", LongToText(rect.top));
+}
+
+}  // namespace sarnel

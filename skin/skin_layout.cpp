@@ -1,0 +1,173 @@
+// The panels that can lie over the playlist, and what lies in them.
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/failure.h"
+#include "core/frmmain.h"
+#include "core/impulses.h"
+#include "skin/skin_steps.h"
+
+namespace sarnel {
+
+namespace {
+
+using platform::Label;
+using platform::PictureBox;
+
+/// Where all panels lie: where the playlist lies.
+struct PanelPlace {
+    Long left;
+    Long top;
+    Long width;
+    Long height;
+};
+
+PanelPlace ReadPlace(const SkinRows& skin) {
+    // What cannot be read stays as it is.
+    const JList& list = App().Main().lstPlaylist;
+    PanelPlace place{list.Left(), list.Top(), list.Width(), list.Height()};
+    Step([&] { place.left = skin.Number(39); });
+    Step([&] { place.top = skin.Number(40); });
+    Step([&] { place.width = skin.Number(41); });
+    Step([&] { place.height = skin.Number(42); });
+    return place;
+}
+
+// The key of the command that opens a panel.
+constexpr std::array<const char16_t*, 6> kPanelTags{u"kPkLy",  u"kAL",    u"kAsF",
+                                                    u"kPkEFX", u"kPkNFO", u"kPkSh"};
+
+void LayPanels(const PanelPlace& place) {
+    frmMAIN& main = App().Main();
+    for (Long i = main.picFrame.LowestIndex(); i <= main.picFrame.HighestIndex(); ++i) {
+        PictureBox& panel = main.picFrame(i);
+        Step([&] { panel.Move(place.left, place.top, place.width, place.height); });
+        Step([&] { panel.BackColor(main.lstPlaylist.BackColor()); });
+    }
+    for (std::size_t i = 0; i < kPanelTags.size(); ++i) {
+        Step([&] { main.picFrame(static_cast<Long>(i)).Tag(kPanelTags[i]); });
+    }
+}
+
+std::vector<std::u16string> Split(std::u16string_view text, char16_t delimiter) {
+    std::vector<std::u16string> pieces;
+    if (text.empty()) {
+        return pieces;
+    }
+    std::size_t end = text.find(delimiter);
+    while (end != std::u16string_view::npos) {
+        pieces.emplace_back(text.substr(0, end));
+        text.remove_prefix(end + 1);
+        end = text.find(delimiter);
+    }
+    pieces.emplace_back(text);
+    return pieces;
+}
+
+// Six types a line; a heading and an invitation only from three types on.
+std::u16string TypesText(const std::vector<std::u16string>& types) {
+    constexpr std::u16string_view kLineBreak = u"\r\n";
+    constexpr std::size_t kTypesPerLine = 6;
+    const bool framed = types.size() > 2;
+    std::u16string text;
+    if (framed) {
+        text.append(kLineBreak).append(u"File types supported:").append(kLineBreak);
+    }
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        const bool lastOfLine = i % kTypesPerLine == kTypesPerLine - 1;
+        text.append(types[i]).append(lastOfLine ? kLineBreak : u" ");
+    }
+    if (framed) {
+        text.append(kLineBreak).append(kLineBreak);
+        text.append(u"Click here to accociate types in shell!").append(kLineBreak);
+    }
+    return text;
+}
+
+void LayAssociations(const PanelPlace& place) {
+    frmMAIN& main = App().Main();
+    Label& types = *main.lblFileTypesSupported;
+    Label& close = *main.lblFrameFileAssocOK;
+    Step([&] { types.AutoSize(false); });
+    Step([&] { types.Move(5, 5, place.width - 10, 80); });
+    std::u16string answer;
+    Step([&] { SendImpulse(ImpulseGetFileTypes, {}, &answer, {}); });
+    Step([&] { types.Caption(TypesText(Split(answer, u';'))); });
+    Step([&] { types.AutoSize(true); });
+    Step([&] { types.ForeColor(main.lstPlaylist.TextColor()); });
+    Step(
+        [&] { close.Move(5, types.Top() + types.Height() + 5, place.width - 10, close.Height()); });
+    Step([&] { close.ForeColor(main.lstPlaylist.TextColor()); });
+}
+
+void LayBrowser(const SkinRows& skin, const PanelPlace& place) {
+    constexpr Long kFirstImage = 3;
+    frmMAIN& main = App().Main();
+    JList& files = *main.lstFilesAndFolders;
+    Label& path = *main.lblFrameAddPathName;
+    Step([&] { files.RemoveImages(); });
+    for (Long i = kFirstImage; i < kFirstImage + 3; ++i) {
+        Step([&] { files.AddImage(skin.PictureOf(i)); });
+    }
+    Step([&] { path.Move(0, place.height - path.Height(), place.width, path.Height()); });
+    Step([&] { path.BackColor(files.BackColor()); });
+    Step([&] { path.ForeColor(files.SelTextColor()); });
+}
+
+void LayInformation(const PanelPlace& place) {
+    const JList& list = App().Main().lstPlaylist;
+    Label& info = *App().Main().lblFrameInfoDescription;
+    Step([&] { info.Move(10, 10, place.width - 20, place.height - 20); });
+    Step([&] { info.BackColor(list.BackColor()); });
+    Step([&] { info.ForeColor(list.TextColor()); });
+}
+
+void LayLyrics() {
+    frmMAIN& main = App().Main();
+    const JList& list = main.lstPlaylist;
+    PictureBox& panel = main.picFrame(0);
+    JSlider& slider = main.sldSkin(2);
+    Step([&] { main.txtLyrics->BackColor(list.BackColor()); });
+    Step([&] { main.txtLyrics->ForeColor(list.TextColor()); });
+    Step([&] { main.txtLyrics->SetFont(list.ListFont()); });
+    Step([&] { slider.Height(panel.ScaleHeight()); });
+    Step([&] { slider.Move(panel.ScaleWidth() - slider.Width(), 0); });
+    Step([&] { App().windows.BringToFront(slider.HWnd()); });
+}
+
+struct EffectRange {
+    Long slider;
+    Long max;
+};
+constexpr EffectRange kEffectRanges[] = {{3, 100}, {4, 40}, {5, 6}, {6, 20},
+                                         {7, 30},  {8, 30}, {9, 30}};
+
+// Each label stands in the column to the left of its slider.
+void LayEffects() {
+    frmMAIN& main = App().Main();
+    PictureBox& panel = main.picFrame(3);
+    Step([&] { panel.SetFont(main.lstPlaylist.ListFont()); });
+    for (const EffectRange& range : kEffectRanges) {
+        JSlider& slider = main.sldSkin(range.slider);
+        Label& label = main.lblEffects(range.slider);
+        Step([&] { slider.Max(range.max); });
+        Step([&] { label.Move(0, slider.Top(), slider.Left() - 10, panel.TextHeight(u"Yy")); });
+        Step([&] { label.ForeColor(main.lstPlaylist.TextColor()); });
+    }
+}
+
+}  // namespace
+
+void LayoutFrames(const SkinRows& skin) {
+    const PanelPlace place = ReadPlace(skin);
+    LayPanels(place);
+    LayAssociations(place);
+    LayBrowser(skin, place);
+    LayInformation(place);
+    LayLyrics();
+    LayEffects();
+}
+
+}  // namespace sarnel

@@ -1,0 +1,105 @@
+#include "skin/skintable.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <optional>
+
+#include "core/failure.h"
+#include "core/impulsevalue.h"
+#include "platform/bitmap_file.h"
+#include "platform/text.h"
+
+namespace sarnel {
+
+namespace {
+
+constexpr char kSeparator = '|';
+
+ComponentError MissingResource() {
+    return {326, u"Resource not found"};
+}
+
+template <class T>
+T Converted(const std::optional<T>& value) {
+    if (!value) {
+        throw ComponentError(13, u"Type mismatch");
+    }
+    return *value;
+}
+
+std::string_view Trimmed(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r";
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    return first == std::string_view::npos
+               ? std::string_view()
+               : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+}  // namespace
+
+SkinTable::SkinTable(std::string_view text, const std::vector<EmbeddedPicture>& pictures) {
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        ReadLine(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    for (const EmbeddedPicture& picture : pictures) {
+        pictures_[picture.id].file = picture.file;
+    }
+}
+
+// number | text | comment
+void SkinTable::ReadLine(std::string_view line) {
+    const std::size_t afterNumber = line.find(kSeparator);
+    if (line.starts_with('#') || afterNumber == std::string_view::npos) {
+        return;
+    }
+    const std::string_view rest = line.substr(afterNumber + 1);
+    const auto number = TextToLong(platform::Widen(Trimmed(line.substr(0, afterNumber))));
+    const std::string_view text = Trimmed(rest.substr(0, rest.find(kSeparator)));
+    if (number && !text.empty()) {
+        rows_[*number] = platform::Widen(text);
+    }
+}
+
+const std::u16string& SkinTable::Row(Long number) const {
+    const auto found = rows_.find(number);
+    if (found == rows_.end()) {
+        throw MissingResource();
+    }
+    return found->second;
+}
+
+platform::PictureRef SkinTable::Bitmap(Long id) {
+    const auto found = pictures_.find(id);
+    if (found == pictures_.end()) {
+        throw MissingResource();
+    }
+    Picture& picture = found->second;
+    if (picture.decoded == nullptr) {
+        picture.decoded = platform::DecodeBitmap(picture.file);
+    }
+    if (picture.decoded == nullptr) {
+        throw MissingResource();
+    }
+    return picture.decoded;
+}
+
+Long SkinTable::Number(Long row) const {
+    return Converted(TextToLong(Row(row)));
+}
+
+bool SkinTable::Boolean(Long row) const {
+    return Converted(TextToBoolean(Row(row)));
+}
+
+Long SkinRows::RowAt(Long offset) const {
+    const std::int64_t row = std::int64_t{base_} + from_ + offset;
+    if (base_ == 0 || row > std::numeric_limits<Long>::max()) {
+        throw MissingResource();
+    }
+    return static_cast<Long>(row);
+}
+
+}  // namespace sarnel

@@ -1,0 +1,218 @@
+"""What the tests on a real display share: a display with a window manager for each test file, the
+desktop driver's probe, and the finished program. Conditions are waited for, nothing else.
+
+    FILE [--probe PROBE] [--drag DRAG_SOURCE] [--program VELDRIN] [unittest arguments]
+"""
+
+import os
+import re
+import select
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'host'))
+from world import PATIENCE, World  # noqa: E402
+
+SCREEN = (1024, 768)
+
+
+def wait_for(condition, what):
+    """Answers what the condition answers, once that is true."""
+    end = time.monotonic() + PATIENCE
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise AssertionError(f'{what} did not come about')
+        time.sleep(0.02)
+
+
+class Display:
+    """An X server of its own with a window manager."""
+
+    def __init__(self, screens='1024x768x24'):
+        reading, writing = os.pipe()
+        self.server = subprocess.Popen(
+            ['Xvfb', '-displayfd', str(writing), '-screen', '0', screens, '-nolisten', 'tcp',
+             '-noreset'], pass_fds=[writing], stderr=subprocess.DEVNULL)
+        os.close(writing)
+        with os.fdopen(reading) as pipe:
+            self.name = ':' + pipe.readline().strip()
+        self.environment = {key: value for key, value in os.environ.items()
+                            if not key.startswith(('QT_', 'WAYLAND_', 'SESSION_MANAGER', 'DBUS_'))}
+        self.environment.update(DISPLAY=self.name, LC_ALL='C.UTF-8')
+        self.environment.setdefault('XDG_RUNTIME_DIR', World.shared or tempfile.gettempdir())
+        self.manager = subprocess.Popen(['openbox', '--sm-disable'], env=self.environment,
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        wait_for(lambda: 'window id' in self.run('xprop', '-root', '_NET_SUPPORTING_WM_CHECK'),
+                 'a window manager')
+
+    def run(self, *command, data=None, check=True):
+        """Standard output of a command on this display."""
+        done = subprocess.run(command, env=self.environment, input=data, timeout=PATIENCE,
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        if check and done.returncode != 0:
+            raise AssertionError(f'{command} failed: {done.stderr!r}')
+        return done.stdout.decode(errors='replace')
+
+    def end(self):
+        for process in (self.manager, self.server):
+            if process.poll() is None:
+                process.terminate()
+            process.wait()
+
+    # The pointer and the keyboard.
+
+    def tool(self, *words):
+        return self.run('xdotool', *[str(word) for word in words])
+
+    def point_at(self, x, y):
+        self.tool('mousemove', x, y)
+
+    def click(self, x, y, button=1):
+        self.tool('mousemove', x, y, 'click', button)
+
+    def layout(self, *names):
+        self.run('setxkbmap', *names)
+
+    def give_clipboard(self, data):
+        # It stays in the background to hand the text out, so its output must not be waited for.
+        subprocess.run(['xclip', '-i', '-selection', 'clipboard'], env=self.environment,
+                       input=data, check=True, timeout=PATIENCE, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL)
+
+    # Windows.
+
+    def window(self, title):
+        """The number of the window whose title is that, as soon as it can be seen."""
+        def find():
+            found = self.run('xdotool', 'search', '--onlyvisible', '--name', f'^{title}$',
+                             check=False).split()
+            return found and int(found[-1])
+        return wait_for(find, f'a window {title!r}')
+
+    def geometry(self, window):
+        """Left, top, width, height on the screen."""
+        info = self.run('xwininfo', '-id', str(window))
+        return tuple(int(re.search(f'{name}: *(-?[0-9]+)', info)[1]) for name in
+                     ('Absolute upper-left X', 'Absolute upper-left Y', 'Width', 'Height'))
+
+    def property(self, window, name):
+        return self.run('xprop', '-id', str(window), name, check=False)
+
+    def screenshot(self):
+        data = subprocess.run(['import', '-silent', '-window', 'root', '-depth', '8', 'rgb:-'],
+                              env=self.environment, check=True, stdout=subprocess.PIPE,
+                              timeout=PATIENCE).stdout
+        return Picture(data, *SCREEN)
+
+
+class Picture:
+    def __init__(self, data, width, height):
+        assert len(data) == width * height * 3
+        self.data, self.width, self.height = data, width, height
+
+    def pixel(self, x, y):
+        at = (y * self.width + x) * 3
+        return tuple(self.data[at:at + 3])
+
+    def part(self, left, top, width, height):
+        rows = [self.data[(y * self.width + left) * 3:(y * self.width + left + width) * 3]
+                for y in range(top, top + height)]
+        return Picture(b''.join(rows), width, height)
+
+    def enlarged(self, factor):
+        rows = []
+        for y in range(self.height):
+            row = self.data[y * self.width * 3:(y + 1) * self.width * 3]
+            wide = b''.join(row[x:x + 3] * factor for x in range(0, len(row), 3))
+            rows.append(wide * factor)
+        return Picture(b''.join(rows), self.width * factor, self.height * factor)
+
+
+class Lines:
+    """A process that speaks and listens in lines."""
+
+    def __init__(self, command, environment):
+        self.process = subprocess.Popen(command, env=environment, bufsize=0,
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.rest = b''
+        self.heard = []
+
+    def line(self, patience=PATIENCE):
+        """The next line; None if none comes in time or the process has ended."""
+        end = time.monotonic() + patience
+        while b'\n' not in self.rest:
+            ready, _, _ = select.select([self.process.stdout], [], [],
+                                        max(0, end - time.monotonic()))
+            data = os.read(self.process.stdout.fileno(), 65536) if ready else b''
+            if not data:
+                return None
+            self.rest += data
+        line, self.rest = self.rest.split(b'\n', 1)
+        return line.decode()
+
+    def expect(self, wanted):
+        """Reads on to a line that begins so; what came before it is kept in `heard`."""
+        self.heard = []
+        while True:
+            line = self.line()
+            if line is None:
+                raise AssertionError(f'{wanted!r} did not come, but {self.heard}')
+            if line.startswith(wanted):
+                return line
+            self.heard.append(line)
+
+    def ask(self, question, answer='done'):
+        self.process.stdin.write(os.fsencode(question) + b'\n')
+        return self.expect(answer)
+
+    def end(self):
+        self.process.stdin.close()
+        try:
+            self.process.wait(timeout=PATIENCE)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            self.process.wait()
+        self.process.stdout.close()
+
+
+class OnDisplay(World):
+    """Tests on a display; one for all of a class."""
+
+    probe = drag = ''
+
+    @classmethod
+    def setUpClass(cls):
+        cls.display = Display()
+        cls.addClassCleanup(cls.display.end)
+
+    def setUp(self):
+        super().setUp()
+        self.display.layout('us')
+        self.display.point_at(1000, 740)
+        self.environment = {**self.display.environment,
+                            **{key: self.environment[key] for key in
+                               ('XDG_CONFIG_HOME', 'XDG_RUNTIME_DIR', 'XDG_CACHE_HOME',
+                                'GST_REGISTRY', 'ASAN_OPTIONS', 'LSAN_OPTIONS')}}
+
+    def start_lines(self, *command):
+        lines = Lines([str(word) for word in command], self.environment)
+        self.addCleanup(lines.end)
+        return lines
+
+
+def main():
+    for name in ('probe', 'drag', 'program'):
+        if f'--{name}' in sys.argv:
+            at = sys.argv.index(f'--{name}')
+            path = os.path.abspath(sys.argv[at + 1])
+            del sys.argv[at:at + 2]
+            setattr(World if name == 'program' else OnDisplay, name, path)
+    World.program = os.fsencode(World.program)
+    with tempfile.TemporaryDirectory(prefix='veldrin-shared-') as World.shared:
+        unittest.main()

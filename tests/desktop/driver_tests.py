@@ -1,0 +1,380 @@
+#!/usr/bin/env python3
+"""The desktop driver by itself: what a window manager, a pointer, a keyboard and other programs do
+with its window, and what it makes of that."""
+
+import os
+import unittest
+
+from desktop import OnDisplay, main, wait_for
+
+WIDTH, HEIGHT = 100, 60
+
+
+def colour(x, y):
+    """As the probe paints it."""
+    return (x * 2, y * 4, 100)
+
+
+class Driver(OnDisplay):
+    def open(self, x=200, y=150, scale=1):
+        self.probe_lines = self.start_lines(self.probe, scale)
+        self.probe_lines.expect('ready')
+        self.probe_lines.ask(f'show {x} {y}')
+        self.window = self.display.window('Probe � title')
+        self.place = (x, y)
+        inside = (int((x + 50) * scale), int((y + 30) * scale))
+        wait_for(lambda: self.display.screenshot().pixel(*inside)[2] == 100, 'the picture')
+
+    def ask(self, *words, answer='done'):
+        return self.probe_lines.ask(' '.join(str(word) for word in words), answer)
+
+    def expect(self, line):
+        return self.probe_lines.expect(line)
+
+    def said_until_now(self):
+        """What the driver has reported since the last answer."""
+        self.ask('pointer', answer='at')
+        return self.probe_lines.heard
+
+    def focus(self):
+        self.display.tool('windowfocus', '--sync', self.window)
+        self.said_until_now()
+
+    def pressed(self, *keys):
+        """What pressing and releasing keys brings, one after the other."""
+        self.display.tool('key', '--delay', '5', *keys, 'F12')
+        self.expect('up 123')
+        return [line for line in self.probe_lines.heard if ' 123 ' not in line]
+
+
+class Windows(Driver):
+    def test_stands_where_it_was_put_with_size_title_and_class(self):
+        self.open(300, 260)
+        self.assertEqual(self.display.geometry(self.window), (300, 260, WIDTH, HEIGHT))
+        self.assertIn('"veldrin", "veldrin"', self.display.property(self.window, 'WM_CLASS'))
+        self.assertNotIn('moved', ' '.join(self.said_until_now()))
+
+    def test_shows_each_pixel_as_it_is_and_what_changes(self):
+        self.open()
+        shown = self.display.screenshot().part(*self.place, WIDTH, HEIGHT)
+        for y in range(HEIGHT):
+            for x in range(WIDTH):
+                self.assertEqual(shown.pixel(x, y), colour(x, y))
+        self.ask('pixel', 30, 40, 0x0000FF)
+        wait_for(lambda: self.display.screenshot().pixel(230, 190) == (255, 0, 0), 'the change')
+        shown = self.display.screenshot().part(*self.place, WIDTH, HEIGHT)
+        self.assertEqual(shown.pixel(31, 40), colour(31, 40))
+
+    def test_whole_scale_makes_blocks(self):
+        self.open(100, 80, scale=2)
+        self.assertEqual(self.display.geometry(self.window), (200, 160, 200, 120))
+        shown = self.display.screenshot().part(200, 160, 200, 120)
+        for y in range(0, 120):
+            for x in range(0, 200):
+                self.assertEqual(shown.pixel(x, y), colour(x // 2, y // 2))
+        self.ask('pixel', 99, 59, 0x00FF00)
+        wait_for(lambda: self.display.screenshot().pixel(399, 279) == (0, 255, 0), 'the change')
+        self.assertEqual(self.display.screenshot().pixel(397, 279), colour(98, 59))
+
+    def test_broken_scale_is_smooth_and_parts_fit(self):
+        self.open(100, 80, scale=1.5)
+        self.assertEqual(self.display.geometry(self.window), (150, 120, 150, 90))
+        before = self.display.screenshot().part(150, 120, 150, 90)
+        for x in range(3, 147):
+            red = before.pixel(x, 45)[0]
+            # Between the two nearest pixels of the picture, whose red grows by 2 a pixel.
+            self.assertTrue(abs(red - ((x + 0.5) / 1.5 - 0.5) * 2) <= 2, (x, red))
+        self.ask('pixel', 50, 30, 0x00FF00)
+        wait_for(lambda: self.display.screenshot().pixel(150 + 75, 120 + 45)[1] > 200, 'the change')
+        self.ask('pixel', 50, 30, (50 * 2) | (30 * 4) << 8 | 100 << 16)
+        wait_for(lambda: self.display.screenshot().part(150, 120, 150, 90).data == before.data,
+                 'the former picture, without seams')
+
+    def test_pointer_counts_unscaled_pixels(self):
+        self.open(100, 80, scale=2)
+        self.display.point_at(200 + 2 * 33 + 1, 160 + 2 * 21)
+        self.expect('pointer 133 101 ')
+
+    def test_is_painted_anew_after_it_was_covered(self):
+        self.open()
+        other = self.start_lines(self.drag, 210, 160, 'text/plain', '00', 'copy')
+        other.expect('ready')
+        wait_for(lambda: self.display.screenshot().pixel(230, 180) == (0, 255, 0), 'the other')
+        other.end()
+        wait_for(lambda: self.display.screenshot().pixel(230, 180) == colour(30, 30), 'the picture')
+
+    def test_a_picture_that_changes_while_minimised_is_right_afterwards(self):
+        self.open()
+        self.ask('minimise', 1)
+        wait_for(lambda: self.display.screenshot().pixel(210, 160) != colour(10, 10), 'the gap')
+        self.ask('pixel', 10, 10, 0x00FFFF)
+        self.ask('minimise', 0)
+        wait_for(lambda: self.display.screenshot().pixel(210, 160) == (255, 255, 0), 'the change')
+        self.assertEqual(self.display.screenshot().pixel(211, 160), colour(11, 10))
+
+    def test_own_minimising_is_no_news_that_of_the_desktop_is(self):
+        self.open()
+        self.ask('minimise', 1)
+        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        self.ask('minimise', 0)
+        wait_for(lambda: 'Normal' in self.display.property(self.window, 'WM_STATE'), 'a window')
+        said = self.said_until_now()
+        self.assertNotIn('minimised', said)
+        self.assertNotIn('restored', said)
+        self.display.tool('windowminimize', self.window)
+        self.expect('minimised')
+        self.display.run('wmctrl', '-ia', str(self.window))
+        self.expect('restored')
+        self.assertEqual(self.display.geometry(self.window), (*self.place, WIDTH, HEIGHT))
+
+    def test_on_top_keeps_window_and_place(self):
+        self.open()
+        for wanted in (True, False, True):
+            self.ask('topmost', int(wanted))
+            wait_for(lambda: ('ABOVE' in self.display.property(self.window, '_NET_WM_STATE'))
+                     == wanted, f'above: {wanted}')
+            self.assertEqual(self.display.window('Probe � title'), self.window)
+            self.assertEqual(self.display.geometry(self.window), (*self.place, WIDTH, HEIGHT))
+
+    def test_own_moves_are_no_news(self):
+        self.open()
+        self.ask('move', ' '.join(f'{200 + i} {150 + i % 7}' for i in range(1, 121)))
+        wait_for(lambda: self.display.geometry(self.window)[:2] == (320, 151), 'the last place')
+        self.ask('wait', 200, answer='woke')
+        self.assertNotIn('moved', ' '.join(self.probe_lines.heard + self.said_until_now()))
+
+    def test_a_move_by_the_desktop_is(self):
+        self.open()
+        self.display.tool('windowmove', self.window, 444, 333)
+        self.expect('moved 444 333')
+
+    def test_a_window_beyond_all_screens_comes_back(self):
+        self.probe_lines = self.start_lines(self.probe, 1)
+        self.probe_lines.expect('ready')
+        self.ask('show', 5000, -2147483648)
+        # As far as it goes towards where it wanted to be: 1024 - 100, and 0.
+        said = self.probe_lines.heard + [self.probe_lines.expect('moved')]
+        self.assertIn(f'moved {1024 - WIDTH} 0', said)
+        window = self.display.window('Probe � title')
+        self.assertEqual(self.display.geometry(window), (1024 - WIDTH, 0, WIDTH, HEIGHT))
+
+    def test_a_place_partly_off_the_screen_stays(self):
+        self.open(-40, 690)
+        self.assertEqual(self.display.geometry(self.window), (-40, 690, WIDTH, HEIGHT))
+
+    def test_close_is_a_request(self):
+        self.open()
+        self.display.run('wmctrl', '-ic', str(self.window))
+        self.expect('close')
+        self.assertEqual(self.display.window('Probe � title'), self.window)
+
+    def test_activation_brings_it_to_the_front(self):
+        self.open()
+        other = self.start_lines(self.drag, 210, 160, 'text/plain', '00', 'copy')
+        other.expect('ready')
+        wait_for(lambda: self.display.screenshot().pixel(230, 180) == (0, 255, 0), 'the other')
+        self.ask('activate')
+        wait_for(lambda: self.display.screenshot().pixel(230, 180) == colour(30, 30), 'the picture')
+        wait_for(lambda: int(self.display.tool('getactivewindow')) == self.window, 'the focus')
+
+    def test_work_area(self):
+        self.open()
+        self.assertEqual(self.ask('workarea', answer='area'), 'area 0 0 1024 768')
+
+    def test_work_area_of_a_scaled_screen_is_in_unscaled_pixels(self):
+        self.open(100, 80, scale=2)
+        self.assertEqual(self.ask('workarea', answer='area'), 'area 0 0 512 384')
+
+    def test_a_wait_ends_in_time_and_turns_no_idle_rounds(self):
+        self.open()
+        self.said_until_now()
+        for _ in range(20):
+            late, turns = self.ask('wait', 30, answer='woke').split()[1:]
+            self.assertLessEqual(int(turns), 2)
+            self.assertLess(int(late), 25)
+
+
+class Pointer(Driver):
+    def test_moves_presses_and_leaving(self):
+        self.open()
+        self.display.point_at(250, 170)
+        self.expect('pointer 250 170 0 0')
+        self.assertEqual(self.ask('pointer', answer='at'), 'at 250 170 0 0')
+        for button, told in ((1, 1), (3, 2), (2, 4)):
+            self.display.tool('click', button)
+            self.expect(f'press 250 170 {told} 0')
+            self.expect(f'release 250 170 {told} 0')
+        self.display.point_at(600, 600)
+        self.expect('left')
+        self.assertEqual(self.ask('pointer', answer='at'), 'at 600 600 0 0')
+
+    def test_a_held_button_keeps_the_pointer(self):
+        self.open()
+        self.display.tool('mousemove', 250, 170, 'mousedown', 1)
+        self.expect('press 250 170 1 0')
+        self.display.point_at(700, 40)
+        self.expect('pointer 700 40 0 0')
+        self.display.tool('mouseup', 1)
+        self.expect('release 700 40 1 0')
+
+    def test_modifiers_are_told(self):
+        self.open()
+        self.display.tool('mousemove', 250, 170, 'keydown', 'ctrl', 'click', 1, 'keyup', 'ctrl')
+        self.expect('press 250 170 1 2')
+
+    def test_wheel(self):
+        self.open()
+        self.display.click(250, 170, 4)
+        self.expect('wheel 250 170 1 0')
+        self.display.click(250, 170, 5)
+        self.expect('wheel 250 170 -1 0')
+        self.display.tool('keydown', 'shift', 'click', 4, 'keyup', 'shift')
+        self.expect('wheel 250 170 1 1')
+
+
+class Keyboard(Driver):
+    def setUp(self):
+        super().setUp()
+        self.open()
+        self.focus()
+
+    def test_letters_and_digits(self):
+        self.assertEqual(self.pressed('z', '7'), [
+            'down 90 0', 'typed 122', 'up 90 0', 'down 55 0', 'typed 55', 'up 55 0'])
+
+    def test_modifiers_count_from_their_own_press_to_their_release(self):
+        self.assertEqual(self.pressed('shift+a'), [
+            'down 16 1', 'down 65 1', 'typed 65', 'up 16 0', 'up 65 0'])
+        self.assertEqual(self.pressed('ctrl+a'), [
+            'down 17 2', 'down 65 2', 'typed 1', 'up 17 0', 'up 65 0'])
+        self.assertEqual(self.pressed('alt+a'), [
+            'down 18 4', 'down 65 4', 'up 18 0', 'up 65 0'])
+
+    def test_named_keys(self):
+        codes = {'BackSpace': 8, 'Tab': 9, 'Return': 13, 'Escape': 27, 'space': 32, 'Prior': 33,
+                 'Next': 34, 'End': 35, 'Home': 36, 'Left': 37, 'Up': 38, 'Right': 39, 'Down': 40,
+                 'Insert': 45, 'Delete': 46, 'Pause': 19, 'Menu': 93, 'F1': 112, 'F11': 122}
+        typing = {8: 8, 9: 9, 13: 13, 27: 27, 32: 32}
+        for name, code in codes.items():
+            wanted = [f'down {code} 0', f'up {code} 0']
+            if code in typing:
+                wanted.insert(1, f'typed {typing[code]}')
+            self.assertEqual(self.pressed(name), wanted, name)
+        self.assertEqual(self.pressed('shift+Tab')[1], 'down 9 1')
+
+    def test_numeric_pad(self):
+        for name, code in {'KP_Add': 107, 'KP_Subtract': 109, 'KP_Multiply': 106,
+                           'KP_Divide': 111, 'KP_Enter': 13}.items():
+            self.assertIn(f'down {code} 0', self.pressed(name), name)
+        self.assertIn('down 36 0', self.pressed('79'))  # pad 7, a caret key while NumLock is off
+        self.display.tool('key', 'Num_Lock')
+        self.addCleanup(self.display.tool, 'key', 'Num_Lock')
+        self.expect('up 144')
+        self.assertEqual(self.pressed('79'), ['down 103 0', 'typed 55', 'up 103 0'])
+
+    def test_letters_go_by_what_the_key_types(self):
+        # Key 52 is the leftmost of the lowest row of letters, 29 the sixth of the topmost.
+        self.display.layout('de')
+        self.assertEqual(self.pressed('52', '29'), [
+            'down 89 0', 'typed 121', 'up 89 0', 'down 90 0', 'typed 122', 'up 90 0'])
+        self.display.layout('fr')
+        self.assertEqual(self.pressed('52'), ['down 87 0', 'typed 119', 'up 87 0'])
+        # The upper row is that of the digits, though it types others.
+        self.assertEqual(self.pressed('10'), ['down 49 0', 'typed 38', 'up 49 0'])
+
+    def test_letters_go_by_their_place_without_latin_ones(self):
+        self.display.layout('ru')
+        self.assertEqual(self.pressed('52', '53', '54', '55', '56'), [
+            'down 90 0', 'typed 1103', 'up 90 0', 'down 88 0', 'typed 1095', 'up 88 0',
+            'down 67 0', 'typed 1089', 'up 67 0', 'down 86 0', 'typed 1084', 'up 86 0',
+            'down 66 0', 'typed 1080', 'up 66 0'])
+        self.assertIn('typed 1', self.pressed('ctrl+38'))
+
+    def test_dead_keys_type_one_character(self):
+        self.display.layout('us', 'intl')
+        typed = [line for line in self.pressed('dead_acute', 'e') if line.startswith('typed')]
+        self.assertEqual(typed, ['typed 233'])
+
+    def test_a_held_key_goes_down_again_and_again_and_up_once(self):
+        self.display.tool('keydown', 'b')
+        for _ in range(4):
+            self.expect('down 66 0')
+        self.display.tool('keyup', 'b')
+        self.expect('up 66 0')
+        self.assertFalse(any(line.startswith('up') for line in self.probe_lines.heard))
+
+    def test_a_key_held_while_the_focus_goes_is_let_go(self):
+        other = self.start_lines(self.drag, 500, 300, 'text/plain', '00', 'copy')
+        other.expect('ready')
+        self.focus()
+        self.display.tool('keydown', 'shift')
+        self.addCleanup(self.display.tool, 'keyup', 'shift')
+        self.expect('down 16 1')
+        self.display.tool('windowfocus', self.display.window('Source'))
+        self.expect('up 16 0')
+
+
+class Neighbours(Driver):
+    """Other programs: the clipboard and drops."""
+
+    def drop(self, mime, data, *actions):
+        self.open()
+        source = self.start_lines(self.drag, 500, 300, mime, data.hex(), *(actions or ['copy']))
+        source.expect('ready')
+        self.display.tool('mousemove', 530, 330, 'mousedown', 1)
+        source.expect('dragging')
+        for x in range(520, 240, -20):
+            self.display.tool('mousemove', x, 180, 'sleep', '0.02')
+        self.display.tool('mousemove', 250, 180, 'sleep', '0.1', 'mouseup', 1)
+        return source
+
+    def test_files_dropped(self):
+        host = os.uname().nodename
+        names = (f'file:///music/b%E9%20%25.mp3\r\n#remark\r\nfile://localhost/m/%C3%A4.ogg\r\n'
+                 f'file://{host}/x.wav\r\nfile://elsewhere/y.wav\r\nhttp://h/z.mp3\r\n')
+        source = self.drop('text/uri-list', names.encode(), 'copy', 'move')
+        # In the order of the source; the byte E9, which is no UTF-8, is whole.
+        self.assertEqual(self.expect('dropped'),
+                         r'dropped /music/b\xe9\x20%.mp3 /m/\xc3\xa4.ogg /x.wav')
+        source.expect('copied')
+
+    def test_plain_paths_dropped(self):
+        self.drop('text/plain', b'/music/a b.mp3\nfile:///c.mp3\nnonsense\n')
+        self.assertEqual(self.expect('dropped'), r'dropped /music/a\x20b.mp3 /c.mp3')
+
+    def test_never_moved(self):
+        source = self.drop('text/uri-list', b'file:///music/a.mp3\r\n', 'move')
+        source.expect('refused')
+        self.assertNotIn('dropped', ' '.join(self.said_until_now()))
+
+    def test_clipboard_from_another_program(self):
+        self.open()
+        self.display.give_clipboard('Größe 𝄞'.encode())
+        units = [ord(c) for c in 'Größe '] + [0xD834, 0xDD1E]
+        self.assertEqual(self.ask('clipboard', answer='clipboard'),
+                         'clipboard ' + ' '.join(map(str, units)))
+
+    def test_clipboard_for_another_program(self):
+        self.open()
+        self.focus()
+        # The byte FF is no UTF-8: inside it is a lone surrogate, outside a replacement.
+        self.probe_lines.process.stdin.write(b'copy M\xc3\xbcsli \xff!\n')
+        self.expect('done')
+        self.assertEqual(self.display.run('xclip', '-o', '-selection', 'clipboard', '-t',
+                                          'UTF8_STRING'), 'Müsli �!')
+
+
+class End(unittest.TestCase):
+    def test_a_display_that_goes_away_is_told_in_time(self):
+        from desktop import Display, Lines
+        display = Display()
+        probe = Lines([OnDisplay.probe, '1'], display.environment)
+        probe.expect('ready')
+        probe.ask('show 100 100')
+        display.end()
+        probe.expect('session end')
+        probe.end()
+
+
+if __name__ == '__main__':
+    main()

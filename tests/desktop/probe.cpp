@@ -1,0 +1,279 @@
+// The desktop driver by itself, steered by lines on standard input; what it reports and what it is
+// asked goes to standard output, a line each. The window shows a picture that tells its pixels
+// apart.
+//
+//     desktop_probe [SCALE]
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "platform/desktop/desktop_driver.h"
+#include "platform/text.h"
+
+namespace {
+
+using namespace platform;
+
+constexpr Handle kWindow = 1;
+constexpr Size kSize{100, 60};
+
+std::string Escaped(const std::string& bytes) {
+    std::string text;
+    for (const char c : bytes) {
+        if (c > ' ' && c < 0x7F && c != '\\') {
+            text.push_back(c);
+        } else {
+            std::array<char, 8> code{};
+            std::snprintf(code.data(), code.size(), "\\x%02x", static_cast<unsigned char>(c));
+            text += code.data();
+        }
+    }
+    return text;
+}
+
+std::string Units(const std::u16string& text) {
+    std::string line;
+    for (const char16_t unit : text) {
+        line += " " + std::to_string(static_cast<int>(unit));
+    }
+    return line;
+}
+
+class Probe {
+  public:
+    explicit Probe(std::optional<double> scale) : driver_("veldrin", scale), picture_(kSize) {
+        driver_.Watch(STDIN_FILENO, [this] { Read(); });
+        driver_.WatchSessionEnd([this] {
+            Say("session end");
+            ended_ = true;
+        });
+        driver_.CreateTopLevel(kWindow);
+        // Red tells the column, green the row.
+        for (Long y = 0; y < kSize.height; ++y) {
+            for (Long x = 0; x < kSize.width; ++x) {
+                picture_.SetPixel({x, y}, (x * 2) | ((y * 4) << 8) | (100 << 16));
+            }
+        }
+    }
+
+    void Run() {
+        Say("ready");
+        while (!ended_) {
+            driver_.WaitUntil(std::nullopt);
+            while (const auto event = driver_.NextEvent()) {
+                std::visit([this](const auto& one) { Tell(one); }, *event);
+            }
+        }
+    }
+
+  private:
+    static void Say(const std::string& line) { std::cout << line << std::endl; }
+
+    static void At(const char* name, Point point, Long more, Long shift) {
+        Say(std::string(name) + " " + std::to_string(point.x) + " " + std::to_string(point.y) +
+            " " + std::to_string(more) + " " + std::to_string(shift));
+    }
+
+    void Tell(const CloseRequested&) { Say("close"); }
+    void Tell(const MinimisedByDesktop&) { Say("minimised"); }
+    void Tell(const RestoredByDesktop&) { Say("restored"); }
+    void Tell(const WorkAreaChanged&) { Say("workarea"); }
+    void Tell(const PointerLeft&) { Say("left"); }
+    void Tell(const MovedByDesktop& move) {
+        Say("moved " + std::to_string(move.ptScreen.x) + " " + std::to_string(move.ptScreen.y));
+    }
+    void Tell(const FilesDropped& drop) {
+        std::string line = "dropped";
+        for (const std::string& path : drop.paths) {
+            line += " " + Escaped(path);
+        }
+        Say(line);
+    }
+    void Tell(const PointerMoved& move) { At("pointer", move.ptScreen, 0, move.shift); }
+    void Tell(const ButtonChanged& change) {
+        At(change.down ? "press" : "release", change.ptScreen, change.button, change.shift);
+    }
+    void Tell(const WheelTurned& turn) { At("wheel", turn.ptScreen, turn.notches, turn.shift); }
+    void Tell(const KeyChanged& key) {
+        Say(std::string(key.down ? "down " : "up ") + std::to_string(key.code) + " " +
+            std::to_string(key.shift));
+    }
+    void Tell(const TextTyped& typed) { Say("typed" + Units(typed.text)); }
+
+    void Read() {
+        std::array<char, 4096> buffer{};
+        const ssize_t got = read(STDIN_FILENO, buffer.data(), buffer.size());
+        if (got <= 0) {
+            ended_ = true;
+            return;
+        }
+        input_.append(buffer.data(), static_cast<std::size_t>(got));
+        for (std::size_t end = input_.find('\n'); end != std::string::npos;
+             end = input_.find('\n')) {
+            const std::string line = input_.substr(0, end);
+            input_.erase(0, end + 1);
+            Obey(line);
+        }
+    }
+
+    // Each command answers with one line, so that whoever asks knows that it has been done.
+    void Obey(const std::string& line) {
+        std::istringstream words(line);
+        std::string name;
+        words >> name;
+        const auto command = commands_.find(name);
+        if (command == commands_.end()) {
+            Say("unknown " + name);
+            return;
+        }
+        (this->*command->second)(words);
+    }
+
+    void Show(std::istringstream& words) {
+        Rect rect;
+        words >> rect.left >> rect.top;
+        rect.right = rect.left + kSize.width;
+        rect.bottom = rect.top + kSize.height;
+        driver_.SetTopLevelRect(kWindow, rect);
+        driver_.SetTopLevelTitle(kWindow, u"Probe \xDC80 title");
+        driver_.SetTopLevelVisible(kWindow, true);
+        const Rect all = picture_.Bounds();
+        driver_.ShowPicture(kWindow, picture_, {&all, 1});
+        Say("done");
+    }
+    void Move(std::istringstream& words) {
+        Long x = 0;
+        Long y = 0;
+        while (words >> x >> y) {
+            driver_.SetTopLevelRect(kWindow, {x, y, x + kSize.width, y + kSize.height});
+        }
+        Say("done");
+    }
+    /// x y colour: one pixel changes.
+    void Pixel(std::istringstream& words) {
+        Point point;
+        Long colour = 0;
+        words >> point.x >> point.y >> colour;
+        picture_.SetPixel(point, colour);
+        const Rect part{point.x, point.y, point.x + 1, point.y + 1};
+        driver_.ShowPicture(kWindow, picture_, {&part, 1});
+        Say("done");
+    }
+    void Minimise(std::istringstream& words) {
+        bool minimised = false;
+        words >> minimised;
+        driver_.SetTopLevelMinimised(kWindow, minimised);
+        Say("done");
+    }
+    void TopMost(std::istringstream& words) {
+        bool topMost = false;
+        words >> topMost;
+        driver_.SetTopLevelTopMost(kWindow, topMost);
+        Say("done");
+    }
+    void Activate(std::istringstream&) {
+        driver_.ActivateTopLevel(kWindow);
+        Say("done");
+    }
+    void WorkArea(std::istringstream&) {
+        const Rect area = driver_.WorkArea();
+        Say("area " + std::to_string(area.left) + " " + std::to_string(area.top) + " " +
+            std::to_string(area.right) + " " + std::to_string(area.bottom));
+    }
+    void Pointer(std::istringstream&) { At("at", driver_.Pointer(), 0, 0); }
+    void Clipboard(std::istringstream&) { Say("clipboard" + Units(driver_.ClipboardText())); }
+    /// The rest of the line; bytes that are no UTF-8 become lone surrogates.
+    void Copy(std::istringstream& words) {
+        std::string text;
+        std::getline(words >> std::ws, text);
+        driver_.SetClipboardText(Widen(text));
+        Say("done");
+    }
+    static Font ReadFont(std::istringstream& words) {
+        std::string name;
+        Font font;
+        words >> name >> font.size >> font.bold;
+        for (char& c : name) {
+            c = c == '_' ? ' ' : c;
+        }
+        font.name = Widen(name);
+        return font;
+    }
+    /// FONT_NAME SIZE BOLD TEXT: width and height, and the caret's place before each unit.
+    void Measure(std::istringstream& words) {
+        const Font font = ReadFont(words);
+        std::string bytes;
+        std::getline(words >> std::ws, bytes);
+        const std::u16string text = Widen(bytes);
+        const Size size = driver_.MeasureText(font, text);
+        std::string line = "size " + std::to_string(size.width) + " " + std::to_string(size.height);
+        for (std::size_t i = 0; i <= text.size(); ++i) {
+            line += " " + std::to_string(driver_.TextOffset(font, text, i));
+        }
+        Say(line);
+    }
+    /// FONT_NAME SIZE BOLD LEFT WIDTH TEXT: the picture, as hexadecimal rows apart by blanks.
+    void Render(std::istringstream& words) {
+        const Font font = ReadFont(words);
+        Long left = 0;
+        Long width = 0;
+        std::string bytes;
+        words >> left >> width;
+        std::getline(words >> std::ws, bytes);
+        const TextPicture picture = driver_.RenderText(font, Widen(bytes), left, width);
+        std::string line =
+            "picture " + std::to_string(picture.width) + " " + std::to_string(picture.height) + " ";
+        for (const std::uint8_t value : picture.coverage) {
+            std::array<char, 4> digits{};
+            std::snprintf(digits.data(), digits.size(), "%02x", value);
+            line += digits.data();
+        }
+        Say(line);
+    }
+    void Wake(std::istringstream& words) {
+        Millis wait = 0;
+        words >> wait;
+        const Millis deadline = driver_.Now() + wait;
+        int turns = 0;
+        while (driver_.Now() < deadline) {
+            driver_.WaitUntil(deadline);
+            ++turns;
+        }
+        Say("woke " + std::to_string(driver_.Now() - deadline) + " " + std::to_string(turns));
+    }
+
+    using Command = void (Probe::*)(std::istringstream&);
+    const std::map<std::string, Command> commands_{
+        {"show", &Probe::Show},           {"move", &Probe::Move},
+        {"pixel", &Probe::Pixel},         {"minimise", &Probe::Minimise},
+        {"topmost", &Probe::TopMost},     {"activate", &Probe::Activate},
+        {"workarea", &Probe::WorkArea},   {"pointer", &Probe::Pointer},
+        {"clipboard", &Probe::Clipboard}, {"copy", &Probe::Copy},
+        {"measure", &Probe::Measure},     {"render", &Probe::Render},
+        {"wait", &Probe::Wake},
+    };
+
+    DesktopDriver driver_;
+    Surface picture_;
+    std::string input_;
+    bool ended_ = false;
+};
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    const std::optional<double> scale =
+        count > 1 ? std::optional(std::stod(arguments[1])) : std::nullopt;
+    // Twice: a driver must leave nothing behind that keeps the next one from working.
+    { DesktopDriver first("veldrin", scale); }
+    Probe(scale).Run();
+    return 0;
+}
