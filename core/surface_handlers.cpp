@@ -19,11 +19,10 @@ namespace {
 constexpr Long kLeftButton = 1;
 constexpr Long kRightButton = 2;
 
-// Alignment of popups.
-constexpr Long kCentred = 4;
-constexpr Long kCentredAbove = 36;
-/// The button that chooses besides the left one.
-constexpr Long kRightButtonToo = 2;
+// Alignment of popups, and the buttons that choose in them.
+constexpr Long kCentred = platform::TPM_CENTERALIGN;
+constexpr Long kCentredAbove = platform::TPM_CENTERALIGN | platform::TPM_BOTTOMALIGN;
+constexpr Long kRightButtonToo = platform::TPM_RIGHTBUTTON;
 
 // At the pointer. Item 0 is the whole menu; a key names an item whose submenu opens by itself.
 void ShowMenu(std::u16string_view key, Long align) {
