@@ -88,7 +88,7 @@ void WindowSystem::SendMouse(Handle window, Long message, Point ptScreen) {
 
 void WindowSystem::OnPointerMoved(Point ptScreen) {
     if (MenuTracking* const menu = menus_.Tracking()) {
-        LeaveUnless(0);
+        LeaveUnlessAt(ptScreen);
         menu->PointerMoved(ptScreen);
         return;
     }
