@@ -46,6 +46,7 @@ struct DesktopDriver::Parts {
     WaitLoop loop;
     TextEngine text;
     std::map<Handle, std::unique_ptr<TopLevel>> windows;
+    Handle grabbing = 0;  ///< the popup that has all input
 };
 
 std::optional<std::string> DesktopDriver::WhyNoDisplay() {
@@ -101,6 +102,10 @@ Rect DesktopDriver::WorkArea() const {
     return parts_->screens.WorkArea();
 }
 
+Rect DesktopDriver::WorkAreaAt(Point ptScreen) const {
+    return parts_->screens.WorkAreaAt(ptScreen);
+}
+
 Point DesktopDriver::Pointer() const {
     const PointerRecord& pointer = parts_->shared.pointer;
     if (pointer.inside || pointer.held != 0) {
@@ -141,6 +146,24 @@ void DesktopDriver::SetTopLevelMinimised(Handle window, bool minimised) {
 
 void DesktopDriver::ActivateTopLevel(Handle window) {
     parts_->windows.at(window)->Activate();
+}
+
+void DesktopDriver::SetTopLevelPopup(Handle window, Handle owner) {
+    const auto found = parts_->windows.find(owner);
+    parts_->windows.at(window)->SetPopup(found != parts_->windows.end() ? found->second.get()
+                                                                        : nullptr);
+}
+
+void DesktopDriver::GrabInput(Handle popup) {
+    parts_->grabbing = popup;
+    parts_->windows.at(popup)->GrabInput();
+}
+
+void DesktopDriver::ReleaseInput() {
+    const auto found = parts_->windows.find(std::exchange(parts_->grabbing, 0));
+    if (found != parts_->windows.end()) {
+        found->second->ReleaseInput();
+    }
 }
 
 void DesktopDriver::ShowPicture(Handle window, const Surface& picture,

@@ -46,6 +46,7 @@ class DesktopDriver : public Driver {
 
     Size ScreenSize() const override;
     Rect WorkArea() const override;
+    Rect WorkAreaAt(Point ptScreen) const override;
     Point Pointer() const override;
 
     void CreateTopLevel(Handle window) override;
@@ -56,6 +57,9 @@ class DesktopDriver : public Driver {
     void SetTopLevelTopMost(Handle window, bool topMost) override;
     void SetTopLevelMinimised(Handle window, bool minimised) override;
     void ActivateTopLevel(Handle window) override;
+    void SetTopLevelPopup(Handle window, Handle owner) override;
+    void GrabInput(Handle popup) override;
+    void ReleaseInput() override;
     bool ShowsPictures() const override { return true; }
     void ShowPicture(Handle window, const Surface& picture, std::span<const Rect> changed) override;
 

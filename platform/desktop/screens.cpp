@@ -54,7 +54,16 @@ Size Screens::GetSize() const {
 }
 
 Rect Screens::WorkArea() const {
-    const QScreen* screen = QGuiApplication::primaryScreen();
+    return AreaOf(QGuiApplication::primaryScreen());
+}
+
+Rect Screens::WorkAreaAt(Point ptScreen) const {
+    const QPoint point(scale_.ToDevice(ptScreen.x), scale_.ToDevice(ptScreen.y));
+    const QScreen* screen = QGuiApplication::screenAt(point);
+    return screen != nullptr ? AreaOf(screen) : WorkArea();
+}
+
+Rect Screens::AreaOf(const QScreen* screen) const {
     if (screen == nullptr) {
         return {0, 0, GetSize().width, GetSize().height};
     }

@@ -24,6 +24,8 @@ class Screens {
 
     Size GetSize() const;
     Rect WorkArea() const;
+    /// Of the screen that a point is on, of the first one if it is on none.
+    Rect WorkAreaAt(Point ptScreen) const;
 
     /// The place for a window that shows too little of itself on any screen to be caught; nothing
     /// if it is well where it is. Device pixels.
@@ -31,6 +33,7 @@ class Screens {
 
   private:
     void Follow(QScreen* screen);
+    Rect AreaOf(const QScreen* screen) const;
 
     const Magnification& scale_;
     std::function<void()> onWorkArea_;

@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QExposeEvent>
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 #include "platform/desktop/icon.h"
@@ -111,6 +112,33 @@ void TopLevel::Activate() {
         raise();
         requestActivate();
     }
+}
+
+// Past the window manager, which would give it the focus and a place in its lists.
+void TopLevel::SetPopup(TopLevel* owner) {
+    setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+    setTransientParent(owner);
+    hasIcon_ = true;  // needs none
+}
+
+void TopLevel::GrabInput() {
+    // Somebody else may just be letting go: a window manager, of the click that opens the popup.
+    constexpr int kAttempts = 20;
+    constexpr std::chrono::milliseconds kPause(5);
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        if (setMouseGrabEnabled(true) && setKeyboardGrabEnabled(true)) {
+            return;
+        }
+        std::this_thread::sleep_for(kPause);
+    }
+    // Without a grab nobody could close it by a click elsewhere.
+    ReleaseInput();
+    shared_.events.Push(InputLost{});
+}
+
+void TopLevel::ReleaseInput() {
+    setKeyboardGrabEnabled(false);
+    setMouseGrabEnabled(false);
 }
 
 bool TopLevel::CanBeSeen() const {

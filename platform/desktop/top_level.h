@@ -44,6 +44,9 @@ class TopLevel : public QWindow {
     void SetTopMost(bool topMost);
     void SetMinimised(bool minimised);
     void Activate();
+    void SetPopup(TopLevel* owner);
+    void GrabInput();
+    void ReleaseInput();
     void ShowPicture(const Surface& picture, std::span<const Rect> changed);
 
     /// Comes to a screen that exists if it lies beyond all of them.

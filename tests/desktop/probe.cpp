@@ -88,6 +88,7 @@ class Probe {
     void Tell(const RestoredByDesktop&) { Say("restored"); }
     void Tell(const WorkAreaChanged&) { Say("workarea"); }
     void Tell(const PointerLeft&) { Say("left"); }
+    void Tell(const InputLost&) { Say("lost"); }
     void Tell(const MovedByDesktop& move) {
         Say("moved " + std::to_string(move.ptScreen.x) + " " + std::to_string(move.ptScreen.y));
     }

@@ -98,7 +98,7 @@ TEST_F(MenuTable, After100AttemptsAnItemIsNotEntered) {
     EXPECT_EQ(menu_.hMenu(index), 0);
     EXPECT_EQ(menu_.Submenu(1), 0);
     EXPECT_FALSE(menu_.Checked(index));
-    Add(u"y", 1);  // the handles 2149 to 2159 are ids as well (110 items and these two), 2161 is none
+    Add(u"y", 1);  // has the id 2160; the handles 2149 to 2160 are ids as well
     EXPECT_EQ(menu_.Submenu(1), 2161);
 }
 
@@ -337,8 +337,8 @@ TEST_F(MenuTree, RefreshKeepsMarksFlagsAndPlaces) {
     EXPECT_FALSE(menu_.Enabled(8));
     Longs ids;
     for (Long i = 0; i < 4; ++i) {
-        ids.push_back(menu_.ItemForID(
-            menus_.GetMenuItemInfo(menu_.hMenu(1), i, MF_BYPOSITION)->id));
+        ids.push_back(
+            menu_.ItemForID(menus_.GetMenuItemInfo(menu_.hMenu(1), i, MF_BYPOSITION)->id));
     }
     EXPECT_EQ(ids, (Longs{1, 2, 7, 8}));
     EXPECT_EQ(menus_.GetMenuItemCount(menu_.Submenu(8)), 1);

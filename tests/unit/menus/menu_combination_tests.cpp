@@ -43,13 +43,13 @@ TEST(KeyTexts, AreReadByTheTableAsItStands) {
              Known{u"Enter", 0, 13},
              Known{u"Add", 0, 107},
              Known{u"Subtract", 0, 109},
-             Known{u"ctrl+a", 0, 65},   // case matters
-             Known{u"Ctrl+", 2, 0},     // no last piece
-             Known{u"Ctrl++", 2, 0},    // an empty piece
+             Known{u"ctrl+a", 0, 65},  // case matters
+             Known{u"Ctrl+", 2, 0},    // no last piece
+             Known{u"Ctrl++", 2, 0},   // an empty piece
              Known{u"Nonsense+B", 0, 66},
-             Known{u"A+B", 0, 66},      // the last key counts
+             Known{u"A+B", 0, 66},  // the last key counts
              Known{u"Fx", 0, 0},
-             Known{u"F", 0, 70},        // a letter
+             Known{u"F", 0, 70},  // a letter
              Known{u"\u00e9", 0, 0xC9},
          }) {
         const KeyCombination expected{known.modifiers, known.code};
@@ -128,9 +128,9 @@ TEST_F(Combinations, ADisabledItemPassesItsKeyOn) {
 }
 
 TEST_F(Combinations, TheFocusMustBeInTheOwnerOrAtMostTwoLevelsBelow) {
-    const std::vector<std::pair<Handle, bool>> cases{{main_, true},     {child_, true},
+    const std::vector<std::pair<Handle, bool>> cases{{main_, true},       {child_, true},
                                                      {grandchild_, true}, {deepest_, false},
-                                                     {other_, false},   {0, false}};
+                                                     {other_, false},     {0, false}};
     for (const auto& [focus, runs] : cases) {
         windows_.SetFocus(focus);
         clicked_.clear();
