@@ -30,8 +30,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
     });
-    front_.Enter(
-        {windows_, engine_, tags_, [this] { endRequested_ = true; }, [this] { EndNow(); }});
+    front_.Enter({windows_, engine_, tags_, [this] { RequestEnd(); }, [this] { EndNow(); }});
 }
 
 Application::~Application() {
@@ -90,7 +89,7 @@ void Application::Handle(const std::vector<Request>& requests) {
                                           minimise, former);
                 break;
             case Request::Kind::kQuit:
-                endRequested_ = true;
+                RequestEnd();
                 break;
         }
     }
@@ -110,14 +109,20 @@ void Application::SignalArrived(int number) {
             front_.Continued();
             break;
         default:
-            endRequested_ = true;
+            RequestEnd();
             break;
     }
 }
 
+// An open menu would keep the main loop waiting.
+void Application::RequestEnd() {
+    endRequested_ = true;
+    windows_.PopupMenus().EndMenu(0);
+}
+
 // Under a handler of the component the end has to wait for its return.
 void Application::EndNow() {
-    endRequested_ = true;
+    RequestEnd();
     if (!windows_.IsDispatching()) {
         End();
     }
