@@ -31,8 +31,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
     });
-    front_.Enter(
-        {windows_, engine_, tags_, [this] { endRequested_ = true; }, [this] { EndNow(); }});
+    front_.Enter({windows_, engine_, tags_, [this] { RequestEnd(); }, [this] { EndNow(); }});
 }
 
 Application::~Application() {
@@ -91,7 +90,7 @@ void Application::Handle(const std::vector<Request>& requests) {
                                           minimise, former);
                 break;
             case Request::Kind::kQuit:
-                endRequested_ = true;
+                RequestEnd();
                 break;
         }
     }
@@ -111,17 +110,22 @@ void Application::SignalArrived(int number) {
             front_.Continued();
             break;
         default:
-            // A press that is held or a menu that is open lets messages through, but not the main
-            // loop.
-            endRequested_ = true;
-            windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
+            RequestEnd();
             break;
     }
 }
 
+// An open menu and a button held on a list would keep the main loop waiting; both let messages
+// through.
+void Application::RequestEnd() {
+    endRequested_ = true;
+    windows_.PopupMenus().EndMenu(0);
+    windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
+}
+
 // Under a handler of the component the end has to wait for its return.
 void Application::EndNow() {
-    endRequested_ = true;
+    RequestEnd();
     if (!windows_.IsDispatching()) {
         End();
     }

@@ -48,7 +48,7 @@ class Application : private HostListener {
     void ItemOpened(const std::string& path) override { front_.ItemOpened(path); }
     void ItemFailed(const std::string& path) override { front_.ItemFailed(path); }
     void Stopped(bool ended) override { front_.Stopped(ended); }
-    void ExitRequested() override { endRequested_ = true; }
+    void ExitRequested() override { RequestEnd(); }
     void Closed() override { closed_ = true; }
 
     void Load();
@@ -56,6 +56,7 @@ class Application : private HostListener {
     void Handle(const std::vector<Request>& requests);
     void HandOver(const std::string& line);
     void SignalArrived(int number);
+    void RequestEnd();
     void EndNow();
     void End();
 

@@ -84,7 +84,8 @@ Long JPopupMenu::ShowPopup(Long lLeftPixel, Long lTopPixel, Long lIndex, Long bA
     Long id = 0;
     Step([&] {
         id = PlatformMenus().TrackPopupMenu(
-            menu, flags, at, owner_, {colours_.headGrad2, colours_.bkText, colours_.txtColor});
+            menu, flags, at, owner_,
+            {colours_.headGrad2, colours_.bkText, colours_.txtColor, colours_.selText});
     });
     Long index = ItemForID(id);
     const auto handler = onClick;

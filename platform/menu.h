@@ -86,7 +86,8 @@ struct MenuItemInfo {
 struct PopupColours {
     Colour frame = 0x800000;
     Colour back = 0xFF0000;   ///< behind the arrows of a menu that is longer than the screen
-    Colour arrow = 0xFFC0C0;  ///<
+    Colour arrow = 0xFFC0C0;  ///< of these, and of rows with a submenu
+    Colour selectedArrow = 0xFFC0C0;
 };
 
 class Menus {

@@ -190,8 +190,26 @@ void MenuPopup::Redraw(std::size_t row, Long action) {
     record.itemWindow = menu_;
     record.deviceContext = &content_;
     record.rect = rows_.at(row);
+    const bool opens = item->submenu != 0;
     menus_.Draw(owner_, record);
+    if (opens) {
+        DrawSubmenuArrow(row);
+    }
     windows_.InvalidateRect(contentWindow_, rows_.at(row));
+}
+
+// At the right edge, whatever the owner has drawn there.
+void MenuPopup::DrawSubmenuArrow(std::size_t row) {
+    constexpr Long kWidth = 4;
+    constexpr Long kFromEdge = 7;
+    const Rect place = rows_.at(row);
+    const Long middle = (place.top + place.bottom) / 2;
+    for (Long column = 0; column < kWidth; ++column) {
+        const Long x = place.right - kFromEdge + column;
+        const Long half = kWidth - 1 - column;
+        content_.FillRect({x, middle - half, x + 1, middle + half + 1},
+                          selected_ == row ? colours_.selectedArrow : colours_.arrow);
+    }
 }
 
 Long MenuPopup::ArrowAt(Point ptScreen) const {

@@ -59,6 +59,7 @@ class MenuPopup {
     bool Scrolls() const { return place_.Height() < WantedSize().height; }
     Rect View() const;
     void DrawFrame();
+    void DrawSubmenuArrow(std::size_t row);
 
     WindowSystem& windows_;
     Menus& menus_;

@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -182,8 +183,10 @@ void TopLevel::Dropped(QDropEvent& event) {
 bool TopLevel::event(QEvent* event) {
     switch (event->type()) {
         case QEvent::Enter: {
+            // The event itself does not know what is held: a popup opens under a held button.
             const auto* enter = static_cast<QEnterEvent*>(event);
-            PointerSeen(enter->globalPosition(), enter->modifiers(), enter->buttons());
+            PointerSeen(enter->globalPosition(), QGuiApplication::keyboardModifiers(),
+                        QGuiApplication::mouseButtons());
             return true;
         }
         case QEvent::Leave:

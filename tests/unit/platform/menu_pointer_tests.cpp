@@ -58,6 +58,12 @@ TEST_F(MenuPointer, TheMenuOpensWithItsRowsDrawnAndHoldsTheInput) {
         EXPECT_EQ(screen.GetPixel({201, 207}), 0x800000);
         EXPECT_EQ(screen.GetPixel({101, 101}), 0x00FF00);
         EXPECT_EQ(screen.GetPixel({200, 206}), 0x00FF00);
+        // The arrow of the row with a submenu: 7 from its right edge of 201, in its middle, 157.
+        EXPECT_EQ(screen.GetPixel({194, 154}), 0xFFC0C0);
+        EXPECT_EQ(screen.GetPixel({197, 157}), 0xFFC0C0);
+        EXPECT_EQ(screen.GetPixel({198, 157}), 0x00FF00);
+        EXPECT_EQ(screen.GetPixel({195, 154}), 0x00FF00);
+        EXPECT_EQ(screen.GetPixel({194, 137}), 0x00FF00);
     });
     EXPECT_EQ(b_.Track(), 0);
     EXPECT_TRUE(b_.driver.popups.empty());
