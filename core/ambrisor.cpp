@@ -12,7 +12,8 @@
 namespace sarnel {
 
 Ambrisor::Ambrisor(platform::WindowSystem& windows, AmbrisorOptions options)
-    : program_(std::make_unique<Program>(windows, std::move(options.directory), std::move(options.guide))) {
+    : program_(std::make_unique<Program>(windows, std::move(options.directory),
+                                         std::move(options.guide))) {
     SetApp(program_.get());
 }
 

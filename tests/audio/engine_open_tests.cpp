@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <random>
 
@@ -319,6 +320,40 @@ TEST_F(OpenTest, ANewItemIsHeardInPlaceOfTheOld) {
     const double start = played.Seconds() - 2.0;  // of the second item, which is there whole
     ASSERT_GE(start, -0.001);
     EXPECT_NEAR(FrequencyOf(played.Channel(0, start + 0.01, start + 2.0), played.rate), 880.0, 0.5);
+}
+
+TEST_F(OpenTest, FileTypesAreRememberedUntilPlugInsChange) {
+    const std::string file = directory_ / "file-types";
+    const Output silent{Output::Kind::kNull, {}};
+    const std::string installed = Engine(silent, {}, file).FileTypes();
+    EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
+
+    // What stands in the file is believed as long as its stamp holds.
+    std::string stamp;
+    std::getline(std::ifstream(file), stamp);
+    std::ofstream(file) << stamp << "\nabc\n\n";
+    EXPECT_EQ(Engine(silent, {}, file).FileTypes(), "*.abc");
+    EXPECT_TRUE(Engine(silent, {}, file).Supports("x.abc"));
+
+    // Cut short, or of other plug-ins, it is not.
+    std::ofstream(file) << stamp << "\nabc\n";
+    EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
+    std::ofstream(file) << stamp << " /more 1.2\nabc\n\n";
+    EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
+    EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
+}
+
+TEST_F(OpenTest, WhatWasRememberedGivesWayToWhatIsInstalled) {
+    const std::string file = directory_ / "file-types";
+    const Output silent{Output::Kind::kNull, {}};
+    const std::string installed = Engine(silent, {}, file).FileTypes();
+    std::string stamp;
+    std::getline(std::ifstream(file), stamp);
+    std::ofstream(file) << stamp << "\nabc\n\n";
+    Engine engine(silent, {}, file);
+    EXPECT_EQ(engine.FileTypes(), "*.abc");
+    EXPECT_TRUE(engine.Open(Wav("a.wav", Tone(440, 1, 8000, 1))));
+    EXPECT_EQ(engine.FileTypes(), installed);
 }
 
 TEST_F(OpenTest, FileTypesAreThoseOfTheInstalledDecoders) {

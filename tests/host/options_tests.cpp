@@ -83,6 +83,17 @@ TEST(Options, MisuseNamesTheFault) {
     EXPECT_EQ(Fault({"--dir="}), "--dir needs the name of a folder");
 }
 
+TEST(Options, ScaleIsANumberFromOneToFour) {
+    EXPECT_FALSE(Parsed({}).scale);
+    EXPECT_EQ(Parsed({"--scale", "1"}).scale, 1.0);
+    EXPECT_EQ(Parsed({"--scale=2.5"}).scale, 2.5);
+    EXPECT_EQ(Parsed({"--scale=4"}).scale, 4.0);
+    for (const std::string value : {"", "0.9", "4.1", "2x", " 2", "-2", "nan", "inf", "1,5"}) {
+        EXPECT_EQ(Fault({"--scale=" + value}),
+                  "--scale must be a number from 1 to 4, not '" + value + "'");
+    }
+}
+
 TEST(Options, OutputKnowsThreeForms) {
     for (const std::string value : {"", "Auto", "nul", "file", "file:", "null:", "alsa"}) {
         EXPECT_EQ(Fault({"--output=" + value}),

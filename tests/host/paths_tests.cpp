@@ -62,6 +62,16 @@ TEST(Paths, ConfigurationFolderOfTheUser) {
     EXPECT_EQ(DefaultDirectory(), "/home/ann/.config/veldrin");
 }
 
+TEST(Paths, CacheFolderOfTheUser) {
+    const EnvironmentValue home("HOME", "/home/ann");
+    {
+        const EnvironmentValue cache("XDG_CACHE_HOME", "/cache");
+        EXPECT_EQ(CacheFolder(), "/cache/veldrin");
+    }
+    const EnvironmentValue cache("XDG_CACHE_HOME", std::nullopt);
+    EXPECT_EQ(CacheFolder(), "/home/ann/.cache/veldrin");
+}
+
 TEST(Paths, FoldersAreMadeForTheOwnerOnly) {
     const ScratchFolder scratch;
     EXPECT_TRUE(MakeFolder(scratch.Path("a/b/c")));
