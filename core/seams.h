@@ -30,7 +30,4 @@ inline void TrayMenu() {}
 inline void FillBrowser(std::u16string_view /*folder*/) {}
 inline void RefreshSearch(std::u16string_view /*filter*/) {}
 
-// The system menu of the main window loses size, move and maximise.
-inline void RemoveSystemMenuItems() {}
-
 }  // namespace sarnel::seams

@@ -9,7 +9,6 @@
 #include "core/mAmbrisor.h"
 #include "core/mGeneral.h"
 #include "core/program.h"
-#include "core/seams.h"
 #include "menus/commandmenu.h"
 #include "platform/keys.h"
 #include "playback/mPlayback.h"
@@ -105,7 +104,7 @@ void LoadSettings() {
     SetScrollText(app.Main().Caption());
     Step(BuildMenu);
     Step(CreateHotKeys);
-    Step(seams::RemoveSystemMenuItems);
+    Step(RemoveSystemMenuItems);
     Step([&] { LoadSkin(app.CurrentSkin); });
     Step(PlaceWindow);
     Step([] {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/impulses.h"
+#include "host/paths.h"
 #include "platform/text.h"
 
 namespace veldrin {
@@ -24,7 +25,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
           std::move(beginning.typesFile)),
       windows_(front.GetDriver()),
       host_(engine_, tags_, *this),
-      component_(windows_, {beginning.directory}),
+      component_(windows_, {beginning.directory, UserGuide()}),
       lines_(std::move(beginning.lines)),
       restored_(beginning.restored) {
     front_.GetDriver().Watch(signals_.Number(), [this] {
@@ -109,7 +110,9 @@ void Application::SignalArrived(int number) {
             front_.Continued();
             break;
         default:
+            // A press that is held lets messages through, but not the main loop.
             RequestEnd();
+            windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
             break;
     }
 }

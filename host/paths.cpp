@@ -156,6 +156,11 @@ std::optional<std::string> RuntimeFolder(const std::string& tmp) {
     return std::nullopt;
 }
 
+std::string UserGuide() {
+    std::error_code error;
+    return std::filesystem::exists(VELDRIN_GUIDE, error) ? VELDRIN_GUIDE : VELDRIN_SOURCE_GUIDE;
+}
+
 std::string InstanceName(const std::string& componentDirectory) {
     std::error_code error;
     std::string real = std::filesystem::canonical(componentDirectory, error).native();

@@ -44,4 +44,7 @@ std::optional<std::string> RuntimeFolder(const std::string& tmp = "/tmp");
 /// of one directory have one name.
 std::string InstanceName(const std::string& componentDirectory);
 
+/// The installed user guide, else the one in the source tree; raw bytes.
+std::string UserGuide();
+
 }  // namespace veldrin

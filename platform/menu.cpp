@@ -46,6 +46,29 @@ Handle Menus::CreatePopupMenu() {
     return menu;
 }
 
+Handle Menus::GetSystemMenu(Handle window) {
+    if (!windows_.IsWindow(window) || windows_.GetParent(window) != 0) {
+        return 0;
+    }
+    const auto [found, fresh] = systemMenus_.try_emplace(window, 0);
+    if (fresh) {
+        found->second = CreatePopupMenu();
+        for (const Long command :
+             {SC_RESTORE, SC_MOVE, SC_SIZE, SC_MINIMIZE, SC_MAXIMIZE, SC_CLOSE}) {
+            AppendMenu(found->second, 0, command, {});
+        }
+    }
+    return found->second;
+}
+
+void Menus::WindowGone(Handle window) {
+    const auto found = systemMenus_.find(window);
+    if (found != systemMenus_.end()) {
+        DestroyMenu(found->second);
+        systemMenus_.erase(found);
+    }
+}
+
 bool Menus::DestroyMenu(Handle menu) {
     const auto found = menus_.find(menu);
     if (found == menus_.end()) {

@@ -116,6 +116,10 @@ class Menus {
     Long GetMenuItemCount(Handle menu) const;
     std::optional<MenuItemInfo> GetMenuItemInfo(Handle menu, Long item, Long flags) const;
 
+    /// The system menu of a top-level window: restore, move, size, minimise, maximise, close, by
+    /// their SC_... commands. It lives as long as the window. 0 for what is no top-level window.
+    Handle GetSystemMenu(Handle window);
+
     // Showing.
 
     /// Shows the menu at a point of the screen and answers the id of the item that the user chose,
@@ -140,6 +144,8 @@ class Menus {
 
     // For the window system and the loop alone.
 
+    /// A window is destroyed, and its system menu with it.
+    void WindowGone(Handle window);
     /// The loop that is running, or null.
     MenuTracking* Tracking() const { return tracking_; }
 
@@ -171,6 +177,7 @@ class Menus {
 
     WindowSystem& windows_;
     std::map<Handle, std::vector<Item>> menus_;
+    std::map<Handle, Handle> systemMenus_;  ///< by their windows
     std::map<Long, MeasureItemRecord> measuring_;
     std::map<Long, DrawItemRecord> drawing_;
     Long lastRecord_ = 0;

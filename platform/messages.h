@@ -67,7 +67,13 @@ inline constexpr Long WordOf(Point point) {
 inline constexpr Long SIZE_RESTORED = 0;
 inline constexpr Long SIZE_MINIMIZED = 1;
 
+// Commands of a window's system menu.
+inline constexpr Long SC_SIZE = 61440;
+inline constexpr Long SC_MOVE = 61456;
+inline constexpr Long SC_MINIMIZE = 61472;
+inline constexpr Long SC_MAXIMIZE = 61488;
 inline constexpr Long SC_CLOSE = 61536;
+inline constexpr Long SC_RESTORE = 61728;
 
 inline constexpr Long SPI_SETWORKAREA = 47;
 inline constexpr Long SPI_GETWORKAREA = 48;

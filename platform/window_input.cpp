@@ -76,8 +76,12 @@ void WindowSystem::TrackMouseLeave(Handle window) {
 void WindowSystem::LeaveUnlessAt(Point ptScreen) {
     if (tracked_ != 0 && tracked_ != HitTest(ptScreen, true) &&
         tracked_ != HitTest(ptScreen, false)) {
-        SendMessage(std::exchange(tracked_, 0), WM_MOUSELEAVE, 0, 0);
+        Leave();
     }
+}
+
+void WindowSystem::Leave() {
+    SendMessage(std::exchange(tracked_, 0), WM_MOUSELEAVE, 0, 0);
 }
 
 void WindowSystem::SendMouse(Handle window, Long message, Point ptScreen) {
@@ -88,7 +92,7 @@ void WindowSystem::SendMouse(Handle window, Long message, Point ptScreen) {
 
 void WindowSystem::OnPointerMoved(Point ptScreen) {
     if (MenuTracking* const menu = menus_.Tracking()) {
-        LeaveUnlessAt(ptScreen);
+        Leave();
         menu->PointerMoved(ptScreen);
         return;
     }

@@ -74,6 +74,7 @@ void WindowSystem::DestroyWindow(Handle window) {
     InvalidateWindow(*found);
     Unlink(*found);
     if (found->parent == 0) {
+        menus_.WindowGone(window);
         driver_.DestroyTopLevel(window);
     }
     std::erase_if(due_, [window](const Due& due) { return due.window == window; });

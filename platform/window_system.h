@@ -249,6 +249,7 @@ class WindowSystem {
     bool EatenByHook(const KeyChanged& event);
     bool IsDoubleClick(const ButtonChanged& press, Handle target);
     void SendMouse(Handle window, Long message, Point ptScreen);
+    void Leave();
     void LeaveUnlessAt(Point ptScreen);
     Handle HitTest(Point ptScreen, bool windowless) const;
     const Window* ChildAt(const Window& window, Point point, bool windowless) const;

@@ -82,4 +82,12 @@ void EndDrag() {
     WriteSetting(u"Y", LongToText(rect.top));
 }
 
+void RemoveSystemMenuItems() {
+    platform::Menus& menus = App().windows.PopupMenus();
+    const Handle menu = menus.GetSystemMenu(App().Main().HWnd());
+    for (const Long command : {SC_MAXIMIZE, SC_SIZE, SC_MOVE}) {
+        menus.RemoveMenu(menu, command, MF_BYCOMMAND);
+    }
+}
+
 }  // namespace sarnel

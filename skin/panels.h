@@ -26,4 +26,7 @@ void DragWindow(Handle window, Long X, Long Y);
 /// The press has ended: the window's place goes to the settings.
 void EndDrag();
 
+/// Takes maximise, size and move from the main window's system menu.
+void RemoveSystemMenuItems();
+
 }  // namespace sarnel

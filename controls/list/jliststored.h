@@ -25,9 +25,9 @@ struct JListStored {
     bool sorted = true;
     bool showNumeric = true;
     bool showItemImages = false;
-    platform::Font listFont;
+    platform::Font listFont = {};
     platform::Colour backColor = 0x606060;
-    ListColours colours;
+    ListColours colours = {};
     bool dragEnabled = false;
     bool enabled = true;
     Long itemImageSize = 0;

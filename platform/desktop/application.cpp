@@ -25,6 +25,9 @@ void PrepareEnvironment() {
     if (!qEnvironmentVariableIsEmpty("DISPLAY")) {
         SetUnlessSet("QT_QPA_PLATFORM", "xcb");
     }
+    // With shared memory each change would wait for the window server to have read the last one. A
+    // change is usually small, and cheaper to send.
+    SetUnlessSet("QT_XCB_NO_MITSHM", "1");
     // Finished pictures are magnified here, not by the toolkit.
     SetUnlessSet("QT_ENABLE_HIGHDPI_SCALING", "0");
 }

@@ -2,7 +2,9 @@
 
 #include <QClipboard>
 #include <QCursor>
+#include <QDesktopServices>
 #include <QStyleHints>
+#include <QUrl>
 #include <chrono>
 #include <map>
 #include <random>
@@ -190,6 +192,10 @@ std::u16string DesktopDriver::ClipboardText() const {
 
 void DesktopDriver::SetClipboardText(std::u16string_view text) {
     QGuiApplication::clipboard()->setText(WholeCharacters(text));
+}
+
+void DesktopDriver::OpenDocument(std::u16string_view pathOrAddress) {
+    QDesktopServices::openUrl(QUrl::fromUserInput(WholeCharacters(pathOrAddress)));
 }
 
 Millis DesktopDriver::DoubleClickTime() const {

@@ -70,6 +70,7 @@ class DesktopDriver : public Driver {
 
     std::u16string ClipboardText() const override;
     void SetClipboardText(std::u16string_view text) override;
+    void OpenDocument(std::u16string_view pathOrAddress) override;
     Millis DoubleClickTime() const override;
 
   private:

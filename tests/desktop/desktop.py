@@ -1,7 +1,8 @@
 """What the tests on a real display share: a display with a window manager for each test file, the
 desktop driver's probe, and the finished program. Conditions are waited for, nothing else.
 
-    FILE [--probe PROBE] [--drag DRAG_SOURCE] [--program VELDRIN] [unittest arguments]
+    FILE [--probe PROBE] [--drag-source SOURCE] [--program VELDRIN] [--scenario RUNNER]
+         [unittest arguments]
 """
 
 import os
@@ -184,7 +185,7 @@ class Lines:
 class OnDisplay(World):
     """Tests on a display; one for all of a class."""
 
-    probe = drag = ''
+    probe = drag_source = scenario = ''
 
     @classmethod
     def setUpClass(cls):
@@ -207,9 +208,10 @@ class OnDisplay(World):
 
 
 def main():
-    for name in ('probe', 'drag', 'program'):
-        if f'--{name}' in sys.argv:
-            at = sys.argv.index(f'--{name}')
+    for name in ('probe', 'drag_source', 'program', 'scenario'):
+        option = '--' + name.replace('_', '-')
+        if option in sys.argv:
+            at = sys.argv.index(option)
             path = os.path.abspath(sys.argv[at + 1])
             del sys.argv[at:at + 2]
             setattr(World if name == 'program' else OnDisplay, name, path)

@@ -82,6 +82,7 @@ class Probe {
             " " + std::to_string(more) + " " + std::to_string(shift));
     }
 
+    void Tell(const InputLost&) const { Say("input lost"); }
     void Tell(const CloseRequested&) { Say("close"); }
     void Tell(const MinimisedByDesktop&) { Say("minimised"); }
     void Tell(const RestoredByDesktop&) { Say("restored"); }

@@ -1,0 +1,118 @@
+#!/usr/bin/env python3
+"""Measures the window against a bare widget of the toolkit, in turn and on a display of its own:
+time to the first picture, memory, and the processor's time over a while.
+
+    window.py BUILD [--rounds N] [--seconds N]
+
+BUILD is a build folder with the benchmarks in it. Prints medians; nothing is asserted.
+"""
+
+import argparse
+import os
+import signal
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'tests',
+                                'desktop'))
+from desktop import Display  # noqa: E402
+
+PLACE = ['100', '100', '293', '277']
+TICKS = os.sysconf('SC_CLK_TCK')
+
+
+class Bench:
+    def __init__(self, options, folder):
+        self.build, self.folder = os.path.abspath(options.build), folder
+        self.rounds, self.seconds = options.rounds, options.seconds
+        self.display = Display()
+        self.environment = {**self.display.environment, 'XDG_RUNTIME_DIR': folder,
+                            'XDG_CACHE_HOME': os.path.join(folder, 'cache'),
+                            'GST_REGISTRY': os.path.join(folder, 'registry')}
+        self.player = os.path.join(self.build, 'host', 'veldrin')
+
+    def directory(self, name, rows, settings=''):
+        """A component directory with a playlist of so many rows."""
+        path = os.path.join(self.folder, name)
+        os.makedirs(path)
+        with open(os.path.join(path, 'Sarnel.Ambrisor.ini'), 'w') as file:
+            file.write(f'[Memory]\r\nX=100\r\nY=100\r\n{settings}')
+        lines = ['OMK v1.1', str(rows), '0']
+        for row in range(rows):
+            lines += [f'The Plucked Strings - Morning Stairs, part {row}',
+                      f'/home/listener/music/The Plucked Strings/{row} Morning Stairs.mp3']
+        with open(os.path.join(path, 'Sarnel.Ambrisor.omk'), 'w', newline='') as file:
+            file.write('\r\n'.join(lines) + '\r\n')
+        return path
+
+    def veldrin(self, directory, *arguments):
+        return [self.player, '--output', 'null', '--scale', '1', '--dir', directory, *arguments]
+
+    def first_picture(self, command):
+        """Milliseconds to the first picture and to the last change, KiB."""
+        done = subprocess.run([os.path.join(self.build, 'bench', 'first_picture'), *PLACE, '1500',
+                               *command], env=self.environment, stdout=subprocess.PIPE, check=True)
+        return [float(word) for word in done.stdout.split()]
+
+    def starts(self):
+        programs = {'bare widget': [os.path.join(self.build, 'bench', 'bare_widget')]}
+        for rows in (0, 10_000, 20_000, 100_000):
+            programs[f'{rows} rows'] = self.veldrin(self.directory(f'rows{rows}', rows))
+        found = {name: [] for name in programs}
+        for turn in range(self.rounds + 1):
+            for name, command in programs.items():
+                figures = self.first_picture(command)
+                if turn:  # the first one warms the caches
+                    found[name].append(figures)
+        print('                 first picture   last change     memory')
+        for name, all_figures in found.items():
+            first, last, memory = (statistics.median(column) for column in zip(*all_figures))
+            print(f'{name:14}  {first:10.1f} ms  {last:10.1f} ms  {memory / 1024:6.1f} MiB')
+
+    def processor_time(self, name, command):
+        process = subprocess.Popen(command, env=self.environment)
+        time.sleep(3)
+        before = self.ticks(process.pid)
+        time.sleep(self.seconds)
+        used = (self.ticks(process.pid) - before) / TICKS
+        print(f'{name:14}  {used:10.2f} s of processor time in {self.seconds} s')
+        process.send_signal(signal.SIGTERM)
+        process.wait()
+
+    @staticmethod
+    def ticks(pid):
+        with open(f'/proc/{pid}/stat') as file:
+            fields = file.read().rsplit(')', 1)[1].split()
+        return int(fields[11]) + int(fields[12])
+
+    def processor_times(self):
+        song = os.path.join(self.folder, 'The Plucked Strings with a long name of their own.mp3')
+        subprocess.run(['sox', '-n', '-r', '44100', '-c', '2', song, 'synth',
+                        str(self.seconds + 30), 'pluck', 'vol', '0.5'], check=True)
+        self.processor_time('stopped', self.veldrin(self.directory('stopped', 0)))
+        self.processor_time('stopped, list', self.veldrin(self.directory('stopped12', 1000)))
+        self.processor_time('playing', self.veldrin(self.directory('playing', 0), song))
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument('build')
+    parser.add_argument('--rounds', type=int, default=11)
+    parser.add_argument('--seconds', type=int, default=60)
+    options = parser.parse_args()
+    with tempfile.TemporaryDirectory(prefix='veldrin-bench-') as folder:
+        bench = Bench(options, folder)
+        try:
+            if options.rounds:
+                bench.starts()
+            if options.seconds:
+                bench.processor_times()
+        finally:
+            bench.display.end()
+
+
+if __name__ == '__main__':
+    main()

@@ -1,0 +1,372 @@
+#!/usr/bin/env python3
+"""The finished program on a display: a person with a mouse and a keyboard, and a window manager."""
+
+import os
+import re
+import signal
+import subprocess
+import time
+
+from desktop import SCREEN, Display, OnDisplay, Picture, main, wait_for
+from world import tone
+
+LEFT, TOP, WIDTH, HEIGHT = 120, 90, 293, 277
+AT_REST = 'Veldrin v1.1'
+# Controls, in pixels of the window.
+LIST = (6, 27, 281, 181)
+ROW = 15
+PREVIOUS, PLAY, PAUSE, STOP, NEXT = ((12 + 23 * i + 10, 256) for i in range(5))
+SEEK = (9, 230, 275, 13)
+VOLUME = (200, 249, 85, 13)
+# Where text stands that moves, or that another font makes another: the title and the display.
+TEXTS = ((52, 5, 202, 22), (126, 248, 72, 20))
+
+
+def middle(part):
+    return part[0] + part[2] // 2, part[1] + part[3] // 2
+
+
+class Player(OnDisplay):
+    def setUp(self):
+        super().setUp()
+        self.write_settings()
+
+    def write_settings(self, **settings):
+        os.makedirs(self.directory, exist_ok=True)
+        lines = ['[Memory]', *(f'{key}={value}' for key, value in
+                               {'X': LEFT, 'Y': TOP, **settings}.items())]
+        with open(self.ini, 'w', newline='') as file:
+            file.write('\r\n'.join(lines) + '\r\n')
+
+    @property
+    def ini(self):
+        return os.path.join(self.directory, 'Sarnel.Ambrisor.ini')
+
+    def setting(self, key):
+        with open(self.ini, encoding='utf-8') as file:
+            found = re.search(f'^{key}=(.*?)\r?$', file.read(), re.MULTILINE)
+        return found and found[1]
+
+    def open(self, *arguments, scale=1):
+        """Starts the player; answers when its window can be seen."""
+        self.player = subprocess.Popen(
+            [self.program, '--output', 'null', '--scale', str(scale), *arguments],
+            env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE)
+        self.running.append(self.player)
+        self.window = wait_for(self.find_window, 'the window')
+        wait_for(self.painted, 'the picture')
+
+    def find_window(self):
+        found = self.display.run('xdotool', 'search', '--onlyvisible', '--class', '^veldrin$',
+                                 check=False).split()
+        return int(found[0]) if found else 0
+
+    def painted(self):
+        self.place = self.display.geometry(self.window)
+        left, top, width, height = self.place
+        shown = self.display.screenshot().part(left, top, width, height)
+        # The border of the skin is not black, a bare window or screen is.
+        return shown.pixel(width // 2, 2) != (0, 0, 0) and shown.pixel(3, height // 2) != (0, 0, 0)
+
+    def title(self):
+        return self.display.tool('getwindowname', self.window).strip()
+
+    def wait_for_title(self, title):
+        wait_for(lambda: self.title() == title, f'the title {title!r}')
+
+    def shown(self, part=(0, 0, WIDTH, HEIGHT)):
+        left, top, width, height = part
+        return self.display.screenshot().part(self.place[0] + left, self.place[1] + top, width,
+                                              height)
+
+    def point_at(self, point):
+        self.display.point_at(self.place[0] + point[0], self.place[1] + point[1])
+
+    def click(self, point, button=1):
+        self.point_at(point)
+        self.display.tool('click', button)
+
+    def drag(self, start, end, hold=0.0):
+        self.point_at(start)
+        self.display.tool('mousedown', 1)
+        for step in range(1, 9):
+            self.point_at([a + (b - a) * step // 8 for a, b in zip(start, end)])
+        time.sleep(hold)
+
+    def key(self, *keys):
+        self.display.tool('windowfocus', '--sync', self.window, 'key', *keys)
+
+    def songs(self, *names, seconds=40):
+        for name in names:
+            tone(self.at(name + '.wav'), seconds=seconds)
+
+    def save_list(self, count):
+        with open(os.path.join(self.directory, 'Sarnel.Ambrisor.omk'), 'w', newline='') as file:
+            rows = ''.join(f'Row {i}\r\n/music/{i}.mp3\r\n' for i in range(count))
+            file.write(f'OMK v1.1\r\n{count}\r\n0\r\n{rows}')
+
+    def row(self, number):
+        """The middle of a row by its place in the list's window."""
+        return LIST[0] + 60, LIST[1] + number * ROW + ROW // 2
+
+
+class Window(Player):
+    def test_size_place_title_and_class(self):
+        self.open()
+        self.assertEqual(self.place, (LEFT, TOP, WIDTH, HEIGHT))
+        self.wait_for_title(AT_REST)
+        self.assertIn('"veldrin", "veldrin"', self.display.property(self.window, 'WM_CLASS'))
+
+    def test_a_place_on_a_screen_that_has_gone(self):
+        self.write_settings(X=4000, Y=300)
+        self.open()
+        self.assertEqual(self.place, (SCREEN[0] - WIDTH, 300, WIDTH, HEIGHT))
+
+    def test_twice_the_scale_is_twice_the_window_pixel_by_pixel(self):
+        self.save_list(5)
+        self.open()
+        small = self.shown()
+        self.player.terminate()
+        self.player.wait()
+        self.write_settings(X=10, Y=20)
+        self.open(scale=2)
+        self.assertEqual(self.place, (20, 40, WIDTH * 2, HEIGHT * 2))
+        large = self.shown((0, 0, WIDTH * 2, HEIGHT * 2))
+        wanted = small.enlarged(2)
+        # The colours of the current row come and go with the time.
+        current = (LIST[0], LIST[1], LIST[2], ROW)
+        parts = [tuple(2 * number for number in part) for part in (*TEXTS, current)]
+        self.assert_same(large, wanted, parts)
+
+    def assert_same(self, shown, wanted, texts):
+        """But for the text."""
+        different = [(x, y) for y in range(shown.height) for x in range(shown.width)
+                     if shown.pixel(x, y) != wanted.pixel(x, y)
+                     and not any(left <= x < left + width and top <= y < top + height
+                                 for left, top, width, height in texts)]
+        self.assertEqual(different[:20], [], f'{len(different)} pixels')
+
+    def test_equals_what_the_headless_driver_composes(self):
+        os.remove(self.ini)
+        self.open()
+        self.assertEqual(self.place, ((SCREEN[0] - WIDTH) // 2, (SCREEN[1] - HEIGHT) // 2,
+                                      WIDTH, HEIGHT))
+        script = os.path.join(self.folder, 'window.scn')
+        with open(script, 'w') as file:
+            file.write('start\nscreenshot shot.bmp\n')
+        subprocess.run([self.scenario, '--keep', self.folder, script], check=True,
+                       stdout=subprocess.DEVNULL)
+        found = subprocess.check_output(['find', self.folder, '-name', 'shot.bmp']).decode()
+        data = subprocess.check_output(['convert', found.split('\n')[0], '-depth', '8', 'rgb:-'])
+        wanted = Picture(data, *SCREEN).part(*self.place)
+        self.point_at((-50, -50))
+        self.assert_same(self.shown(), wanted, TEXTS)
+
+    def test_minimised_and_restored_by_the_desktop(self):
+        self.open()
+        self.display.tool('windowminimize', self.window)
+        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        self.display.run('wmctrl', '-ia', str(self.window))
+        wait_for(self.painted, 'the window')
+        self.assertEqual(self.place, (LEFT, TOP, WIDTH, HEIGHT))
+
+    def test_a_second_start_brings_it_back_and_to_the_front(self):
+        self.open()
+        self.display.tool('windowminimize', self.window)
+        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        second = self.run_program()
+        self.assertEqual(second.returncode, 0)
+        wait_for(self.painted, 'the window')
+        wait_for(lambda: int(self.display.tool('getactivewindow')) == self.window, 'the focus')
+
+    def test_moved_by_the_desktop_it_remembers(self):
+        self.open()
+        self.display.tool('windowmove', self.window, 300, 200)
+        wait_for(lambda: self.display.geometry(self.window)[:2] == (300, 200), 'the place')
+        self.display.run('wmctrl', '-ic', str(self.window))
+        self.assertEqual(self.end_of(self.player), 0)
+        # What is written is the place where it was left.
+        self.assertEqual((self.setting('X'), self.setting('Y')), ('300', '200'))
+
+
+class End(Player):
+    def test_close_by_the_desktop(self):
+        self.save_list(3)
+        self.open()
+        self.display.run('wmctrl', '-ic', str(self.window))
+        self.assertEqual(self.end_of(self.player), 0)
+        self.assertEqual(self.paths_saved(), [b'0.mp3', b'1.mp3', b'2.mp3'])
+
+    def test_signals(self):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            self.songs('a', 'b')
+            self.open(self.music)
+            self.wait_for_title('a.wav')
+            self.player.send_signal(number)
+            self.assertEqual(self.end_of(self.player), 0)
+            self.assertEqual(self.paths_saved(), [b'a.wav', b'b.wav'])
+            os.remove(os.path.join(self.directory, 'Sarnel.Ambrisor.omk'))
+
+    def test_quit_option(self):
+        self.open()
+        self.assertEqual(self.run_program('--quit').returncode, 0)
+        self.assertEqual(self.end_of(self.player), 0)
+
+    def test_the_list_is_saved_when_the_display_goes_away(self):
+        own, shared = Display(), self.display
+        self.display = own
+        self.environment['DISPLAY'] = own.name
+        self.addCleanup(own.end)
+        self.songs('a', 'b')
+        self.open(self.music)
+        self.wait_for_title('a.wav')
+        self.display = shared
+        own.server.kill()
+        self.end_of(self.player)
+        self.assertEqual(self.paths_saved(), [b'a.wav', b'b.wav'])
+
+
+class Playing(Player):
+    def setUp(self):
+        super().setUp()
+        self.songs('a', 'b', 'c')
+
+    def open_playing(self):
+        self.open(self.music)
+        self.wait_for_title('a.wav')
+
+    def test_letter_keys(self):
+        self.open_playing()
+        self.key('b')
+        self.wait_for_title('b.wav')
+        self.key('b')
+        self.wait_for_title('c.wav')
+        self.key('z')
+        self.wait_for_title('b.wav')
+        self.key('v')
+        self.wait_for_title(AT_REST)
+        self.key('x')
+        self.wait_for_title('b.wav')
+
+    def test_letter_keys_on_other_layouts(self):
+        self.open_playing()
+        self.display.layout('ru')
+        self.key('56')  # where B is on the plainest keyboard
+        self.wait_for_title('b.wav')
+
+    def test_pause_key_holds_the_time(self):
+        self.open_playing()
+        display = (126, 248, 72, 20)
+        before = self.shown(display).data
+        wait_for(lambda: self.shown(display).data != before, 'time that passes')
+        self.key('c')
+        time.sleep(0.3)
+        held = self.shown(display).data
+        time.sleep(1.5)
+        self.assertEqual(self.shown(display).data, held)
+        self.key('c')
+        wait_for(lambda: self.shown(display).data != held, 'time that passes')
+
+    def test_transport_buttons(self):
+        self.open_playing()
+        self.click(NEXT)
+        self.wait_for_title('b.wav')
+        self.click(PREVIOUS)
+        self.wait_for_title('a.wav')
+        self.click(STOP)
+        self.wait_for_title(AT_REST)
+        self.click(PLAY)
+        self.wait_for_title('a.wav')
+
+    def test_dragging_the_seek_stick_seeks_at_release(self):
+        self.open_playing()
+        stick = (SEEK[0] + 8, SEEK[1] + 6)
+        # To 97 of 100: of 40 seconds some one is left, but only once the button is up.
+        self.drag(stick, (SEEK[0] + SEEK[2] - 6, SEEK[1] + 6), hold=3)
+        self.assertEqual(self.title(), 'a.wav')
+        self.display.tool('mouseup', 1)
+        self.wait_for_title('b.wav')
+
+    def test_volume_by_dragging_and_by_the_wheel(self):
+        self.open_playing()
+        self.drag((VOLUME[0] + 66, VOLUME[1] + 6), (VOLUME[0] + 2, VOLUME[1] + 6))
+        self.display.tool('mouseup', 1)
+        wait_for(lambda: self.setting('MusicVolume') == '0', 'silence')
+        for _ in range(3):
+            self.click(middle(VOLUME), 4)
+        wait_for(lambda: int(self.setting('MusicVolume')) > 0, 'more volume')
+
+    def test_a_dropped_file_joins_the_list(self):
+        self.open_playing()
+        path = self.at('größe 1.wav')
+        tone(path)
+        data = b'file://' + path.encode().replace(b' ', b'%20') + b'\r\n'
+        source = self.start_lines(self.drag_source, 600, 300, 'text/uri-list', data.hex(), 'copy')
+        source.expect('ready')
+        self.display.tool('mousemove', 630, 330, 'mousedown', 1)
+        source.expect('dragging')
+        for x in range(600, 250, -25):
+            self.display.tool('mousemove', x, 180, 'sleep', '0.02')
+        self.display.tool('sleep', '0.1', 'mouseup', 1)
+        source.expect('copied')
+        self.player.terminate()
+        self.end_of(self.player)
+        self.assertEqual(self.paths_saved(),
+                         [b'a.wav', b'b.wav', b'c.wav', 'größe 1.wav'.encode()])
+
+
+class Lists(Player):
+    def test_a_row_is_played_by_a_double_click_and_by_keys(self):
+        self.songs('a', 'b', 'c')
+        self.open(self.music)
+        self.wait_for_title('a.wav')
+        self.point_at(self.row(1))
+        self.display.tool('click', '--repeat', 2, '--delay', 60, 1)
+        self.wait_for_title('b.wav')
+        self.key('Down', 'Return')
+        self.wait_for_title('c.wav')
+
+    def selected(self, number):
+        """Whether a row that can be seen lies on the colour of selected ones."""
+        point = (LIST[0] + LIST[2] - 40, LIST[1] + number * ROW + 4)
+        return self.shown((*point, 1, 1)).data != self.background
+
+    def open_list(self, count):
+        self.save_list(count)
+        self.open()
+        self.background = self.shown((LIST[0] + LIST[2] - 40, LIST[1] + 10 * ROW + 4, 1, 1)).data
+
+    def test_rows_are_selected_by_mouse_keys_and_rubber_band(self):
+        self.open_list(6)
+        self.click(self.row(2))
+        wait_for(lambda: self.selected(2), 'a selected row')
+        self.assertFalse(self.selected(4))
+        self.key('shift+Down')
+        wait_for(lambda: self.selected(3), 'a second one')
+        self.drag(self.row(3), self.row(5))
+        wait_for(lambda: all(self.selected(i) for i in (3, 4, 5)), 'rows under the band')
+        self.display.tool('mouseup', 1)
+        self.assertFalse(self.selected(2))
+
+    def test_scrolling_by_wheel_thumb_and_keys(self):
+        self.open_list(100)
+        top = self.shown(LIST).data
+        self.click(self.row(3), 5)
+        wait_for(lambda: self.shown(LIST).data != top, 'another part of the list')
+        self.click(self.row(3), 4)
+        self.point_at((-50, -50))
+        wait_for(lambda: self.shown(LIST).data == top, 'the top again')
+        thumb = LIST[0] + LIST[2] - 6
+        self.drag((thumb, LIST[1] + 8), (thumb, LIST[1] + 150))
+        self.display.tool('mouseup', 1)
+        wait_for(lambda: self.shown(LIST).data != top, 'another part of the list')
+        self.key('Home')
+        self.point_at((-50, -50))
+        text = (LIST[0], LIST[1] + ROW * 2, 150, ROW * 6)
+        first = Picture(top, LIST[2], LIST[3]).part(0, ROW * 2, 150, ROW * 6).data
+        wait_for(lambda: self.shown(text).data == first, 'the first rows')
+
+
+if __name__ == '__main__':
+    main()
