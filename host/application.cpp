@@ -110,17 +110,17 @@ void Application::SignalArrived(int number) {
             front_.Continued();
             break;
         default:
-            // A press that is held lets messages through, but not the main loop.
             RequestEnd();
-            windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
             break;
     }
 }
 
-// An open menu would keep the main loop waiting.
+// An open menu and a button held on a list would keep the main loop waiting; both let messages
+// through.
 void Application::RequestEnd() {
     endRequested_ = true;
     windows_.PopupMenus().EndMenu(0);
+    windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
 }
 
 // Under a handler of the component the end has to wait for its return.

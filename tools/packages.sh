@@ -4,14 +4,14 @@
 build_packages=(cmake ninja-build g++ pkg-config
   libgstreamer1.0-dev gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
   gstreamer1.0-alsa gstreamer1.0-pulseaudio libtag1-dev
-  qt6-base-dev qt6-qpa-plugins libxcb1-dev fonts-dejavu-core)
-# A display where there is none, and pictures of it.
-display_packages=(xvfb imagemagick)
+  qt6-base-dev libqt6gui6 libxcb1-dev fonts-dejavu-core fonts-dejavu-extra)
 # What makes the sample tracks.
 sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
+# A display in memory, and what looks at it and points at things on it.
+display_packages=(xvfb openbox xdotool x11-utils imagemagick)
 # What the tests and the checks need besides.
 test_packages=(libgtest-dev libbenchmark-dev python3 clang-format
-  openbox wmctrl xdotool x11-utils xclip)
+  "${display_packages[@]}" x11-xkb-utils wmctrl xclip)
 
 # install_missing PACKAGE... : prints nothing unless something is missing.
 install_missing() {

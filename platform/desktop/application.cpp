@@ -67,6 +67,7 @@ void Application::WatchSessionEnd(std::function<void()> onEnd) {
     hangUp_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Exception);
     QObject::connect(hangUp_.get(), &QSocketNotifier::activated, application_.get(), [this, onEnd] {
         hangUp_->setEnabled(false);
+        lostDisplay_ = true;
         onEnd();
     });
 }

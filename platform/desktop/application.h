@@ -19,6 +19,9 @@ class Application {
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
+    /// Whether the connection to the display has broken: nothing may be asked of it any more.
+    bool HasLostDisplay() const { return lostDisplay_; }
+
     /// Calls `onEnd` when the session ends or the connection to the display breaks.
     void WatchSessionEnd(std::function<void()> onEnd);
 
@@ -29,6 +32,7 @@ class Application {
     char* arguments_[2] = {nullptr, nullptr};
     std::unique_ptr<QGuiApplication> application_;
     std::unique_ptr<QSocketNotifier> hangUp_;
+    bool lostDisplay_ = false;
 };
 
 }  // namespace platform::desktop

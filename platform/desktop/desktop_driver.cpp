@@ -31,6 +31,14 @@ struct DesktopDriver::Parts {
               shared.scale, [this] { shared.events.Push(WorkAreaChanged{}); },
               [this] { ScreenLost(); }) {}
 
+    /// Null if there is none, and when the display has gone: then whatever is said to a window
+    /// would end the process before the list is saved.
+    TopLevel* Find(Handle window) const {
+        const auto found = windows.find(window);
+        return found == windows.end() || application.HasLostDisplay() ? nullptr
+                                                                      : found->second.get();
+    }
+
     void ScreenLost() {
         for (const auto& window : windows) {
             if (window.second->isVisible()) {
@@ -108,7 +116,7 @@ Rect DesktopDriver::WorkAreaAt(Point ptScreen) const {
 
 Point DesktopDriver::Pointer() const {
     const PointerRecord& pointer = parts_->shared.pointer;
-    if (pointer.inside || pointer.held != 0) {
+    if (pointer.inside || pointer.held != 0 || parts_->application.HasLostDisplay()) {
         return pointer.ptScreen;
     }
     const QPoint place = QCursor::pos();
@@ -117,35 +125,52 @@ Point DesktopDriver::Pointer() const {
 }
 
 void DesktopDriver::CreateTopLevel(Handle window) {
+    if (parts_->application.HasLostDisplay()) {
+        return;
+    }
     parts_->windows[window] = std::make_unique<TopLevel>(window, parts_->shared);
 }
 
 void DesktopDriver::DestroyTopLevel(Handle window) {
-    parts_->windows.erase(window);
+    if (parts_->Find(window) != nullptr) {
+        parts_->windows.erase(window);
+    }
 }
 
 void DesktopDriver::SetTopLevelVisible(Handle window, bool visible) {
-    parts_->windows.at(window)->SetVisibility(visible);
+    if (TopLevel* found = parts_->Find(window)) {
+        found->SetVisibility(visible);
+    }
 }
 
 void DesktopDriver::SetTopLevelRect(Handle window, const Rect& rect) {
-    parts_->windows.at(window)->SetRect(rect);
+    if (TopLevel* found = parts_->Find(window)) {
+        found->SetRect(rect);
+    }
 }
 
 void DesktopDriver::SetTopLevelTitle(Handle window, std::u16string_view title) {
-    parts_->windows.at(window)->setTitle(OneLine(title));
+    if (TopLevel* found = parts_->Find(window)) {
+        found->setTitle(OneLine(title));
+    }
 }
 
 void DesktopDriver::SetTopLevelTopMost(Handle window, bool topMost) {
-    parts_->windows.at(window)->SetTopMost(topMost);
+    if (TopLevel* found = parts_->Find(window)) {
+        found->SetTopMost(topMost);
+    }
 }
 
 void DesktopDriver::SetTopLevelMinimised(Handle window, bool minimised) {
-    parts_->windows.at(window)->SetMinimised(minimised);
+    if (TopLevel* found = parts_->Find(window)) {
+        found->SetMinimised(minimised);
+    }
 }
 
 void DesktopDriver::ActivateTopLevel(Handle window) {
-    parts_->windows.at(window)->Activate();
+    if (TopLevel* found = parts_->Find(window)) {
+        found->Activate();
+    }
 }
 
 void DesktopDriver::SetTopLevelPopup(Handle window, Handle owner) {
@@ -168,7 +193,9 @@ void DesktopDriver::ReleaseInput() {
 
 void DesktopDriver::ShowPicture(Handle window, const Surface& picture,
                                 std::span<const Rect> changed) {
-    parts_->windows.at(window)->ShowPicture(picture, changed);
+    if (TopLevel* found = parts_->Find(window)) {
+        found->ShowPicture(picture, changed);
+    }
 }
 
 Size DesktopDriver::MeasureText(const Font& font, std::u16string_view text) const {
@@ -186,12 +213,17 @@ Long DesktopDriver::TextOffset(const Font& font, std::u16string_view text,
 }
 
 std::u16string DesktopDriver::ClipboardText() const {
+    if (parts_->application.HasLostDisplay()) {
+        return {};
+    }
     const std::u16string text = QGuiApplication::clipboard()->text().toStdU16String();
     return WholeCharacters(text).toStdU16String();
 }
 
 void DesktopDriver::SetClipboardText(std::u16string_view text) {
-    QGuiApplication::clipboard()->setText(WholeCharacters(text));
+    if (!parts_->application.HasLostDisplay()) {
+        QGuiApplication::clipboard()->setText(WholeCharacters(text));
+    }
 }
 
 void DesktopDriver::OpenDocument(std::u16string_view pathOrAddress) {

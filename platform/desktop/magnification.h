@@ -16,7 +16,6 @@ class Magnification {
     explicit Magnification(double factor) : factor_(factor) {}
 
     double Factor() const { return factor_; }
-    bool IsOne() const { return factor_ == 1; }
     bool IsWhole() const { return factor_ == std::floor(factor_); }
 
     /// A place or length in device pixels. The window server counts in 16 bits, and a settings file

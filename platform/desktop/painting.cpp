@@ -8,15 +8,9 @@ namespace platform::desktop {
 
 namespace {
 
-// The picture as the toolkit sees it, without a copy.
-QImage Wrapped(const Surface& picture) {
-    return {reinterpret_cast<const uchar*>(picture.Row(0)), picture.Width(), picture.Height(),
-            picture.Width() * static_cast<qsizetype>(sizeof(Pixel)), QImage::Format_RGB32};
-}
-
-// Each pixel becomes a block of `factor` by `factor`. `part` in pixels of the picture.
-QImage Blocks(const Surface& picture, const QRect& part, int factor) {
-    QImage image(part.size() * factor, QImage::Format_RGB32);
+// Each pixel becomes a block of `factor` by `factor`. `shown` begins and ends with a block.
+QImage Blocks(const Surface& picture, const QRect& shown, int factor) {
+    QImage image(shown.size(), QImage::Format_RGB32);
     for (int y = 0; y < image.height(); ++y) {
         auto* to = reinterpret_cast<Pixel*>(image.scanLine(y));
         if (y % factor != 0) {
@@ -24,11 +18,26 @@ QImage Blocks(const Surface& picture, const QRect& part, int factor) {
                         to);
             continue;
         }
-        const Pixel* from = picture.Row(part.top() + y / factor) + part.left();
-        for (int x = 0; x < part.width(); ++x) {
-            std::fill_n(to + x * factor, factor, from[x]);
+        const Pixel* from = picture.Row((shown.top() + y) / factor) + shown.left() / factor;
+        for (int x = 0; x < image.width(); x += factor) {
+            std::fill_n(to + x, factor, *from++);
         }
     }
+    return image;
+}
+
+// The whole picture through a window: a pixel looks the same whatever part it is painted with.
+QImage Smooth(const Surface& picture, const QRect& shown, const Magnification& scale) {
+    const QImage wrapped(reinterpret_cast<const uchar*>(picture.Row(0)), picture.Width(),
+                         picture.Height(), picture.Width() * static_cast<qsizetype>(sizeof(Pixel)),
+                         QImage::Format_RGB32);
+    QImage image(shown.size(), QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.translate(-shown.topLeft());
+    const QRect all(0, 0, scale.ToDevice(picture.Width()), scale.ToDevice(picture.Height()));
+    painter.drawImage(all, wrapped);
     return image;
 }
 
@@ -44,26 +53,9 @@ QRect ShownPart(const Rect& part, const Magnification& scale) {
     return {left, top, right - left, bottom - top};
 }
 
-void PaintPicture(QPaintDevice& device, const Surface& picture, const QRect& shown,
-                  const Magnification& scale) {
-    QPainter painter(&device);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    if (scale.IsOne()) {
-        painter.drawImage(shown.topLeft(), Wrapped(picture), shown);
-        return;
-    }
-    if (scale.IsWhole()) {
-        const auto factor = static_cast<int>(scale.Factor());
-        const QRect part(shown.left() / factor, shown.top() / factor, shown.width() / factor,
-                         shown.height() / factor);
-        painter.drawImage(shown.topLeft(), Blocks(picture, part, factor));
-        return;
-    }
-    // The whole picture through a window: a pixel looks the same whatever part it is painted with.
-    painter.setClipRect(shown);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const QRect all(0, 0, scale.ToDevice(picture.Width()), scale.ToDevice(picture.Height()));
-    painter.drawImage(all, Wrapped(picture));
+QImage ShownPixels(const Surface& picture, const QRect& shown, const Magnification& scale) {
+    return scale.IsWhole() ? Blocks(picture, shown, static_cast<int>(scale.Factor()))
+                           : Smooth(picture, shown, scale);
 }
 
 }  // namespace platform::desktop

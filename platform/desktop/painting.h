@@ -1,4 +1,4 @@
-// Puts parts of a finished picture into the memory that a window is shown from, magnified.
+// Parts of a finished picture as a window shows them: magnified.
 #pragma once
 
 #include <QImage>
@@ -7,16 +7,13 @@
 #include "platform/desktop/magnification.h"
 #include "platform/surface.h"
 
-class QPaintDevice;
-
 namespace platform::desktop {
 
 /// Where a part of a picture shows in the window, in device pixels. Smoothly magnified pixels reach
 /// into their neighbours.
 QRect ShownPart(const Rect& part, const Magnification& scale);
 
-/// Paints what of the picture shows in `shown`.
-void PaintPicture(QPaintDevice& device, const Surface& picture, const QRect& shown,
-                  const Magnification& scale);
+/// What shows in `shown` of the window, in Format_RGB32, rows without a gap.
+QImage ShownPixels(const Surface& picture, const QRect& shown, const Magnification& scale);
 
 }  // namespace platform::desktop

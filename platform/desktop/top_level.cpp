@@ -2,7 +2,9 @@
 
 #include <QCloseEvent>
 #include <QExposeEvent>
+#include <QPainter>
 #include <algorithm>
+#include <numeric>
 #include <thread>
 #include <utility>
 
@@ -155,35 +157,56 @@ void TopLevel::ShowPicture(const Surface& picture, std::span<const Rect> changed
     }
 }
 
+// What is to be painted, and from now on counts as painted.
+QRegion TopLevel::TakeStale() {
+    const QRect picture(0, 0, shared_.scale.ToDevice(picture_->Width()),
+                        shared_.scale.ToDevice(picture_->Height()));
+    return std::exchange(stale_, {}) & picture & QRect({0, 0}, size());
+}
+
 void TopLevel::Paint() {
-    if (store_.size() != size()) {
-        store_.resize(size());
-        stale_ = QRect({0, 0}, size());
-    }
-    const QRect all(0, 0, shared_.scale.ToDevice(picture_->Width()),
-                    shared_.scale.ToDevice(picture_->Height()));
-    const QRegion region = std::exchange(stale_, {}) & all & QRect({0, 0}, size());
-    if (region.isEmpty()) {
+    const QRegion region = TakeStale();
+    const int area = std::accumulate(
+        region.begin(), region.end(), 0,
+        [](int sum, const QRect& part) { return sum + part.width() * part.height(); });
+    if (direct_ == nullptr || area > width() * height() / 2) {
+        PaintInStore(region);
         return;
     }
-    store_.beginPaint(region);
     for (const QRect& part : region) {
-        PaintPicture(*store_.paintDevice(), *picture_, part, shared_.scale);
+        direct_->Put(ShownPixels(*picture_, part, shared_.scale), part.topLeft());
+    }
+}
+
+// The toolkit's own way, which also tells the desktop that a change of size has been followed.
+void TopLevel::PaintInStore(const QRegion& region) {
+    if (store_.size() != size()) {
+        store_.resize(size());
+    }
+    store_.beginPaint(region);
+    {
+        QPainter painter(store_.paintDevice());
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        for (const QRect& part : region) {
+            painter.drawImage(part.topLeft(), ShownPixels(*picture_, part, shared_.scale));
+        }
     }
     store_.endPaint();
     store_.flush(region);
     shared_.shownPicture = true;
 }
 
+// The store may lag behind what was painted past it, so all of it is painted anew.
 void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
     if (!CanBeSeen()) {
         return;
     }
-    Paint();
-    store_.flush(QRect({0, 0}, size()));
+    stale_ = QRect({0, 0}, size());
+    PaintInStore(TakeStale());
     if (!hasIcon_) {
         hasIcon_ = true;  // the picture comes first
         setIcon(MakeIcon());
+        direct_ = DirectPaint::For(*this);
     }
 }
 

@@ -7,15 +7,18 @@
 #include <QWindow>
 #include <chrono>
 #include <deque>
+#include <memory>
 #include <set>
 #include <span>
 #include <string>
 
+#include "platform/desktop/direct_paint.h"
 #include "platform/desktop/event_queue.h"
 #include "platform/desktop/magnification.h"
 #include "platform/driver.h"
 
 class QDropEvent;
+class QInputMethodQueryEvent;
 
 namespace platform::desktop {
 
@@ -78,13 +81,15 @@ class TopLevel : public QWindow {
     bool IsAnswer(QPoint place);
     void StateChanged();
     void Paint();
+    void PaintInStore(const QRegion& region);
+    QRegion TakeStale();
     bool CanBeSeen() const;
 
     Point ToScreen(QPointF ptGlobal) const;
     void PointerSeen(QPointF ptGlobal, Qt::KeyboardModifiers modifiers, Qt::MouseButtons held);
     void ReleaseLost(Long held, Point ptScreen, Long shift);
     void Button(const QMouseEvent& event, bool down);
-    void InputMethodAsks(class QInputMethodQueryEvent& query) const;
+    void InputMethodAsks(QInputMethodQueryEvent& query) const;
     void Dragged(QDropEvent& event);
     void Dropped(QDropEvent& event);
 
@@ -96,8 +101,9 @@ class TopLevel : public QWindow {
     bool hasIcon_ = false;
 
     QBackingStore store_;
+    std::unique_ptr<DirectPaint> direct_;  ///< for small changes; may be null
     const Surface* picture_ = nullptr;
-    QRegion stale_;  ///< where the store lags behind the picture; device pixels
+    QRegion stale_;  ///< where the window lags behind the picture; device pixels
 
     std::set<Long> keysDown_;
     Long wheel_ = 0;  ///< eighths of a degree that make no whole notch yet

@@ -27,7 +27,7 @@ TEST_F(Mistakes, UnknownWords) {
 
 TEST_F(Mistakes, WordsThatAreNotBuiltYet) {
     Refused("tray\n", "1: not built yet: tray");
-    Refused("at 5 online False\n", "1: not built yet: online");
+    Refused("at 5 pages\n", "1: not built yet: pages");
     Refused("call FillBrowser lstPlaylist \"\"\n", "1: not built yet: FillBrowser");
 }
 
