@@ -4,6 +4,7 @@
 
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <cstdlib>
 #include <stdexcept>
 #include <utility>
 
@@ -32,6 +33,10 @@ void PrepareEnvironment() {
     SetUnlessSet("QT_ENABLE_HIGHDPI_SCALING", "0");
 }
 
+// The toolkit ends the process by itself when it is the first to find the connection to the display
+// broken; at that moment nothing else leads to the object that has to hear of it.
+Application* watching = nullptr;
+
 }  // namespace
 
 Application::Application(std::string name) : name_(std::move(name)) {
@@ -47,7 +52,15 @@ Application::Application(std::string name) : name_(std::move(name)) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
-Application::~Application() = default;
+Application::~Application() {
+    watching = nullptr;
+}
+
+void Application::LoseDisplay() {
+    if (!std::exchange(lostDisplay_, true)) {
+        onLost_();
+    }
+}
 
 void Application::WatchSessionEnd(std::function<void()> onEnd) {
     QObject::connect(
@@ -61,14 +74,20 @@ void Application::WatchSessionEnd(std::function<void()> onEnd) {
     if (x11 == nullptr || x11->connection() == nullptr) {
         return;
     }
-    // The toolkit ends the process when it finds the connection broken, which it does after the
-    // watched descriptors have had their turn. This kind of watch reports nothing but a hang-up.
+    onLost_ = std::move(onEnd);
+    watching = this;
+    static const bool registered = std::atexit([] {
+                                       if (watching != nullptr) {
+                                           watching->LoseDisplay();
+                                       }
+                                   }) == 0;
+    static_cast<void>(registered);
+    // Most often the hang-up is seen here first. This kind of watch reports nothing else.
     const int descriptor = xcb_get_file_descriptor(x11->connection());
     hangUp_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Exception);
-    QObject::connect(hangUp_.get(), &QSocketNotifier::activated, application_.get(), [this, onEnd] {
+    QObject::connect(hangUp_.get(), &QSocketNotifier::activated, application_.get(), [this] {
         hangUp_->setEnabled(false);
-        lostDisplay_ = true;
-        onEnd();
+        LoseDisplay();
     });
 }
 

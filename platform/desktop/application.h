@@ -26,12 +26,15 @@ class Application {
     void WatchSessionEnd(std::function<void()> onEnd);
 
   private:
+    void LoseDisplay();
+
     // What the toolkit keeps pointing at.
     std::string name_;
     int argumentCount_ = 1;
     char* arguments_[2] = {nullptr, nullptr};
     std::unique_ptr<QGuiApplication> application_;
     std::unique_ptr<QSocketNotifier> hangUp_;
+    std::function<void()> onLost_;
     bool lostDisplay_ = false;
 };
 

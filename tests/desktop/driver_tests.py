@@ -351,8 +351,8 @@ class Neighbours(Driver):
         self.open()
         self.display.give_clipboard('Größe 𝄞'.encode())
         units = [ord(c) for c in 'Größe '] + [0xD834, 0xDD1E]
-        self.assertEqual(self.ask('clipboard', answer='clipboard'),
-                         'clipboard ' + ' '.join(map(str, units)))
+        wanted = 'clipboard ' + ' '.join(map(str, units))
+        wait_for(lambda: self.ask('clipboard', answer='clipboard') == wanted, 'the clipboard')
 
     def test_clipboard_for_another_program(self):
         self.open()
