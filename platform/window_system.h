@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/driver.h"
@@ -268,8 +269,8 @@ class WindowSystem {
     TextDrawing text_{driver_};
     Menus menus_{*this};
     Handle lastHandle_ = 0;
-    std::map<Handle, std::shared_ptr<Window>> windows_;
-    std::vector<Handle> topLevels_;  ///< bottom to top
+    std::unordered_map<Handle, std::shared_ptr<Window>> windows_;  ///< looked up at every turn
+    std::vector<Handle> topLevels_;                                ///< bottom to top
     Handle focus_ = 0;
     Handle capture_ = 0;
     Handle tracked_ = 0;  ///< waits for the pointer to leave

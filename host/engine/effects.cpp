@@ -1,5 +1,7 @@
 #include "host/engine/effects.h"
 
+#include <gst/base/gstbasetransform.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -181,6 +183,9 @@ void EffectChain::Configure(const Effects& effects) const {
     if (reverb_ != nullptr) {
         g_object_set(reverb_, "level", reverbLevel, "room-size",
                      kSmallestRoom + effects.reverb * kRoomPerStep, nullptr);
+        // Unlike the others it computes all of its echoes for a level of 0 as well: a fifth of what
+        // playing costs.
+        gst_base_transform_set_passthrough(GST_BASE_TRANSFORM(reverb_), effects.reverb == 0);
     }
     if (equaliser_ != nullptr) {
         g_object_set(equaliser_, "band0", BandGain(effects.bass), "band1", BandGain(effects.mid),
