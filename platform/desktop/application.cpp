@@ -29,6 +29,8 @@ void PrepareEnvironment() {
     // With shared memory each change would wait for the window server to have read the last one. A
     // change is usually small, and cheaper to send.
     SetUnlessSet("QT_XCB_NO_MITSHM", "1");
+    // Its remarks on the surroundings are of no use to whoever listens to music.
+    SetUnlessSet("QT_LOGGING_RULES", "default.warning=false");
     // Finished pictures are magnified here, not by the toolkit.
     SetUnlessSet("QT_ENABLE_HIGHDPI_SCALING", "0");
 }

@@ -172,10 +172,10 @@ class Lines:
         self.process.stdin.write(os.fsencode(question) + b'\n')
         return self.expect(answer)
 
-    def end(self):
+    def end(self, patience=PATIENCE):
         self.process.stdin.close()
         try:
-            self.process.wait(timeout=PATIENCE)
+            self.process.wait(timeout=patience)
         except subprocess.TimeoutExpired:
             self.process.kill()
             self.process.wait()
@@ -201,9 +201,14 @@ class OnDisplay(World):
                                ('XDG_CONFIG_HOME', 'XDG_RUNTIME_DIR', 'XDG_CACHE_HOME',
                                 'GST_REGISTRY', 'ASAN_OPTIONS', 'LSAN_OPTIONS')}}
 
-    def start_lines(self, *command):
+    def start_drag(self, *words):
+        """A window to drag from. It stays until it is ended."""
+        return self.start_lines(self.drag_source, *words, patience=0)
+
+    def start_lines(self, *command, patience=PATIENCE):
+        """`patience`: how long it may take to end once its input has ended."""
         lines = Lines([str(word) for word in command], self.environment)
-        self.addCleanup(lines.end)
+        self.addCleanup(lines.end, patience)
         return lines
 
 

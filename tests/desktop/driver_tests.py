@@ -97,7 +97,7 @@ class Windows(Driver):
 
     def test_is_painted_anew_after_it_was_covered(self):
         self.open()
-        other = self.start_lines(self.drag_source, 210, 160, 'text/plain', '00', 'copy')
+        other = self.start_drag(210, 160, 'text/plain', '00', 'copy')
         other.expect('ready')
         wait_for(lambda: self.display.screenshot().pixel(230, 180) == (0, 255, 0), 'the other')
         other.end()
@@ -170,7 +170,7 @@ class Windows(Driver):
 
     def test_activation_brings_it_to_the_front(self):
         self.open()
-        other = self.start_lines(self.drag_source, 210, 160, 'text/plain', '00', 'copy')
+        other = self.start_drag(210, 160, 'text/plain', '00', 'copy')
         other.expect('ready')
         wait_for(lambda: self.display.screenshot().pixel(230, 180) == (0, 255, 0), 'the other')
         self.ask('activate')
@@ -304,7 +304,7 @@ class Keyboard(Driver):
         self.assertFalse(any(line.startswith('up') for line in self.probe_lines.heard))
 
     def test_a_key_held_while_the_focus_goes_is_let_go(self):
-        other = self.start_lines(self.drag_source, 500, 300, 'text/plain', '00', 'copy')
+        other = self.start_drag(500, 300, 'text/plain', '00', 'copy')
         other.expect('ready')
         self.focus()
         self.display.tool('keydown', 'shift')
@@ -319,7 +319,7 @@ class Neighbours(Driver):
 
     def drop(self, mime, data, *actions):
         self.open()
-        source = self.start_lines(self.drag_source, 500, 300, mime, data.hex(), *(actions or ['copy']))
+        source = self.start_drag(500, 300, mime, data.hex(), *(actions or ['copy']))
         source.expect('ready')
         self.display.tool('mousemove', 530, 330, 'mousedown', 1)
         source.expect('dragging')

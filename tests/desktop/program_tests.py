@@ -302,7 +302,7 @@ class Playing(Player):
         path = self.at('größe 1.wav')
         tone(path)
         data = b'file://' + path.encode().replace(b' ', b'%20') + b'\r\n'
-        source = self.start_lines(self.drag_source, 600, 300, 'text/uri-list', data.hex(), 'copy')
+        source = self.start_drag(600, 300, 'text/uri-list', data.hex(), 'copy')
         source.expect('ready')
         self.display.tool('mousemove', 630, 330, 'mousedown', 1)
         source.expect('dragging')

@@ -20,6 +20,7 @@ using namespace sarnel;
 namespace {
 
 constexpr platform::Rect kNewInstance{0, 0, 281, 181};
+constexpr const char* kGuide = "/opt/veldrin/guide.html";
 
 }  // namespace
 
@@ -30,7 +31,7 @@ World::~World() = default;
 
 Ambrisor& World::Component() {
     if (component_ == nullptr) {
-        component_ = std::make_unique<Ambrisor>(windows_, AmbrisorOptions{directory_});
+        component_ = std::make_unique<Ambrisor>(windows_, AmbrisorOptions{directory_, kGuide});
         runBegun_ = false;
     }
     return *component_;
