@@ -37,8 +37,8 @@ class XcbPaint : public DirectPaint {
                 static_cast<std::int16_t>(at.x()), static_cast<std::int16_t>(at.y() + y), 0, kDepth,
                 static_cast<std::uint32_t>(height * image.bytesPerLine()), image.constScanLine(y));
         }
-        xcb_flush(connection_);
     }
+    void Send() override { xcb_flush(connection_); }
 
   private:
     xcb_connection_t* connection_;

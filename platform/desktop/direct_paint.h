@@ -16,8 +16,10 @@ class DirectPaint {
     static std::unique_ptr<DirectPaint> For(const QWindow& window);
     virtual ~DirectPaint() = default;
 
-    /// `image` must be of Format_RGB32. Sent, not waited for.
+    /// `image` must be of Format_RGB32.
     virtual void Put(const QImage& image, QPoint at) = 0;
+    /// Sends what has been put, all at once; it is not waited for.
+    virtual void Send() = 0;
 };
 
 }  // namespace platform::desktop

@@ -11,15 +11,19 @@ namespace {
 // Each pixel becomes a block of `factor` by `factor`. `shown` begins and ends with a block.
 QImage Blocks(const Surface& picture, const QRect& shown, int factor) {
     QImage image(shown.size(), QImage::Format_RGB32);
+    const int width = image.width();
     for (int y = 0; y < image.height(); ++y) {
         auto* to = reinterpret_cast<Pixel*>(image.scanLine(y));
         if (y % factor != 0) {
-            std::copy_n(reinterpret_cast<const Pixel*>(image.constScanLine(y - 1)), image.width(),
-                        to);
+            std::copy_n(reinterpret_cast<const Pixel*>(image.constScanLine(y - 1)), width, to);
             continue;
         }
         const Pixel* from = picture.Row((shown.top() + y) / factor) + shown.left() / factor;
-        for (int x = 0; x < image.width(); x += factor) {
+        if (factor == 1) {
+            std::copy_n(from, width, to);
+            continue;
+        }
+        for (int x = 0; x < width; x += factor) {
             std::fill_n(to + x, factor, *from++);
         }
     }

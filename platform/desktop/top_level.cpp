@@ -176,6 +176,7 @@ void TopLevel::Paint() {
     for (const QRect& part : region) {
         direct_->Put(ShownPixels(*picture_, part, shared_.scale), part.topLeft());
     }
+    direct_->Send();
 }
 
 // The toolkit's own way, which also tells the desktop that a change of size has been followed.
