@@ -11,6 +11,11 @@ namespace {
 
 constexpr const char* kStretchElement = "pitch";
 
+// Seconds of sound that go through the chain at once. Decoders give a quarter of it, and each trip
+// through a dozen elements that the processor has forgotten in between costs more than the sound.
+// Longer, and a moved slider would be heard late.
+constexpr const char* kGathered = "1/10";
+
 // The delay buffer is laid out once, from the longest delay; later changes of the delay are cut to
 // it.
 constexpr guint64 kEchoStep = 100 * GST_MSECOND;
@@ -72,6 +77,7 @@ EffectChain::EffectChain(GstBin* pipeline, const Effects& effects, int rate) : e
     convert_ = Add(pipeline, "audioconvert");
     GstElement* resample = Add(pipeline, "audioresample");
     GstElement* format = Add(pipeline, "capsfilter");
+    GstElement* gather = Add(pipeline, "audiobuffersplit");
     stretch_ = effects.Stretches() ? Add(pipeline, kStretchElement) : nullptr;
     echo_ = Add(pipeline, "audioecho");
     reverb_ = Add(pipeline, "freeverb");
@@ -90,6 +96,9 @@ EffectChain::EffectChain(GstBin* pipeline, const Effects& effects, int rate) : e
         gst_caps_set_simple(caps.get(), "rate", G_TYPE_INT, rate, nullptr);
     }
     g_object_set(format, "caps", caps.get(), nullptr);
+    if (gather != nullptr) {
+        gst_util_set_object_arg(G_OBJECT(gather), "output-buffer-duration", kGathered);
+    }
     if (echo_ != nullptr) {
         g_object_set(echo_, "max-delay", kLongestEcho, nullptr);
     }

@@ -8,6 +8,7 @@ namespace veldrin {
 namespace {
 
 constexpr std::chrono::seconds kPatience(5);
+constexpr std::chrono::milliseconds kOneTick(5);
 constexpr GstClockTime kBetweenLooks = 50 * GST_MSECOND;
 constexpr GstClockTime kSettlePatience = 500 * GST_MSECOND;
 // A seek to the very end leaves some demuxers hanging.
@@ -269,6 +270,7 @@ bool Stream::Seek(Time target) {
         return false;
     }
     seeking_ = output_ != nullptr;
+    readAt_ = {};
     held_ = media;
     anchorMedia_ = media;
     anchorPipeline_ = Scaled(media, 1.0 / tempo_);
@@ -298,8 +300,13 @@ void Stream::ApplyPending() {
 }
 
 Time Stream::Position() {
-    Time now;
-    ReadPosition(now);
+    // Slider and display ask within one tick.
+    const auto now = std::chrono::steady_clock::now();
+    if (now - readAt_ >= kOneTick) {
+        Time pipelineTime;
+        ReadPosition(pipelineTime);
+        readAt_ = now;
+    }
     return held_;
 }
 
@@ -312,7 +319,7 @@ bool Stream::ReadPosition(Time& pipelineTime) {
                                GST_STATE_CHANGE_ASYNC;
     gint64 position = lastOut_;
     if (seeking_ ||
-        (keepsTime_ && !gst_element_query_position(pipeline_.get(), GST_FORMAT_TIME, &position))) {
+        (keepsTime_ && !gst_element_query_position(output_, GST_FORMAT_TIME, &position))) {
         return false;
     }
     pipelineTime = Time(position);

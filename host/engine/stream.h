@@ -114,6 +114,7 @@ class Stream {
     Time anchorPipeline_{0};
     double tempo_ = 1.0;
     Time held_{0};  // the last position, for as long as the pipeline has none
+    std::chrono::steady_clock::time_point readAt_;  // when it was read
     bool seeking_ = false;
     bool paused_ = false;
     bool settled_ = false;            // the output has once begun to play
