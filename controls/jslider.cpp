@@ -64,11 +64,7 @@ void JSlider::Value(Long value) {
 }
 
 void JSlider::CopyFrom(const JSlider& first) {
-    Visible(false);
-    Move(first.Left(), first.Top(), first.Width(), first.Height());
-    Widget::Enabled(first.Enabled());
-    MouseIcon(first.MouseIcon());
-    MousePointer(first.MousePointer());
+    CopyCommonFrom(first);
     picture_ = first.picture_;
     vertical_ = first.vertical_;
     max_ = first.max_;
@@ -84,6 +80,12 @@ void JSlider::DrawBackground(Long half) {
         return;
     }
     Surface& face = Canvas();
+    // Each tick of a playing item writes the value, and mostly the same one.
+    Background background{picture_, half, vertical_, face.GetSize(), BackColor()};
+    if (background == drawn_) {
+        return;
+    }
+    drawn_ = std::move(background);
     face.FillRect(face.Bounds(), BackColor());
     SourceRect from{0, 0, static_cast<double>(picture_->Width()),
                     static_cast<double>(picture_->Height())};

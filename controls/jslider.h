@@ -87,6 +87,16 @@ class JSlider : public SkinnedControl {
 
     JButton stick_;
     platform::PictureRef picture_;
+    /// The background that is on the face.
+    struct Background {
+        platform::PictureRef picture;
+        Long half = 0;
+        bool vertical = false;
+        platform::Size size;
+        Colour colour = 0;
+        bool operator==(const Background&) const = default;
+    };
+    Background drawn_;
     bool vertical_ = false;
     bool mouseControled_ = false;
     Long max_ = 100;

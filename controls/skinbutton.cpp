@@ -44,11 +44,7 @@ void SkinButton::Refresh() {
 }
 
 void SkinButton::CopyFrom(const SkinButton& first) {
-    Visible(false);
-    Move(first.Left(), first.Top(), first.Width(), first.Height());
-    Widget::Enabled(first.Enabled());
-    MouseIcon(first.MouseIcon());
-    MousePointer(first.MousePointer());
+    CopyCommonFrom(first);
     picture_ = first.picture_;
     maskColor_ = first.maskColor_;
     MaskPicture(first.maskPicture_);

@@ -34,6 +34,14 @@ class SkinnedControl : public platform::Widget {
         return event.X >= 0 && event.Y >= 0 && event.X <= static_cast<float>(Width()) &&
                event.Y <= static_cast<float>(Height());
     }
+    /// Hidden, at the place of another one, and as it is in what all of them have.
+    void CopyCommonFrom(const SkinnedControl& first) {
+        Visible(false);
+        Move(first.Left(), first.Top(), first.Width(), first.Height());
+        Widget::Enabled(first.Widget::Enabled());
+        MouseIcon(first.mouseIcon_);
+        MousePointer(first.mousePointer_);
+    }
     /// False once a handler of the owner has ended the control's window. The control itself lives
     /// on until no message is handled, but raises no more events.
     bool IsAlive() const { return windows_.IsWindow(HWnd()); }

@@ -172,10 +172,8 @@ void Surface::BlendText(const TextPicture& text, Point at, const Rect& clip, Col
             static_cast<std::size_t>(at.x);
         Pixel* write = Row(y);
         for (Long x = area.left; x < area.right; ++x) {
-            const std::uint32_t coverage = text.coverage[start + static_cast<std::size_t>(x)];
-            if (coverage != 0) {
-                write[x] = Blend(write[x], ink, coverage);
-            }
+            // Without a look at whether there is any: compilers make vectors of it.
+            write[x] = Blend(write[x], ink, text.coverage[start + static_cast<std::size_t>(x)]);
         }
     }
 }

@@ -86,7 +86,7 @@ void TextDrawing::Draw(Surface& surface, const Font& font, std::u16string_view t
         DrawLine(surface, font, text, rect, format, colour);
         return;
     }
-    const Long height = driver_.MeasureText(font, u"^j").height;
+    const Long height = Rendered(font, u"^j", 0).height;
     const Long width = (format & DT_WORDBREAK) != 0 ? rect.Width() : 0;
     Rect line = rect;
     for (const std::u16string_view words : BreakLines(driver_, font, text, width)) {

@@ -1,6 +1,7 @@
 #include "platform/text_lines.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 
 #include "platform/text.h"
@@ -102,14 +103,17 @@ class Breaker {
 std::vector<std::u16string_view> BreakLines(const Driver& driver, const Font& font,
                                             std::u16string_view text, Long width) {
     std::vector<std::u16string_view> lines;
-    Breaker breaker(driver, font, width);
+    std::optional<Breaker> breaker;  // measures, which lines of any width do not need
+    if (width > 0) {
+        breaker.emplace(driver, font, width);
+    }
     for (bool more = true; more;) {
         const std::size_t end = std::min(text.find_first_of(u"\r\n"), text.size());
         const std::u16string_view line = text.substr(0, end);
         more = end < text.size();
         text.remove_prefix(more ? end + (text.substr(end, 2) == u"\r\n" ? 2 : 1) : end);
-        if (width > 0) {
-            breaker.Break(line, lines);
+        if (breaker) {
+            breaker->Break(line, lines);
         } else {
             lines.push_back(line);
         }

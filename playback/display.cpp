@@ -81,9 +81,7 @@ void RefreshInfoDisplay() {
 }
 
 void DrawInfoDisplay() {
-    platform::PictureBox& display = App().Main().picInfoDisplay;
-    display.Cls();
-    display.DrawText(App().InfoText, App().DisplayRect, platform::DT_CENTER);
+    App().Main().picInfoDisplay.ShowText(App().InfoText, App().DisplayRect, platform::DT_CENTER);
 }
 
 void ShowItemInfo() {
