@@ -112,6 +112,10 @@ class Driver {
     /// a watched descriptor had something to do. A virtual clock moves to the deadline at once.
     virtual void WaitUntil(std::optional<Millis> deadline) = 0;
 
+    /// How many milliseconds a timer of this period may be late, so as to be called together with
+    /// another one: each waking of a process costs more than what most timers do.
+    virtual Millis Lateness(Long /*period*/) const { return 0; }
+
     /// The oldest event not yet taken.
     virtual std::optional<DriverEvent> NextEvent() = 0;
 

@@ -99,7 +99,14 @@ void WindowSystem::SetTimer(Handle window, Long id, Long period, TimerProc proc)
     }
     KillTimer(window, id);
     period = std::max(period, 1);
-    due_.push_back({Now() + period, ++lastOrder_, window, id, period, std::move(proc), {}});
+    due_.push_back({Now() + period,
+                    ++lastOrder_,
+                    window,
+                    id,
+                    period,
+                    std::move(proc),
+                    {},
+                    driver_.Lateness(period)});
 }
 
 void WindowSystem::KillTimer(Handle window, Long id) {
@@ -123,9 +130,11 @@ void WindowSystem::Schedule(Millis delay, std::function<void()> call) {
 }
 
 std::optional<Millis> WindowSystem::NextDue() const {
-    const auto first = std::min_element(due_.begin(), due_.end(),
-                                        [](const Due& a, const Due& b) { return a.Before(b); });
-    return first == due_.end() ? std::nullopt : std::optional(first->when);
+    const auto latest = [](const Due& due) { return due.when + due.lateness; };
+    const auto first = std::min_element(due_.begin(), due_.end(), [&](const Due& a, const Due& b) {
+        return latest(a) < latest(b);
+    });
+    return first == due_.end() ? std::nullopt : std::optional(latest(*first));
 }
 
 bool WindowSystem::RunNextDue(Millis until) {

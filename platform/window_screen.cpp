@@ -17,6 +17,10 @@ std::int64_t Area(const Rect& rect) {
     return IsEmpty(rect) ? 0 : std::int64_t{rect.Width()} * rect.Height();
 }
 
+bool Within(const Rect& inner, const Rect& outer) {
+    return Intersect(inner, outer) == inner;
+}
+
 // Two rectangles become one where that costs little more than both.
 void AddDamage(std::vector<Rect>& damage, Rect rect) {
     for (auto it = damage.begin(); it != damage.end();) {
@@ -112,14 +116,14 @@ void WindowSystem::InvalidateWindow(const Window& window) {
     InvalidateRect(window.handle, {0, 0, window.rect.Width(), window.rect.Height()});
 }
 
-void WindowSystem::ComposeInto(const Window& window, Point origin, const Rect& clip,
-                               Surface& picture) const {
-    const Rect place{origin.x, origin.y, origin.x + window.rect.Width(),
-                     origin.y + window.rect.Height()};
-    const Rect area = Intersect(place, clip);
-    if (IsEmpty(area)) {
-        return;
-    }
+// Whether the window paints all of an area of its parent.
+bool WindowSystem::Window::Covers(const Rect& area) const {
+    return visible && face != nullptr && mask == nullptr && Within(area, rect) &&
+           Within(area, Offset(face->Bounds(), {rect.left, rect.top}));
+}
+
+void WindowSystem::ComposeFace(const Window& window, Point origin, const Rect& area,
+                               Surface& picture) {
     if (window.face != nullptr && window.mask == nullptr) {
         picture.BitBlt(area, *window.face, {area.left - origin.x, area.top - origin.y});
     } else if (window.face != nullptr) {
@@ -132,10 +136,31 @@ void WindowSystem::ComposeInto(const Window& window, Point origin, const Rect& c
             }
         }
     }
-    for (const Handle handle : window.children) {
-        const Window* child = Find(handle);
-        if (child->visible) {
-            ComposeInto(*child, {origin.x + child->rect.left, origin.y + child->rect.top}, area,
+}
+
+void WindowSystem::ComposeInto(const Window& window, Point origin, const Rect& clip,
+                               Surface& picture) const {
+    const Rect place{origin.x, origin.y, origin.x + window.rect.Width(),
+                     origin.y + window.rect.Height()};
+    const Rect area = Intersect(place, clip);
+    if (IsEmpty(area)) {
+        return;
+    }
+    // What lies under a child that fills the area is not even looked at.
+    const Rect areaClient = Offset(area, {-origin.x, -origin.y});
+    const auto covering =
+        std::find_if(window.children.rbegin(), window.children.rend(),
+                     [&](Handle child) { return Find(child)->Covers(areaClient); });
+    auto child = window.children.begin();
+    if (covering != window.children.rend()) {
+        child = covering.base() - 1;
+    } else {
+        ComposeFace(window, origin, area, picture);
+    }
+    for (; child != window.children.end(); ++child) {
+        const Window* found = Find(*child);
+        if (found->visible) {
+            ComposeInto(*found, {origin.x + found->rect.left, origin.y + found->rect.top}, area,
                         picture);
         }
     }
@@ -173,7 +198,9 @@ void WindowSystem::UpdateTopLevel(Window& topLevel) {
     for (const Rect& damaged : topLevel.damage) {
         // The window may have become smaller since.
         const Rect rect = Intersect(damaged, topLevel.shown.Bounds());
-        topLevel.next.FillRect(rect, 0);  // for where neither the face nor a child paints
+        if (topLevel.face == nullptr || !Within(rect, topLevel.face->Bounds())) {
+            topLevel.next.FillRect(rect, 0);  // for where neither the face nor a child paints
+        }
         ComposeInto(topLevel, {0, 0}, rect, topLevel.next);
         const Rect part = Difference(topLevel.next, topLevel.shown, rect);
         if (!IsEmpty(part)) {

@@ -256,12 +256,13 @@ class WindowSystem {
     const Window* ChildAt(const Window& window, Point point, bool windowless) const;
     void InvalidateWindow(const Window& window);
     void UpdateTopLevel(Window& topLevel);
+    static void ComposeFace(const Window& window, Point origin, const Rect& area, Surface& picture);
     void ComposeInto(const Window& window, Point origin, const Rect& clip, Surface& picture) const;
     void SendSize(Window& window, Long state);
     void DeliverPosted();
     bool RunNextDue(Millis until);
     void RunUntil(Millis deadline);
-    std::optional<Millis> NextDue() const;
+    std::optional<Millis> NextDue() const;  ///< when to wake up
     void LeaveDispatch();
     void Unlink(Window& window);
 

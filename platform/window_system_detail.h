@@ -31,6 +31,8 @@ struct WindowSystem::Window {
     Surface shown;             // what the driver has been given
     Surface next;              // where a new picture is put together, to be compared with `shown`
     std::vector<Rect> damage;  // where the two may differ
+
+    bool Covers(const Rect& area) const;
 };
 
 // Something that falls due: a timer (window is not 0, and it comes again) or a scheduled call.
@@ -42,6 +44,7 @@ struct WindowSystem::Due {
     Long period = 0;
     TimerProc timer;
     std::function<void()> call;
+    Millis lateness = 0;  ///< how long it may wait for another
 
     bool Before(const Due& other) const {
         return when != other.when ? when < other.when : order < other.order;

@@ -89,6 +89,12 @@ void DesktopDriver::WaitUntil(std::optional<Millis> deadline) {
     parts_->loop.Turn(longest);
 }
 
+// Those that move something on the screen come evenly; the others join them.
+Millis DesktopDriver::Lateness(Long period) const {
+    constexpr Long kSlowest = 30;  // of what moves
+    return period > kSlowest ? kSlowest : 0;
+}
+
 std::optional<DriverEvent> DesktopDriver::NextEvent() {
     return parts_->shared.events.Take();
 }

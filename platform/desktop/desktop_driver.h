@@ -40,6 +40,7 @@ class DesktopDriver : public Driver {
 
     Millis Now() const override;
     void WaitUntil(std::optional<Millis> deadline) override;
+    Millis Lateness(Long period) const override;
     std::optional<DriverEvent> NextEvent() override;
     void Watch(int descriptor, std::function<void()> onReadable) override;
     std::uint64_t RandomSeed() override;

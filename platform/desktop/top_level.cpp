@@ -4,7 +4,6 @@
 #include <QExposeEvent>
 #include <QPainter>
 #include <algorithm>
-#include <numeric>
 #include <thread>
 #include <utility>
 
@@ -149,12 +148,40 @@ bool TopLevel::CanBeSeen() const {
 
 void TopLevel::ShowPicture(const Surface& picture, std::span<const Rect> changed) {
     picture_ = &picture;
+    if (direct_ != nullptr && stale_.isEmpty() && CanBeSeen() && PaintDirectly(changed)) {
+        return;
+    }
     for (const Rect& part : changed) {
         stale_ += ShownPart(part, shared_.scale);
     }
     if (CanBeSeen()) {
-        Paint();
+        PaintInStore(TakeStale());
     }
+}
+
+// Small changes only; false if it is not for this way.
+bool TopLevel::PaintDirectly(std::span<const Rect> changed) {
+    const QRect bounds(0, 0, shared_.scale.ToDevice(picture_->Width()),
+                       shared_.scale.ToDevice(picture_->Height()));
+    const auto areaOf = [](const QRect& part) { return part.width() * part.height(); };
+    int area = 0;
+    parts_.clear();
+    for (const Rect& part : changed) {
+        parts_.push_back(ShownPart(part, shared_.scale) & bounds);
+        area += areaOf(parts_.back());
+    }
+    if (area > areaOf(bounds) / 2) {
+        return false;
+    }
+    // The connection writes when its buffer is full. With the largest part as the last one that is
+    // once, and each write wakes the server.
+    std::sort(parts_.begin(), parts_.end(),
+              [&](const QRect& a, const QRect& b) { return areaOf(a) < areaOf(b); });
+    for (const QRect& part : parts_) {
+        direct_->Put(ShownPixels(*picture_, part, shared_.scale), part.topLeft());
+    }
+    direct_->Send();
+    return true;
 }
 
 // What is to be painted, and from now on counts as painted.
@@ -162,21 +189,6 @@ QRegion TopLevel::TakeStale() {
     const QRect picture(0, 0, shared_.scale.ToDevice(picture_->Width()),
                         shared_.scale.ToDevice(picture_->Height()));
     return std::exchange(stale_, {}) & picture & QRect({0, 0}, size());
-}
-
-void TopLevel::Paint() {
-    const QRegion region = TakeStale();
-    const int area = std::accumulate(
-        region.begin(), region.end(), 0,
-        [](int sum, const QRect& part) { return sum + part.width() * part.height(); });
-    if (direct_ == nullptr || area > width() * height() / 2) {
-        PaintInStore(region);
-        return;
-    }
-    for (const QRect& part : region) {
-        direct_->Put(ShownPixels(*picture_, part, shared_.scale), part.topLeft());
-    }
-    direct_->Send();
 }
 
 // The toolkit's own way, which also tells the desktop that a change of size has been followed.

@@ -80,7 +80,7 @@ class TopLevel : public QWindow {
     void Report(QPoint place);
     bool IsAnswer(QPoint place);
     void StateChanged();
-    void Paint();
+    bool PaintDirectly(std::span<const Rect> changed);
     void PaintInStore(const QRegion& region);
     QRegion TakeStale();
     bool CanBeSeen() const;
@@ -103,7 +103,8 @@ class TopLevel : public QWindow {
     QBackingStore store_;
     std::unique_ptr<DirectPaint> direct_;  ///< for small changes; may be null
     const Surface* picture_ = nullptr;
-    QRegion stale_;  ///< where the window lags behind the picture; device pixels
+    QRegion stale_;             ///< where the window lags behind the picture; device pixels
+    std::vector<QRect> parts_;  ///< room for those of one picture, kept between two
 
     std::set<Long> keysDown_;
     Long wheel_ = 0;  ///< eighths of a degree that make no whole notch yet

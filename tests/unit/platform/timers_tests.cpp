@@ -318,5 +318,51 @@ TEST_F(Kept, WhatDiesMayDestroyWindowsAndDeferMore) {
     EXPECT_EQ(beats_, (Beats{{"died", 0}}));
 }
 
+// As a driver of a desktop: what is slower than the 30 ms of what moves may wait for it.
+class LateDriver : public HeadlessDriver {
+  public:
+    LateDriver() : HeadlessDriver(Clock::kVirtual) {}
+    Millis Lateness(Long period) const override { return period > 30 ? 30 : 0; }
+};
+
+class LateTimers : public Timers {
+  protected:
+    LateDriver lateDriver_;
+    WindowSystem late_{lateDriver_};
+    Handle lateWindow_ = late_.CreateWindow(0, {}, {});
+    TimerProc LateBeat(std::string name) {
+        return [this, name = std::move(name)](Handle, Long) {
+            beats_.emplace_back(name, late_.Now());
+        };
+    }
+};
+
+TEST_F(LateTimers, TheSlowerOneComesTogetherWithTheFasterOne) {
+    late_.SetTimer(lateWindow_, 12, 30, LateBeat("beat"));
+    late_.SetTimer(lateWindow_, 14, 50, LateBeat("tick"));
+    late_.Sleep(150);
+    EXPECT_EQ(beats_, (Beats{{"beat", 30},
+                             {"tick", 60},
+                             {"beat", 60},
+                             {"beat", 90},
+                             {"tick", 120},
+                             {"beat", 120},
+                             {"beat", 150},
+                             {"tick", 150}}));
+}
+
+TEST_F(LateTimers, OneAloneKeepsItsPeriod) {
+    late_.SetTimer(lateWindow_, 14, 50, LateBeat("tick"));
+    late_.Sleep(190);
+    EXPECT_EQ(beats_, (Beats{{"tick", 80}, {"tick", 130}, {"tick", 180}}));
+}
+
+TEST_F(LateTimers, WhatIsScheduledIsNotLate) {
+    late_.SetTimer(lateWindow_, 14, 50, LateBeat("tick"));
+    late_.Schedule(55, [&] { beats_.emplace_back("call", late_.Now()); });
+    late_.Sleep(60);
+    EXPECT_EQ(beats_, (Beats{{"tick", 55}, {"call", 55}}));
+}
+
 }  // namespace
 }  // namespace platform

@@ -284,6 +284,16 @@ TEST_F(WindowScreen, WithoutAFaceTheParentShinesThrough) {
     EXPECT_EQ(OnScreen(), (Rows{"11111111", "11211111", "11111111", "11111111"}));
 }
 
+TEST_F(WindowScreen, WhereAChildsFaceDoesNotReachItsParentShinesThrough) {
+    Top();
+    const Handle a = Window(top_, {1, 0, 6, 3}, 2);
+    faceOf_[a]->Resize({2, 1}, 0);
+    Sent();
+    EXPECT_EQ(OnScreen(), (Rows{"12211111", "11111111", "11111111", "11111111"}));
+    Paint(a, {0, 0, 5, 3}, 3);
+    EXPECT_EQ(Sent(), (Rects{{1, 0, 3, 1}}));
+}
+
 TEST_F(WindowScreen, OnlyThePointsOfAMaskAreShown) {
     Top();
     const Handle a = Window(top_, {1, 1, 4, 3}, 2);
