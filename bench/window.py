@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Measures the window against a bare widget of the toolkit, in turn and on a display of its own:
-time to the first picture, memory, and the processor's time over a while.
+time to the first picture, memory, the processor's time over a while, and a menu's way to the screen.
 
     window.py BUILD [--rounds N] [--seconds N]
 
@@ -8,6 +8,7 @@ BUILD is a build folder with the benchmarks in it. Prints medians; nothing is as
 """
 
 import argparse
+import ctypes
 import os
 import signal
 import statistics
@@ -72,9 +73,10 @@ class Bench:
             first, last, memory = (statistics.median(column) for column in zip(*all_figures))
             print(f'{name:14}  {first:10.1f} ms  {last:10.1f} ms  {memory / 1024:6.1f} MiB')
 
-    def processor_time(self, name, command):
+    def processor_time(self, name, command, prepare=lambda: None):
         process = subprocess.Popen(command, env=self.environment)
         time.sleep(3)
+        prepare()
         before = self.ticks(process.pid)
         time.sleep(self.seconds)
         used = (self.ticks(process.pid) - before) / TICKS
@@ -92,9 +94,71 @@ class Bench:
         song = os.path.join(self.folder, 'The Plucked Strings with a long name of their own.mp3')
         subprocess.run(['sox', '-n', '-r', '44100', '-c', '2', song, 'synth',
                         str(self.seconds + 30), 'pluck', 'vol', '0.5'], check=True)
+        self.processor_time('bare beat', [os.path.join(self.build, 'bench', 'bare_beat')])
+        self.processor_time('minimised', self.veldrin(self.directory('minimised', 0)),
+                            lambda: self.display.tool('search', '--onlyvisible', '--name', 'Veldrin',
+                                                      'windowminimize'))
         self.processor_time('stopped', self.veldrin(self.directory('stopped', 0)))
         self.processor_time('stopped, list', self.veldrin(self.directory('stopped12', 1000)))
         self.processor_time('playing', self.veldrin(self.directory('playing', 0), song))
+
+    def menus(self):
+        """From the press of the right button on the window's surface to its menu."""
+        process = subprocess.Popen(self.veldrin(self.directory('menus', 0)), env=self.environment)
+        time.sleep(2)
+        onlooker = Onlooker(self.display)
+        x, y = 110, 110  # beside the title, which would be seen to move
+        times = []
+        for _ in range(max(self.rounds, 1)):
+            self.display.point_at(x, y)
+            time.sleep(0.3)
+            times.append(onlooker.last_change(3, x - 30, y + 20, 0.3))
+            self.display.tool('key', 'Escape')
+        print(f'menu            {statistics.median(times):10.1f} ms  longest {max(times):.1f} ms')
+        process.send_signal(signal.SIGTERM)
+        process.wait()
+
+
+class Image(ctypes.Structure):
+    """The beginning of what the window server's library calls an image."""
+    _fields_ = [('numbers', ctypes.c_int * 4), ('data', ctypes.c_void_p)]
+
+
+class Onlooker:
+    """Presses a button and sees what comes of it, faster than a tool could be started."""
+
+    SIDE = 60  # pixels
+    WHOLE = ctypes.c_ulong(-1)
+    Z_PIXMAP = 2
+
+    def __init__(self, display):
+        self.x, self.test = ctypes.CDLL('libX11.so.6'), ctypes.CDLL('libXtst.so.6')
+        self.x.XOpenDisplay.restype = ctypes.c_void_p
+        self.x.XDefaultRootWindow.restype = ctypes.c_ulong
+        self.x.XGetImage.restype = ctypes.POINTER(Image)
+        self.server = ctypes.c_void_p(self.x.XOpenDisplay(display.name.encode()))
+        self.root = ctypes.c_ulong(self.x.XDefaultRootWindow(self.server))
+
+    def look(self, left, top):
+        image = self.x.XGetImage(self.server, self.root, left, top, self.SIDE, self.SIDE,
+                                 self.WHOLE, self.Z_PIXMAP)
+        pixels = ctypes.string_at(image.contents.data, self.SIDE * self.SIDE * 4)
+        self.x.XDestroyImage(image)
+        return pixels
+
+    def last_change(self, button, left, top, seconds):
+        """Milliseconds from the press to the last change of what is seen there."""
+        former, last = self.look(left, top), 0
+        start = time.monotonic()
+        self.test.XTestFakeButtonEvent(self.server, button, 1, ctypes.c_ulong(0))
+        self.x.XFlush(self.server)
+        while time.monotonic() < start + seconds:
+            seen = self.look(left, top)
+            if seen != former:
+                former, last = seen, time.monotonic() - start
+        self.test.XTestFakeButtonEvent(self.server, button, 0, ctypes.c_ulong(0))
+        self.x.XFlush(self.server)
+        return last * 1000
 
 
 def main():
@@ -108,6 +172,7 @@ def main():
         try:
             if options.rounds:
                 bench.starts()
+                bench.menus()
             if options.seconds:
                 bench.processor_times()
         finally:
