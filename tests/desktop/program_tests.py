@@ -6,6 +6,8 @@ import re
 import signal
 import subprocess
 import time
+from collections import Counter
+from typing import NamedTuple
 
 from desktop import SCREEN, Display, OnDisplay, Picture, main, wait_for
 from world import tone
@@ -18,12 +20,33 @@ ROW = 15
 PREVIOUS, PLAY, PAUSE, STOP, NEXT = ((12 + 23 * i + 10, 256) for i in range(5))
 SEEK = (9, 230, 275, 13)
 VOLUME = (200, 249, 85, 13)
-# Where text stands that moves, or that another font makes another: the title and the display.
-TEXTS = ((52, 5, 202, 22), (126, 248, 72, 20))
+TITLE = (52, 5, 202, 22)  # moves
+TITLE_BOX = (56, 11, 180, 12)
 
 
 def middle(part):
     return part[0] + part[2] // 2, part[1] + part[3] // 2
+
+
+class Ink(NamedTuple):
+    """What stands out of a picture's ground: its box, and the colour farthest from the ground."""
+    left: int
+    top: int
+    right: int
+    bottom: int
+    ground: tuple
+    colour: tuple
+
+
+def ink(picture):
+    pixels = {(x, y): picture.pixel(x, y) for x in range(picture.width)
+              for y in range(picture.height)}
+    ground, _ = Counter(pixels.values()).most_common(1)[0]
+    found = [place for place, colour in pixels.items() if colour != ground]
+    across, down = [x for x, _ in found], [y for _, y in found]
+    farthest = max(pixels.values(),
+                   key=lambda colour: sum(abs(a - b) for a, b in zip(colour, ground)))
+    return Ink(min(across), min(down), max(across), max(down), ground, farthest)
 
 
 class Player(OnDisplay):
@@ -102,10 +125,14 @@ class Player(OnDisplay):
         for name in names:
             tone(self.at(name + '.wav'), seconds=seconds)
 
+    @staticmethod
+    def list_file(count):
+        rows = ''.join(f'Row {i}\r\n/music/{i}.mp3\r\n' for i in range(count))
+        return f'OMK v1.1\r\n{count}\r\n0\r\n{rows}'
+
     def save_list(self, count):
         with open(os.path.join(self.directory, 'Sarnel.Ambrisor.omk'), 'w', newline='') as file:
-            rows = ''.join(f'Row {i}\r\n/music/{i}.mp3\r\n' for i in range(count))
-            file.write(f'OMK v1.1\r\n{count}\r\n0\r\n{rows}')
+            file.write(self.list_file(count))
 
     def row(self, number):
         """The middle of a row by its place in the list's window."""
@@ -137,7 +164,7 @@ class Window(Player):
         wanted = small.enlarged(2)
         # The colours of the current row come and go with the time.
         current = (LIST[0], LIST[1], LIST[2], ROW)
-        parts = [tuple(2 * number for number in part) for part in (*TEXTS, current)]
+        parts = [tuple(2 * number for number in part) for part in (TITLE, current)]
         self.assert_same(large, wanted, parts)
 
     def assert_same(self, shown, wanted, texts):
@@ -148,21 +175,52 @@ class Window(Player):
                                  for left, top, width, height in texts)]
         self.assertEqual(different[:20], [], f'{len(different)} pixels')
 
+    def composed(self, *lines):
+        """The window as the headless driver composes it after the lines of a scenario."""
+        script = os.path.join(self.folder, 'window.scn')
+        with open(script, 'w') as file:
+            file.write('\n'.join([*lines, 'start', 'advance 30', 'screenshot shot.bmp', '']))
+        subprocess.run([self.scenario, '--keep', self.folder, script], check=True,
+                       stdout=subprocess.DEVNULL)
+        found = subprocess.check_output(['find', self.folder, '-name', 'shot.bmp']).decode()
+        data = subprocess.check_output(['convert', found.split('\n')[0], '-depth', '8', 'rgb:-'])
+        return Picture(data, *SCREEN).part(*self.place)
+
     def test_equals_what_the_headless_driver_composes(self):
         os.remove(self.ini)
         self.open()
         self.assertEqual(self.place, ((SCREEN[0] - WIDTH) // 2, (SCREEN[1] - HEIGHT) // 2,
                                       WIDTH, HEIGHT))
-        script = os.path.join(self.folder, 'window.scn')
-        with open(script, 'w') as file:
-            file.write('start\nscreenshot shot.bmp\n')
-        subprocess.run([self.scenario, '--keep', self.folder, script], check=True,
-                       stdout=subprocess.DEVNULL)
-        found = subprocess.check_output(['find', self.folder, '-name', 'shot.bmp']).decode()
-        data = subprocess.check_output(['convert', found.split('\n')[0], '-depth', '8', 'rgb:-'])
-        wanted = Picture(data, *SCREEN).part(*self.place)
+        wanted = self.composed()
         self.point_at((-50, -50))
-        self.assert_same(self.shown(), wanted, TEXTS)
+        self.assert_same(self.shown(), wanted, [TITLE])
+
+    def test_its_text_stands_where_the_headless_driver_puts_it(self):
+        self.save_list(4)
+        self.open()
+        wanted = self.composed(f'ini X "{LEFT}"', f'ini Y "{TOP}"',
+                               'write "$D/Sarnel.Ambrisor.omk" "' + self.list_file(4).replace(
+                                   '\r\n', '\\r\\n') + '"')
+        self.point_at((-50, -50))
+        shown = self.shown()
+        rows = [(LIST[0], LIST[1] + ROW * number, LIST[2], ROW) for number in range(4)]
+        self.assert_same(shown, wanted, [TITLE, *rows])
+        # The colours of the current row, the first one, come and go with the time.
+        for row in rows[1:]:
+            self.assert_like(ink(shown.part(*row)), ink(wanted.part(*row)), 2, 9)
+        # The title is wider than its box, and on its way.
+        title = ink(shown.part(*TITLE_BOX)), ink(wanted.part(*TITLE_BOX))
+        self.assert_like(*title, 14, 14)
+
+    def assert_like(self, shown, wanted, left, right):
+        """Text of another font: its colours, its line, and both ends within so many pixels."""
+        self.assertEqual(shown.ground, wanted.ground)
+        for a, b in zip(shown.colour, wanted.colour):
+            self.assertAlmostEqual(a, b, delta=16)
+        self.assertAlmostEqual(shown.left, wanted.left, delta=left)
+        self.assertAlmostEqual(shown.top, wanted.top, delta=2)
+        self.assertAlmostEqual(shown.bottom, wanted.bottom, delta=2)
+        self.assertAlmostEqual(shown.right, wanted.right, delta=right)
 
     def test_minimised_and_restored_by_the_desktop(self):
         self.open()
