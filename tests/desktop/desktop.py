@@ -96,6 +96,13 @@ class Display:
             return found and int(found[-1])
         return wait_for(find, f'a window {title!r}')
 
+    def windows_of(self, process):
+        """The numbers of those that can be seen. By the process, since the window server may not
+        know yet that a former one has ended."""
+        found = self.run('xdotool', 'search', '--all', '--onlyvisible', '--pid', str(process.pid),
+                         '--class', '^veldrin$', check=False)
+        return [int(window) for window in found.split()]
+
     def geometry(self, window):
         """Left, top, width, height on the screen."""
         info = self.run('xwininfo', '-id', str(window))
@@ -120,6 +127,10 @@ class Picture:
     def pixel(self, x, y):
         at = (y * self.width + x) * 3
         return tuple(self.data[at:at + 3])
+
+    def has_colours(self):
+        """Whether not all of it is of one colour."""
+        return self.data != self.data[:3] * (self.width * self.height)
 
     def part(self, left, top, width, height):
         rows = [self.data[(y * self.width + left) * 3:(y * self.width + left + width) * 3]

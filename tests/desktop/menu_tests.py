@@ -37,17 +37,15 @@ class Menus(OnDisplay):
             [self.program, '--dir', self.directory, '--output', 'null'], env=self.environment,
             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.running.append(self.player)
-        self.window = self.display.window('Veldrin v1.1')
+        self.window = wait_for(lambda: self.display.windows_of(self.player), 'the window')[0]
         wait_for(lambda: any(self.display.screenshot().pixel(left + 20, top + 17)),
                  'the picture')
         self.display.tool('windowfocus', '--sync', self.window)
 
     def popups(self):
         """Places of the visible popups."""
-        found = self.display.run('xdotool', 'search', '--onlyvisible', '--class', 'veldrin',
-                                 check=False).split()
-        return sorted(self.display.geometry(int(window)) for window in found
-                      if int(window) != self.window)
+        return sorted(self.display.geometry(window)
+                      for window in self.display.windows_of(self.player) if window != self.window)
 
     def wait_for_popups(self, count):
         wait_for(lambda: len(self.popups()) == count, f'{count} popups')

@@ -77,9 +77,8 @@ class Panels(Player):
 
 class MenuButtons(Player):
     def popups(self):
-        found = self.display.run('xdotool', 'search', '--onlyvisible', '--class', '^veldrin$',
-                                 check=False).split()
-        return len([window for window in found if int(window) != self.window])
+        return len([window for window in self.display.windows_of(self.player)
+                    if window != self.window])
 
     def test_each_button_opens_its_menu(self):
         self.open()

@@ -78,13 +78,8 @@ class Player(OnDisplay):
             stderr=subprocess.PIPE)
         self.player.seen = b''
         self.running.append(self.player)
-        self.window = wait_for(self.find_window, 'the window')
+        self.window = wait_for(lambda: self.display.windows_of(self.player), 'the window')[0]
         wait_for(self.painted, 'the picture')
-
-    def find_window(self):
-        found = self.display.run('xdotool', 'search', '--onlyvisible', '--class', '^veldrin$',
-                                 check=False).split()
-        return int(found[0]) if found else 0
 
     def painted(self):
         self.place = self.display.geometry(self.window)
@@ -368,6 +363,9 @@ class Playing(Player):
             self.display.tool('mousemove', x, 180, 'sleep', '0.02')
         self.display.tool('sleep', '0.1', 'mouseup', 1)
         source.expect('copied')
+        # The source has let go of it; it is the list's once it shows there.
+        fourth = (LIST[0], LIST[1] + 3 * ROW, LIST[2], ROW)
+        wait_for(lambda: self.shown(fourth).has_colours(), 'a fourth row')
         self.player.terminate()
         self.end_of(self.player)
         self.assertEqual(self.paths_saved(),
