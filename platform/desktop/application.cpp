@@ -1,5 +1,6 @@
 #include "platform/desktop/application.h"
 
+#include <unistd.h>
 #include <xcb/xcb.h>
 
 #include <QSessionManager>
@@ -18,6 +19,14 @@ void SetUnlessSet(const char* variable, const char* value) {
     }
 }
 
+// Whether somebody runs a session bus. Without one the toolkit's library would start one when the
+// window first becomes active, and wait for it in the middle of an event; nobody is on it then.
+bool HasSessionBus() {
+    const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           (!folder.isEmpty() && access((folder + "/bus").constData(), F_OK) == 0);
+}
+
 // Before the application object, which reads it.
 void PrepareEnvironment() {
     // The plainest of the toolkit's event loops: it wakes for half the price.
@@ -31,6 +40,9 @@ void PrepareEnvironment() {
     SetUnlessSet("QT_XCB_NO_MITSHM", "1");
     // Its remarks on the surroundings are of no use to whoever listens to music.
     SetUnlessSet("QT_LOGGING_RULES", "default.warning=false");
+    if (!HasSessionBus()) {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    }
     // Finished pictures are magnified here, not by the toolkit.
     SetUnlessSet("QT_ENABLE_HIGHDPI_SCALING", "0");
 }

@@ -16,7 +16,7 @@ import tempfile
 import time
 import unittest
 
-PATIENCE = 30
+PATIENCE = 15
 HERE = os.path.dirname(os.path.abspath(__file__))
 
 
