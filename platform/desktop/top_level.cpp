@@ -167,8 +167,11 @@ bool TopLevel::PaintDirectly(std::span<const Rect> changed) {
     int area = 0;
     parts_.clear();
     for (const Rect& part : changed) {
-        parts_.push_back(ShownPart(part, shared_.scale) & bounds);
-        area += areaOf(parts_.back());
+        const QRect shown = ShownPart(part, shared_.scale) & bounds;
+        if (!shown.isEmpty()) {
+            parts_.push_back(shown);
+            area += areaOf(shown);
+        }
     }
     if (area > areaOf(bounds) / 2) {
         return false;
