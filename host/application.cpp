@@ -20,7 +20,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       signals_(signals),
       front_(front),
       engine_(
-          std::move(beginning.output),
+          beginning.output,
           [&console](const std::string& notice) { console.Complain(Printable(notice)); },
           std::move(beginning.typesFile)),
       windows_(front.GetDriver()),

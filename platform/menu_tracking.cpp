@@ -38,9 +38,8 @@ MenuTracking::~MenuTracking() {
 
 void MenuTracking::Open(Handle menu, Point ptScreen) {
     menus_.Measure(menu, session_.owner);
-    levels_.push_back(
-        {std::make_unique<MenuPopup>(windows_, menus_, menu, session_.owner, session_.colours),
-         std::nullopt});
+    levels_.emplace_back().popup =
+        std::make_unique<MenuPopup>(windows_, menus_, menu, session_.owner, session_.colours);
     MenuPopup& popup = Active();
     const Rect area = windows_.GetDriver().WorkAreaAt(ptScreen);
     popup.Show(PlacePopup(popup.WantedSize(), session_.flags, ptScreen, area));

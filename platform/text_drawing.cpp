@@ -11,7 +11,7 @@ namespace {
 
 constexpr Long kPieceWidth = 2048;
 // Enough for the rows of several screens; a piece of a row takes some 4 KiB.
-constexpr std::size_t kMostBytes = 1024 * 1024;
+constexpr std::size_t kMostBytes = 1U << 20;
 // No surface is wide enough for more, and shaping takes time that grows with the text.
 constexpr std::size_t kMostUnits = 8192;
 

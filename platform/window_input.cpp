@@ -237,6 +237,8 @@ template <class... F>
 struct Cases : F... {
     using F::operator()...;
 };
+template <class... F>
+Cases(F...) -> Cases<F...>;
 
 }  // namespace
 

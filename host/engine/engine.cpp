@@ -32,7 +32,7 @@ std::optional<Output> Output::Parse(std::string_view text) {
     return std::nullopt;
 }
 
-Engine::Engine(Output output, Notice notice, std::string typesFile)
+Engine::Engine(const Output& output, Notice notice, std::string typesFile)
     : player_(std::make_unique<Player>(output, std::move(notice), std::move(typesFile))) {}
 Engine::~Engine() = default;
 

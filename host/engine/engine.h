@@ -44,7 +44,7 @@ class Engine {
     /// Starts nothing yet: that happens at the first need, or before it by Prepare. Without
     /// `notice` the lines go to standard error. `typesFile`: where the list of playable types is
     /// kept from one run to the next, so that GStreamer need not be started for it; none if empty.
-    explicit Engine(Output output, Notice notice = {}, std::string typesFile = {});
+    explicit Engine(const Output& output, Notice notice = {}, std::string typesFile = {});
     ~Engine();
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;

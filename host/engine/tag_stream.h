@@ -39,7 +39,7 @@ class TagStream final : public TagLib::IOStream {
     void truncate(long) override {}
 
   private:
-    static constexpr long kWindowBytes = 8 * 1024;
+    static constexpr long kWindowBytes = 8192;
     struct Window {
         long start = 0;
         long size = 0;

@@ -7,7 +7,7 @@ namespace veldrin {
 
 namespace {
 
-constexpr int kChannels = 2;
+constexpr std::uint64_t kChannels = 2;
 constexpr int kBytesPerSample = 2;
 constexpr int kDefaultRate = 44100;
 constexpr std::uint32_t kHeaderBytes = 44;
@@ -84,7 +84,7 @@ void WavWriter::WriteHeader(std::uint64_t dataBytes) {
     PutNumber(header, rate, 4);
     PutNumber(header, rate * kChannels * kBytesPerSample, 4);
     PutNumber(header, kChannels * kBytesPerSample, 2);
-    PutNumber(header, 8 * kBytesPerSample, 2);
+    PutNumber(header, std::uint64_t{8} * kBytesPerSample, 2);
     PutText(header, "data");
     PutNumber(header, std::min(dataBytes, kLargestSize), 4);
     failed_ = std::fwrite(header.data(), 1, header.size(), file_.get()) != header.size();
