@@ -106,8 +106,8 @@ class Dragging(Player):
         self.open()
         self.drop(BACKGROUND, (BACKGROUND[0] + 60, BACKGROUND[1] + 40))
         wait_for(lambda: self.place_now() == (LEFT + 60, TOP + 40), 'the window')
-        wait_for(lambda: self.setting('X') == str(LEFT + 60), 'the setting')
-        self.assertEqual(self.setting('Y'), str(TOP + 40))
+        wait_for(lambda: (self.setting('X'), self.setting('Y')) == (str(LEFT + 60), str(TOP + 40)),
+                 'both settings')
 
     # Five pixels from the left edge it sticks to it; by the title, as by the background.
     def test_the_window_sticks_to_the_edge(self):
