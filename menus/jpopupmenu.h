@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,7 +22,7 @@ namespace sarnel {
 /// The colours of the rows; the values are those before a skin is in force.
 struct MenuColours {
     Colour bkText = 0xFF0000;      ///< background where there is no picture
-    Colour txtColor = 0x800000;    ///<
+    Colour txtColor = 0x800000;    ///< text
     Colour cDisabled1 = 0xFFC0C0;  ///< lower layer of a disabled text
     Colour cDisabled2 = 0x800000;  ///< upper layer
     Colour selGrad1 = 0xFFC0C0;    ///< selection bar, left
@@ -29,7 +30,7 @@ struct MenuColours {
     Colour selText = 0xFFC0C0;     ///< selected text, and the bar's dotted border
     Colour headGrad1 = 0xFFC0C0;   ///< header row, top
     Colour headGrad2 = 0x800000;   ///< bottom; also the frame around a popup
-    Colour headText = 0xFFC0C0;    ///<
+    Colour headText = 0xFFC0C0;    ///< its text
     Colour cSep1 = 0xFFC0C0;       ///< separator, left
     Colour cSep2 = 0x800000;       ///< right
     bool operator==(const MenuColours&) const = default;
@@ -184,6 +185,10 @@ class JPopupMenu {
         bool marked = false;  ///< to be removed
         bool header = false;
         bool ownerDraw = false;
+
+        bool IsLine() const { return caption == u"-"; }
+        /// Marks, the enabled state, and whether the platform is to treat it as a separator.
+        Long Flags() const;
     };
     struct Row;
 
@@ -199,6 +204,10 @@ class JPopupMenu {
     Handle CreateSubmenu();
     void SetFlags(Long index, Long set, Long clear);
     void MeasureAgain(Long index);
+    /// What the platform knows of the item; nothing if it is in none of its menus.
+    std::optional<platform::MenuItemInfo> InfoOf(const Item& item) const;
+    /// Its row among those of its menu; their number if it is not among them.
+    Long PositionOf(const Item& item) const;
     void MarkBelow(Handle submenu, std::vector<Handle>& submenus);
     void Compact();
     platform::Menus& PlatformMenus() const;

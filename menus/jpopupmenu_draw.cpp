@@ -15,7 +15,6 @@ namespace {
 constexpr Long kCaptionFormat = DT_NOPREFIX | DT_NOCLIP | DT_SINGLELINE | DT_VCENTER;
 constexpr Long kKeyTextFormat = kCaptionFormat | DT_RIGHT;
 constexpr Long kHeaderFormat = DT_NOPREFIX | DT_SINGLELINE | DT_VCENTER | DT_CENTER;
-constexpr std::u16string_view kSeparator = u"-";
 
 }  // namespace
 
@@ -40,7 +39,7 @@ bool JPopupMenu::WM_MEASUREITEM_Msg(Long lParam) {
     }
     constexpr Long kSmallWidth = 30;
     const Item& item = At(index);
-    const bool isSeparator = item.caption == kSeparator;
+    const bool isSeparator = item.IsLine();
     // A seventh, and not the sixth of AddItem: what is answered here counts on the screen.
     Long height = isSeparator ? itemHeight_ / 7 : item.header ? itemHeight_ - 5 : itemHeight_;
     Long width = isSeparator || item.header ? kSmallWidth : itemHeight_;
@@ -127,14 +126,14 @@ void JPopupMenu::DrawRow(const Row& row) {
     }
     if (row.disabled) {
         DrawDisabled(row);
-    } else if (row.item.caption != kSeparator) {
+    } else if (!row.item.IsLine()) {
         DrawItemBackground(row);
         DrawItemText(row, row.rect, row.selected ? colours_.selText : colours_.txtColor);
     }
 }
 
 void JPopupMenu::DrawDisabled(const Row& row) {
-    if (row.item.caption == kSeparator) {
+    if (row.item.IsLine()) {
         GradientFill(row.surface, row.rect, colours_.cSep1, colours_.cSep2, false);
         return;
     }

@@ -13,7 +13,6 @@ using namespace platform;
 namespace {
 
 constexpr Long kLastIdBefore = 2048;
-constexpr std::u16string_view kSeparator = u"-";
 
 // The letter that the first "&" stands in front of, unless it is the last character.
 std::u16string MnemonicOf(std::u16string_view caption) {
@@ -64,9 +63,7 @@ Long JPopupMenu::AddItem(std::u16string_view sCaption, Long lParentIndex, std::u
     item.enabled = bEnabled;
     item.key = sKey;
     EnterInMenus(index);
-    item.height = item.caption == kSeparator ? itemHeight_ / 6
-                  : item.header              ? itemHeight_ - 8
-                                             : itemHeight_;
+    item.height = item.IsLine() ? itemHeight_ / 6 : item.header ? itemHeight_ - 8 : itemHeight_;
     if (item.header) {
         Header(index, true);
     }
@@ -74,7 +71,7 @@ Long JPopupMenu::AddItem(std::u16string_view sCaption, Long lParentIndex, std::u
 }
 
 void JPopupMenu::ParseCaption(Item& item, std::u16string_view text) {
-    if (text == kSeparator) {
+    if (text == u"-") {
         item.caption = text;
         return;
     }
@@ -91,14 +88,11 @@ void JPopupMenu::ParseCaption(Item& item, std::u16string_view text) {
     item.mnemonic = MnemonicOf(item.caption);
 }
 
-namespace {
-
-Long StateFlags(bool checked, bool enabled, bool isSeparator) {
+Long JPopupMenu::Item::Flags() const {
+    const bool isSeparator = header || caption.starts_with(u'-');
     return (checked ? MF_CHECKED : 0) | (enabled ? 0 : MF_GRAYED) |
            (isSeparator ? MF_SEPARATOR : 0);
 }
-
-}  // namespace
 
 void JPopupMenu::EnterInMenus(Long index) {
     Item& item = At(index);
@@ -114,10 +108,7 @@ void JPopupMenu::EnterInMenus(Long index) {
     } else {
         menu = At(1).containingMenu;
     }
-    const bool isSeparator = item.header || item.caption.starts_with(u'-');
-    PlatformMenus().AppendMenu(menu,
-                               StateFlags(item.checked, item.enabled, isSeparator) | MF_OWNERDRAW,
-                               item.menuId, item.caption);
+    PlatformMenus().AppendMenu(menu, item.Flags() | MF_OWNERDRAW, item.menuId, item.caption);
     item.containingMenu = menu;
 }
 
@@ -135,10 +126,8 @@ Handle JPopupMenu::SubmenuOfParent(Item& item) {
         }
         submenus_.push_back(submenu);
         Item& above = At(parent);
-        const bool isSeparator = above.header || above.caption.starts_with(u'-');
-        const Long flags = StateFlags(above.checked, above.enabled, isSeparator);
         PlatformMenus().ModifyMenu(above.containingMenu, above.menuId,
-                                   flags | MF_OWNERDRAW | MF_POPUP, submenu, above.caption);
+                                   above.Flags() | MF_OWNERDRAW | MF_POPUP, submenu, above.caption);
         above.menuId = submenu;
     }
     item.parentMenu = submenu;
@@ -161,17 +150,29 @@ Handle JPopupMenu::CreateSubmenu() {
     return 0;
 }
 
+std::optional<MenuItemInfo> JPopupMenu::InfoOf(const Item& item) const {
+    return PlatformMenus().GetMenuItemInfo(item.containingMenu, item.menuId, MF_BYCOMMAND);
+}
+
+Long JPopupMenu::PositionOf(const Item& item) const {
+    const Menus& menus = PlatformMenus();
+    const Long count = menus.GetMenuItemCount(item.containingMenu);
+    Long position = 0;
+    while (position < count &&
+           menus.GetMenuItemInfo(item.containingMenu, position, MF_BYPOSITION)->id != item.menuId) {
+        ++position;
+    }
+    return position;
+}
+
 Handle JPopupMenu::Submenu(Long lIndex) const {
-    const Item& item = Get(lIndex);
-    const auto info =
-        PlatformMenus().GetMenuItemInfo(item.containingMenu, item.menuId, MF_BYCOMMAND);
+    const auto info = InfoOf(Get(lIndex));
     return info ? info->submenu : 0;
 }
 
 void JPopupMenu::SetFlags(Long index, Long set, Long clear) {
     const Item& item = At(index);
-    const bool isSeparator = item.header || item.caption.starts_with(u'-');
-    Long flags = StateFlags(item.checked, item.enabled, isSeparator) | MF_OWNERDRAW;
+    Long flags = item.Flags() | MF_OWNERDRAW;
     if (Submenu(index) != 0) {
         flags |= MF_POPUP;
     }
@@ -183,17 +184,12 @@ void JPopupMenu::SetFlags(Long index, Long set, Long clear) {
 void JPopupMenu::MeasureAgain(Long index) {
     const Item& item = At(index);
     Menus& menus = PlatformMenus();
-    const auto info = menus.GetMenuItemInfo(item.containingMenu, item.menuId, MF_BYCOMMAND);
+    const auto info = InfoOf(item);
     if (!info) {
         return;
     }
-    Long position = 0;
-    while (menus.GetMenuItemInfo(item.containingMenu, position, MF_BYPOSITION)->id != item.menuId) {
-        ++position;
-    }
-    const bool isSeparator = item.header || item.caption.starts_with(u'-');
-    const Long flags =
-        (info->type & ~MF_SEPARATOR) | info->state | (isSeparator ? MF_SEPARATOR : 0);
+    const Long position = PositionOf(item);
+    const Long flags = (info->type & ~MF_SEPARATOR) | info->state | (item.Flags() & MF_SEPARATOR);
     menus.RemoveMenu(item.containingMenu, item.menuId, MF_BYCOMMAND);
     menus.InsertMenu(item.containingMenu, position, flags | MF_BYPOSITION, item.menuId,
                      item.caption);
@@ -238,9 +234,7 @@ void JPopupMenu::ItemKey(Long lIndex, std::u16string_view sKey) {
 }
 
 bool JPopupMenu::Checked(Long lIndex) const {
-    const Item& item = Get(lIndex);
-    const auto info =
-        PlatformMenus().GetMenuItemInfo(item.containingMenu, item.menuId, MF_BYCOMMAND);
+    const auto info = InfoOf(Get(lIndex));
     return info && (info->state & MF_CHECKED) != 0;
 }
 
@@ -252,9 +246,7 @@ void JPopupMenu::Checked(Long lIndex, bool bChecked) {
 }
 
 bool JPopupMenu::Enabled(Long lIndex) const {
-    const Item& item = Get(lIndex);
-    const auto info =
-        PlatformMenus().GetMenuItemInfo(item.containingMenu, item.menuId, MF_BYCOMMAND);
+    const auto info = InfoOf(Get(lIndex));
     return info && (info->state & (MF_GRAYED | MF_DISABLED)) == 0;
 }
 
@@ -297,16 +289,10 @@ void JPopupMenu::GroupToggle(Long lIndex) {
     const Menus& menus = PlatformMenus();
     const Handle menu = hMenu(lIndex);
     const Long count = menus.GetMenuItemCount(menu);
-    const auto infoAt = [&](Long position) {
-        return menus.GetMenuItemInfo(menu, position, MF_BYPOSITION);
-    };
-    Long own = 0;
-    while (own < count && infoAt(own)->id != At(lIndex).menuId) {
-        ++own;
-    }
+    const Long own = PositionOf(At(lIndex));
     for (const Long step : {-1, 1}) {
         for (Long position = own + step; position >= 0 && position < count; position += step) {
-            const auto info = infoAt(position);
+            const auto info = menus.GetMenuItemInfo(menu, position, MF_BYPOSITION);
             if ((info->type & MF_SEPARATOR) != 0) {
                 break;
             }

@@ -132,7 +132,6 @@ void MenuPopup::DrawFrame() {
             frame_.FillRect({middle - line, y, middle + line + 1, y + 1}, colours_.arrow);
         }
     }
-    windows_.InvalidateRect(window_, frame_.Bounds());
 }
 
 const Menus::Item* MenuPopup::Item(std::size_t row) const {

@@ -180,20 +180,21 @@ void DesktopDriver::ActivateTopLevel(Handle window) {
 }
 
 void DesktopDriver::SetTopLevelPopup(Handle window, Handle owner) {
-    const auto found = parts_->windows.find(owner);
-    parts_->windows.at(window)->SetPopup(found != parts_->windows.end() ? found->second.get()
-                                                                        : nullptr);
+    if (TopLevel* found = parts_->Find(window)) {
+        found->SetPopup(parts_->Find(owner));
+    }
 }
 
 void DesktopDriver::GrabInput(Handle popup) {
     parts_->grabbing = popup;
-    parts_->windows.at(popup)->GrabInput();
+    if (TopLevel* found = parts_->Find(popup)) {
+        found->GrabInput();
+    }
 }
 
 void DesktopDriver::ReleaseInput() {
-    const auto found = parts_->windows.find(std::exchange(parts_->grabbing, 0));
-    if (found != parts_->windows.end()) {
-        found->second->ReleaseInput();
+    if (TopLevel* found = parts_->Find(std::exchange(parts_->grabbing, 0))) {
+        found->ReleaseInput();
     }
 }
 
