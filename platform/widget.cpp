@@ -189,7 +189,8 @@ void Widget::Raised(const char* event, std::initializer_list<Long> arguments) co
     }
     std::string text;
     for (const Long argument : arguments) {
-        text += (text.empty() ? "" : " ") + std::to_string(argument);
+        text += text.empty() ? "" : " ";
+        text += std::to_string(argument);
     }
     observer_(event, text);
 }
