@@ -235,6 +235,10 @@ TEST_P(ReentryOfCommands, TheRunMayEndInsideEveryCall) {
     EndInsideEveryCall(GetParam());
 }
 
+TEST_P(ReentryOfCommands, TheHostMayGoToTheNextItemInsideTheFirstCall) {
+    NextItemInsideTheFirstCall(GetParam());
+}
+
 const auto kNameOf = [](const auto& way) { return way.param.name; };
 INSTANTIATE_TEST_SUITE_P(Menu, ReentryOfCommands, ::testing::ValuesIn(MenuWays()), kNameOf);
 INSTANTIATE_TEST_SUITE_P(Controls, ReentryOfCommands, ::testing::ValuesIn(ControlWays()), kNameOf);

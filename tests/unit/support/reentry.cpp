@@ -124,6 +124,22 @@ void EndInsideEveryCall(const Way& way) {
     }
 }
 
+void NextItemInsideTheFirstCall(const Way& way) {
+    const auto world = Prepared(way);
+    int calls = 0;
+    world->host.insideAny = [&](Long) {
+        const sarnel::frmMAIN* main = world->State().ExistingMain();
+        if (calls++ == 0 && main != nullptr && main->IsLoaded()) {
+            world->HotKey(u"Next");
+        }
+    };
+    way.enter(*world);
+    world->host.insideAny = nullptr;
+    EXPECT_TRUE(way.mayBeQuiet || calls > 0);
+    world->End();
+    ExpectSaved(*world, !way.emptiesList);
+}
+
 void Stay(World& /*world*/) {}
 
 void Playing(World& world) {

@@ -47,6 +47,9 @@ void EndInside(World& world, std::size_t call, Ending ending);
 /// Ending, and expects the run to be over in order each time. Of calls that are alike the first two
 /// are tried.
 void EndInsideEveryCall(const Way& way);
+/// Another kind of re-entry: a hot key that is pressed inside the way's first call. The run goes
+/// on.
+void NextItemInsideTheFirstCall(const Way& way);
 
 // What ways are made of.
 
