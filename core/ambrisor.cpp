@@ -17,9 +17,17 @@ Ambrisor::Ambrisor(platform::WindowSystem& windows, AmbrisorOptions options)
     SetApp(program_.get());
 }
 
+// A host may do this inside an answer. The steps that are still to come then find the state, but no
+// window on the screen and nobody to ask.
 Ambrisor::~Ambrisor() {
-    program_.reset();
-    SetApp(nullptr);
+    platform::WindowSystem& windows = program_->windows;
+    program_->component = nullptr;
+    const frmMAIN* main = program_->ExistingMain();
+    if (main != nullptr && windows.IsDispatching()) {
+        program_->UnloadTip();
+        windows.DestroyWindow(main->HWnd());
+    }
+    windows.DeferDelete(std::shared_ptr<Program>(std::move(program_)));
 }
 
 bool Ambrisor::Connect(HostObject* lServer) {
@@ -69,13 +77,14 @@ Long Ambrisor::ProcessImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lPar
     return result;
 }
 
+// From here on through App(): the host may have destroyed this object by the time of a later step.
 void Ambrisor::Control(const ImpulseValue& wParam, ImpulseValue& lParam1, ImpulseValue& lParam2) {
     const std::optional<Long> command = wParam.AsLong();
     if (command == kControlComponent) {
         lParam1.Assign(static_cast<Object*>(this));
     } else if (command == kControlLoad) {
-        Step([&] { program_->Main().Load(); });
-        lParam1.Assign(program_->Main().HWnd());
+        Step([] { App().Main().Load(); });
+        lParam1.Assign(App().Main().HWnd());
     } else if (command == kControlShow) {
         ControlShow(lParam1, lParam2);
     } else if (command == kControlMinimise) {
@@ -98,21 +107,22 @@ void Ambrisor::ControlShow(const ImpulseValue& lParam1, const ImpulseValue& lPar
                 ProcessCommandLine(*line, true);
             }
         });
-        frmMAIN& main = program_->Main();
-        program_->windows.ShowWindow(main.HWnd(), platform::SW_SHOWNORMAL);
-        program_->windows.SetFocus(main.lstPlaylist.HWnd());
+        frmMAIN& main = App().Main();
+        App().windows.ShowWindow(main.HWnd(), platform::SW_SHOWNORMAL);
+        App().windows.SetFocus(main.lstPlaylist.HWnd());
         return;
     }
-    Step([&] { program_->UnloadTip(); });
-    Step([&] { program_->UnloadMain(); });
+    Step([] { App().UnloadTip(); });
+    Step([] { App().UnloadMain(); });
     SendImpulse(ImpulseClosed, Long{0}, Long{0}, Long{0});
 }
 
 void Ambrisor::ControlMinimise(const ImpulseValue& lParam1, ImpulseValue& lParam2) {
-    const platform::Handle window = program_->Main().HWnd();
+    const platform::WindowSystem& windows = App().windows;
+    const platform::Handle window = App().Main().HWnd();
     // Zero says: shown and not minimised. A boolean is -1 or 0, so its complement is 0 or -1.
-    const Long iconic = program_->windows.IsIconic(window) ? 1 : 0;
-    const Long visible = program_->windows.IsVisible(window) ? -1 : 0;
+    const Long iconic = windows.IsIconic(window) ? 1 : 0;
+    const Long visible = windows.IsVisible(window) ? -1 : 0;
     lParam2.Assign(iconic | ~visible);
     if (const auto minimise = lParam1.AsBoolean()) {
         SetMinimized(*minimise);

@@ -41,7 +41,7 @@ struct AmbrisorOptions {
 
 class Ambrisor : public Object {
   public:
-    /// The window system must outlive the component.
+    /// The window system must outlive the component. The host may destroy it inside an answer.
     Ambrisor(platform::WindowSystem& windows, AmbrisorOptions options);
     ~Ambrisor() override;
     Ambrisor(const Ambrisor&) = delete;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/mAmbrisor.h"
+#include "core/needed.h"
 #include "core/program.h"
 #include "playlist/mMedia.h"
 
@@ -116,10 +117,8 @@ void frmMAIN::Picture(platform::PictureRef value) {
 }
 
 void frmMAIN::SizeToPicture() {
-    if (picture_ == nullptr) {
-        throw ComponentError(91, u"Object variable not set");
-    }
-    Move(Left(), Top(), picture_->Width(), picture_->Height());
+    const platform::Surface& picture = *Needed(picture_);
+    Move(Left(), Top(), picture.Width(), picture.Height());
     DrawPicture();
 }
 
@@ -146,10 +145,12 @@ void frmMAIN::Unload() {
     if (!loaded_) {
         return;
     }
-    loaded_ = false;
     RemoveWindowHooks();
     windows_.DeferDelete(
         std::exchange(hMenu, nullptr));  // a command of it may be what ends the run
+    // Until here the window counts as loaded: a host that loads it inside the stop gets no second
+    // layer of hooks.
+    loaded_ = false;
 }
 
 frmTIP::frmTIP(platform::WindowSystem& windows) : Widget(windows, 0, {0, 0, 20, 23}) {

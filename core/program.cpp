@@ -29,7 +29,13 @@ Program::Program(platform::WindowSystem& windowSystem, std::string componentDire
       guide(std::move(userGuide)),
       Popups(std::make_shared<mJPopupMenu>(windowSystem)) {}
 
-Program::~Program() = default;
+Program::~Program() {
+    main_.reset();
+    tip_.reset();
+    if (runningProgram == this) {  // a host may have begun anew already
+        runningProgram = nullptr;
+    }
+}
 
 frmMAIN& Program::Main() {
     if (!main_) {

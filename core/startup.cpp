@@ -49,12 +49,6 @@ constexpr std::array<Mode, 5> kModes{{{&Program::Random, u"Random", u"kPRdm"},
                                       {&Program::ManualAdvance, u"ManualAdvance", u"kPMA"},
                                       {&Program::PlayAtStartup, u"PlayAtStartup", u"kPPAS"}}};
 
-void CheckItem(std::u16string_view menuKey, bool checked) {
-    if (const auto menu = App().Main().hMenu) {
-        menu->Checked(menu->IndexForKey(menuKey), checked);
-    }
-}
-
 void PlaceWindow() {
     frmMAIN& main = App().Main();
     const Size screen = App().windows.ScreenSize();
@@ -66,7 +60,7 @@ void PlaceWindow() {
     Take(x, TextToLong(ReadSetting(u"X", LongToText(centredX))));
     Take(y, TextToLong(ReadSetting(u"Y", LongToText(centredY))));
     Take(topMost, TextToBoolean(ReadSetting(u"TopMost", u"False")));
-    CheckItem(u"kTMst", topMost);
+    Step([&] { Mark(u"kTMst", topMost); });
     main.tglSkin(0).Value(topMost);
     constexpr Long kNoSizeNoActivate = SWP_NOSIZE | SWP_NOACTIVATE;
     App().windows.SetWindowPos(main.HWnd(), topMost ? HWND_TOPMOST : HWND_NOTOPMOST, x, y, 0, 0,
@@ -76,7 +70,7 @@ void PlaceWindow() {
 void LoadModes() {
     for (const Mode& mode : kModes) {
         Take(App().*mode.state, TextToBoolean(ReadSetting(mode.setting, u"False")));
-        CheckItem(mode.menuKey, App().*mode.state);
+        Step([&] { Mark(mode.menuKey, App().*mode.state); });
     }
 }
 

@@ -1,5 +1,6 @@
 // What the surfaces of the main window do with the mouse: its background, the scrolling title, the
 // display, the buttons that open menus and the toggles.
+#include "core/failure.h"
 #include "core/frmmain.h"
 #include "core/mAmbrisor.h"
 #include "core/program.h"
@@ -26,10 +27,11 @@ constexpr Long kRightButtonToo = platform::TPM_RIGHTBUTTON;
 
 // At the pointer. Item 0 is the whole menu; a key names an item whose submenu opens by itself.
 void ShowMenu(std::u16string_view key, Long align) {
-    if (const auto menu = App().Main().hMenu) {
+    Step([&] {
+        const auto menu = Menu();
         const Long item = key.empty() ? 0 : menu->IndexForKey(key);
         menu->ShowPopup(-1, -1, item, align, kRightButtonToo, true);
-    }
+    });
 }
 
 // The window is moved by its background and by the scrolling title.

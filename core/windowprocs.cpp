@@ -8,8 +8,10 @@
 #include "core/frmmain.h"
 #include "core/mAmbrisor.h"
 #include "core/mGeneral.h"
+#include "core/needed.h"
 #include "core/program.h"
 #include "core/seams.h"
+#include "menus/commandmenu.h"
 #include "platform/text.h"
 #include "playback/mPlayback.h"
 #include "playlist/mMedia.h"
@@ -71,15 +73,16 @@ void OnTray(Long mouseMessage) {
     }
 }
 
+// Fails before the keys are there, as Menu does.
+JHotKeys& Keys() {
+    return *Needed(App().Main().hKeys);
+}
+
 // An answer ends the message here.
 std::optional<Long> HandleMain(const Message& message) {
-    JHotKeys* keys = App().Main().hKeys.get();
-    const std::shared_ptr<JPopupMenu> menu = App().Main().hMenu;
     switch (message.id) {
         case WM_DESTROY:
-            if (keys != nullptr) {
-                keys->WM_DESTROY();
-            }
+            Keys().WM_DESTROY();
             break;
         case WM_SIZE:
             OnSize(message);
@@ -93,12 +96,12 @@ std::optional<Long> HandleMain(const Message& message) {
             }
             break;
         case WM_DRAWITEM:
-            if (menu && menu->WM_DRAWITEM_Msg(message.lParam)) {
+            if (Menu()->WM_DRAWITEM_Msg(message.lParam)) {
                 return 1;
             }
             break;
         case WM_MEASUREITEM:
-            if (menu && menu->WM_MEASUREITEM_Msg(message.lParam)) {
+            if (Menu()->WM_MEASUREITEM_Msg(message.lParam)) {
                 return 1;
             }
             break;
@@ -117,9 +120,7 @@ std::optional<Long> HandleMain(const Message& message) {
             AddDroppedFiles(message.wParam);
             break;
         case WM_HOTKEY:
-            if (keys != nullptr) {
-                keys->WM_HOTKEY(message.wParam, message.lParam);
-            }
+            Keys().WM_HOTKEY(message.wParam, message.lParam);
             break;
         case WM_TRAY:
             OnTray(message.lParam);

@@ -8,6 +8,7 @@
 #include "core/failure.h"
 #include "core/frmmain.h"
 #include "core/mGeneral.h"
+#include "core/needed.h"
 #include "core/program.h"
 #include "skin/skin.h"
 
@@ -112,6 +113,20 @@ void AddComponents(JPopupMenu& menu, Long parent) {
 }
 
 }  // namespace
+
+std::shared_ptr<JPopupMenu> Menu() {
+    return Needed(App().Main().hMenu);
+}
+
+bool IsMarked(std::u16string_view key) {
+    const auto menu = Menu();
+    return menu->Checked(menu->IndexForKey(key));
+}
+
+void Mark(std::u16string_view key, bool checked) {
+    const auto menu = Menu();
+    menu->Checked(menu->IndexForKey(key), checked);
+}
 
 void BuildMenu() {
     frmMAIN& main = App().Main();

@@ -29,10 +29,7 @@ void SetMode(bool Program::*state, std::u16string_view key, std::u16string_view 
     if (state != nullptr) {
         App().*state = on;
     }
-    Step([&] {
-        JPopupMenu& menu = *App().Main().hMenu;
-        menu.Checked(menu.IndexForKey(key), on);
-    });
+    Step([&] { Mark(key, on); });
     WriteSetting(setting, BooleanToText(on));
 }
 
@@ -73,13 +70,12 @@ void ShowAssociationPanel(bool open) {
 }
 
 void ShowBrowserPanel(bool open) {
-    frmMAIN& main = App().Main();
     if (open) {
         Step([] { seams::FillBrowser(ReadSetting(u"LastDir", u"")); });
     }
     ShowPanel(1, open);
-    if (!main.hMenu->Checked(main.hMenu->IndexForKey(u"kAL"))) {
-        main.lstFilesAndFolders->Clear();
+    if (!IsMarked(u"kAL")) {
+        App().Main().lstFilesAndFolders->Clear();
     }
 }
 
@@ -126,7 +122,22 @@ void ChooseSkin(std::u16string_view number, Long item) {
     const std::optional<Long> skin = TextToLong(number);
     if (skin && *skin != App().CurrentSkin) {
         LoadSkin(*skin);
-        App().Main().hMenu->GroupToggle(item);
+        Menu()->GroupToggle(item);
+    }
+}
+
+void RunCommand(Long item) {
+    const auto menu = Menu();
+    const std::u16string key = menu->ItemKey(item);
+    const bool on = !menu->Checked(item);
+    for (const Command& command : kCommands) {
+        if (command.key == key) {
+            command.run(on);
+            return;
+        }
+    }
+    if (key.starts_with(kSkinKey)) {
+        ChooseSkin(std::u16string_view(key).substr(kSkinKey.size()), item);
     }
 }
 
@@ -157,27 +168,11 @@ void SetRepeatList(bool on) {
 }
 
 void hMenu_Click(Long ItemNumber) {
-    const std::shared_ptr<JPopupMenu> menu = App().Main().hMenu;
-    if (!menu) {
-        return;
-    }
-    const std::u16string key = menu->ItemKey(ItemNumber);
-    const bool on = !menu->Checked(ItemNumber);
-    for (const Command& command : kCommands) {
-        if (command.key == key) {
-            Step([&] { command.run(on); });
-            return;
-        }
-    }
-    if (key.starts_with(kSkinKey)) {
-        Step([&] { ChooseSkin(std::u16string_view(key).substr(kSkinKey.size()), ItemNumber); });
-    }
+    Step([&] { RunCommand(ItemNumber); });
 }
 
 void RunMenuCommand(std::u16string_view key) {
-    if (const auto menu = App().Main().hMenu) {
-        hMenu_Click(menu->IndexForKey(key));
-    }
+    Step([&] { RunCommand(Menu()->IndexForKey(key)); });
 }
 
 }  // namespace sarnel

@@ -1,12 +1,65 @@
 // The half of the window system that happens in time: messages, drops, timers, the pump and
 // waiting.
 #include <algorithm>
+#include <cstdio>
 #include <utility>
 
 #include "platform/window_system.h"
 #include "platform/window_system_detail.h"
 
 namespace platform {
+
+namespace {
+
+// A procedure that calls itself without end, because it is its own predecessor or sends itself what
+// it handles, would use up the stack. What users, hosts and waits within waits bring about is a few
+// calls deep; the stack bears thousands.
+constexpr std::ptrdiff_t kDeepest = 32;
+
+class GuardedProc {
+  public:
+    explicit GuardedProc(WindowProc proc) : state_(std::make_shared<State>()) {
+        state_->proc = std::move(proc);
+    }
+
+    Long operator()(const Message& message) const {
+        const std::shared_ptr<State> state = state_;  // the call may put another one in this place
+        std::vector<Long>& running = state->running;
+        if (std::count(running.begin(), running.end(), message.id) >= kDeepest) {
+            Complain(message);
+            return 0;
+        }
+        struct Run {
+            std::vector<Long>& running;
+            ~Run() { running.pop_back(); }
+        };
+        running.push_back(message.id);
+        const Run run{running};
+        return state->proc(message);
+    }
+
+  private:
+    struct State {
+        WindowProc proc;
+        std::vector<Long> running;  ///< ids of the messages that it is handling, the latest last
+    };
+
+    static void Complain([[maybe_unused]] const Message& message) {
+#ifndef NDEBUG
+        std::fprintf(stderr, "window %d: message %d is handled within itself without end\n",
+                     static_cast<int>(message.window), static_cast<int>(message.id));
+#endif
+    }
+
+    std::shared_ptr<State> state_;
+};
+
+}  // namespace
+
+WindowProc WindowSystem::Window::Guarded(WindowProc proc) {
+    const bool isGuarded = !proc || proc.target<GuardedProc>() != nullptr;
+    return isGuarded ? std::move(proc) : WindowProc(GuardedProc(std::move(proc)));
+}
 
 Long WindowSystem::SendMessage(Handle window, Long id, Long wParam, Long lParam) {
     const Window* found = Find(window);
@@ -26,7 +79,8 @@ void WindowSystem::PostMessage(Handle window, Long id, Long wParam, Long lParam)
 
 WindowProc WindowSystem::SetWindowProc(Handle window, WindowProc proc) {
     Window* found = Find(window);
-    return found != nullptr ? std::exchange(found->proc, std::move(proc)) : WindowProc();
+    return found != nullptr ? std::exchange(found->proc, Window::Guarded(std::move(proc)))
+                            : WindowProc();
 }
 
 WindowProc WindowSystem::GetWindowProc(Handle window) const {

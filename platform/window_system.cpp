@@ -36,7 +36,7 @@ Handle WindowSystem::CreateWindow(Handle parent, const Rect& rect, WindowProc pr
     window->handle = ++lastHandle_;
     window->parent = IsWindow(parent) ? parent : 0;
     window->rect = rect;
-    window->proc = std::move(proc);
+    window->proc = Window::Guarded(std::move(proc));
     windows_[window->handle] = window;
     if (Window* above = Find(parent)) {
         above->children.push_back(window->handle);
@@ -126,6 +126,7 @@ void WindowSystem::SetWindowPos(Handle window, Handle insertAfter, Long x, Long 
     if (found == nullptr) {
         return;
     }
+    const Dispatching dispatching(*this);  // a message may end the window
     const Rect former = found->rect;
     const bool moves = (flags & SWP_NOMOVE) == 0;
     const bool sizes = (flags & SWP_NOSIZE) == 0;
@@ -187,6 +188,7 @@ void WindowSystem::ShowWindow(Handle window, Long command) {
     if (found == nullptr) {
         return;
     }
+    const Dispatching dispatching(*this);
     if (command == SW_MINIMIZE) {
         SetMinimised(window, true);
         return;
@@ -225,6 +227,7 @@ void WindowSystem::SetMinimised(Handle window, bool minimised) {
     if (found == nullptr || found->parent != 0 || found->iconic == minimised) {
         return;
     }
+    const Dispatching dispatching(*this);
     found->iconic = minimised;
     found->shownBefore = true;
     driver_.SetTopLevelMinimised(window, minimised);

@@ -33,6 +33,8 @@ struct WindowSystem::Window {
     std::vector<Rect> damage;  // where the two may differ
 
     bool Covers(const Rect& area) const;
+    /// The procedure with a guard that answers 0 where it calls itself without end.
+    static WindowProc Guarded(WindowProc proc);
 };
 
 // Something that falls due: a timer (window is not 0, and it comes again) or a scheduled call.

@@ -7,6 +7,7 @@
 #include "core/frmmain.h"
 #include "core/mGeneral.h"
 #include "core/program.h"
+#include "menus/commandmenu.h"
 
 namespace sarnel {
 
@@ -33,16 +34,11 @@ Long Snapped(Long wanted, Long length, Long low, Long high) {
     return std::min(std::max(place, 0), high - length);
 }
 
-// A panel goes by the menu item that opens it.
-Long ItemOfPanel(Long panel) {
-    return App().Main().hMenu->IndexForKey(App().Main().picFrame(panel).Tag());
-}
-
 }  // namespace
 
 void ShowPanel(Long panel, bool show) {
     frmMAIN& main = App().Main();
-    Step([&] { main.hMenu->Checked(ItemOfPanel(panel), show); });
+    Step([&] { Mark(main.picFrame(panel).Tag(), show); });
     Step([&] { main.picFrame(panel).Visible(show); });
     if (show) {
         Step([&] { App().windows.BringToFront(main.picFrame(panel).HWnd()); });
@@ -57,7 +53,7 @@ void SetTopMost(bool on) {
     frmMAIN& main = App().Main();
     App().windows.SetWindowPos(main.HWnd(), on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
                                SWP_NOSIZE | SWP_NOMOVE);
-    Step([&] { main.hMenu->Checked(main.hMenu->IndexForKey(u"kTMst"), on); });
+    Step([&] { Mark(u"kTMst", on); });
     main.tglSkin(0).Value(on);
     WriteSetting(u"TopMost", BooleanToText(on));
 }

@@ -4,6 +4,7 @@
 #include "core/frmmain.h"
 #include "core/mGeneral.h"
 #include "core/program.h"
+#include "menus/commandmenu.h"
 #include "platform/rounding.h"
 #include "skin/skin_steps.h"
 
@@ -78,13 +79,9 @@ MenuColours MenuColoursOf(const SkinRows& rows) {
 }
 
 void ApplyMenu(const SkinRows& skin) {
-    const auto menu = App().Main().hMenu;
-    if (menu == nullptr) {
-        return;
-    }
-    Step([&] { menu->BackgroundPicture(skin.PictureOf(kMenuPicture)); });
-    Step([&] { menu->SetFontData(MenuFontOf(skin.From(kMenu))); });
-    Step([&] { menu->SetColors(MenuColoursOf(skin.From(kMenu + 4))); });
+    Step([&] { Menu()->BackgroundPicture(skin.PictureOf(kMenuPicture)); });
+    Step([&] { Menu()->SetFontData(MenuFontOf(skin.From(kMenu))); });
+    Step([&] { Menu()->SetColors(MenuColoursOf(skin.From(kMenu + 4))); });
 }
 
 void ApplyTip(const SkinRows& skin) {

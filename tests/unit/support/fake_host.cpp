@@ -13,11 +13,16 @@ namespace {
 
 class Cell : public sarnel::HostCell {
   public:
-    explicit Cell(std::u16string name) : name_(std::move(name)) {}
-    std::u16string getClass() override { return name_; }
+    Cell(std::u16string name, std::function<void()> inside)
+        : name_(std::move(name)), inside_(std::move(inside)) {}
+    std::u16string getClass() override {
+        inside_();
+        return name_;
+    }
 
   private:
     std::u16string name_;
+    std::function<void()> inside_;
 };
 
 }  // namespace
@@ -72,9 +77,7 @@ ImpulseValue FakeHost::ProcessImpulse(sarnel::Ambrisor& from, ImpulseValue& uMsg
         const std::function<void()> run = hook->second;  // a copy: it may take itself out
         run();
     }
-    if (const std::function<void()> run = insideAny) {
-        run();
-    }
+    Inside(number);
     if (failing.contains(number)) {
         throw std::runtime_error("the host fails");
     }
@@ -82,6 +85,12 @@ ImpulseValue FakeHost::ProcessImpulse(sarnel::Ambrisor& from, ImpulseValue& uMsg
         Answer(number, wParam, lParam1, lParam2);
     }
     return Long{0};
+}
+
+void FakeHost::Inside(Long number) const {
+    if (const auto run = insideAny) {
+        run(number);
+    }
 }
 
 void FakeHost::Answer(Long number, const ImpulseValue& wParam, ImpulseValue& lParam1,
@@ -134,6 +143,7 @@ void FakeHost::Answer(Long number, const ImpulseValue& wParam, ImpulseValue& lPa
 
 Long FakeHost::Capacity() {
     ++capacityAsked;
+    Inside(0);
     if (failingCells) {
         throw std::runtime_error("the host fails");
     }
@@ -141,10 +151,12 @@ Long FakeHost::Capacity() {
 }
 
 sarnel::HostCell* FakeHost::CellItem(Long& number) {
+    Inside(0);
     if (number < 1 || number > static_cast<Long>(cellNames.size())) {
         return nullptr;
     }
-    cells_.push_back(std::make_unique<Cell>(cellNames[static_cast<std::size_t>(number) - 1]));
+    cells_.push_back(std::make_unique<Cell>(cellNames[static_cast<std::size_t>(number) - 1],
+                                            [this] { Inside(0); }));
     return cells_.back().get();
 }
 

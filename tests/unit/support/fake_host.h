@@ -50,8 +50,8 @@ class FakeHost : public sarnel::HostObject {
 
     /// Runs inside the handling of an impulse, each time, before the answer.
     std::map<Long, std::function<void()>> inside;
-    /// The same for every impulse.
-    std::function<void()> insideAny;
+    /// The same for every impulse, with its number, and with 0 for each question about the cells.
+    std::function<void(Long number)> insideAny;
 
     // What it heard.
     std::vector<Call> calls;
@@ -73,6 +73,7 @@ class FakeHost : public sarnel::HostObject {
     sarnel::HostCell* CellItem(Long& number) override;
 
   private:
+    void Inside(Long number) const;
     void Answer(Long number, const sarnel::ImpulseValue& wParam, sarnel::ImpulseValue& lParam1,
                 sarnel::ImpulseValue& lParam2);
 
