@@ -330,7 +330,6 @@ class JList : public platform::Widget {
     void ShowStart();
     void ShowEnd();
     bool IsAlive() const { return windows_.IsWindow(HWnd()); }
-    bool IsOnScreen() const;
     bool Pump(platform::Millis wait);
 
     Column<RowText> itemText_;
