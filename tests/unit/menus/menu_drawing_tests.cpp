@@ -332,22 +332,6 @@ TEST_F(MenuRows, OfAnUnknownItemGetTheTilesAndTheirMark) {
     EXPECT_EQ(screen.GetPixel({101 + 5 + 2, 101 + 5 + 6}), 0x00AA00);
 }
 
-TEST_F(MenuRows, TheCheckBitmapIsSharedOnlyGrowsAndGoesWithAnInstance) {
-    Surface surface({60, 60});
-    auto other = std::make_unique<JPopupMenu>(shared_);
-    EXPECT_EQ(shared_->CheckBitmapSize(), (Size{0, 0}));
-    shared_->DrawCheckMark(true, surface, {0, 0, 18, 18}, 7);
-    EXPECT_EQ(shared_->CheckBitmapSize(), (Size{18, 18}));
-    shared_->DrawCheckMark(true, surface, {0, 0, 40, 40}, 7);
-    EXPECT_EQ(shared_->CheckBitmapSize(), (Size{40, 40}));
-    shared_->DrawCheckMark(false, surface, {20, 40, 38, 58}, 8);
-    EXPECT_EQ(shared_->CheckBitmapSize(), (Size{40, 40}));
-    EXPECT_EQ(surface.GetPixel({20 + 5 + 3, 40 + 5 + 3}), 8);
-    EXPECT_EQ(surface.GetPixel({20 + 5, 40 + 5}), 0);
-    other.reset();
-    EXPECT_EQ(shared_->CheckBitmapSize(), (Size{0, 0}));
-}
-
 /// A screen whose lines are as high as a test says.
 class LineDriver : public HeadlessDriver {
   public:
