@@ -111,7 +111,7 @@ bool JPopupMenu::WM_DRAWITEM_Msg(Long lParam) {
     if (background_ != nullptr && !selected) {
         TileArea(row.surface, row.rect, *background_);
     }
-    if (Has(index)) {
+    if (index != 0) {
         DrawRow(row);
     }
     if (checked || item.radio) {
