@@ -18,7 +18,7 @@ constexpr Colour kStickMaskColor = 0xFFFFFF;
 }  // namespace
 
 JSlider::JSlider(WindowSystem& windows, Handle parent, const Rect& rect)
-    : SkinnedControl(windows, parent, rect), stick_(windows, HWnd(), Rect{}, kStickMaskColor) {
+    : SkinnedControl(windows, parent, rect), JStick(windows, HWnd(), Rect{}, kStickMaskColor) {
     ForwardFromStick();
 }
 
@@ -28,7 +28,7 @@ void JSlider::Enabled(bool value) {
 }
 
 void JSlider::Refresh() {
-    stick_.Visible(Enabled());
+    JStick.Visible(Enabled());
     Draw();
 }
 
@@ -48,12 +48,21 @@ void JSlider::Max(Long value) {
     PlaceStick(value_);
 }
 
-void JSlider::StickPosition(Long value) {
+void JSlider::StickPosition(double value) {
     stickPosition_ = value;
+    MoveStick(0);
+}
+
+// A StickPosition that is no place leaves the stick where it is.
+void JSlider::MoveStick(Long along) {
+    const auto across = RoundTo32Bits(stickPosition_);
+    if (!across) {
+        return;
+    }
     if (vertical_) {
-        stick_.Move(stickPosition_, 0);
+        JStick.Move(*across, along);
     } else {
-        stick_.Move(0, stickPosition_);
+        JStick.Move(along, *across);
     }
 }
 
@@ -142,7 +151,7 @@ void JSlider::ShowStep() {
 }
 
 Long JSlider::Travel() const {
-    return vertical_ ? Height() - stick_.Height() : Width() - stick_.Width();
+    return vertical_ ? Height() - JStick.Height() : Width() - JStick.Width();
 }
 
 void JSlider::PlaceStick(Long value) {
@@ -151,13 +160,8 @@ void JSlider::PlaceStick(Long value) {
     }
     const double ratio = static_cast<double>(value) / max_;
     const auto position = RoundTo16Bits(Travel() * ratio);
-    if (!position) {
-        return;
-    }
-    if (vertical_) {
-        stick_.Move(stickPosition_, *position);
-    } else {
-        stick_.Move(*position, stickPosition_);
+    if (position) {
+        MoveStick(*position);
     }
 }
 
@@ -181,8 +185,8 @@ void JSlider::MapPointToValue(Long x, Long y) {
 void JSlider::CentreStick(const MouseEvent& event) {
     Long x = 0;
     Long y = 0;
-    Take(x, RoundTo32Bits(static_cast<double>(event.X) - stick_.Width() / 2.0));
-    Take(y, RoundTo32Bits(static_cast<double>(event.Y) - stick_.Height() / 2.0));
+    Take(x, RoundTo32Bits(static_cast<double>(event.X) - JStick.Width() / 2.0));
+    Take(y, RoundTo32Bits(static_cast<double>(event.Y) - JStick.Height() / 2.0));
     MapPointToValue(x, y);
 }
 
@@ -221,20 +225,20 @@ void JSlider::MouseUp(const MouseEvent& event) {
 // coordinates of the slider of both.
 void JSlider::ForwardFromStick() {
     const auto onSlider = [this](const MouseEvent& event, auto&& handle) {
-        const auto x = RoundTo16Bits(static_cast<double>(event.X) + stick_.Left());
-        const auto y = RoundTo16Bits(static_cast<double>(event.Y) + stick_.Top());
+        const auto x = RoundTo16Bits(static_cast<double>(event.X) + JStick.Left());
+        const auto y = RoundTo16Bits(static_cast<double>(event.Y) + JStick.Top());
         if (x && y) {
             handle(MouseEvent{event.Button, event.Shift, static_cast<float>(*x),
                               static_cast<float>(*y)});
         }
     };
-    stick_.onMouseDown = [this, onSlider](const MouseEvent& event) {
+    JStick.onMouseDown = [this, onSlider](const MouseEvent& event) {
         onSlider(event, [this](const MouseEvent& moved) { MouseDown(moved); });
     };
-    stick_.onMouseMove = [this, onSlider](const MouseEvent& event) {
+    JStick.onMouseMove = [this, onSlider](const MouseEvent& event) {
         onSlider(event, [this](const MouseEvent& moved) { MouseMove(moved); });
     };
-    stick_.onMouseUp = [this, onSlider](const MouseEvent& event) {
+    JStick.onMouseUp = [this, onSlider](const MouseEvent& event) {
         onSlider(event, [this](const MouseEvent& moved) { MouseUp(moved); });
     };
 }

@@ -33,24 +33,25 @@ class JSlider : public SkinnedControl {
     void Style(bool value);
 
     // The stick's own: JButton.
-    Colour StickMaskColor() const { return stick_.MaskColor(); }
-    void StickMaskColor(Colour value) { stick_.MaskColor(value); }
-    platform::PictureRef StickMaskPicture() const { return stick_.MaskPicture(); }
-    void StickMaskPicture(platform::PictureRef value) { stick_.MaskPicture(std::move(value)); }
-    platform::PictureRef StickPicture() const { return stick_.Picture(); }
-    void StickPicture(platform::PictureRef value) { stick_.Picture(std::move(value)); }
+    Colour StickMaskColor() const { return JStick.MaskColor(); }
+    void StickMaskColor(Colour value) { JStick.MaskColor(value); }
+    platform::PictureRef StickMaskPicture() const { return JStick.MaskPicture(); }
+    void StickMaskPicture(platform::PictureRef value) { JStick.MaskPicture(std::move(value)); }
+    platform::PictureRef StickPicture() const { return JStick.Picture(); }
+    void StickPicture(platform::PictureRef value) { JStick.Picture(std::move(value)); }
     // Where it is, in pixels of the slider.
-    Long StickLeft() const { return stick_.Left(); }
-    Long StickTop() const { return stick_.Top(); }
-    bool StickVisible() const { return stick_.Visible(); }
+    Long StickLeft() const { return JStick.Left(); }
+    Long StickTop() const { return JStick.Top(); }
+    bool StickVisible() const { return JStick.Visible(); }
 
     /// The value of the far end. A write moves the stick and leaves Value, which may be beyond it.
     Long Max() const { return max_; }
     void Max(Long value);
-    /// The stick's coordinate across the track. A write also puts the stick to the near end, where
-    /// it stays until Value is written.
-    Long StickPosition() const { return stickPosition_; }
-    void StickPosition(Long value);
+    /// The stick's coordinate across the track, kept as it was written; the stick stands on the
+    /// nearest pixel. A write also puts the stick to the near end, where it stays until Value is
+    /// written.
+    double StickPosition() const { return stickPosition_; }
+    void StickPosition(double value);
     /// A write is cut to 0 to Max and never raises Scroll.
     Long Value() const { return value_; }
     void Value(Long value);
@@ -78,6 +79,7 @@ class JSlider : public SkinnedControl {
     void FitToPicture();
     void ShowStep();
     void PlaceStick(Long value);
+    void MoveStick(Long along);
     Long Travel() const;
     /// To the mouse.
     void CentreStick(const platform::MouseEvent& event);
@@ -85,7 +87,7 @@ class JSlider : public SkinnedControl {
     void MapPointToValue(Long x, Long y);
     void ForwardFromStick();
 
-    JButton stick_;
+    JButton JStick;  ///< the thumb
     platform::PictureRef picture_;
     /// The background that is on the face.
     struct Background {
@@ -100,7 +102,7 @@ class JSlider : public SkinnedControl {
     bool vertical_ = false;
     bool mouseControled_ = false;
     Long max_ = 100;
-    Long stickPosition_ = 0;
+    double stickPosition_ = 0;
     Long value_ = 0;
     Long lastMapped_ = 0;      ///< what the mouse gave last
     platform::Size stepSize_;  ///< the slider's size when it last drew itself for a new size

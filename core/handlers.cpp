@@ -82,7 +82,9 @@ void hKeys_HotKeyPress(std::u16string_view sName) {
 void lstPlaylist_KeyDown(Long KeyCode, Long Shift) {
     switch (KeyCode) {
         case VK_RETURN:
-            PlayListIndex();
+            if (Playlist().ListIndex() >= 0) {
+                PlayListIndex();
+            }
             break;
         case VK_ADD:
             ChangeVolume(kVolumeStep);

@@ -1,5 +1,6 @@
 #include "menus/commandmenu.h"
 
+#include <array>
 #include <map>
 #include <memory>
 #include <string>
@@ -77,12 +78,34 @@ constexpr Row kTree[] = {
     {u"Exit#Alt+F4", u"", u"kExt"},
 };
 
-bool MarkFromSetting(std::u16string_view key) {
+// Where the mark of a switch comes from when its item is made: a setting, or a mode's state. The
+// settings of the modes are read later, and correct it.
+struct Switch {
+    std::u16string_view key;
+    const char16_t* setting;
+    bool Program::*state;
+};
+constexpr std::array<Switch, 7> kSwitches{{
+    {u"kTMst", u"TopMost", nullptr},
+    {u"kHIS", u"HideInSystray", nullptr},
+    {u"kPMA", nullptr, &Program::ManualAdvance},
+    {u"kPPAS", nullptr, &Program::PlayAtStartup},
+    {u"kPRpI", nullptr, &Program::RepeatItem},
+    {u"kPRpP", nullptr, &Program::RepeatList},
+    {u"kPRdm", nullptr, &Program::Random},
+}};
+
+bool FirstMark(std::u16string_view key) {
     bool mark = false;
-    if (key == u"kTMst") {
-        Take(mark, TextToBoolean(ReadSetting(u"TopMost", u"False")));
-    } else if (key == u"kHIS") {
-        Take(mark, TextToBoolean(ReadSetting(u"HideInSystray", u"False")));
+    for (const Switch& known : kSwitches) {
+        if (known.key != key) {
+            continue;
+        }
+        if (known.state != nullptr) {
+            mark = App().*known.state;
+        } else {
+            Take(mark, TextToBoolean(ReadSetting(known.setting, u"False")));
+        }
     }
     return mark;
 }
@@ -146,7 +169,7 @@ void BuildMenu() {
         } else if (row.kind == Row::kComponents) {
             AddComponents(menu, parent);
         } else {
-            const Long index = menu.AddItem(row.caption, parent, row.key, MarkFromSetting(row.key),
+            const Long index = menu.AddItem(row.caption, parent, row.key, FirstMark(row.key),
                                             row.kind != Row::kDisabled);
             if (row.kind == Row::kHeader) {
                 menu.Header(index, true);

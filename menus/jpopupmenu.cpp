@@ -27,6 +27,7 @@ JPopupMenu::JPopupMenu(std::shared_ptr<mJPopupMenu> shared)
 JPopupMenu::~JPopupMenu() {
     shared_->UnregisterMenu(*this);
     Clear();
+    shared_->ReleaseCheckBitmap();
 }
 
 Menus& JPopupMenu::PlatformMenus() const {

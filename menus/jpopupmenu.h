@@ -141,7 +141,8 @@ class JPopupMenu {
     /// pointer's. Align and button are TPM_... flags. Pumps meanwhile.
     Long ShowPopup(Long lLeftPixel, Long lTopPixel, Long lIndex, Long bAlign, Long bMButton,
                    bool bTryToKeepLeft);
-    /// The two messages of the owner window; False if they are not about this menu.
+    /// The two messages of the owner window; False if they are not about menus. Of an item that is
+    /// not in the table the size is not answered either, but its row gets the tiles.
     bool WM_MEASUREITEM_Msg(Long lParam);
     bool WM_DRAWITEM_Msg(Long lParam);
 
@@ -216,6 +217,9 @@ class JPopupMenu {
     Long MeasureTexts(Long index);
     void DrawRow(const Row& row);
     void DrawDisabled(const Row& row);
+    void DrawSeparator(platform::Surface& surface, const platform::Rect& rect);
+    void DrawHeaderText(platform::Surface& surface, std::u16string_view text,
+                        const platform::Rect& rect);
     void DrawItemBackground(const Row& row);
     void DrawItemText(const Row& row, const platform::Rect& rect, Colour colour);
 

@@ -4,7 +4,6 @@
 #include "core/failure.h"
 #include "menus/jpopupmenu.h"
 #include "platform/keys.h"
-#include "platform/menu_mark.h"
 
 namespace sarnel {
 
@@ -89,11 +88,10 @@ bool JPopupMenu::WM_DRAWITEM_Msg(Long lParam) {
     }
     const bool byKey = record->itemAction == ODA_SELECT &&
                        (windows_.GetAsyncKeyState(VK_UP) || windows_.GetAsyncKeyState(VK_DOWN));
+    // An id that is in nobody's table has neither text nor kind: its place gets the tiles, and its
+    // mark, as those of all others do.
     const Long index = ItemForID(record->itemId);
-    if (index == 0) {
-        return false;
-    }
-    const Item item = At(index);  // a copy: a handler may change the table
+    const Item item = Get(index);  // a copy: a handler may change the table
     const bool disabled = (record->itemState & (ODS_DISABLED | ODS_GRAYED)) != 0;
     const bool selected = (record->itemState & ODS_SELECTED) != 0;
     const bool checked = (record->itemState & ODS_CHECKED) != 0;
@@ -110,20 +108,22 @@ bool JPopupMenu::WM_DRAWITEM_Msg(Long lParam) {
             return true;
         }
     }
-    DrawRow(row);
+    if (background_ != nullptr && !selected) {
+        TileArea(row.surface, row.rect, *background_);
+    }
+    if (index != 0) {
+        DrawRow(row);
+    }
     if (checked || item.radio) {
         Rect place = row.rect;
         place.right = place.left + itemHeight_;
-        DrawMenuMark(row.surface, place, checked ? MenuMark::kCheck : MenuMark::kBullet,
-                     selected ? colours_.selText : colours_.txtColor);
+        shared_->DrawCheckMark(checked, row.surface, place,
+                               selected ? colours_.selText : colours_.txtColor);
     }
     return true;
 }
 
 void JPopupMenu::DrawRow(const Row& row) {
-    if (background_ != nullptr && !row.selected) {
-        TileArea(row.surface, row.rect, *background_);
-    }
     if (row.disabled) {
         DrawDisabled(row);
     } else if (!row.item.IsLine()) {
@@ -134,13 +134,12 @@ void JPopupMenu::DrawRow(const Row& row) {
 
 void JPopupMenu::DrawDisabled(const Row& row) {
     if (row.item.IsLine()) {
-        GradientFill(row.surface, row.rect, colours_.cSep1, colours_.cSep2, false);
+        DrawSeparator(row.surface, row.rect);
         return;
     }
     if (row.item.header) {
         GradientFill(row.surface, row.rect, colours_.headGrad1, colours_.headGrad2, true);
-        windows_.Text().Draw(row.surface, font_, row.item.caption, row.rect, kHeaderFormat,
-                             colours_.headText);
+        DrawHeaderText(row.surface, row.item.caption, row.rect);
         return;
     }
     // Under the pointer a disabled item looks as ever; the keys show where they are.
@@ -150,6 +149,14 @@ void JPopupMenu::DrawDisabled(const Row& row) {
     // Engraved: 1 to the right but 2 down.
     DrawItemText(row, Offset(row.rect, {1, 2}), colours_.cDisabled1);
     DrawItemText(row, row.rect, colours_.cDisabled2);
+}
+
+void JPopupMenu::DrawSeparator(Surface& surface, const Rect& rect) {
+    GradientFill(surface, rect, colours_.cSep1, colours_.cSep2, false);
+}
+
+void JPopupMenu::DrawHeaderText(Surface& surface, std::u16string_view text, const Rect& rect) {
+    windows_.Text().Draw(surface, font_, text, rect, kHeaderFormat, colours_.headText);
 }
 
 void JPopupMenu::DrawItemBackground(const Row& row) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "menus/jpopupmenu.h"
+#include "platform/menu_mark.h"
 #include "platform/rounding.h"
 
 namespace sarnel {
@@ -53,6 +54,21 @@ bool mJPopupMenu::KeyboardFilter(Long key, Long modifiers, bool down) {
         }
     }
     return false;
+}
+
+void mJPopupMenu::DrawCheckMark(bool checked, Surface& surface, const Rect& rect, Colour ink) {
+    constexpr Colour kWhite = 0xFFFFFF;
+    constexpr Colour kBlack = 0;
+    if (checkBitmap_.Width() < rect.Width() || checkBitmap_.Height() < rect.Height()) {
+        ReleaseCheckBitmap();
+        checkBitmap_ = Surface({rect.Width(), rect.Height()});
+    }
+    const Rect place{0, 0, rect.Width(), rect.Height()};
+    checkBitmap_.FillRect(place, kWhite);
+    platform::DrawMenuMark(checkBitmap_, place,
+                           checked ? platform::MenuMark::kCheck : platform::MenuMark::kBullet,
+                           kBlack);
+    surface.Stamp(rect, checkBitmap_, ink);
 }
 
 namespace {

@@ -1,9 +1,10 @@
 // What the popup menus of a run share: the keyboard filter that finds their key combinations, and
-// the drawing of gradients and tiles.
+// the drawing of gradients, tiles and marks.
 #pragma once
 
 #include <vector>
 
+#include "platform/surface.h"
 #include "platform/window_system.h"
 
 namespace sarnel {
@@ -35,12 +36,21 @@ class mJPopupMenu {
     /// child of it or in a child of such a child. True eats the key.
     bool KeyboardFilter(Long key, Long modifiers, bool down);
 
+    /// A check, else a bullet, in `ink` in the middle of the rectangle. It is prepared on a scratch
+    /// bitmap that all instances share and that only grows.
+    void DrawCheckMark(bool checked, platform::Surface& surface, const platform::Rect& rect,
+                       Colour ink);
+    /// Gives the scratch bitmap's memory back; the next mark makes a new one.
+    void ReleaseCheckBitmap() { checkBitmap_ = {}; }
+    platform::Size CheckBitmapSize() const { return checkBitmap_.GetSize(); }
+
   private:
     bool FocusIsIn(Handle owner) const;
 
     platform::WindowSystem& windows_;
     std::vector<JPopupMenu*> instances_;
     Handle hook_ = 0;
+    platform::Surface checkBitmap_;  ///< black on white
 };
 
 /// Fills from the far end (right, or bottom if vertical) with the second colour to the near end

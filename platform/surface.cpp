@@ -70,6 +70,18 @@ void Surface::BitBlt(const Rect& to, const Surface& source, Point from, Long ope
     }
 }
 
+void Surface::Stamp(const Rect& to, const Surface& source, Colour ink) {
+    const Point shift{to.left, to.top};
+    const Rect area = Intersect(Intersect(to, Bounds()), Offset(source.Bounds(), shift));
+    for (Long y = area.top; y < area.bottom; ++y) {
+        for (Long x = area.left; x < area.right; ++x) {
+            if (source.Row(y - shift.y)[x - shift.x] == PixelOf(0)) {
+                Row(y)[x] = PixelOf(ink);
+            }
+        }
+    }
+}
+
 namespace {
 
 // For each pixel of a target the source pixel under its centre, -1 where there is none.

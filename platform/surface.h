@@ -74,6 +74,10 @@ class Surface {
     /// surface only if the rectangles do not overlap.
     void BitBlt(const Rect& to, const Surface& source, Point from, Long operation = SRCCOPY);
 
+    /// Draws `ink` where the top left part of a source is black, and leaves the rest alone: a
+    /// picture of one bit a pixel in a colour of one's choice.
+    void Stamp(const Rect& to, const Surface& source, Colour ink);
+
     /// Copies a source rectangle, stretched or squeezed to fill `to`: each pixel takes the source
     /// pixel that lies under its centre. Outside of the source nothing is drawn.
     void StretchBlt(const Rect& to, const Surface& source, const SourceRect& from);

@@ -67,10 +67,8 @@ void InvertSelection() {
 }
 
 void PlayListIndex() {
-    if (Playlist().ListIndex() >= 0) {
-        Playlist().ListCurrent(Playlist().ListIndex());
-        PlayCurrentItem();
-    }
+    Playlist().ListCurrent(Playlist().ListIndex());
+    PlayCurrentItem();
 }
 
 }  // namespace sarnel

@@ -15,13 +15,13 @@ using namespace platform;
 
 namespace {
 
-constexpr Long kSnapMargin = 12;  // pixels; at exactly so many it does not stick
+constexpr Long SnapMargin = 12;  // pixels; at exactly so many it does not stick
 
 // One coordinate of the window: `wanted` is its near edge, the work area reaches from `low` to
 // `high`.
 Long Snapped(Long wanted, Long length, Long low, Long high) {
     const auto sticks = [](Long edge, Long to) {
-        return edge > to - kSnapMargin && edge < to + kSnapMargin;
+        return edge > to - SnapMargin && edge < to + SnapMargin;
     };
     Long place = wanted;
     if (sticks(wanted, low)) {
@@ -49,10 +49,14 @@ void ShowPanel(Long panel, bool show) {
     }
 }
 
+void ApplyTopMost(Widget& form, bool on) {
+    App().windows.SetWindowPos(form.HWnd(), on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                               SWP_NOSIZE | SWP_NOMOVE);
+}
+
 void SetTopMost(bool on) {
     frmMAIN& main = App().Main();
-    App().windows.SetWindowPos(main.HWnd(), on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
-                               SWP_NOSIZE | SWP_NOMOVE);
+    ApplyTopMost(main, on);
     Step([&] { Mark(u"kTMst", on); });
     main.tglSkin(0).Value(on);
     WriteSetting(u"TopMost", BooleanToText(on));

@@ -2,7 +2,7 @@
 // surface, keeping it on top.
 #pragma once
 
-#include "platform/types.h"
+#include "platform/widget.h"
 
 namespace sarnel {
 
@@ -14,7 +14,10 @@ using platform::Long;
 /// still open in front of it. Meant.
 void ShowPanel(Long panel, bool show);
 
-/// Above all other windows, or among them: window, menu item, toggle and setting.
+/// A top-level window above all others, or among them.
+void ApplyTopMost(platform::Widget& form, bool on);
+
+/// The main window above all others, or among them: window, menu item, toggle and setting.
 void SetTopMost(bool on);
 
 /// A press on the window's surface, at X, Y of the surface that was pressed: a drag may begin here.

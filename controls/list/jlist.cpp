@@ -182,10 +182,7 @@ void JList::ClearOrSelect(Long StartIdx, Long EndIdx, bool SelectFlag) {
 }
 
 void JList::FillSelected(Long from, Long to, bool value) {
-    // A block that begins outside the column is a failed step, one that ends outside is cut.
-    if (itemSelected_.Has(std::min(from, to))) {
-        itemSelected_.Fill(std::min(from, to), std::max(from, to), value ? 1 : 0);
-    }
+    itemSelected_.Fill(std::min(from, to), std::max(from, to), value ? 1 : 0);
 }
 
 Long JList::ImageIndex(Long Index) const {

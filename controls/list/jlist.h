@@ -261,6 +261,7 @@ class JList : public platform::Widget {
     void SettleRange();
     Long InsertSorted(std::u16string_view text);
     bool IsRowVisible(Long index) const { return index >= displayFirst_ && index <= displayLast_; }
+    /// Either bound may lie outside the column: the slots that exist are filled.
     void FillSelected(Long from, Long to, bool value);
     void RecountSelected();
     void ClearSelection();
@@ -330,7 +331,6 @@ class JList : public platform::Widget {
     void ShowStart();
     void ShowEnd();
     bool IsAlive() const { return windows_.IsWindow(HWnd()); }
-    bool IsOnScreen() const;
     bool Pump(platform::Millis wait);
 
     Column<RowText> itemText_;

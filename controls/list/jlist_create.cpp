@@ -34,7 +34,7 @@ JList::JList(platform::WindowSystem& windows, Handle parent, const Rect& rect,
     showNumeric_ = stored.showNumeric;
     sorted_ = stored.sorted;
     topIndex_ = stored.topIndex;
-    dragStored_ = stored.dragEnabled;
+    mouse_.dragArmed = dragStored_ = stored.dragEnabled;
     sortedLoaded_ = stored.sorted;
     listIndex_ = 0;
     SetupMetrics();

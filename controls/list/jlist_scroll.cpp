@@ -21,31 +21,14 @@ constexpr platform::Millis kPoll = 1;
 
 }  // namespace
 
-bool JList::IsOnScreen() const {
-    Handle window = HWnd();
-    for (; windows_.IsVisible(window); window = windows_.GetParent(window)) {
-        if (windows_.GetParent(window) == 0) {
-            return !windows_.IsIconic(window);
-        }
-    }
-    return false;
-}
-
-// Lets events run for so long. False if the list is gone. A list that is on the screen no more
-// would wait for its release for ever: its press ends here.
+// Lets events run for so long. False if the list is gone. Nothing but the release ends a press: it
+// comes to whoever holds the pointer, even if that is off the screen by then.
 bool JList::Pump(platform::Millis wait) {
     windows_.DoEvents();
     if (IsAlive()) {
         windows_.Sleep(wait);
     }
-    if (!IsAlive()) {
-        return false;
-    }
-    if (!IsOnScreen()) {
-        mouse_.mode = ListMouse::kNoPress;
-        mouse_.thumbDragging = false;
-    }
-    return true;
+    return IsAlive();
 }
 
 // Scrolls by `by` rows at a time until the end of the list is on show, the thumb has come to the

@@ -68,9 +68,21 @@ constexpr Kind KindOfType() {
         return Kind::kFloat;
     } else if constexpr (std::is_same_v<Plain, platform::Rect>) {
         return Kind::kRect;
+    } else if constexpr (std::is_base_of_v<platform::Widget, Plain>) {
+        return Kind::kObject;
     } else {
         static_assert(std::is_convertible_v<Plain, Text>, "no scenario value has this type");
         return Kind::kText;
+    }
+}
+
+/// The object as the class whose member is called, or that a routine takes.
+template <class C>
+C& As(const Object& object) {
+    if constexpr (std::is_base_of_v<platform::Widget, C>) {
+        return dynamic_cast<C&>(*std::get<platform::Widget*>(object));
+    } else {
+        return *std::get<C*>(object);
     }
 }
 
@@ -90,6 +102,8 @@ auto Take(Arguments arguments, std::size_t index) {
                                                      : std::get<double>(arguments[index]));
     } else if constexpr (KindOfType<T>() == Kind::kInteger) {
         return static_cast<Plain>(std::get<Long>(arguments[index]));
+    } else if constexpr (KindOfType<T>() == Kind::kObject) {
+        return std::ref(As<Plain>(std::get<Object>(arguments[index])));
     } else {
         return std::get<Plain>(arguments[index]);
     }
@@ -106,16 +120,6 @@ Value Give(T&& result) {
         return static_cast<double>(result);
     } else {
         return result;
-    }
-}
-
-/// The object as the class whose member is called.
-template <class C>
-C& As(const Object& object) {
-    if constexpr (std::is_base_of_v<platform::Widget, C>) {
-        return dynamic_cast<C&>(*std::get<platform::Widget*>(object));
-    } else {
-        return *std::get<C*>(object);
     }
 }
 

@@ -72,6 +72,7 @@ const std::vector<Entry>& RoutineNames() {
         Routine("SetRepeatList", SetRepeatList),
         Routine("ShowPanel", ShowPanel),
         Routine("SetTopMost", SetTopMost),
+        Routine("ApplyTopMost", ApplyTopMost),
         Routine("ShowItemInfo", ShowItemInfo),
     };
     return names;

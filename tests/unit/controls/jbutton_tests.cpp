@@ -75,6 +75,22 @@ TEST_F(AButton, APressIsShownBeforeMouseDownAndClickComesAfterMouseUp) {
     EXPECT_EQ(bench_.Events(), (Events{"MouseUp 1 0 3 4", "Click"}));
 }
 
+TEST_F(AButton, IsOnTheScreenBeforeItsOwnerHears) {
+    std::vector<Colour> shown;
+    const auto look = [&](const auto&...) { shown.push_back(bench_.OnScreen({25, 33})); };
+    MoveTo(3, 3);
+    bench_.windows.DoEvents();
+    EXPECT_EQ(bench_.OnScreen({25, 33}), kRed);
+    button_->onMouseDown = look;
+    button_->onMouseMove = look;
+    button_->onClick = look;
+    bench_.Press();
+    MoveTo(-1, 3);
+    MoveTo(4, 3);
+    bench_.Release();
+    EXPECT_EQ(shown, (std::vector<Colour>{kGreen, kRed, kGreen, kRed}));
+}
+
 TEST_F(AButton, DraggedOutItPopsUpAndDraggedBackItIsPressedAgain) {
     MoveTo(3, 3);
     bench_.Press();

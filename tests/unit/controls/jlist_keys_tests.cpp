@@ -49,6 +49,34 @@ class JListKeys : public ::testing::Test {
     JList& list_ = *bench_.list;
 };
 
+// From row 6 a page of five ends exactly behind the last of ten rows; from row 5 it fits.
+TEST_F(JListKeys, PageDownExactlyAtTheEndStopsAtTheLastRow) {
+    StandOn(6);
+    Press(kPageDown);
+    ExpectOn(9);
+    EXPECT_EQ(bench_.Range(), (Range{5, 9}));
+    EXPECT_EQ(bench_.Flags(), ".........x");
+    StandOn(5);
+    Press(kPageDown);
+    ExpectOn(9);
+    EXPECT_EQ(bench_.Range(), (Range{5, 9}));
+    EXPECT_FALSE(list_.Selected(10));
+}
+
+// Down to row 4 a page up ends exactly at row 0.
+TEST_F(JListKeys, PageUpExactlyAtTheStart) {
+    for (const Long row : {4, 3}) {
+        StandOn(row);
+        Press(kPageUp);
+        ExpectOn(0);
+        EXPECT_EQ(bench_.Range(), (Range{0, 4}));
+    }
+    StandOn(5);
+    Press(kPageUp);
+    ExpectOn(1);
+    EXPECT_EQ(bench_.Range(), (Range{1, 5}));
+}
+
 TEST_F(JListKeys, DownSelectsTheFirstRowThenEachNextOneAlone) {
     Press(kDown);
     ExpectOn(0);

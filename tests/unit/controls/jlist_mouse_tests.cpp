@@ -88,6 +88,26 @@ TEST_F(JListMouse, ShiftAddsTheRowsFromWhereTheKeyWentDown) {
     ExpectSelected("......x.", 1);
 }
 
+TEST_F(JListMouse, ShiftThatGoesDownDuringAPressIsAnchoredAtItsRow) {
+    Click(1);
+    Over(3);
+    bench_.Press();
+    Hold(kShiftKey, 1);
+    EXPECT_EQ(list_.Mouse().shiftAnchor, 3);
+    bench_.Release();
+    Click(6);
+    ExpectSelected("...xxxx...", 4);
+}
+
+TEST_F(JListMouse, ShiftFromNoRowAddsAllRowsFromTheFirstOn) {
+    bench_.windows.SetFocus(list_.HWnd());
+    list_.ListIndex(-1);
+    Hold(kShiftKey, 1);
+    EXPECT_EQ(list_.Mouse().shiftAnchor, -1);
+    Click(2);
+    ExpectSelected("xxx...", 3);
+}
+
 TEST_F(JListMouse, ModifiersComeFromKeysOfTheListAlone) {
     Click(2);
     bench_.windows.SetFocus(0);
@@ -322,6 +342,24 @@ class JListDrag : public JListMouse {
   protected:
     JListDrag() : JListMouse(WithDrag()) {}
 };
+
+TEST_F(JListDrag, TheStoredValueHoldsFromTheStart) {
+    EXPECT_TRUE(list_.DragEnabled());
+}
+
+TEST_F(JListDrag, APressBesideTheRowsIsNone) {
+    list_.Clear();
+    bench_.AddMany(3);
+    bench_.MoveTo(20, 100);
+    bench_.Press();
+    EXPECT_FALSE(list_.DragEnabled());
+    bench_.Release();
+    list_.DragEnabled(true);
+    bench_.Press(2);
+    EXPECT_FALSE(list_.DragEnabled());
+    bench_.Release(2);
+    EXPECT_FALSE(list_.DragEnabled());
+}
 
 TEST_F(JListDrag, TheStoredValueKeepsTheBandOff) {
     Over(2);

@@ -99,6 +99,19 @@ TEST_F(JListPaint, LongTextIsCutAtTheRightEdgeOrAtTheStrip) {
     EXPECT_EQ(At(269, 5), 0xE0E0E0);  // the thumb's border
 }
 
+TEST_F(JListPaint, TheRectangleComesAndGoesInBlackToo) {
+    list_.FocusRectColor(0);
+    bench_.AddMany(3);
+    list_.ListCurrent(1);
+    EXPECT_EQ(At(0, 15), 0);
+    list_.ShowSelectRect(false);
+    list_.DisplayList();
+    EXPECT_EQ(At(0, 15), kBack);
+    list_.ShowSelectRect(true);
+    list_.DisplayList();
+    EXPECT_EQ(At(0, 15), 0);
+}
+
 TEST_F(JListPaint, ASelectedRowHasTheGradientSqueezedIntoItsBar) {
     bench_.AddMany(3);
     list_.Selected(1, true);

@@ -165,6 +165,46 @@ TEST_F(JListScroll, ABandAboveTheListGoesUpToRow0) {
     EXPECT_EQ(list_.SelCount(), 20);  // rows 0 to 19
 }
 
+// The list is 181 high: y = 181 is below its last pixel, but not yet off it for the scrolling. The
+// band goes to the last row, since no row is there.
+TEST_F(JListScroll, AtItsHeightTheBandDoesNotScroll) {
+    bench_.MoveTo(20, 35);
+    bench_.Press();
+    bench_.MoveTo(20, 181);
+    EXPECT_EQ(bench_.windows.Now(), 0);
+    EXPECT_EQ(bench_.Range(), (Range{0, 11}));
+    EXPECT_EQ(list_.ListIndex(), 29);
+    EXPECT_EQ(list_.SelCount(), 28);
+    bench_.Release();
+}
+
+TEST_F(JListScroll, AtY0TheBandDoesNotScroll) {
+    list_.DisplayFrom(18);
+    bench_.MoveTo(20, 35);
+    bench_.Press();
+    bench_.MoveTo(20, 0);
+    EXPECT_EQ(bench_.windows.Now(), 0);
+    EXPECT_EQ(bench_.Range(), (Range{18, 29}));
+    EXPECT_EQ(list_.ListIndex(), 18);
+    EXPECT_EQ(list_.SelCount(), 3);
+    bench_.Release();
+}
+
+TEST_F(JListScroll, ComingBackToEitherEdgeEndsTheScrolling) {
+    for (const Long edge : {181, 0}) {
+        list_.DisplayFrom(edge == 0 ? 18 : 0);
+        bench_.windows.Sleep(1000);  // no double click
+        const platform::Millis start = bench_.windows.Now();
+        bench_.MoveTo(20, 35);
+        bench_.Press();
+        bench_.After(120, [&] { bench_.MoveTo(20, edge); });
+        ReleaseAfter(300);
+        bench_.MoveTo(20, edge == 0 ? -9 : 200);
+        EXPECT_EQ(bench_.Range(), (edge == 0 ? Range{12, 23} : Range{6, 17})) << edge;
+        EXPECT_EQ(bench_.windows.Now() - start, 300) << edge;
+    }
+}
+
 TEST_F(JListScroll, AStepThatOvershootsTakesTheSpareSlotIntoTheBand) {
     bench_.AddMany(1);  // 31 rows: the last step begins at 20, and the twelfth row is number 31
     bench_.MoveTo(20, 35);
@@ -297,18 +337,29 @@ TEST_P(JListMishaps, TheEndOfTheListItselfDoesNoHarm) {
     EXPECT_LT(bench_.windows.Now(), 200);
 }
 
-TEST_P(JListMishaps, AWindowThatIsHiddenOrMinimisedEndsThePress) {
-    bench_.After(30, [&] { bench_.windows.ShowWindow(bench_.window, platform::SW_HIDE); });
-    Press();
-    EXPECT_LT(bench_.windows.Now(), 200);
-    EXPECT_EQ(list_.Mouse().mode, 0);
-    bench_.Release();
-    bench_.windows.ShowWindow(bench_.window, platform::SW_SHOW);
-    bench_.After(30, [&] { bench_.windows.SetMinimised(bench_.window, true); });
-    list_.DisplayFrom(0);
-    Press();
-    EXPECT_LT(bench_.windows.Now(), 500);
-    EXPECT_EQ(list_.Mouse().mode, 0);
+TEST_P(JListMishaps, AListOffTheScreenGoesOnWithItsPressUntilTheRelease) {
+    const std::vector<std::function<void()>> mishaps{
+        [&] { bench_.windows.SetMinimised(bench_.window, true); },
+        [&] { bench_.windows.ShowWindow(bench_.window, platform::SW_HIDE); },
+        [&] { bench_.windows.ShowWindow(list_.HWnd(), platform::SW_HIDE); },
+        [&] { bench_.windows.EnableWindow(list_.HWnd(), false); },
+    };
+    for (const auto& mishap : mishaps) {
+        Long modeBefore = 0;
+        list_.DisplayFrom(0);
+        bench_.After(30, mishap);
+        bench_.After(110, [&] { modeBefore = list_.Mouse().mode; });
+        ReleaseAfter(120);
+        Press();
+        EXPECT_NE(modeBefore, 0);
+        EXPECT_EQ(list_.Mouse().mode, 0);
+        EXPECT_FALSE(list_.Mouse().thumbDragging);
+        bench_.windows.EnableWindow(list_.HWnd(), true);
+        bench_.windows.ShowWindow(list_.HWnd(), platform::SW_SHOW);
+        bench_.windows.ShowWindow(bench_.window, platform::SW_SHOW);
+        bench_.windows.SetMinimised(bench_.window, false);
+        bench_.windows.Sleep(1000);
+    }
 }
 
 TEST_P(JListMishaps, AClearedOrRefilledListDoesNoHarm) {

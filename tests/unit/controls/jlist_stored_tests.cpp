@@ -50,6 +50,7 @@ TEST(JListStoredProperties, AreReadAndTheListIsMeasured) {
     stored.selCount = 6;
     stored.showSelectRect = false;
     stored.topIndex = 7;
+    stored.dragEnabled = true;
     stored.colours = {1, 2, 3, 4, 5, 6, 7, 8};
     const ListBench bench({281, 181}, stored);
     const JList& list = *bench.list;
@@ -65,6 +66,7 @@ TEST(JListStoredProperties, AreReadAndTheListIsMeasured) {
     EXPECT_EQ(list.SelCount(), 6);
     EXPECT_FALSE(list.ShowSelectRect());
     EXPECT_EQ(list.TopIndex(), 7);
+    EXPECT_TRUE(list.DragEnabled());
     EXPECT_EQ(list.FocusRectColor(), 1);
     EXPECT_EQ(list.SelColor1(), 2);
     EXPECT_EQ(list.SelColor2(), 3);

@@ -43,6 +43,26 @@ TEST_F(ASlider, ADragFollowsThePointerFromTrackOrStickAlike) {
     EXPECT_EQ(slider_.Value(), 10);
 }
 
+// The stick is 10 wide and stands around the pointer; its picture is 1, pressed 2.
+TEST_F(ASlider, ItsStickIsOnTheScreenBeforeItsOwnerHears) {
+    std::vector<Colour> shown;
+    Long at = 45;
+    const auto look = [&](const auto&...) { shown.push_back(bench_.OnScreen({20 + at, 34})); };
+    PlaceAt(at, 4);
+    bench_.windows.DoEvents();
+    EXPECT_EQ(bench_.OnScreen({20 + at, 34}), support::kRed);
+    slider_.onScroll = look;
+    bench_.Press();
+    MoveTo(at = 85, 4);
+    EXPECT_EQ(shown, (std::vector<Colour>{1, 1}));
+    bench_.Release();
+    shown.clear();
+    bench_.Press();  // on the stick, which the pointer then leaves until it follows
+    MoveTo(at = 15, 4);
+    EXPECT_EQ(shown, (std::vector<Colour>{2, 1}));
+    bench_.Release();
+}
+
 TEST_F(ASlider, TheFlagIsTrueInTheEventsOfAPressAndFalseInThoseOfTheRelease) {
     std::vector<bool> flags;
     slider_.onScroll = [&] { flags.push_back(slider_.IsSliderMouseControled()); };

@@ -66,6 +66,28 @@ TEST_F(AToggle, AClickLatchesFirstThenRaisesClickThenMouseUp) {
     EXPECT_FALSE(toggle_.Value());
 }
 
+TEST_F(AToggle, IsOnTheScreenBeforeItsOwnerHears) {
+    std::vector<Colour> shown;
+    const auto look = [&](const auto&...) { shown.push_back(bench_.OnScreen({29, 35})); };
+    MoveTo(3, 3);
+    bench_.windows.DoEvents();
+    EXPECT_EQ(bench_.OnScreen({29, 35}), 1);
+    toggle_.onMouseDown = look;
+    toggle_.onMouseMove = look;
+    toggle_.onClick = look;
+    toggle_.onMouseUp = look;
+    bench_.Press();
+    MoveTo(-1, 3);
+    MoveTo(4, 3);
+    bench_.Release();
+    EXPECT_EQ(shown, (std::vector<Colour>{2, 1, 2, 4, 4}));
+    shown.clear();
+    bench_.Press();
+    MoveTo(-1, 3);
+    bench_.Release();
+    EXPECT_EQ(shown, (std::vector<Colour>{5, 4, 4}));
+}
+
 TEST_F(AToggle, ReleasedOutsideItStaysAsItWas) {
     MoveTo(3, 3);
     bench_.Press();

@@ -2,6 +2,10 @@
 // pixels: a block of 4 x 7, from the second column and the fourth row on.
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <utility>
+#include <vector>
+
 #include "menus/jpopupmenu.h"
 #include "platform/headless/headless_driver.h"
 #include "platform/keys.h"
@@ -292,6 +296,62 @@ TEST_F(MenuRows, RecordsOfOthersAreNotTheirs) {
     menus.AppendMenu(other, MF_OWNERDRAW, 1, u"");
     menus.TrackPopupMenu(other, 0, {0, 0}, owner_);
     EXPECT_EQ(menus.Items(other)->front().size, (Size{0, 0}));
+}
+
+// A row of an id that is not in the table: whoever owns the popup measures it 20 x 10 and hands its
+// drawing on.
+TEST_F(MenuRows, OfAnUnknownItemGetTheTilesAndTheirMark) {
+    auto picture = std::make_shared<Surface>(Size{5, 7});
+    picture->FillRect(picture->Bounds(), 0x00AA00);
+    menu_.BackgroundPicture(picture);
+    Menus& menus = windows_.PopupMenus();
+    const Handle other = menus.CreatePopupMenu();
+    menus.AppendMenu(other, MF_OWNERDRAW, 1, u"");
+    menus.AppendMenu(other, MF_OWNERDRAW | MF_CHECKED, 2, u"");
+    std::vector<bool> answers;
+    windows_.SetWindowProc(owner_, [&](const Message& message) {
+        if (message.id == WM_MEASUREITEM) {
+            auto* record = menus.MeasureRecord(message.lParam);
+            record->itemWidth = 40;
+            record->itemHeight = 18;
+        } else if (message.id == WM_DRAWITEM) {
+            answers.push_back(menu_.WM_DRAWITEM_Msg(message.lParam));
+        }
+        return 1;
+    });
+    Surface screen;
+    menus.ObserveOpening([&](Handle) {
+        screen = windows_.ComposeScreen();
+        menus.EndMenu(0);
+    });
+    menus.TrackPopupMenu(other, 0, {100, 100}, owner_);
+    EXPECT_EQ(answers, (std::vector<bool>{true, true}));
+    EXPECT_EQ(screen.GetPixel({101, 101}), 0x00AA00);
+    EXPECT_EQ(screen.GetPixel({140, 136}), 0x00AA00);
+    EXPECT_EQ(screen.GetPixel({101 + 5 + 2, 101 + 18 + 5 + 6}), colours_.txtColor);
+    EXPECT_EQ(screen.GetPixel({101 + 5 + 2, 101 + 5 + 6}), 0x00AA00);
+}
+
+/// A screen whose lines are as high as a test says.
+class LineDriver : public HeadlessDriver {
+  public:
+    LineDriver() : HeadlessDriver(Clock::kVirtual) {}
+    Size MeasureText(const Font& font, std::u16string_view text) const override {
+        return {HeadlessDriver::MeasureText(font, text).width, height};
+    }
+    Long height = 0;
+};
+
+TEST(MenuRowHeight, IsTheLinesAnd4From15On) {
+    for (const auto& [line, row] :
+         std::vector<std::pair<Long, Long>>{{1, 18}, {14, 18}, {15, 19}, {16, 20}, {40, 44}}) {
+        LineDriver driver;
+        driver.height = line;
+        WindowSystem windows(driver);
+        JPopupMenu menu(std::make_shared<mJPopupMenu>(windows));
+        menu.hWndOwner(windows.CreateWindow(0, {0, 0, 10, 10}, {}));
+        EXPECT_EQ(menu.MenuItemHeight(menu.AddItem(u"a", 0, u"", false, true)), row) << line;
+    }
 }
 
 TEST_F(MenuRows, ShowPopupTellsItsOwnerAndRaisesClickInBetween) {

@@ -1,7 +1,10 @@
 // What rows are drawn with: gradients, tiles and marks.
 #include <gtest/gtest.h>
 
-#include "menus/mJPopupMenu.h"
+#include <memory>
+
+#include "menus/jpopupmenu.h"
+#include "platform/headless/headless_driver.h"
 #include "platform/menu_mark.h"
 
 namespace sarnel {
@@ -117,6 +120,26 @@ TEST(MenuMarks, GrowWithTheRow) {
     DrawMenuMark(surface, surface.Bounds(), MenuMark::kCheck, 7);
     EXPECT_EQ(surface.GetPixel({11 + 12, 11}), 7);  // 14 x 14 from 11 on, in dots of 2
     EXPECT_EQ(surface.GetPixel({11 + 13, 11 + 1}), 7);
+}
+
+TEST(MenuMarks, ShareABitmapThatOnlyGrowsAndGoesWithAnInstance) {
+    HeadlessDriver driver(HeadlessDriver::Clock::kVirtual);
+    WindowSystem windows(driver);
+    const auto shared = std::make_shared<mJPopupMenu>(windows);
+    auto menu = std::make_unique<JPopupMenu>(shared);
+    const JPopupMenu other(shared);
+    Surface surface({60, 60});
+    EXPECT_EQ(shared->CheckBitmapSize(), (Size{0, 0}));
+    shared->DrawCheckMark(true, surface, {0, 0, 18, 18}, 7);
+    EXPECT_EQ(shared->CheckBitmapSize(), (Size{18, 18}));
+    shared->DrawCheckMark(true, surface, {0, 0, 40, 40}, 7);
+    EXPECT_EQ(shared->CheckBitmapSize(), (Size{40, 40}));
+    shared->DrawCheckMark(false, surface, {20, 40, 38, 58}, 8);
+    EXPECT_EQ(shared->CheckBitmapSize(), (Size{40, 40}));
+    EXPECT_EQ(surface.GetPixel({20 + 5 + 3, 40 + 5 + 3}), 8);
+    EXPECT_EQ(surface.GetPixel({20 + 5, 40 + 5}), 0);
+    menu.reset();
+    EXPECT_EQ(shared->CheckBitmapSize(), (Size{0, 0}));
 }
 
 }  // namespace

@@ -169,5 +169,36 @@ TEST_F(MenuKeys, TheFocusStaysWhereItIs) {
     EXPECT_EQ(b_.messages, Lines());  // no WM_KILLFOCUS, no WM_SETFOCUS
 }
 
+// The list of filters: the one that was set last is asked first.
+TEST(KeyboardHooks, SeeKeysBeforeTheFocusAndEatThem) {
+    MenuBench b;
+    Lines seen;
+    const auto hook = [&](std::string name, Long eats) {
+        return [&seen, name, eats](Long code, Long modifiers, bool down) {
+            seen.push_back(name + ' ' + std::to_string(code) + ' ' + std::to_string(modifiers) +
+                           (down ? " down" : " up"));
+            return down && code == eats;
+        };
+    };
+    b.windows.SetWindowsHookEx(hook("first", 65));
+    const Handle second = b.windows.SetWindowsHookEx(hook("second", 66));
+    b.windows.Deliver(KeyChanged{65, 2, true});
+    b.windows.Deliver(TextTyped{u"a"});
+    b.windows.Deliver(KeyChanged{65, 2, false});
+    EXPECT_EQ(seen,
+              (Lines{"second 65 2 down", "first 65 2 down", "second 65 2 up", "first 65 2 up"}));
+    EXPECT_EQ(b.messages, (Lines{"257 65 2"}));  // neither the press nor its text
+    b.windows.Deliver(KeyChanged{66, 0, true});
+    EXPECT_EQ(seen.back(), "second 66 0 down");
+    b.windows.UnhookWindowsHookEx(second);
+    b.messages.clear();
+    b.windows.Deliver(KeyChanged{66, 0, true});
+    b.windows.Deliver(TextTyped{u"b"});
+    EXPECT_EQ(b.messages, (Lines{"256 66 0", "258 98 0"}));
+    EXPECT_TRUE(b.windows.GetAsyncKeyState(66));
+    EXPECT_FALSE(b.windows.GetAsyncKeyState(65));
+    EXPECT_FALSE(b.windows.GetAsyncKeyState(-1));
+}
+
 }  // namespace
 }  // namespace platform

@@ -1,6 +1,8 @@
 // A menu that is open, driven by the pointer, and what ends it.
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "tests/unit/support/menu_bench.h"
 
 namespace platform {
@@ -195,6 +197,28 @@ TEST_F(MenuPointer, LettingGoOfTheButtonThatOpenedTheMenuChoosesNothingUntilTheP
     EXPECT_EQ(b_.Track(), 4);
 }
 
+TEST_F(MenuPointer, ThreePixelsAreTremblingAndFourAreNot) {
+    const std::vector<std::pair<Point, Long>> cases{
+        {{153, 140}, 0}, {{147, 134}, 0}, {{154, 137}, 2}, {{150, 141}, 2}, {{146, 137}, 2}};
+    for (const auto& [to, chosen] : cases) {
+        b_.driver.MovePointer({25, 25});
+        b_.windows.Deliver(ButtonChanged{{25, 25}, 2, true, 0});
+        b_.driver.MovePointer(kTwo);
+        b_.Move(10, to);
+        b_.Button(20, false, 2);
+        EXPECT_EQ(b_.Track(), chosen) << to.x << ' ' << to.y;
+    }
+}
+
+TEST_F(MenuPointer, RightGoesToTheRowThatIsMarkedInASubmenuAlready) {
+    b_.Click(10, kSubmenu);
+    b_.Move(20, kTwelve);
+    b_.Move(30, kSubmenu);
+    b_.Key(40, VK_RIGHT);
+    b_.Key(50, VK_RETURN);
+    EXPECT_EQ(b_.Track(), 12);
+}
+
 TEST_F(MenuPointer, LeavingThePopupUnmarksItsRow) {
     b_.Move(10, kTwo);
     b_.Move(20, kOutside);
@@ -230,6 +254,42 @@ TEST_F(MenuPointer, AMenuLongerThanTheScreenScrolls) {
     b_.Move(175, {150, 14});
     ExpectSelected(176, 4);  // content 91, and 4 stands at 86 to 106
     b_.Track();
+}
+
+// Of the menu above, 54 pixels further down: the submenu's row, content 46 to 66, starts 8 above
+// the view, which begins at 13.
+TEST_F(MenuPointer, TheSubmenuOfAScrolledMenuStandsBesideItsRow) {
+    for (Long id = 20; id < 60; ++id) {
+        b_.Add(id);
+    }
+    b_.At(10, [&] { b_.windows.Deliver(WheelTurned{{150, 300}, -1, 0}); });
+    b_.Click(20, {150, 16});
+    b_.Look(30, [&] {
+        // Its frame is 1: at 13 - 8 - 1.
+        EXPECT_EQ(b_.driver.Places(), (std::vector<Rect>{{100, 0, 202, 740}, {200, 4, 302, 46}}));
+    });
+    b_.Track();
+}
+
+// 36 rows of 20, three lines of 6 and a frame of 1 on either side: 740.
+TEST_F(MenuPointer, AMenuAsHighAsTheScreenFitsAndDoesNotScroll) {
+    const Handle high = b_.menus.CreatePopupMenu();
+    for (Long id = 20; id < 56; ++id) {
+        b_.Add(high, id);
+    }
+    for (Long id = 901; id < 904; ++id) {
+        b_.Add(high, id);
+    }
+    b_.Look(0, [&] {
+        EXPECT_EQ(b_.driver.Places(), (std::vector<Rect>{{100, 0, 202, 740}}));
+        const Surface screen = b_.windows.ComposeScreen();
+        EXPECT_EQ(screen.GetPixel({110, 1}), 0x00FF00);
+        EXPECT_EQ(screen.GetPixel({110, 738}), 0x00FF00);
+        EXPECT_EQ(screen.GetPixel({110, 739}), 0x800000);
+    });
+    b_.Move(10, {150, 1});
+    ExpectSelected(11, 20);
+    b_.menus.TrackPopupMenu(high, 0, {100, 100}, b_.owner);
 }
 
 TEST_F(MenuPointer, OpensOnTheScreenThatThePointIsOn) {
@@ -326,37 +386,6 @@ TEST_F(MenuPointer, TheWindowUnderThePointerIsLeft) {
     b_.Move(10, kTwo);
     b_.Track();
     EXPECT_EQ(b_.messages, (Lines{"675 0 0"}));
-}
-
-// The list of filters: the one that was set last is asked first.
-TEST(KeyboardHooks, SeeKeysBeforeTheFocusAndEatThem) {
-    MenuBench b;
-    Lines seen;
-    const auto hook = [&](std::string name, Long eats) {
-        return [&seen, name, eats](Long code, Long modifiers, bool down) {
-            seen.push_back(name + ' ' + std::to_string(code) + ' ' + std::to_string(modifiers) +
-                           (down ? " down" : " up"));
-            return down && code == eats;
-        };
-    };
-    b.windows.SetWindowsHookEx(hook("first", 65));
-    const Handle second = b.windows.SetWindowsHookEx(hook("second", 66));
-    b.windows.Deliver(KeyChanged{65, 2, true});
-    b.windows.Deliver(TextTyped{u"a"});
-    b.windows.Deliver(KeyChanged{65, 2, false});
-    EXPECT_EQ(seen,
-              (Lines{"second 65 2 down", "first 65 2 down", "second 65 2 up", "first 65 2 up"}));
-    EXPECT_EQ(b.messages, (Lines{"257 65 2"}));  // neither the press nor its text
-    b.windows.Deliver(KeyChanged{66, 0, true});
-    EXPECT_EQ(seen.back(), "second 66 0 down");
-    b.windows.UnhookWindowsHookEx(second);
-    b.messages.clear();
-    b.windows.Deliver(KeyChanged{66, 0, true});
-    b.windows.Deliver(TextTyped{u"b"});
-    EXPECT_EQ(b.messages, (Lines{"256 66 0", "258 98 0"}));
-    EXPECT_TRUE(b.windows.GetAsyncKeyState(66));
-    EXPECT_FALSE(b.windows.GetAsyncKeyState(65));
-    EXPECT_FALSE(b.windows.GetAsyncKeyState(-1));
 }
 
 }  // namespace

@@ -126,6 +126,27 @@ TEST(MenuPlaces, StayWithinTheArea) {
     EXPECT_EQ(PlacePopup({100, 900}, 0, {500, 400}, area), (Rect{500, 20, 600, 700}));
 }
 
+TEST(MenuPlaces, ThatFitExactlyAreTaken) {
+    const Rect area{10, 20, 1000, 700};
+    const Size size{100, 60};
+    EXPECT_EQ(PlacePopup(size, 0, {500, 640}, area), (Rect{500, 640, 600, 700}));
+    EXPECT_EQ(PlacePopup(size, 0, {500, 641}, area), (Rect{500, 581, 600, 641}));
+    EXPECT_EQ(PlacePopup(size, TPM_BOTTOMALIGN, {500, 80}, area), (Rect{500, 20, 600, 80}));
+    EXPECT_EQ(PlacePopup(size, TPM_BOTTOMALIGN, {500, 79}, area), (Rect{500, 79, 600, 139}));
+    EXPECT_EQ(PlacePopup(size, 0, {900, 300}, area), (Rect{900, 300, 1000, 360}));
+    EXPECT_EQ(PlacePopup({100, 680}, 0, {500, 20}, area), (Rect{500, 20, 600, 700}));
+}
+
+TEST(MenuPlaces, OfSubmenusThatFitExactlyAreTaken) {
+    const Rect popup{200, 100, 302, 300};
+    const Rect row{201, 220, 301, 240};
+    const Size size{80, 60};
+    EXPECT_EQ(PlaceSubmenu(size, row, popup, {0, 0, 380, 279}), (Rect{300, 219, 380, 279}));
+    EXPECT_EQ(PlaceSubmenu(size, row, popup, {0, 0, 379, 700}), (Rect{122, 219, 202, 279}));
+    EXPECT_EQ(PlaceSubmenu(size, row, popup, {122, 0, 379, 700}), (Rect{122, 219, 202, 279}));
+    EXPECT_EQ(PlaceSubmenu(size, row, popup, {123, 0, 379, 700}), (Rect{299, 219, 379, 279}));
+}
+
 // The popup lies at 200,100 to 302,300; its row at 220 to 240. A frame of 1, an overlap of 2.
 TEST(MenuPlaces, OfSubmenusAreBesideTheirRow) {
     const Rect popup{200, 100, 302, 300};

@@ -303,5 +303,24 @@ TEST(Rectangles, IntersectUniteAndOffset) {
     EXPECT_EQ(Offset({1, 2, 3, 4}, {10, -2}), (Rect{11, 0, 13, 2}));
 }
 
+TEST(Surfaces, StampDrawsTheInkWhereTheSourceIsBlack) {
+    Surface source({3, 2});
+    source.FillRect(source.Bounds(), 0xFFFFFF);
+    source.SetPixel({0, 0}, 0);
+    source.SetPixel({2, 1}, 0);
+    Surface surface({5, 4});
+    surface.FillRect(surface.Bounds(), 9);
+    surface.Stamp({1, 1, 4, 3}, source, 7);
+    EXPECT_EQ(surface.GetPixel({1, 1}), 7);
+    EXPECT_EQ(surface.GetPixel({2, 1}), 9);
+    EXPECT_EQ(surface.GetPixel({3, 2}), 7);
+    surface.Stamp({4, 3, 6, 9}, source, 8);  // cut at the surface's end
+    EXPECT_EQ(surface.GetPixel({4, 3}), 8);
+    surface.FillRect(surface.Bounds(), 9);
+    surface.Stamp({0, 0, 2, 2}, source, 7);  // and at that of the place
+    EXPECT_EQ(surface.GetPixel({0, 0}), 7);
+    EXPECT_EQ(surface.GetPixel({2, 1}), 9);
+}
+
 }  // namespace
 }  // namespace platform

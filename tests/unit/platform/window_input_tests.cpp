@@ -1,6 +1,7 @@
 // Raw input becomes messages: which window gets them, and what they say.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -124,6 +125,33 @@ TEST_F(WindowInput, OnlyThePointsOfAMaskAreHit) {
     EXPECT_FALSE(hit(0, 1));
     EXPECT_TRUE(hit(1, 1));
     EXPECT_EQ(Press({111, 60}), (Lines{"w down 11,10 held 1"}));
+}
+
+TEST_F(WindowInput, TheReleaseComesToWhoeverGotThePressEvenOffTheScreen) {
+    const Handle a = Window(w_, "a", {10, 10, 50, 50});
+    const Handle below = Window(0, "v", {100, 50, 300, 250});
+    windows_.BringToFront(w_);
+    const std::vector<std::function<void()>> mishaps{
+        [&] { windows_.ShowWindow(a, SW_HIDE); }, [&] { windows_.ShowWindow(w_, SW_HIDE); },
+        [&] { windows_.SetMinimised(w_, true); }, [&] { windows_.EnableWindow(a, false); },
+        [&] { windows_.BringToFront(below); },
+    };
+    for (const auto& mishap : mishaps) {
+        EXPECT_EQ(Press({115, 67}, 2), (Lines{"a down2 5,7 held 2"}));
+        mishap();
+        log_.Take();
+        EXPECT_EQ(windows_.GetCapture(), a);
+        EXPECT_EQ(Move({120, 70}), (Lines{"a move 10,10 held 2"}));
+        EXPECT_EQ(Release({120, 70}, 2), (Lines{"a up2 10,10"}));
+        EXPECT_EQ(windows_.GetCapture(), 0);
+        windows_.EnableWindow(a, true);
+        windows_.ShowWindow(a, SW_SHOW);
+        windows_.ShowWindow(w_, SW_SHOW);
+        windows_.SetMinimised(w_, false);
+        windows_.BringToFront(w_);
+        windows_.Sleep(1000);
+        log_.Take();
+    }
 }
 
 TEST_F(WindowInput, AWindowlessOneIsAnsweredByItsParentButGetsTheMouse) {

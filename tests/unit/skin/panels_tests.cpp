@@ -55,5 +55,18 @@ TEST_F(Dragging, AnAreaSmallerThanTheWindowPutsItsFarEdgesInside) {
     EXPECT_EQ(After({0, 0}, {50, 50}), (platform::Point{200 - 293, 100 - 277}));
 }
 
+TEST(TopMost, OfAFormMovesTheWindowAlone) {
+    const auto world = support::WorldBuilder().Started();
+    ApplyTopMost(world->Main(), true);
+    EXPECT_TRUE(world->windows.IsTopMost(world->Window()));
+    EXPECT_EQ(world->Setting("TopMost"), std::nullopt);
+    EXPECT_FALSE(world->Main().tglSkin(0).Value());
+    ApplyTopMost(world->State().Tip(), true);
+    EXPECT_TRUE(world->windows.IsTopMost(world->State().Tip().HWnd()));
+    ApplyTopMost(world->Main(), false);
+    EXPECT_FALSE(world->windows.IsTopMost(world->Window()));
+    EXPECT_TRUE(world->windows.IsTopMost(world->State().Tip().HWnd()));
+}
+
 }  // namespace
 }  // namespace sarnel

@@ -6,9 +6,12 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "core/impulses.h"
 #include "core/mGeneral.h"
+#include "menus/commandmenu.h"
 #include "menus/jpopupmenu.h"
 #include "playback/mPlayback.h"
 #include "skin/skin_steps.h"
@@ -328,6 +331,31 @@ TEST_F(SkinInForce, ASecondSkinNeedsNoCode) {
     EXPECT_EQ(world_->State().CurrentSkin, 1);
     EXPECT_EQ(Main().btnSkin(0).Left(), 262);
     EXPECT_EQ(Main().picFrame(5).BackColor(), kBack);
+}
+
+TEST(SkinChosen, InTheMenuIsPutInForceAndGetsTheMark) {
+    const auto world = WorldBuilder().Created();
+    world->State().Skins = support::TwoSkins();
+    world->Impulse(kImpulseAttach);
+    world->Impulse(kImpulseControl, kControlLoad);
+    const std::shared_ptr<JPopupMenu> menu = world->Main().hMenu;
+    const auto marks = [&] {
+        return std::pair(menu->RadioCheck(menu->IndexForKey(u"kSk1")),
+                         menu->RadioCheck(menu->IndexForKey(u"kSk2")));
+    };
+    EXPECT_EQ(marks(), std::pair(true, false));
+    for (const Long skin : {2, 1, 2}) {
+        hMenu_Click(menu->IndexForKey(u"kSk" + LongToText(skin)));
+        EXPECT_EQ(world->State().CurrentSkin, skin);
+        EXPECT_EQ(world->Setting("Skin"), std::to_string(skin));
+        EXPECT_EQ(world->Main().Picture(), world->State().Skins.Bitmap(skin == 2 ? 400 : 100));
+        EXPECT_EQ(marks(), std::pair(skin == 1, skin == 2));
+    }
+    // What is in force already is not put in force again.
+    WriteSetting(u"Skin", u"7");
+    hMenu_Click(menu->IndexForKey(u"kSk2"));
+    EXPECT_EQ(world->Setting("Skin"), "7");
+    EXPECT_EQ(marks(), std::pair(false, true));
 }
 
 TEST_F(SkinInForce, AThousandTimesIsAsGoodAsOnce) {

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/headless/headless_driver.h"
 #include "platform/widget.h"
 #include "platform/window_system.h"
+#include "tests/unit/support/screen_driver.h"
 
 namespace support {
 
@@ -56,7 +56,7 @@ class ControlBench {
   public:
     ControlBench() { holder.Visible(true); }
 
-    platform::HeadlessDriver driver{platform::HeadlessDriver::Clock::kVirtual};
+    ScreenDriver driver;
     platform::WindowSystem windows{driver};
     platform::Widget holder{windows, 0, {0, 0, 400, 400}};
 
@@ -67,6 +67,11 @@ class ControlBench {
     }
     void Press(platform::Long button = 1) { Button(button, true); }
     void Release(platform::Long button = 1) { Button(button, false); }
+
+    /// What the screen shows at a pixel of the holder.
+    platform::Colour OnScreen(platform::Point point) {
+        return driver.screens[holder.HWnd()].GetPixel(point);
+    }
 
     /// Writes down what the control raises, "MouseDown 1 0 3 4".
     void Record(platform::Widget& control) {
