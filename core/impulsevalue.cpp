@@ -13,6 +13,25 @@ namespace {
 template <class T>
 constexpr bool kIsVariable = std::is_pointer_v<T> && !std::is_same_v<T, Object*>;
 
+// The whole of a text, without the blanks around it, as std::from_chars reads a number, and with a
+// plus sign too.
+template <class Number>
+std::optional<Number> Read(std::u16string_view text) {
+    const std::string digits = platform::Narrow(platform::TrimBlanks(text));
+    const bool plus = digits.starts_with('+') && !digits.starts_with("+-");
+    const char* const begin = digits.data() + (plus ? 1 : 0);
+    const char* const end = digits.data() + digits.size();
+    Number number{};
+    const auto [stop, error] = std::from_chars(begin, end, number);
+    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+// Only what is written in digits: std::from_chars would take "inf" as well.
+std::optional<double> TextToNumber(std::u16string_view text) {
+    const bool decimal = text.find_first_not_of(u"0123456789+-.eE ") == std::u16string_view::npos;
+    return decimal ? Read<double>(text) : std::nullopt;
+}
+
 }  // namespace
 
 bool ImpulseValue::IsReference() const {
@@ -123,13 +142,7 @@ bool ImpulseValue::Assign(const ImpulseValue& newValue) {
 }
 
 std::optional<Long> TextToLong(std::u16string_view text) {
-    const std::string digits = platform::Narrow(platform::TrimBlanks(text));
-    const bool plus = digits.starts_with('+') && !digits.starts_with("+-");
-    const char* const begin = digits.data() + (plus ? 1 : 0);
-    const char* const end = digits.data() + digits.size();
-    Long number = 0;
-    const auto [stop, error] = std::from_chars(begin, end, number);
-    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+    return Read<Long>(text);
 }
 
 std::optional<bool> TextToBoolean(std::u16string_view text) {
@@ -140,7 +153,7 @@ std::optional<bool> TextToBoolean(std::u16string_view text) {
     if (platform::EqualIgnoringCase(word, u"False")) {
         return false;
     }
-    const std::optional<Long> number = TextToLong(word);
+    const std::optional<double> number = TextToNumber(word);
     return number ? std::optional(*number != 0) : std::nullopt;
 }
 

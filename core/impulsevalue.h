@@ -82,7 +82,7 @@ class ImpulseValue {
 /// around; anything else, and a number beyond 32 bits, fails.
 std::optional<Long> TextToLong(std::u16string_view text);
 
-/// "True" and "False" ignoring case, else a number (zero is False).
+/// "True" and "False" ignoring case, else a decimal number such as -1, 0.5 or 1e3 (zero is False).
 std::optional<bool> TextToBoolean(std::u16string_view text);
 
 std::u16string LongToText(Long value);

@@ -84,7 +84,7 @@ void OpenGuide() {
 }
 
 void RequestExit() {
-    SendImpulse(ImpulseRequestExit, kControlShow, Long{0}, Long{0});
+    SendImpulse(ImpulseRequestExit, kControlShow, false, Long{0});
 }
 
 // A command takes the opposite of its item's mark, as it was when the command began.

@@ -34,13 +34,6 @@ constexpr std::array<NamedPiece, 19> kPieces{{
     {u"Subtract", 0, VK_SUBTRACT},
 }};
 
-// ASCII and Latin-1, where capitals and small letters lie 32 apart.
-char16_t UpperUnit(char16_t unit) {
-    constexpr char16_t kApart = 32;
-    const auto upper = static_cast<char16_t>(unit - kApart);
-    return unit < 0x100 && unit >= kApart && LowerUnit(upper) == unit ? upper : unit;
-}
-
 void ReadPiece(std::u16string_view piece, KeyCombination& keys) {
     constexpr Long kF1 = 112;
     constexpr std::int64_t kHighestCode = 32767;  // a code has 16 bits

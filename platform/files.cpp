@@ -46,7 +46,7 @@ bool WriteAll(int descriptor, std::string_view bytes) {
 }
 
 bool BeforeIgnoringCase(const FolderEntry& a, const FolderEntry& b) {
-    const auto less = [](char16_t x, char16_t y) { return LowerUnit(x) < LowerUnit(y); };
+    const auto less = [](char16_t x, char16_t y) { return UpperUnit(x) < UpperUnit(y); };
     if (std::lexicographical_compare(a.name.begin(), a.name.end(), b.name.begin(), b.name.end(),
                                      less)) {
         return true;

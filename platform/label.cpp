@@ -2,6 +2,13 @@
 
 namespace platform {
 
+namespace {
+
+// What a label says is no command: an "&" in it is meant as one.
+constexpr Long kFormat = DT_WORDBREAK | DT_NOPREFIX;
+
+}  // namespace
+
 Label::Label(WindowSystem& windows, Handle parent, const Rect& rect)
     : Widget(windows, parent, rect) {
     windows.SetWindowless(HWnd(), true);
@@ -39,7 +46,7 @@ void Label::FitHeight() {
         return;
     }
     const Rect needed =
-        windows_.Text().Calculate(GetFont(), Text(), {0, 0, Width(), Height()}, DT_WORDBREAK);
+        windows_.Text().Calculate(GetFont(), Text(), {0, 0, Width(), Height()}, kFormat);
     if (needed.Height() != Height()) {
         Height(needed.Height());
     }
@@ -52,7 +59,7 @@ void Label::Draw() {
     if (!opaque_ && below != nullptr) {
         face.BitBlt(face.Bounds(), *below, {Left(), Top()});
     }
-    windows_.Text().Draw(face, GetFont(), Text(), face.Bounds(), DT_WORDBREAK, ForeColor());
+    windows_.Text().Draw(face, GetFont(), Text(), face.Bounds(), kFormat, ForeColor());
     ShowFace();
 }
 

@@ -99,7 +99,7 @@ void MenuTracking::Letter(char16_t unit) {
     for (std::size_t row = 0; row < popup.Rows(); ++row) {
         const Menus::Item* item = popup.Item(row);
         if (CanSelect(popup, row) && !item->text.empty() &&
-            LowerUnit(item->text.front()) == LowerUnit(unit)) {
+            UpperUnit(item->text.front()) == UpperUnit(unit)) {
             rows.push_back(row);
         }
     }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "platform/letter_case.h"
+
 namespace platform {
 
 namespace {
@@ -131,42 +133,20 @@ std::string Narrow(std::u16string_view text) {
     return bytes;
 }
 
-char16_t LowerUnit(char16_t unit) {
-    const auto in = [unit](char16_t from, char16_t to) { return unit >= from && unit <= to; };
-    // Two units in these stretches are no capitals: the times sign, and a gap before Greek Sigma.
-    if (in(u'A', u'Z') || (in(0xC0, 0xDE) && unit != 0xD7) || (in(0x391, 0x3AB) && unit != 0x3A2) ||
-        in(0x410, 0x42F)) {
-        return static_cast<char16_t>(unit + 32);
-    }
-    const int accentedGreek = unit == 0x386      ? 38
-                              : in(0x388, 0x38A) ? 37
-                              : unit == 0x38C    ? 64
-                              : in(0x38E, 0x38F) ? 63
-                                                 : 0;
-    if (accentedGreek != 0) {
-        return static_cast<char16_t>(unit + accentedGreek);
-    }
-    if (in(0x400, 0x40F)) {
-        return static_cast<char16_t>(unit + 80);
-    }
-    // Latin Extended-A comes in pairs; in two of its stretches the capital is the odd one.
-    const bool oddCapitals = in(0x139, 0x148) || in(0x179, 0x17E);
-    const bool evenCapitals = in(0x100, 0x137) || in(0x14A, 0x177);
-    if ((oddCapitals && unit % 2 == 1) || (evenCapitals && unit % 2 == 0 && unit != 0x130)) {
-        return static_cast<char16_t>(unit + 1);
-    }
-    return unit == 0x178 ? char16_t{0xFF} : unit;
+char16_t UpperBeyondAscii(char16_t unit) {
+    using namespace letter_case;
+    return static_cast<char16_t>(unit + kDistances[kPages[unit / kPage]][unit % kPage]);
 }
 
-std::u16string Lower(std::u16string_view text) {
-    std::u16string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), LowerUnit);
-    return lower;
+std::u16string Upper(std::u16string_view text) {
+    std::u16string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(), UpperUnit);
+    return upper;
 }
 
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char16_t x, char16_t y) {
-        return x == y || LowerUnit(x) == LowerUnit(y);
+        return x == y || UpperUnit(x) == UpperUnit(y);
     });
 }
 

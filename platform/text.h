@@ -31,9 +31,20 @@ inline bool InsidePair(std::u16string_view text, std::size_t index) {
            IsLowSurrogate(text[index]);
 }
 
-/// Simple lower case of one code unit: ASCII, Latin-1, Latin Extended-A, Greek and Cyrillic.
-char16_t LowerUnit(char16_t unit);
-std::u16string Lower(std::u16string_view text);
+// Case is ignored in one way everywhere: both sides as capitals, unit by unit. It is Unicode's
+// simple upper-case mapping below U+10000, so a letter is never two (\u00DF stays), and letters
+// that share a capital are one: \u03C2 and \u03C3, \u0131 and i.
+
+/// The capital of a unit that is no ASCII; the unit itself if it has none.
+char16_t UpperBeyondAscii(char16_t unit);
+/// The capital of any unit.
+inline char16_t UpperUnit(char16_t unit) {
+    if (unit < 0x80) {
+        return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
+    }
+    return UpperBeyondAscii(unit);
+}
+std::u16string Upper(std::u16string_view text);
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);
 
 /// Without the blanks (U+0020) at both ends.

@@ -182,7 +182,8 @@ void TextBox::DrawLine(Surface& face, const Line& line, const Rect& place) {
     const auto draw = [&](Colour paper, Colour ink, Long from, Long to) {
         strip.FillRect(strip.Bounds(), paper);
         const Rect from0{-scroll_, 0, strip.Width(), strip.Height()};
-        windows_.Text().Draw(strip, GetFont(), TextOf(line), from0, DT_SINGLELINE, ink);
+        windows_.Text().Draw(strip, GetFont(), TextOf(line), from0, DT_SINGLELINE | DT_NOPREFIX,
+                             ink);
         const Rect part{place.left + from, place.top, place.left + to, place.top + LineHeight()};
         face.BitBlt(Intersect(part, place), strip, {std::max(from, 0), 0});
     };

@@ -15,6 +15,21 @@ constexpr std::size_t kMostBytes = 1U << 20;
 // No surface is wide enough for more, and shaping takes time that grows with the text.
 constexpr std::size_t kMostUnits = 8192;
 
+// A text as its format reads it; kept in `room` where that differs from how it is written.
+std::u16string_view WithoutMarks(std::u16string_view text, Long format, std::u16string& room) {
+    constexpr char16_t kMark = u'&';
+    if ((format & DT_NOPREFIX) != 0 || text.find(kMark) == std::u16string_view::npos) {
+        return text;
+    }
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == kMark && ++i == text.size()) {
+            break;  // a mark of nothing
+        }
+        room.push_back(text[i]);
+    }
+    return room;
+}
+
 }  // namespace
 
 std::size_t TextDrawing::KeyHash::operator()(const Key& key) const {
@@ -78,6 +93,8 @@ void TextDrawing::DrawLine(Surface& surface, const Font& font, std::u16string_vi
 
 void TextDrawing::Draw(Surface& surface, const Font& font, std::u16string_view text,
                        const Rect& rect, Long format, Colour colour) {
+    std::u16string room;
+    text = WithoutMarks(text, format, room);
     const bool clips = (format & DT_NOCLIP) == 0;
     if (text.empty() || (clips && IsEmpty(Intersect(rect, surface.Bounds())))) {
         return;
@@ -102,6 +119,8 @@ void TextDrawing::Draw(Surface& surface, const Font& font, std::u16string_view t
 
 Rect TextDrawing::Calculate(const Font& font, std::u16string_view text, const Rect& rect,
                             Long format) const {
+    std::u16string room;
+    text = WithoutMarks(text, format, room);
     Size size = driver_.MeasureText(font, u"^j");
     if ((format & DT_SINGLELINE) != 0) {
         size.width = driver_.MeasureText(font, text).width;

@@ -21,8 +21,10 @@ inline constexpr Long DT_WORDBREAK = 16;  ///< lines end between words where the
 inline constexpr Long DT_SINGLELINE = 32;
 inline constexpr Long DT_NOCLIP = 256;     ///< the text may leave the rectangle
 inline constexpr Long DT_CALCRECT = 1024;  ///< draws nothing: see Calculate
-inline constexpr Long DT_NOPREFIX = 2048;  ///< always so: "&" is a character like any other
+inline constexpr Long DT_NOPREFIX = 2048;  ///< "&" is a character like any other
 
+/// Without DT_NOPREFIX "&" is a prefix mark: it takes no room and is not drawn, and the unit behind
+/// it stands for itself, so that "&&" is one "&". No line is drawn below that unit.
 class TextDrawing {
   public:
     /// The driver must outlive it.

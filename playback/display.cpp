@@ -1,4 +1,5 @@
 // What tells the user what plays: the caption, the one-line fact and the long one.
+#include <limits>
 #include <string>
 
 #include "core/failure.h"
@@ -92,8 +93,15 @@ void ShowItemInfo() {
 
 void NextDisplayMode() {
     constexpr Long kModes = 4;
-    App().DisplayMode = (App().DisplayMode + 1) % kModes;
-    WriteSetting(u"DisplayMode", LongToText(App().DisplayMode));
+    Long& mode = App().DisplayMode;
+    // A stored mode may be any number. Nothing can be added to the largest: a step that fails.
+    if (mode < std::numeric_limits<Long>::max()) {
+        ++mode;
+    }
+    if (mode == kModes) {
+        mode = 0;
+    }
+    WriteSetting(u"DisplayMode", LongToText(mode));
     RefreshInfoDisplay();
 }
 

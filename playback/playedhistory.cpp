@@ -25,17 +25,14 @@ struct Words {
     std::uint64_t high = 0;
 };
 
-// Eight units, lowered: the same whatever width the text is kept in.
+// Eight units as capitals: the same whatever width the text is kept in.
 template <class Units>
-Words LoweredWords(const Units& units, std::size_t first) {
+Words CapitalWords(const Units& units, std::size_t first) {
     std::array<unsigned char, kBlock> low{};
     std::array<unsigned char, kBlock> high{};
     const std::size_t size = std::min(kBlock, units.size() - first);
     for (std::size_t i = 0; i < size; ++i) {
-        char16_t unit = UnitOf(units[first + i]);
-        if (unit < u'a' || unit > u'z') {
-            unit = platform::LowerUnit(unit);
-        }
+        const char16_t unit = platform::UpperUnit(UnitOf(units[first + i]));
         low[i] = static_cast<unsigned char>(unit & 0xFF);
         high[i] = static_cast<unsigned char>(unit >> 8);
     }
@@ -46,21 +43,21 @@ Words LoweredWords(const Units& units, std::size_t first) {
 }
 
 // The same for eight ASCII bytes at once; false if one of them is no ASCII.
-bool LowerAscii(const char* bytes, std::uint64_t& word) {
+bool CapitalAscii(const char* bytes, std::uint64_t& word) {
     constexpr std::uint64_t kOnes = 0x0101010101010101;
     std::memcpy(&word, bytes, kBlock);
     if ((word & (kOnes * 0x80)) != 0) {
         return false;
     }
-    const std::uint64_t fromA = word + kOnes * (0x80 - 'A');
-    const std::uint64_t pastZ = word + kOnes * (0x80 - 'Z' - 1);
-    word |= ((fromA & ~pastZ) & (kOnes * 0x80)) >> 2;  // 0x80 >> 2 is the bit of the case
+    const std::uint64_t fromA = word + kOnes * (0x80 - 'a');
+    const std::uint64_t pastZ = word + kOnes * (0x80 - 'z' - 1);
+    word ^= ((fromA & ~pastZ) & (kOnes * 0x80)) >> 2;  // 0x80 >> 2 is the bit of the case
     return true;
 }
 
 }  // namespace
 
-// Of the lowered units, so that paths equal ignoring case meet.
+// Of the capitals, so that paths equal ignoring case meet.
 PlayedHistory::Print PlayedHistory::PrintOf(const RowText& path) {
     return path.Units([](const auto& units) {
         Print print{units.size() + 1, ~std::uint64_t{units.size()}};
@@ -68,10 +65,10 @@ PlayedHistory::Print PlayedHistory::PrintOf(const RowText& path) {
             Words words;
             bool done = false;
             if constexpr (sizeof(units[0]) == 1) {
-                done = units.size() - i >= kBlock && LowerAscii(units.data() + i, words.low);
+                done = units.size() - i >= kBlock && CapitalAscii(units.data() + i, words.low);
             }
             if (!done) {
-                words = LoweredWords(units, i);
+                words = CapitalWords(units, i);
             }
             print.low = Mix(print.low, words.low, 0x9E3779B97F4A7C15);
             print.high = Mix(print.high, words.low, 0xC2B2AE3D27D4EB4F);

@@ -109,6 +109,7 @@ bool StepBack() {
     JList& list = Playlist();
     const Long current = list.ListCurrent();
     if (current < -1) {
+        EndStep();
         return false;
     }
     if (current > 0) {

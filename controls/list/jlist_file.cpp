@@ -88,8 +88,8 @@ class LineInput {
 }  // namespace
 
 bool JList::Serialize(std::u16string_view path) const {
-    if (platform::FileLength(path)) {
-        platform::RemoveFile(path);
+    if (platform::FileLength(path) && !platform::RemoveFile(path)) {
+        return false;
     }
     platform::FileWriter file(path);
     if (!file.IsOpen()) {

@@ -15,10 +15,25 @@ Long Middle(Long lo, Long hi) {
     return platform::RoundHalfEven((static_cast<double>(lo) + static_cast<double>(hi)) / 2);
 }
 
-bool SameIgnoringCase(const RowText& candidate, std::u16string_view lowered) {
-    return candidate.Size() == lowered.size() && candidate.Units([&](const auto& units) {
-        for (std::size_t i = 0; i < lowered.size(); ++i) {
-            if (platform::LowerUnit(UnitOf(units[i])) != lowered[i]) {
+// Letters are the same if their capitals are. In the order, which matters to a list that sorts,
+// those of ASCII stand as small ones: behind "_".
+char16_t Folded(char16_t unit) {
+    const char16_t upper = platform::UpperUnit(unit);
+    return upper >= u'A' && upper <= u'Z' ? static_cast<char16_t>(upper + 32) : upper;
+}
+
+std::u16string Folded(std::u16string_view text) {
+    std::u16string folded(text);
+    for (char16_t& unit : folded) {
+        unit = Folded(unit);
+    }
+    return folded;
+}
+
+bool SameIgnoringCase(const RowText& candidate, std::u16string_view folded) {
+    return candidate.Size() == folded.size() && candidate.Units([&](const auto& units) {
+        for (std::size_t i = 0; i < folded.size(); ++i) {
+            if (Folded(UnitOf(units[i])) != folded[i]) {
                 return false;
             }
         }
@@ -55,7 +70,7 @@ Long JList::InsertSorted(std::u16string_view text) {
 
 Long JList::FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive) const {
     const std::u16string needle =
-        CaseSensitive ? std::u16string(sStringToMatch) : platform::Lower(sStringToMatch);
+        CaseSensitive ? std::u16string(sStringToMatch) : Folded(sStringToMatch);
     if (!sorted_) {
         for (Long i = 0; i < listCount_ && itemData_.Has(i); ++i) {
             const RowText& candidate = itemData_[i];
@@ -72,7 +87,7 @@ Long JList::FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive
     for (;;) {
         const Long mid = (lo + hi) / 2;
         const std::u16string data = ListData(mid);
-        const std::u16string candidate = CaseSensitive ? data : platform::Lower(data);
+        const std::u16string candidate = CaseSensitive ? data : Folded(data);
         // As in InsertSorted: on an empty list the empty needle meets the spare slot, row 0.
         if (candidate == needle && itemData_.Has(mid)) {
             return mid;

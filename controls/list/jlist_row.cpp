@@ -61,6 +61,9 @@ void JList::AppendRowString(Long index, std::u16string& to) const {
     if (itemText_.Has(index)) {
         itemText_[index].Units([&to](const auto& units) {
             for (const auto unit : units) {
+                if (unit == 0) {
+                    return;  // drawn without a length, a text ends at a zero
+                }
                 to.push_back(UnitOf(unit));
             }
         });

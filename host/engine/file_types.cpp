@@ -1,6 +1,5 @@
 #include "host/engine/file_types.h"
 
-#include <algorithm>
 #include <array>
 
 #include "host/engine/gst_ptr.h"
@@ -81,10 +80,6 @@ class Factories {
     GList* list_;
 };
 
-char ToLower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 }  // namespace
 
 SupportedTypes SupportedTypes::Installed() {
@@ -108,13 +103,7 @@ std::string SupportedTypes::Patterns() const {
 }
 
 bool SupportedTypes::Supports(const std::string& path) const {
-    const std::size_t point = path.find_last_of("./");
-    if (point == std::string::npos || path[point] != '.') {
-        return false;
-    }
-    std::string extension = path.substr(point + 1);
-    std::transform(extension.begin(), extension.end(), extension.begin(), &ToLower);
-    return extensions_.contains(extension);
+    return extensions_.contains(ExtensionOf(path));
 }
 
 }  // namespace veldrin

@@ -5,8 +5,9 @@
 #pragma once
 
 #include <optional>
-#include <set>
 #include <string>
+
+#include "host/engine/extensions.h"
 
 namespace veldrin {
 
@@ -26,7 +27,7 @@ class SupportedTypes {
     bool Supports(const std::string& path) const;
 
   private:
-    std::set<std::string, std::less<>> extensions_;
+    Extensions extensions_;
 };
 
 }  // namespace veldrin

@@ -201,8 +201,8 @@ std::string ReadInfo(const std::string& path) {
     return info.Text();
 }
 
-std::set<std::string, std::less<>> TaggedExtensions() {
-    std::set<std::string, std::less<>> extensions;
+Extensions TaggedExtensions() {
+    Extensions extensions;
     for (const TagLib::String& extension : TagLib::FileRef::defaultFileExtensions()) {
         extensions.insert(extension.to8Bit(true));
     }

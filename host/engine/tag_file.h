@@ -10,8 +10,9 @@
 
 #include <chrono>
 #include <cstdint>
-#include <set>
 #include <string>
+
+#include "host/engine/extensions.h"
 
 namespace veldrin {
 
@@ -43,7 +44,7 @@ SoundFacts ReadSoundFacts(const std::string& path);
 /// The text that TagReader::Info gives.
 std::string ReadInfo(const std::string& path);
 
-/// The extensions, in lower case, of the files whose tags can be read.
-std::set<std::string, std::less<>> TaggedExtensions();
+/// The extensions of the files whose tags can be read.
+Extensions TaggedExtensions();
 
 }  // namespace veldrin

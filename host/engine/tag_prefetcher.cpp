@@ -1,9 +1,10 @@
 #include "host/engine/tag_prefetcher.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 #include <utility>
+
+#include "platform/files.h"
+#include "platform/text.h"
 
 namespace veldrin {
 
@@ -15,15 +16,6 @@ constexpr std::size_t kAhead = 1000;  // files that are read ahead at most
 constexpr std::size_t kOwnShare = 16;
 constexpr std::size_t kAtOnce = 8;  // files that a thread takes on in one go
 constexpr unsigned kMostThreads = 4;
-
-char ToLower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-std::string ToLower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](char c) { return ToLower(c); });
-    return text;
-}
 
 }  // namespace
 
@@ -144,23 +136,19 @@ void TagPrefetcher::ReadAhead() {
 }
 
 std::shared_ptr<TagPrefetcher::Folder> TagPrefetcher::ListFolder(const std::string& path) const {
-    std::vector<std::pair<std::string, std::string>> names;  // by which to sort, and as they are
-    std::error_code error;
-    for (std::filesystem::directory_iterator file(path.empty() ? "/" : path, error), end;
-         !error && file != end; file.increment(error)) {
-        std::string name = file->path().filename().string();
-        std::string lower = ToLower(name);
-        const std::size_t point = lower.rfind('.');
-        if (point != std::string::npos && extensions_.contains(lower.substr(point + 1))) {
-            names.emplace_back(std::move(lower), std::move(name));
+    std::vector<std::string> names;  // in the order in which the component asks
+    for (const platform::FolderEntry& entry :
+         platform::ListFolder(platform::Widen(path.empty() ? "/" : path))) {
+        std::string name = platform::Narrow(entry.name);
+        if (extensions_.contains(ExtensionOf(name))) {
+            names.push_back(std::move(name));
         }
     }
-    std::sort(names.begin(), names.end());
     auto folder = std::make_shared<Folder>();
     folder->path = path;
     folder->entries.resize(names.size());
     for (std::size_t i = 0; i < names.size(); ++i) {
-        folder->entries[i].name = std::move(names[i].second);
+        folder->entries[i].name = std::move(names[i]);
         folder->places.emplace(folder->entries[i].name, i);
     }
     return folder;

@@ -8,13 +8,13 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
-#include <set>
 #include <string>
 #include <string_view>
 #include <thread>
 #include <unordered_map>
 #include <vector>
 
+#include "host/engine/extensions.h"
 #include "host/engine/tag_file.h"
 
 namespace veldrin {
@@ -53,7 +53,7 @@ class TagPrefetcher {
     void StartThreads();
     void ReadAhead();
 
-    const std::set<std::string, std::less<>> extensions_;
+    const Extensions extensions_;
 
     // Of the asking thread alone.
     std::string lastFolder_;

@@ -70,6 +70,17 @@ TEST_F(JListFile, SavingWhereNoFileCanBeIsTold) {
     EXPECT_FALSE(list_.Serialize(u""));
 }
 
+TEST_F(JListFile, AnOldFileThatCannotBeDeletedEndsItAndStays) {
+    folder_.Write("sub/list.omk", "old");
+    std::filesystem::permissions(folder_.Path("sub/list.omk"), std::filesystem::perms(0666));
+    const support::AsOrdinaryUser user(folder_);
+    std::filesystem::permissions(folder_.Path("sub"), std::filesystem::perms(0555));
+    const bool saved = list_.Serialize(folder_.Text("sub/list.omk"));
+    std::filesystem::permissions(folder_.Path("sub"), std::filesystem::perms(0755));
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(folder_.Read("sub/list.omk"), "old");
+}
+
 TEST_F(JListFile, AFileThatCannotBeWrittenToItsEndIsTold) {
     bench_.AddMany(20'000);
     const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
@@ -124,6 +135,22 @@ TEST_F(JListFile, ALineEndsAtACarriageReturnWithOrWithoutALineFeed) {
     EXPECT_TRUE(Load("OMK v1.1\r2\r0\r\na\r/a\r\nb\r/b"));
     EXPECT_EQ(bench_.Texts(), (Texts{u"a", u"b"}));
     EXPECT_EQ(bench_.Payloads(), (Texts{u"/a", u"/b"}));
+}
+
+// The file is read in pieces of 65536 bytes.
+TEST_F(JListFile, APairOfLineEndBytesMayLieInTwoPieces) {
+    const std::string head = "OMK v1.1\r\n 2 \r\n 1 \r\n";
+    for (const std::size_t piece : {65536U, 2 * 65536U}) {
+        for (std::size_t carriageReturn = piece - 3; carriageReturn <= piece + 2;
+             ++carriageReturn) {
+            list_.Clear();
+            const std::string text(carriageReturn - head.size(), 'x');
+            EXPECT_TRUE(Load(head + text + "\r\n/a\r\nb\r\n/b\r\n"));
+            EXPECT_EQ(list_.List(0).size(), text.size()) << carriageReturn;
+            EXPECT_EQ(bench_.Payloads(), (Texts{u"/a", u"/b"})) << carriageReturn;
+            EXPECT_EQ(list_.List(1), u"b") << carriageReturn;
+        }
+    }
 }
 
 TEST_F(JListFile, ALineFeedAloneStaysInTheText) {

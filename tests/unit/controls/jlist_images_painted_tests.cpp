@@ -136,6 +136,22 @@ TEST_F(JListImagesPainted, AMissingPictureIsSkippedAndTheTextDrawn) {
     EXPECT_EQ(At(21, 18), kText);
 }
 
+TEST_F(JListImagesPainted, EveryIndexIsAPictureOfItsOwn) {
+    constexpr Colour kSecond = 0x112233;
+    constexpr Colour kThird = 0x445566;
+    for (const Colour colour : {kSecond, kThird}) {
+        platform::Surface picture({4, 4});
+        picture.FillRect(picture.Bounds(), colour);
+        list_.AddImage(std::make_shared<const platform::Surface>(picture));
+    }
+    list_.ImageIndex(0, 2);
+    list_.ImageIndex(2, 1);
+    list_.DisplayList();
+    EXPECT_EQ(At(5, 5), kThird);
+    EXPECT_EQ(At(5, 20), kPicture);
+    EXPECT_EQ(At(5, 35), kSecond);
+}
+
 TEST_F(JListImagesPainted, WithoutThemRowsMoveBack) {
     list_.ShowItemImages(false);
     EXPECT_EQ(list_.TextLeft(), 3);

@@ -229,6 +229,8 @@ TEST_F(JListOrder, FindDataIndexIgnoresCaseBeyondAscii) {
     list_.AddItem(u"", u"/ÄÖ/ЁЛКА.mp3");
     EXPECT_EQ(list_.FindDataIndex(u"/äö/ёлка.MP3", false), 0);
     EXPECT_EQ(list_.FindDataIndex(u"/äö/ёлка.MP3", true), -1);
+    list_.AddItem(u"", u"/nhạc/Ở.mp3");
+    EXPECT_EQ(list_.FindDataIndex(u"/NHẠC/ở.mp3", false), 1);
 }
 
 TEST_F(JListOrder, FindDataIndexHasNoneInAnEmptyList) {
@@ -245,6 +247,16 @@ TEST_F(JListSorted, FindDataIndexHalvesByPayload) {
     EXPECT_EQ(list_.FindDataIndex(u"d", false), 3);
     EXPECT_EQ(list_.FindDataIndex(u"DD", true), -1);
     EXPECT_EQ(list_.FindDataIndex(u"", true), -1);
+}
+
+// Ignoring case it halves among small letters, so that "_" stands in front of all of them.
+TEST_F(JListSorted, FindDataIndexHalvesByTheOrderOfSmallLetters) {
+    list_.AddItem(u"1", u"_");
+    list_.AddItem(u"2", u"A");
+    list_.AddItem(u"3", u"Ạ");
+    for (const auto& [data, row] : {std::pair{u"_", 0}, {u"a", 1}, {u"ạ", 2}}) {
+        EXPECT_EQ(list_.FindDataIndex(data, false), row);
+    }
 }
 
 TEST_F(JListSorted, FindDataIndexMissesPayloadsThatAreNotInOrder) {

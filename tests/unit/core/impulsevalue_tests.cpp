@@ -180,8 +180,24 @@ TEST(TextToBoolean, TakesTheTwoWordsIgnoringCaseOrANumber) {
     EXPECT_EQ(TextToBoolean(u"-1"), true);
     EXPECT_EQ(TextToBoolean(u"17"), true);
     EXPECT_EQ(TextToBoolean(u"0"), false);
-    for (const char16_t* text : {u"", u"yes", u"Truee", u"T", u"1.5"}) {
+    for (const char16_t* text : {u"", u"yes", u"Truee", u"T"}) {
         EXPECT_EQ(TextToBoolean(text), std::nullopt);
+    }
+}
+
+TEST(TextToBoolean, TakesAnyDecimalNumber) {
+    for (const char16_t* text : {u"1.0", u"0.5", u"-.5", u"+.5", u"5.", u"1.5", u" 1e3 ", u"1E-3",
+                                 u"0.0001", u"2147483648", u"-99999999999999999999"}) {
+        EXPECT_EQ(TextToBoolean(text), true) << testing::PrintToString(std::u16string(text));
+    }
+    for (const char16_t* text : {u"0.0", u"-0", u".0", u"0.", u"+0", u"000", u"0e5", u"-0.00"}) {
+        EXPECT_EQ(TextToBoolean(text), false) << testing::PrintToString(std::u16string(text));
+    }
+    for (const char16_t* text :
+         {u".", u"-", u"e3", u"1e", u"1e+", u"1.2.3", u"1,5", u"1 5", u"0x1", u"1f", u"--1", u"+-1",
+          u"inf", u"-nan", u"infinity", u"1e999", u"\u0661", u"\uFF11", u"1\u00A0"}) {
+        EXPECT_EQ(TextToBoolean(text), std::nullopt)
+            << testing::PrintToString(std::u16string(text));
     }
 }
 

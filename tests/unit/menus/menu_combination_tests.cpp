@@ -51,6 +51,9 @@ TEST(KeyTexts, AreReadByTheTableAsItStands) {
              Known{u"Fx", 0, 0},
              Known{u"F", 0, 70},  // a letter
              Known{u"\u00e9", 0, 0xC9},
+             Known{u"\u1EA1", 0, 0x1EA0},  // of every alphabet
+             Known{u"\u00ff", 0, 0x178},
+             Known{u"\u00df", 0, 0xDF},  // has no capital of one letter
          }) {
         const KeyCombination expected{known.modifiers, known.code};
         EXPECT_EQ(ParseKeyText(known.text), expected) << std::string(known.text, known.text + 3);

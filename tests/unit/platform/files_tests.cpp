@@ -99,8 +99,16 @@ TEST_F(Files, AFolderIsListedIgnoringCaseWithoutDotFiles) {
     folder_.MakeFolder(".git");
     // Names that differ only in case stand by code unit, the capital first.
     EXPECT_EQ(NamesOf(ListFolder(folder_.Text() + u"/")),
-              (std::vector<std::u16string>{u"10", u"2", u"_x", u"A", u"a", u"aa", u"B", u"b",
-                                           u"Cd/", u"Z"}));
+              (std::vector<std::u16string>{u"10", u"2", u"A", u"a", u"aa", u"B", u"b", u"Cd/", u"Z",
+                                           u"_x"}));
+}
+
+TEST_F(Files, TheOrderOfAFolderIgnoresTheCaseOfEveryAlphabet) {
+    for (const char* name : {"ạb", "Ạa", "Ạc", "ğ", "Ğz", "șx", "Șa"}) {
+        folder_.Write(name, "");
+    }
+    EXPECT_EQ(NamesOf(ListFolder(folder_.Text())),
+              (std::vector<std::u16string>{u"ğ", u"Ğz", u"Șa", u"șx", u"Ạa", u"ạb", u"Ạc"}));
 }
 
 TEST_F(Files, AListedLinkCountsAsWhatItLeadsTo) {

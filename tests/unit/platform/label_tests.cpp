@@ -53,6 +53,16 @@ TEST_F(Labels, ShowItsCaptionOnWhatItsParentShows) {
     EXPECT_EQ(Pixel({1, 3}), 4);
 }
 
+TEST_F(Labels, AnAmpersandIsShown) {
+    label_.AutoSize(true);
+    label_.Caption(u"a&b &c");  // 36 pixels: exactly the label's width
+    EXPECT_EQ(label_.Height(), 13);
+    EXPECT_EQ(Pixel({7, 3}), 2);
+    EXPECT_EQ(Pixel({34, 3}), 2);
+    label_.Caption(u"a&b &cd");
+    EXPECT_EQ(label_.Height(), 26);
+}
+
 TEST_F(Labels, OpaqueOnesShowTheirOwnBackColour) {
     label_.Caption(u"a");
     EXPECT_FALSE(label_.Opaque());

@@ -109,6 +109,8 @@ TEST_F(MenuKeys, ALetterChoosesTheOnlyRowThatBeginsWithIt) {
     EXPECT_EQ(Typed(u"a"), 1);
     EXPECT_EQ(Typed(u"A"), 1);
     EXPECT_EQ(Typed(u"x"), 0);
+    b_.Add(5, u"Ảnh");
+    EXPECT_EQ(Typed(u"ả"), 5);
 }
 
 TEST_F(MenuKeys, ALetterOfSeveralRowsStepsThroughThem) {

@@ -35,6 +35,24 @@ TEST_F(TextBoxMouse, APressTakesTheFocusAndPutsTheCaretIntoTheNearestGap) {
     EXPECT_EQ(Shown(), u"abcd[]");
 }
 
+TEST_F(TextBoxMouse, ExactlyBetweenTwoGapsThePressGoesToTheFirst) {
+    Fill(u"abcd");
+    bench_.Click({2 + 6 * 2 + 3, 10});
+    EXPECT_EQ(Shown(), u"ab[]cd");
+    bench_.Click(At(3));
+    EXPECT_EQ(Shown(), u"abc[]d");
+}
+
+TEST_F(TextBoxMouse, ExactlyBetweenTwoLettersThePointerIsOnTheSecond) {
+    Fill(u"one two");
+    bench_.DoubleClick(At(4));
+    EXPECT_EQ(Shown(), u"one [two]");
+    bench_.DoubleClick(At(3));
+    EXPECT_EQ(Shown(), u"one[ ]two");
+    bench_.DoubleClick({2 + 6 * 3 - 1, 10});
+    EXPECT_EQ(Shown(), u"[one] two");
+}
+
 TEST_F(TextBoxMouse, ARightPressTakesTheFocusLeavesTheSelectionAndAsksForAMenu) {
     Fill(u"abcd", 1);
     box_.SelLength(2);

@@ -33,6 +33,12 @@ TEST_F(TextBoxLine, HoldsItsTextAndTellsOfEveryWrite) {
     EXPECT_EQ(box_.LineCount(), 1);
 }
 
+TEST_F(TextBoxLine, AnAmpersandIsShown) {
+    box_.Text(u"&a");
+    EXPECT_EQ(bench_.Pixel({2 + 1, 6}), kInk);
+    EXPECT_EQ(bench_.Pixel({2 + 6 + 1, 6}), kInk);
+}
+
 TEST_F(TextBoxLine, SelectionByNumbersIsBroughtInside) {
     box_.Text(u"abcdef");
     box_.SelStart(2);

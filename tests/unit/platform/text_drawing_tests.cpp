@@ -61,8 +61,33 @@ TEST_F(TextDrawingTest, CentringAndTheRightEdge) {
               (Rect{30, 31, 40, 38}));
 }
 
-TEST_F(TextDrawingTest, AnAmpersandIsACharacterLikeAnyOther) {
-    EXPECT_EQ(Inked(u"&a", {0, 0, 60, 50}, DT_SINGLELINE), (Rect{1, 3, 11, 10}));
+TEST_F(TextDrawingTest, AnAmpersandIsAPrefixMarkUnlessTheFormatSaysNo) {
+    const auto ends = [&](std::u16string_view text, Long format) {
+        return Inked(text, {0, 0, 60, 50}, DT_SINGLELINE | format).right;
+    };
+    EXPECT_EQ(ends(u"&a", DT_NOPREFIX), 11);
+    EXPECT_EQ(ends(u"&a", 0), 5);
+    EXPECT_EQ(ends(u"a&b&c", 0), 17);
+    EXPECT_EQ(ends(u"a&&b", 0), 17);  // two are one
+    EXPECT_EQ(ends(u"&&&a", 0), 11);  // one, and a mark of the a
+    EXPECT_EQ(ends(u"&&&&", 0), 11);
+    EXPECT_EQ(ends(u"a&", 0), 5);  // a mark of nothing
+    EXPECT_EQ(ends(u"&", 0), 0);
+    EXPECT_EQ(Inked(u"a&\n&b", {0, 0, 60, 50}, 0), (Rect{1, 3, 5, 23}));
+    EXPECT_EQ(Inked(u"&ab", {0, 0, 60, 50}, DT_SINGLELINE | DT_RIGHT), (Rect{49, 3, 59, 10}));
+    EXPECT_EQ(Inked(u"&ab", {0, 0, 51, 50}, DT_CENTER), (Rect{20, 3, 30, 10}));
+}
+
+TEST_F(TextDrawingTest, APrefixMarkHasNoWidth) {
+    const auto width = [&](std::u16string_view text, Long format) {
+        return drawing_.Calculate(font_, text, {}, format).Width();
+    };
+    EXPECT_EQ(width(u"A & B", DT_SINGLELINE), 24);
+    EXPECT_EQ(width(u"A & B", DT_SINGLELINE | DT_NOPREFIX), 30);
+    EXPECT_EQ(width(u"A && B", DT_SINGLELINE), 30);
+    EXPECT_EQ(width(u"&\n&bb", 0), 12);
+    EXPECT_EQ(drawing_.Calculate(font_, u"&aa &bb", {0, 0, 30, 0}, DT_WORDBREAK),
+              (Rect{0, 0, 30, 13}));
 }
 
 TEST_F(TextDrawingTest, NothingIsDrawnOutsideOfTheRectangle) {

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -104,6 +106,58 @@ TEST(TextLines, ALineNeverGetsTooLongByTheRoundingOfItsWords) {
     for (const std::u16string_view line : BreakLines(driver, {}, text, 100)) {
         EXPECT_LE(line.size(), 28U);
         EXPECT_GE(line.size(), 24U) << "another word of four would have fitted";
+    }
+}
+
+// A letter is as many tenths of a pixel wide as its place in the alphabet says, and 26 more.
+class UnevenDriver : public HeadlessDriver {
+  public:
+    UnevenDriver() : HeadlessDriver(Clock::kVirtual) {}
+    Size MeasureText(const Font& /*font*/, std::u16string_view text) const override {
+        Long tenths = 0;
+        for (const char16_t unit : text) {
+            tenths += unit == u' ' ? 27 : 26 + (unit - u'a');
+        }
+        return {(tenths + 5) / 10, 13};
+    }
+};
+
+// The longest beginning of whole words that fits as a whole, again and again.
+Lines BrokenOneByOne(const Driver& driver, std::u16string_view text, Long width) {
+    Lines lines;
+    while (!text.empty()) {
+        std::size_t fits = 0;
+        for (std::size_t end = text.find(u' '); fits < text.size();
+             end = text.find(u' ', end + 1)) {
+            end = std::min(end, text.size());
+            if (fits > 0 && driver.MeasureText({}, text.substr(0, end)).width > width) {
+                break;
+            }
+            fits = end;
+        }
+        lines.emplace_back(text.substr(0, fits));
+        text.remove_prefix(std::min(fits + 1, text.size()));
+    }
+    return lines;
+}
+
+TEST(TextLines, TheSumOfRoundedWordsDecidesNothing) {
+    const UnevenDriver driver;
+    std::mt19937 random(7);
+    for (int round = 0; round < 200; ++round) {
+        std::u16string text;
+        for (int word = 0; word < 60; ++word) {
+            text += word > 0 ? u" " : u"";
+            for (auto units = 1 + random() % 5; units > 0; --units) {
+                text += static_cast<char16_t>(u'a' + random() % 26);
+            }
+        }
+        const Long width = 40 + static_cast<Long>(random() % 40);
+        Lines lines;
+        for (const std::u16string_view line : BreakLines(driver, {}, text, width)) {
+            lines.emplace_back(line);
+        }
+        ASSERT_EQ(lines, BrokenOneByOne(driver, text, width)) << round;
     }
 }
 

@@ -145,42 +145,110 @@ TEST(Text, WidenIntoTakesThePlaceOfWhatWasThere) {
     EXPECT_EQ(text, u"");
 }
 
-// Capitals and their small letters, of every alphabet that is lowered.
-constexpr std::u16string_view kCapitals =
-    u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"
-    u"ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞ"
-    u"ĀĂĄĆĈĊČĎĐĒĔĖĘĚĜĞĠĢĤĦĨĪĬĮĲĴĶĹĻĽĿŁŃŅŇŊŌŎŐŒŔŖŘŚŜŞŠŢŤŦŨŪŬŮŰŲŴŶŸŹŻŽ"
-    u"ΆΈΉΊΌΎΏΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩΪΫ"
-    u"ЀЁЂЃЄЅІЇЈЉЊЋЌЍЎЏАБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯ";
+// Small letters and their capitals, of every alphabet that has two cases.
 constexpr std::u16string_view kSmall =
     u"abcdefghijklmnopqrstuvwxyz"
-    u"àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþ"
-    u"āăąćĉċčďđēĕėęěĝğġģĥħĩīĭįĳĵķĺļľŀłńņňŋōŏőœŕŗřśŝşšţťŧũūŭůűųŵŷÿźżž"
-    u"άέήίόύώαβγδεζηθικλμνξοπρστυφχψωϊϋ"
-    u"ѐёђѓєѕіїјљњћќѝўџабвгдежзийклмнопрстуфхцчшщъыьэюя";
+    u"\u00B5àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþÿ"
+    u"āăąćĉċčďđēĕėęěĝğġģĥħĩīĭįıĳĵķĺļľŀłńņňŋōŏőœŕŗřśŝşšţťŧũūŭůűųŵŷźżž\u017F"  // long s
+    u"ƀƃƅƈƌƒƕƙƚƞơƣƥƨƭưƴƶƹƽƿǅǆǈǉǋǌǎǐǜǝǟǳǵșțȟȼɂɓɔɖəɣɨɯɵʊʒ"
+    u"άέήίόύώαβγδεζηθικλμνξοπρςστυφχψωϊϋϐϑϕϖϗϙϝϲϳϵϸϻ"
+    u"абвгдежзийклмнопрстуфхцчшщъыьэюяѐёђѓєѕіїјљњћќѝўџѡѳҁґқүәӂӏө"
+    u"աբգօֆ"                     // Armenian
+    u"აბჰჺჽჿ"                    // Georgian: the capitals are the young ones
+    u"\u13F8\u13FD\uAB70\uABBF"  // Cherokee: the small letters are
+    u"ḁẕẛạảấằặẽếểễệỉịọỏốồổỗộớờởỡợụủứừửữựỳỵỷỹỻ"
+    u"ἀἇὀὑὣὰᾀᾧᾰᾳ\u1FBEῃῥῳ"
+    u"ⅎⅰⅿↄⓐⓩⰰⱡⱥⱬⲁⳣⴀⴥꙁꚁꜣꝏꝺꞌꞔꟃꭓａｚ";
+constexpr std::u16string_view kCapitals =
+    u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"
+    u"\u039CÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞŸ"
+    u"ĀĂĄĆĈĊČĎĐĒĔĖĘĚĜĞĠĢĤĦĨĪĬĮIĲĴĶĹĻĽĿŁŃŅŇŊŌŎŐŒŔŖŘŚŜŞŠŢŤŦŨŪŬŮŰŲŴŶŹŻŽS"
+    u"ɃƂƄƇƋƑǶƘȽȠƠƢƤƧƬƯƳƵƸƼǷǄǄǇǇǊǊǍǏǛƎǞǱǴȘȚȞȻɁƁƆƉƏƔƗƜƟƱƷ"
+    u"ΆΈΉΊΌΎΏΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΣΤΥΦΧΨΩΪΫΒΘΦΠϏϘϜϹͿΕϷϺ"
+    u"АБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯЀЁЂЃЄЅІЇЈЉЊЋЌЍЎЏѠѲҀҐҚҮӘӁӀӨ"
+    u"ԱԲԳՕՖ"
+    u"\u1C90\u1C91\u1CB0\u1CBA\u1CBD\u1CBF"
+    u"\u13F0\u13F5\u13A0\u13EF"
+    u"ḀẔṠẠẢẤẰẶẼẾỂỄỆỈỊỌỎỐỒỔỖỘỚỜỞỠỢỤỦỨỪỬỮỰỲỴỶỸỺ"
+    u"ἈἏὈὙὫ\u1FBAᾈᾯᾸᾼΙῌῬῼ"
+    u"ℲⅠⅯↃⒶⓏⰀⱠȺⱫⲀⳢႠჅꙀꚀꜢꝎꝹꞋꟄꟂꞳＡＺ";
 static_assert(kCapitals.size() == kSmall.size());
 
-TEST(Text, CapitalsOfTheNamedAlphabetsAreLoweredAndNothingElseChanges) {
-    for (char32_t unit = 0; unit < 0x460; ++unit) {
-        const auto plain = static_cast<char16_t>(unit);
-        const std::size_t at = kCapitals.find(plain);
-        const char16_t expected = at == std::u16string_view::npos ? plain : kSmall[at];
-        EXPECT_EQ(LowerUnit(plain), expected) << std::hex << static_cast<unsigned>(unit);
+TEST(Text, SmallLettersOfEveryAlphabetHaveTheirCapitals) {
+    for (std::size_t i = 0; i < kSmall.size(); ++i) {
+        EXPECT_EQ(UpperUnit(kSmall[i]), kCapitals[i]) << std::hex << unsigned{kSmall[i]};
+        EXPECT_EQ(UpperUnit(kCapitals[i]), kCapitals[i]) << std::hex << unsigned{kCapitals[i]};
     }
-    for (const char16_t unit : std::u16string_view(u"\x4E00\xD800\xDCC3\xDFFF\xFFFF")) {
-        EXPECT_EQ(LowerUnit(unit), unit);
+    EXPECT_EQ(Upper(kSmall), kCapitals);
+    EXPECT_TRUE(EqualIgnoringCase(kSmall, kCapitals));
+}
+
+// Stretches of the alphabets, each wholly: every `step`th unit from one to another lies so far
+// behind its capital, and the units between are no small letters.
+struct Stretch {
+    char16_t first;
+    char16_t last;
+    int step;
+    int distance;
+};
+const std::vector<Stretch> kStretches{
+    {u'a', u'z', 1, 32},        {0xE0, 0xF6, 1, 32},        {0xF8, 0xFE, 1, 32},
+    {0x101, 0x12F, 2, 1},       {0x133, 0x137, 2, 1},       {0x13A, 0x148, 2, 1},
+    {0x14B, 0x177, 2, 1},       {0x17A, 0x17E, 2, 1},       {0x1CE, 0x1DC, 2, 1},
+    {0x1DF, 0x1EF, 2, 1},       {0x1F9, 0x21F, 2, 1},       {0x223, 0x233, 2, 1},
+    {0x247, 0x24F, 2, 1},       {0x3AD, 0x3AF, 1, 37},      {0x3B1, 0x3C1, 1, 32},
+    {0x3C3, 0x3CB, 1, 32},      {0x3D9, 0x3EF, 2, 1},       {0x430, 0x44F, 1, 32},
+    {0x450, 0x45F, 1, 80},      {0x461, 0x481, 2, 1},       {0x48B, 0x4BF, 2, 1},
+    {0x4C2, 0x4CE, 2, 1},       {0x4D1, 0x52F, 2, 1},       {0x561, 0x586, 1, 48},
+    {0x10D0, 0x10FA, 1, -3008}, {0x10FD, 0x10FF, 1, -3008}, {0x13F8, 0x13FD, 1, 8},
+    {0x1E01, 0x1E95, 2, 1},     {0x1EA1, 0x1EFF, 2, 1},     {0x1F00, 0x1F07, 1, -8},
+    {0x2170, 0x217F, 1, 16},    {0x24D0, 0x24E9, 1, 26},    {0x2C30, 0x2C5F, 1, 48},
+    {0x2C81, 0x2CE3, 2, 1},     {0x2D00, 0x2D25, 1, 7264},  {0xA641, 0xA66D, 2, 1},
+    {0xA681, 0xA69B, 2, 1},     {0xA723, 0xA72F, 2, 1},     {0xA733, 0xA76F, 2, 1},
+    {0xAB70, 0xABBF, 1, 38864}, {0xFF41, 0xFF5A, 1, 32},
+};
+
+TEST(Text, WholeAlphabetsLieSoFarBehindTheirCapitals) {
+    for (const Stretch& stretch : kStretches) {
+        for (int unit = stretch.first; unit <= stretch.last; ++unit) {
+            const bool isSmall = (unit - stretch.first) % stretch.step == 0;
+            EXPECT_EQ(UpperUnit(static_cast<char16_t>(unit)),
+                      isSmall ? unit - stretch.distance : unit)
+                << std::hex << unit;
+        }
     }
 }
 
-TEST(Text, LowerWorksUnitByUnit) {
-    EXPECT_EQ(Lower(u"/Music/ÄRGER 12.MP3"), u"/music/ärger 12.mp3");
-    EXPECT_EQ(Lower(u""), u"");
-    EXPECT_EQ(Lower(kCapitals), kSmall);
+TEST(Text, ACapitalIsItsOwnAndWhatHasNoCapitalToo) {
+    int small = 0;
+    for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+        const char16_t upper = UpperUnit(static_cast<char16_t>(unit));
+        EXPECT_EQ(UpperUnit(upper), upper) << std::hex << unit;
+        small += upper != unit ? 1 : 0;
+    }
+    EXPECT_EQ(small, 1190);  // so many letters of Unicode 15
+    // Two letters as a capital (sharp s, an n with an apostrophe, a ligature), no letters, no
+    // character, and letters without a capital or with one past U+FFFF only.
+    for (const char16_t unit :
+         std::u16string_view(u"\u00DF\u0149\u01F0\u0390\u0587\u1E96\u1F50\uFB01×÷[{`@\u0130"
+                             u"\u00AA\u02B0\u1D2C\x4E00\xD800\xDC28\xDCC3\xDFFF\xFFFF")) {
+        EXPECT_EQ(UpperUnit(unit), unit) << std::hex << unsigned{unit};
+    }
+}
+
+TEST(Text, UpperWorksUnitByUnit) {
+    EXPECT_EQ(Upper(u"/Music/Ärger straße 12.mp3"), u"/MUSIC/ÄRGER STRAßE 12.MP3");
+    EXPECT_EQ(Upper(u""), u"");
+    EXPECT_EQ(Upper(u"\U00010428"), u"\U00010428");  // the small letter of U+10400
 }
 
 TEST(Text, EqualIgnoringCaseComparesLengthAndEveryUnit) {
     EXPECT_TRUE(EqualIgnoringCase(u"/ADD", u"/add"));
     EXPECT_TRUE(EqualIgnoringCase(u"ЁЛКА", u"ёлка"));
+    EXPECT_TRUE(EqualIgnoringCase(u"Nhạc Việt", u"NHẠC VIỆT"));
+    EXPECT_TRUE(EqualIgnoringCase(u"ΟΔΟΣ", u"οδος"));  // its last letter has a form of its own
+    EXPECT_TRUE(EqualIgnoringCase(u"οδοσ", u"οδος"));
+    EXPECT_FALSE(EqualIgnoringCase(u"straße", u"STRASSE"));
     EXPECT_TRUE(EqualIgnoringCase(u"", u""));
     EXPECT_FALSE(EqualIgnoringCase(u"abc", u"abcd"));
     EXPECT_FALSE(EqualIgnoringCase(u"abcd", u"abc"));

@@ -228,8 +228,14 @@ TEST_F(Sequence, AStaleRowFarBelowStepsUpToNoRow) {
     EXPECT_TRUE(Opened().empty());
     EXPECT_EQ(Host().Numbers().back(), 33);
     Current(-kMost - 1);
+    Host().Forget();
     PreviousItem();  // never comes to a row: ends by itself
     EXPECT_TRUE(Opened().empty());
+    EXPECT_EQ(Host().Numbers(), (std::vector<Long>{33}));
+    Current(-1);
+    Host().Forget();
+    PreviousItem();  // no row is where the list begins: there is no end step
+    EXPECT_TRUE(Host().calls.empty());
 }
 
 TEST_F(Sequence, TheItemThatPlaysScrollsIntoView) {

@@ -185,6 +185,24 @@ TEST_F(SkinInForce, OnlyTheBrowserHasItsThreeImagesHoweverOftenASkinIsLoaded) {
     EXPECT_EQ(Main().lst_Search->ImageCount(), 0);
 }
 
+TEST_F(SkinInForce, TheBrowsersImagesAreThePicturesOfTheirOrder) {
+    JList& files = *Main().lstFilesAndFolders;
+    files.ItemImageSize(16);  // as large as they are: pixel for pixel
+    files.AddItem(u"", u"");
+    for (const Long image : {0, 1, 2}) {
+        files.ImageIndex(0, image);
+        files.DisplayList();
+        const platform::PictureRef picture = Skins().Bitmap(103 + image);
+        ASSERT_EQ(picture->GetSize(), (platform::Size{16, 16}));
+        for (Long at = 0; at < 256; ++at) {
+            const platform::Point point{at % 16, at / 16};
+            ASSERT_EQ(files.Face().GetPixel({files.ImageLeft() + point.x, point.y}),
+                      picture->GetPixel(point))
+                << image << ": " << point.x << ' ' << point.y;
+        }
+    }
+}
+
 TEST_F(SkinInForce, TheMenuHasItsPictureFontAndColours) {
     const JPopupMenu& menu = *Main().hMenu;
     EXPECT_EQ(menu.BackgroundPicture(), Skins().Bitmap(102));

@@ -194,6 +194,16 @@ TEST(SkinTable, ALineIsANumberATextAndAComment) {
     }
 }
 
+TEST(SkinTable, LinesMayEndInCarriageReturnAndLineFeed) {
+    const SkinTable table("# head\r\n1 | one\r\n2 | 12 | comment\r\n3 | True |\r\n4 | \r\n5|-1\r\n",
+                          {});
+    EXPECT_EQ(table.Row(1), u"one");
+    EXPECT_EQ(table.Number(2), 12);
+    EXPECT_TRUE(table.Boolean(3));
+    EXPECT_THROW(static_cast<void>(table.Row(4)), ComponentError);
+    EXPECT_EQ(table.Row(5), u"-1");
+}
+
 TEST(SkinTable, ARowThatIsNoNumberOrBooleanFailsAsOne) {
     const SkinTable table("1 | 12 |\n2 | twelve |\n3 | True |\n4 | false |\n5 | -1 |", {});
     EXPECT_EQ(table.Number(1), 12);
