@@ -2,9 +2,11 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <unistd.h>
 
 #include <array>
+#include <optional>
 
 #include "host/descriptor.h"
 #include "host/keyboard.h"
@@ -80,6 +82,74 @@ TEST(Console, NoProgressOffTheTerminal) {
     console.Progress("0:01 / 3:20");
     EXPECT_FALSE(console.ShowsProgress());
     EXPECT_EQ(output.Text(), "");
+}
+
+/// A terminal of so many columns, 0 if it does not know, and what a console has written to it.
+class ConsoleOnTerminal : public testing::Test {
+  protected:
+    void Open(unsigned short columns) {
+        const winsize size{24, columns, 0, 0};
+        int seen = -1;
+        int written = -1;
+        ASSERT_EQ(openpty(&seen, &written, nullptr, nullptr, &size), 0);
+        screen_ = Descriptor(seen);
+        terminal_ = Descriptor(written);
+        ASSERT_EQ(fcntl(seen, F_SETFL, O_NONBLOCK), 0);
+        console_.emplace(written, written);
+    }
+    std::string Shown() const {
+        std::array<char, 4096> buffer{};
+        const ssize_t got = read(screen_.Number(), buffer.data(), buffer.size());
+        return got > 0 ? std::string(buffer.data(), static_cast<std::size_t>(got)) : "";
+    }
+    std::optional<Console> console_;
+
+  private:
+    Descriptor screen_;
+    Descriptor terminal_;
+};
+
+constexpr const char* kErase = "\r\x1b[K";
+
+TEST_F(ConsoleOnTerminal, ProgressLeavesTheLastColumnFree) {
+    Open(20);
+    EXPECT_TRUE(console_->ShowsProgress());
+    console_->Progress("0123456789abcdefghi");
+    EXPECT_EQ(Shown(), kErase + std::string("0123456789abcdefghi"));
+    console_->Progress("0123456789ABCDEFGHIJ");
+    EXPECT_EQ(Shown(), kErase + std::string("0123456789ABCDEFGHI"));
+    console_->Progress("0123456789abcdefghijk");
+    EXPECT_EQ(Shown(), kErase + std::string("0123456789abcdefghi"));
+}
+
+TEST_F(ConsoleOnTerminal, OneThatDoesNotKnowItsWidthIsTakenToHave80Columns) {
+    Open(0);
+    console_->Progress(std::string(80, 'x'));
+    EXPECT_EQ(Shown(), kErase + std::string(79, 'x'));
+}
+
+TEST_F(ConsoleOnTerminal, ProgressIsWrittenOnlyWhenItChanges) {
+    Open(20);
+    console_->Progress("0:01");
+    console_->Progress("0:01");
+    EXPECT_EQ(Shown(), kErase + std::string("0:01"));
+    console_->Progress("");
+    console_->Progress("");
+    EXPECT_EQ(Shown(), kErase);
+}
+
+TEST_F(ConsoleOnTerminal, LinesAndComplaintsTakeThePlaceOfTheProgress) {
+    Open(20);
+    console_->Line("first");
+    EXPECT_EQ(Shown(), "first\r\n");
+    console_->Progress("0:01");
+    console_->Line("second");
+    EXPECT_EQ(Shown(), kErase + std::string("0:01") + kErase + "second\r\n");
+    console_->Progress("0:01");
+    console_->Complain("third");
+    EXPECT_EQ(Shown(), kErase + std::string("0:01") + kErase + "veldrin: third\r\n");
+    console_->Line("fourth");
+    EXPECT_EQ(Shown(), "fourth\r\n");
 }
 
 std::string Keys(std::string_view bytes) {
