@@ -105,6 +105,53 @@ TEST_F(OpenTest, TellsTheFactsOfTheMedium) {
     EXPECT_EQ(engine->LengthText(), "1:02");
     ASSERT_TRUE(engine->Open(Wav("short.wav", Tone(440, 0.2, 8000, 1))));
     EXPECT_EQ(engine->Length(), 1);
+    EXPECT_EQ(engine->SampleRate(), 8000);
+    EXPECT_EQ(engine->BitRateText(), "128");  // and not that of the item before
+    ASSERT_TRUE(engine->Open(Wav("stereo.wav", Tone(440, 1.0, 96000, 2))));
+    EXPECT_EQ(engine->SampleRate(), 96000);
+    EXPECT_EQ(engine->Channels(), 2);
+}
+
+TEST_F(OpenTest, TheFactsAreThoseOfTheMediumAndNotOfWhatIsPlayed) {
+    auto engine = SilentEngine();
+    ASSERT_TRUE(engine->Open(Wav("many.wav", Tone(440, 1.0, 192000, 6))));
+    EXPECT_EQ(engine->SampleRate(), 192000);
+    EXPECT_EQ(engine->Channels(), 6);
+}
+
+TEST_F(OpenTest, WithoutABitRateInItsTagsTheSizeTellsIt) {
+    const std::string path = directory_ / "noise.mka";
+    if (!Encode(Wav("noise.wav", Noise(4.0)), "vorbisenc ! matroskamux", path)) {
+        GTEST_SKIP() << "no encoder for such a file here";
+    }
+    auto engine = SilentEngine();
+    ASSERT_TRUE(engine->Open(path));
+    const double size = static_cast<double>(std::filesystem::file_size(path));
+    EXPECT_NEAR(std::stoi(engine->BitRateText()), size * 8 / 1000 / 4.0, 1.0);
+}
+
+TEST_F(OpenTest, MinutesGoOnBeyondTheHour) {
+    // 3700 seconds of 8 bits, of which the disk holds next to nothing.
+    const std::string path = Wav("hours.wav", Sound{8000, 1, {0.0F}});
+    std::string bytes = ReadText(path).substr(0, 44);
+    const auto put = [&](std::size_t place, unsigned number) {
+        for (std::size_t i = 0; i < 4; ++i) {
+            bytes[place + i] = static_cast<char>(number >> (8 * i));
+        }
+    };
+    constexpr unsigned kData = 3700 * 8000;
+    put(4, kData + 36);
+    put(28, 8000);        // bytes in a second
+    put(32, 0x00080001);  // a byte for each frame, of 8 bits
+    put(40, kData);
+    WriteText(path, bytes);
+    std::filesystem::resize_file(path, 44 + kData);
+    auto engine = SilentEngine();
+    ASSERT_TRUE(engine->Open(path));
+    EXPECT_EQ(engine->LengthText(), "61:40");
+    engine->Seek(3605);
+    EXPECT_EQ(engine->PlayedText(), "60:05");
+    EXPECT_EQ(engine->RemainingText(), "-1:35");
 }
 
 TEST_F(OpenTest, ManyChannelsAreMixedDown) {
@@ -119,6 +166,14 @@ TEST_F(OpenTest, ManyChannelsAreMixedDown) {
             EXPECT_NEAR(FrequencyOf(middle, played.rate), 440.0, 2.0);
             EXPECT_NEAR(AmplitudeOf(440, middle, played.rate), 0.25, 0.02);
         }
+    }
+}
+
+TEST_F(OpenTest, ManyChannelsOfAnOddNumberAreMixedDownAtTheSameLevel) {
+    const Sound played = Played(Tone(440, 1.0, 44100, 9));
+    for (const int channel : {0, 1}) {
+        const auto middle = played.Channel(channel, 0.2, 0.8);
+        EXPECT_NEAR(AmplitudeOf(440, middle, played.rate), 0.25, 0.01) << channel;
     }
 }
 
@@ -145,6 +200,38 @@ TEST_F(OpenTest, OneFileHoldsTheWholeRunAtTheRateOfItsFirstItem) {
     EXPECT_NEAR(played.Seconds(), 3.0, 0.01);
     EXPECT_NEAR(FrequencyOf(played.Channel(1, 0.1, 0.9), played.rate), 440.0, 0.5);
     EXPECT_NEAR(FrequencyOf(played.Channel(1, 1.1, 2.9), played.rate), 880.0, 0.5);
+}
+
+/// A number of so many bytes in a file's header.
+unsigned HeaderNumber(const std::string& bytes, std::size_t place, int count) {
+    unsigned number = 0;
+    for (int i = count - 1; i >= 0; --i) {
+        number =
+            number * 256 + static_cast<unsigned char>(bytes.at(place + static_cast<unsigned>(i)));
+    }
+    return number;
+}
+
+TEST_F(OpenTest, TheOutputFilesHeaderIsTrue) {
+    Played(Tone(440, 0.5, 22050, 1));
+    const std::string bytes = ReadText(OutPath());
+    EXPECT_EQ(HeaderNumber(bytes, 4, 4), bytes.size() - 8);
+    EXPECT_EQ(HeaderNumber(bytes, 20, 2), 1U);          // plain
+    EXPECT_EQ(HeaderNumber(bytes, 22, 2), 2U);          // channels
+    EXPECT_EQ(HeaderNumber(bytes, 24, 4), 22050U);      // frames in a second
+    EXPECT_EQ(HeaderNumber(bytes, 28, 4), 22050U * 4);  // bytes in a second
+    EXPECT_EQ(HeaderNumber(bytes, 32, 2), 4U);          // bytes of a frame
+    EXPECT_EQ(HeaderNumber(bytes, 34, 2), 16U);         // bits of a sample
+    EXPECT_EQ(HeaderNumber(bytes, 40, 4), bytes.size() - 44);
+}
+
+TEST_F(OpenTest, AnOutputFileOfNothingIsSoundAndEmpty) {
+    FileEngine().reset();
+    const std::string bytes = ReadText(OutPath());
+    ASSERT_EQ(bytes.size(), 44U);
+    EXPECT_EQ(HeaderNumber(bytes, 4, 4), 36U);
+    EXPECT_EQ(HeaderNumber(bytes, 24, 4), 44100U);
+    EXPECT_EQ(HeaderNumber(bytes, 40, 4), 0U);
 }
 
 TEST_F(OpenTest, AnOutputFileThatCannotBeWrittenIsSaid) {
@@ -288,6 +375,20 @@ TEST_F(OpenTest, AFailedOpenLeavesTheItemPlaying) {
     EXPECT_TRUE(WaitUntil([&] { return engine->Position() >= 31; }));  // and it moves on
 }
 
+TEST_F(OpenTest, AFailedOpenLeavesAPausedItemPaused) {
+    auto engine = SilentEngine();
+    ASSERT_TRUE(engine->Open(Wav("long.wav", Tone(440, 60.0, 8000, 1))));
+    engine->Pause();
+    engine->Seek(30);
+    WriteText(directory_ / "text.mp3", "no music");
+    EXPECT_FALSE(engine->Open(directory_ / "text.mp3"));
+    EXPECT_TRUE(engine->IsPaused());
+    EXPECT_EQ(engine->Position(), 30);
+    EXPECT_EQ(engine->BitRateText(), "128");
+    engine->Toggle();
+    EXPECT_FALSE(engine->IsPaused());
+}
+
 TEST_F(OpenTest, ReplacingAnItemManyTimesLeavesNothingBehind) {
     const std::string one = Wav("one.wav", Tone(440, 30.0, 8000, 1));
     const std::string two = Wav("two.wav", Tone(880, 30.0, 44100, 2));
@@ -341,6 +442,28 @@ TEST_F(OpenTest, FileTypesAreRememberedUntilPlugInsChange) {
     std::ofstream(file) << stamp << " /more 1.2\nabc\n\n";
     EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
     EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
+}
+
+TEST_F(OpenTest, WhatWasRememberedEndsWithAChangeOfAnyPlugInFolder) {
+    const std::string file = directory_ / "kept/file-types";
+    std::filesystem::create_directory(directory_ / "kept");
+    std::filesystem::create_directory(directory_ / "plugins");
+    const Output silent{Output::Kind::kNull, {}};
+    for (const char* variable : {"GST_PLUGIN_PATH", "GST_PLUGIN_PATH_1_0", "GST_PLUGIN_SYSTEM_PATH",
+                                 "GST_PLUGIN_SYSTEM_PATH_1_0"}) {
+        SCOPED_TRACE(variable);
+        ASSERT_EQ(setenv(variable, (directory_ / "plugins").c_str(), 1), 0);
+        const std::string installed = Engine(silent, {}, file).FileTypes();
+        std::string stamp;
+        std::getline(std::ifstream(file), stamp);
+        std::ofstream(file) << stamp << "\nabc\n\n";
+        EXPECT_EQ(Engine(silent, {}, file).FileTypes(), "*.abc");
+        const auto before = std::filesystem::last_write_time(directory_ / "plugins");
+        std::filesystem::last_write_time(directory_ / "plugins", before + std::chrono::seconds(1));
+        EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
+        EXPECT_EQ(CountEntries((directory_ / "kept").c_str()), 1);
+        unsetenv(variable);
+    }
 }
 
 TEST_F(OpenTest, WhatWasRememberedGivesWayToWhatIsInstalled) {
