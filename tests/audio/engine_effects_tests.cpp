@@ -211,7 +211,26 @@ TEST_F(EffectsTest, EachStepOfTheEchoIsATenthOfASecond) {
         const double first = 0.1 * step;
         EXPECT_LT(Peak(played.Channel(0, 0.02, first - 0.01)), 0.001F);
         EXPECT_NEAR(Peak(played.Channel(0, first - 0.01, first + 0.02)), 0.25F, 0.01F);
+        // The next one is 9 dB quieter.
+        EXPECT_NEAR(Peak(played.Channel(0, 2 * first - 0.01, 2 * first + 0.02)), 0.089F, 0.003F);
     }
+}
+
+TEST_F(EffectsTest, TheLongestEchoCanBeChosenUnderWay) {
+    Sound sound = Tone(0, 30.0, 8000, 1);
+    std::fill_n(sound.samples.begin() + 20 * 8000, 8, 0.5F);
+    auto engine = FileEngine();
+    ASSERT_TRUE(engine->Open(Wav("click.wav", sound)));
+    engine->Pause();
+    engine->SetEcho(6);
+    engine->Seek(15);
+    engine->Toggle();
+    ASSERT_TRUE(WaitForEnd(*engine));
+    engine.reset();
+    const Sound played = ReadWav(OutPath());
+    const double click = played.Seconds() - 10.0;
+    EXPECT_LT(Peak(played.Channel(0, click + 0.02, click + 0.58)), 0.001F);
+    EXPECT_NEAR(Peak(played.Channel(0, click + 0.58, click + 0.62)), 0.25F, 0.01F);
 }
 
 TEST_F(EffectsTest, EchoAndReverbKeepTheLoudness) {

@@ -2,11 +2,14 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <pty.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <optional>
+#include <string_view>
 
 #include "host/descriptor.h"
 #include "host/keyboard.h"
@@ -89,18 +92,26 @@ class ConsoleOnTerminal : public testing::Test {
   protected:
     void Open(unsigned short columns) {
         const winsize size{24, columns, 0, 0};
-        int seen = -1;
-        int written = -1;
-        ASSERT_EQ(openpty(&seen, &written, nullptr, nullptr, &size), 0);
-        screen_ = Descriptor(seen);
-        terminal_ = Descriptor(written);
-        ASSERT_EQ(fcntl(seen, F_SETFL, O_NONBLOCK), 0);
-        console_.emplace(written, written);
+        int screen = -1;
+        int terminal = -1;
+        ASSERT_EQ(openpty(&screen, &terminal, nullptr, nullptr, &size), 0);
+        screen_ = Descriptor(screen);
+        terminal_ = Descriptor(terminal);
+        console_.emplace(terminal, terminal);
     }
+    /// All since it was last asked. It takes a moment on its way, so a mark is sent behind it.
     std::string Shown() const {
-        std::array<char, 4096> buffer{};
-        const ssize_t got = read(screen_.Number(), buffer.data(), buffer.size());
-        return got > 0 ? std::string(buffer.data(), static_cast<std::size_t>(got)) : "";
+        constexpr std::string_view kMark = "<end>";
+        EXPECT_EQ(write(terminal_.Number(), kMark.data(), kMark.size()), ssize_t{kMark.size()});
+        std::string shown;
+        pollfd entry{screen_.Number(), POLLIN, 0};
+        while (!shown.ends_with(kMark) && poll(&entry, 1, 10'000) > 0) {
+            std::array<char, 4096> buffer{};
+            const ssize_t got = read(screen_.Number(), buffer.data(), buffer.size());
+            shown.append(buffer.data(), got > 0 ? static_cast<std::size_t>(got) : 0);
+        }
+        EXPECT_TRUE(shown.ends_with(kMark));
+        return shown.substr(0, shown.size() - std::min(shown.size(), kMark.size()));
     }
     std::optional<Console> console_;
 
