@@ -18,20 +18,6 @@ std::string MinutesAndSeconds(int total) {
 
 }  // namespace
 
-std::optional<Output> Output::Parse(std::string_view text) {
-    constexpr std::string_view kFilePrefix = "file:";
-    if (text == "auto") {
-        return Output{Kind::kAuto, {}};
-    }
-    if (text == "null") {
-        return Output{Kind::kNull, {}};
-    }
-    if (text.starts_with(kFilePrefix) && text.size() > kFilePrefix.size()) {
-        return Output{Kind::kFile, std::string(text.substr(kFilePrefix.size()))};
-    }
-    return std::nullopt;
-}
-
 Engine::Engine(const Output& output, Notice notice, std::string typesFile)
     : player_(std::make_unique<Player>(output, std::move(notice), std::move(typesFile))) {}
 Engine::~Engine() = default;

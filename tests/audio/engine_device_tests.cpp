@@ -112,6 +112,20 @@ TEST_F(DeviceTest, OneThatGoesAgainAtOnceIsGivenUp) {
     EXPECT_TRUE(WaitUntil([&] { return engine->Position() >= 1; }));
 }
 
+TEST_F(DeviceTest, OneThatGoesOnceInEachOfTwoItemsIsReplacedEachTime) {
+    UseFakeDevice(true);
+    auto engine = DeviceEngine();
+    for (const int opened : {2, 3}) {
+        ASSERT_TRUE(engine->Open(LongFile()));
+        engine->Pause();
+        BreakFakeDevice();
+        ASSERT_TRUE(
+            WaitUntil([&] { return engine->IsPlaying() && FakeDevicesEverOpened() == opened; }));
+        EXPECT_EQ(OpenFakeDevices(), 1);
+    }
+    EXPECT_TRUE(lines_.empty());
+}
+
 TEST_F(DeviceTest, WithoutANoticeTheLineGoesToStandardError) {
     UseFakeDevice(false);
     testing::internal::CaptureStderr();

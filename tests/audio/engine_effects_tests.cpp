@@ -21,6 +21,32 @@ double Gain(double frequency, const Sound& after, const Sound& before) {
                              AmplitudeOf(frequency, Middle(before), before.rate));
 }
 
+Sound Times(Sound sound, float factor) {
+    for (float& sample : sound.samples) {
+        sample *= factor;
+    }
+    return sound;
+}
+
+/// The most samples in a row at full scale: a sine that is cut there stays there for many.
+int LongestCut(const Sound& sound) {
+    int longest = 0;
+    int run = 0;
+    for (const float sample : Middle(sound)) {
+        run = std::abs(sample) > 0.9999F ? run + 1 : 0;
+        longest = std::max(longest, run);
+    }
+    return longest;
+}
+
+float Peak(const std::vector<float>& samples) {
+    float peak = 0;
+    for (const float sample : samples) {
+        peak = std::max(peak, std::abs(sample));
+    }
+    return peak;
+}
+
 TEST_F(EffectsTest, AtRestTheSoundIsUntouched) {
     const Sound noise = Noise(2.0);
     const Sound played = Played(noise);
@@ -78,6 +104,30 @@ TEST_F(EffectsTest, ValuesOutOfRangeAreTakenAsTheNearestEnd) {
     EXPECT_NEAR(FrequencyOf(Middle(high), high.rate), 440.0 * std::exp2(20.0 / 12.0), 5.0);
 }
 
+TEST_F(EffectsTest, EveryEffectEndsWhereItsSliderEnds) {
+    struct Effect {
+        const char* name;
+        void (Engine::*set)(int);
+        int smallest;
+        int largest;
+    };
+    const Effect effects[] = {
+        {"tempo", &Engine::SetTempo, -50, 50},  {"pitch", &Engine::SetPitch, -20, 20},
+        {"echo", &Engine::SetEcho, 0, 6},       {"reverb", &Engine::SetReverb, 0, 20},
+        {"bass", &Engine::SetBass, -15, 15},    {"mid", &Engine::SetMid, -15, 15},
+        {"treble", &Engine::SetTreble, -15, 15}};
+    const Sound noise = Times(Noise(0.8), 0.1F);
+    for (const Effect& effect : effects) {
+        const auto with = [&](int value) {
+            return Played(noise, [&](Engine& engine) { (engine.*effect.set)(value); }).samples;
+        };
+        EXPECT_TRUE(with(effect.largest) == with(1000)) << effect.name;
+        EXPECT_TRUE(with(effect.smallest) == with(-1000)) << effect.name;
+        EXPECT_FALSE(with(effect.largest) == with(effect.largest - 1)) << effect.name;
+        EXPECT_FALSE(with(effect.smallest) == with(effect.smallest + 1)) << effect.name;
+    }
+}
+
 void SetBand(Engine& engine, int band, int decibels) {
     if (band == 0) {
         engine.SetBass(decibels);
@@ -114,17 +164,22 @@ TEST_F(EffectsTest, BassLifts100Hertz) {
     EXPECT_GT(Gain(100, played, tone), 3.0);
 }
 
+TEST_F(EffectsTest, CutsAreTakenInDecibelsAndBoostsAreDrawnTogether) {
+    // The slider's 15 dB are 12 of the equaliser, of which a sixth is taken back for all bands.
+    const Sound tone = Tone(1100, 3.0, 44100, 2, 0.1);
+    const std::pair<int, double> expected[] = {
+        {-15, -15.0}, {-5, -5.0}, {5, 4.0 * 5 / 6}, {15, 12.0 * 5 / 6}};
+    for (const auto& [decibels, gain] : expected) {
+        const int value = decibels;
+        const Sound played = Played(tone, [&](Engine& engine) { engine.SetMid(value); });
+        EXPECT_NEAR(Gain(1100, played, tone), gain, 0.1) << value;
+    }
+}
+
 TEST_F(EffectsTest, BoostsOfLoudSoundAreRoundedOffAndNotCut) {
     const Sound loud = Tone(60, 3.0, 44100, 2, 0.95);
     const Sound played = Played(loud, [](Engine& engine) { engine.SetBass(15); });
-    // A sine that is cut at full scale stays there for many samples in a row.
-    int longest = 0;
-    int run = 0;
-    for (const float sample : Middle(played)) {
-        run = std::abs(sample) > 0.9999F ? run + 1 : 0;
-        longest = std::max(longest, run);
-    }
-    EXPECT_LT(longest, 20);
+    EXPECT_LT(LongestCut(played), 20);
     EXPECT_GT(LoudnessOf(Middle(played)), LoudnessOf(Middle(loud)));
 }
 
@@ -139,13 +194,7 @@ Sound Click() {
 
 TEST_F(EffectsTest, EchoRepeatsTheSoundALittleQuieterEachTime) {
     const Sound played = Played(Click(), [](Engine& engine) { engine.SetEcho(3); });
-    const auto loudest = [&](double from) {
-        float result = 0;
-        for (const float sample : played.Channel(0, from, from + 0.05)) {
-            result = std::max(result, std::abs(sample));
-        }
-        return result;
-    };
+    const auto loudest = [&](double from) { return Peak(played.Channel(0, from, from + 0.05)); };
     EXPECT_GT(loudest(0.0), 0.4F);
     EXPECT_LT(loudest(0.15), 0.01F);
     EXPECT_GT(loudest(0.3), 0.1F);
@@ -153,6 +202,71 @@ TEST_F(EffectsTest, EchoRepeatsTheSoundALittleQuieterEachTime) {
     EXPECT_GT(loudest(0.6), 0.02F);
     EXPECT_LT(loudest(0.6), loudest(0.3));
     EXPECT_LT(loudest(1.8), 0.02F);
+}
+
+TEST_F(EffectsTest, EachStepOfTheEchoIsATenthOfASecond) {
+    for (int step = 1; step <= 6; ++step) {
+        SCOPED_TRACE(step);
+        const Sound played = Played(Click(), [&](Engine& engine) { engine.SetEcho(step); });
+        const double first = 0.1 * step;
+        EXPECT_LT(Peak(played.Channel(0, 0.02, first - 0.01)), 0.001F);
+        EXPECT_NEAR(Peak(played.Channel(0, first - 0.01, first + 0.02)), 0.25F, 0.01F);
+        // The next one is 9 dB quieter.
+        EXPECT_NEAR(Peak(played.Channel(0, 2 * first - 0.01, 2 * first + 0.02)), 0.089F, 0.003F);
+    }
+}
+
+TEST_F(EffectsTest, TheLongestEchoCanBeChosenUnderWay) {
+    Sound sound = Tone(0, 30.0, 8000, 1);
+    std::fill_n(sound.samples.begin() + 20 * 8000, 8, 0.5F);
+    auto engine = FileEngine();
+    ASSERT_TRUE(engine->Open(Wav("click.wav", sound)));
+    engine->Pause();
+    engine->SetEcho(6);
+    engine->Seek(15);
+    engine->Toggle();
+    ASSERT_TRUE(WaitForEnd(*engine));
+    engine.reset();
+    const Sound played = ReadWav(OutPath());
+    const double click = played.Seconds() - 10.0;
+    EXPECT_LT(Peak(played.Channel(0, click + 0.02, click + 0.58)), 0.001F);
+    EXPECT_NEAR(Peak(played.Channel(0, click + 0.58, click + 0.62)), 0.25F, 0.01F);
+}
+
+TEST_F(EffectsTest, EchoAndReverbKeepTheLoudness) {
+    const Sound noise = Times(Noise(3.0), 0.1F);
+    const auto louder = [&](const Sound& played) {
+        return 20.0 * std::log10(LoudnessOf(Middle(played)) / LoudnessOf(Middle(noise)));
+    };
+    // Repetitions at half the level and then 9 dB less each time add a quarter and an eighth of it
+    // again to the power of a noise: 1.1 dB.
+    for (const int step : {1, 3, 6}) {
+        const Sound played = Played(noise, [&](Engine& engine) { engine.SetEcho(step); });
+        EXPECT_NEAR(louder(played), 1.1, 0.3) << step;
+    }
+    // The direct sound keeps its level, and what is added to it stays below it.
+    for (const int step : {1, 10, 20}) {
+        const auto reverb = [&](Engine& engine) { engine.SetReverb(step); };
+        EXPECT_NEAR(Peak(Played(Click(), reverb).Channel(0, 0, 0.002)), 0.5F, 0.01F) << step;
+        EXPECT_NEAR(louder(Played(noise, reverb)), 0.5, 0.6) << step;
+    }
+}
+
+TEST_F(EffectsTest, EchoAndReverbOfLoudSoundAreRoundedOffAndNotCut) {
+    const Sound loud = Tone(440, 3.0, 44100, 2, 0.95);
+    // 132 periods fit between two repetitions, so that they meet in step.
+    const Sound echo = Played(loud, [](Engine& engine) { engine.SetEcho(3); });
+    EXPECT_LT(LongestCut(echo), 10);
+    EXPECT_GT(Gain(440, echo, loud), 1.0);
+    const Sound high = Tone(1000, 3.0, 44100, 2, 0.95);
+    const Sound reverb = Played(high, [](Engine& engine) { engine.SetReverb(20); });
+    EXPECT_LT(LongestCut(reverb), 10);
+    EXPECT_GT(Gain(1000, reverb, high), -1.0);
+}
+
+TEST_F(EffectsTest, TheSmallestStepOfTheReverbIsHeard) {
+    const Sound played = Played(Click(), [](Engine& engine) { engine.SetReverb(1); });
+    EXPECT_GT(LoudnessOf(played.Channel(0, 0.05, 0.2)), 0.00001);
 }
 
 TEST_F(EffectsTest, ReverbLeavesATailThatGrowsWithItsSteps) {
@@ -218,6 +332,27 @@ TEST_F(EffectsTest, ChangesUnderWayAreHeard) {
         played.Channel(0, played.Seconds() - 10.0, played.Seconds() - 1.0);
     EXPECT_NEAR(FrequencyOf(last, played.rate), 880.0, 4.0);
     EXPECT_NEAR(LoudnessOf(last) / LoudnessOf(Tone(440, 1.0).samples), 0.125, 0.005);
+}
+
+TEST_F(EffectsTest, OneChangeAfterTheOtherIsHeard) {
+    // The seek lets the first change take hold.
+    const Sound tone = Tone(1100, 60.0, 8000, 1, 0.1);
+    const std::string path = Wav("tone.wav", tone);
+    auto engine = FileEngine();
+    ASSERT_TRUE(engine->Open(path));
+    engine->Pause();
+    engine->SetMid(-15);
+    engine->Seek(10);
+    engine->SetMid(-5);
+    engine->Seek(50);
+    engine->Toggle();
+    ASSERT_TRUE(WaitForEnd(*engine));
+    engine.reset();
+    const Sound played = ReadWav(OutPath());
+    const auto last = [](const Sound& sound) {
+        return sound.Channel(0, sound.Seconds() - 5.0, sound.Seconds() - 1.0);
+    };
+    EXPECT_NEAR(20.0 * std::log10(LoudnessOf(last(played)) / LoudnessOf(last(tone))), -5.0, 0.2);
 }
 
 TEST_F(EffectsTest, GoingToRestUnderWayLosesNothing) {

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <random>
 
@@ -91,22 +90,6 @@ TEST_F(OpenTest, LosslessFormatsPlayExactly) {
     }
 }
 
-TEST_F(OpenTest, TellsTheFactsOfTheMedium) {
-    auto engine = FileEngine();
-    EXPECT_EQ(engine->SampleRate(), 0);
-    EXPECT_EQ(engine->Channels(), 0);
-    EXPECT_EQ(engine->BitRateText(), "");
-    EXPECT_EQ(engine->Length(), 0);
-    ASSERT_TRUE(engine->Open(Wav("mono.wav", Tone(440, 61.6, 22050, 1))));
-    EXPECT_EQ(engine->SampleRate(), 22050);
-    EXPECT_EQ(engine->Channels(), 1);
-    EXPECT_EQ(engine->BitRateText(), "353");  // 22050 Hz of 16 bits: 352.8
-    EXPECT_EQ(engine->Length(), 62);
-    EXPECT_EQ(engine->LengthText(), "1:02");
-    ASSERT_TRUE(engine->Open(Wav("short.wav", Tone(440, 0.2, 8000, 1))));
-    EXPECT_EQ(engine->Length(), 1);
-}
-
 TEST_F(OpenTest, ManyChannelsAreMixedDown) {
     // More channels than the time-stretching element survives, both with it and without.
     const Sound sound = Tone(440, 1.0, 44100, 24);
@@ -119,6 +102,14 @@ TEST_F(OpenTest, ManyChannelsAreMixedDown) {
             EXPECT_NEAR(FrequencyOf(middle, played.rate), 440.0, 2.0);
             EXPECT_NEAR(AmplitudeOf(440, middle, played.rate), 0.25, 0.02);
         }
+    }
+}
+
+TEST_F(OpenTest, ManyChannelsOfAnOddNumberAreMixedDownAtTheSameLevel) {
+    const Sound played = Played(Tone(440, 1.0, 44100, 9));
+    for (const int channel : {0, 1}) {
+        const auto middle = played.Channel(channel, 0.2, 0.8);
+        EXPECT_NEAR(AmplitudeOf(440, middle, played.rate), 0.25, 0.01) << channel;
     }
 }
 
@@ -145,6 +136,13 @@ TEST_F(OpenTest, OneFileHoldsTheWholeRunAtTheRateOfItsFirstItem) {
     EXPECT_NEAR(played.Seconds(), 3.0, 0.01);
     EXPECT_NEAR(FrequencyOf(played.Channel(1, 0.1, 0.9), played.rate), 440.0, 0.5);
     EXPECT_NEAR(FrequencyOf(played.Channel(1, 1.1, 2.9), played.rate), 880.0, 0.5);
+}
+
+TEST_F(OpenTest, AnOutputFileOfNothingIsSoundAndEmpty) {
+    FileEngine().reset();
+    EXPECT_EQ(ReadText(OutPath()).size(), 44U);
+    EXPECT_TRUE(ReadWav(OutPath()).samples.empty());
+    EXPECT_EQ(ReadWav(OutPath()).rate, 44100);
 }
 
 TEST_F(OpenTest, AnOutputFileThatCannotBeWrittenIsSaid) {
@@ -288,6 +286,20 @@ TEST_F(OpenTest, AFailedOpenLeavesTheItemPlaying) {
     EXPECT_TRUE(WaitUntil([&] { return engine->Position() >= 31; }));  // and it moves on
 }
 
+TEST_F(OpenTest, AFailedOpenLeavesAPausedItemPaused) {
+    auto engine = SilentEngine();
+    ASSERT_TRUE(engine->Open(Wav("long.wav", Tone(440, 60.0, 8000, 1))));
+    engine->Pause();
+    engine->Seek(30);
+    WriteText(directory_ / "text.mp3", "no music");
+    EXPECT_FALSE(engine->Open(directory_ / "text.mp3"));
+    EXPECT_TRUE(engine->IsPaused());
+    EXPECT_EQ(engine->Position(), 30);
+    EXPECT_EQ(engine->BitRateText(), "128");
+    engine->Toggle();
+    EXPECT_FALSE(engine->IsPaused());
+}
+
 TEST_F(OpenTest, ReplacingAnItemManyTimesLeavesNothingBehind) {
     const std::string one = Wav("one.wav", Tone(440, 30.0, 8000, 1));
     const std::string two = Wav("two.wav", Tone(880, 30.0, 44100, 2));
@@ -322,58 +334,6 @@ TEST_F(OpenTest, ANewItemIsHeardInPlaceOfTheOld) {
     EXPECT_NEAR(FrequencyOf(played.Channel(0, start + 0.01, start + 2.0), played.rate), 880.0, 0.5);
 }
 
-TEST_F(OpenTest, FileTypesAreRememberedUntilPlugInsChange) {
-    const std::string file = directory_ / "file-types";
-    const Output silent{Output::Kind::kNull, {}};
-    const std::string installed = Engine(silent, {}, file).FileTypes();
-    EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
-
-    // What stands in the file is believed as long as its stamp holds.
-    std::string stamp;
-    std::getline(std::ifstream(file), stamp);
-    std::ofstream(file) << stamp << "\nabc\n\n";
-    EXPECT_EQ(Engine(silent, {}, file).FileTypes(), "*.abc");
-    EXPECT_TRUE(Engine(silent, {}, file).Supports("x.abc"));
-
-    // Cut short, or of other plug-ins, it is not.
-    std::ofstream(file) << stamp << "\nabc\n";
-    EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
-    std::ofstream(file) << stamp << " /more 1.2\nabc\n\n";
-    EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
-    EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
-}
-
-TEST_F(OpenTest, WhatWasRememberedGivesWayToWhatIsInstalled) {
-    const std::string file = directory_ / "file-types";
-    const Output silent{Output::Kind::kNull, {}};
-    const std::string installed = Engine(silent, {}, file).FileTypes();
-    std::string stamp;
-    std::getline(std::ifstream(file), stamp);
-    std::ofstream(file) << stamp << "\nabc\n\n";
-    Engine engine(silent, {}, file);
-    EXPECT_EQ(engine.FileTypes(), "*.abc");
-    EXPECT_TRUE(engine.Open(Wav("a.wav", Tone(440, 1, 8000, 1))));
-    EXPECT_EQ(engine.FileTypes(), installed);
-}
-
-TEST_F(OpenTest, FileTypesAreThoseOfTheInstalledDecoders) {
-    auto engine = SilentEngine();
-    const std::string types = engine->FileTypes();
-    for (const char* pattern : {"*.mp3", "*.ogg", "*.flac", "*.wav"}) {
-        EXPECT_NE((";" + types + ";").find(std::string(";") + pattern + ";"), std::string::npos)
-            << pattern;
-    }
-    EXPECT_TRUE(engine->Supports("/music/Song.MP3"));
-    EXPECT_TRUE(engine->Supports("a.b.Flac"));
-    EXPECT_TRUE(engine->Supports(".ogg"));
-    EXPECT_FALSE(engine->Supports("/music.mp3/Song"));
-    EXPECT_FALSE(engine->Supports("mp3"));
-    EXPECT_FALSE(engine->Supports("cover.jpg"));
-    EXPECT_FALSE(engine->Supports("song.mp3x"));
-    EXPECT_FALSE(engine->Supports("song."));
-    EXPECT_FALSE(engine->Supports(""));
-}
-
 TEST_F(OpenTest, OutputTextsAreRead) {
     EXPECT_EQ(Output::Parse("auto")->kind, Output::Kind::kAuto);
     EXPECT_EQ(Output::Parse("null")->kind, Output::Kind::kNull);
@@ -384,14 +344,6 @@ TEST_F(OpenTest, OutputTextsAreRead) {
     EXPECT_FALSE(Output::Parse("file:"));
     EXPECT_FALSE(Output::Parse(""));
     EXPECT_FALSE(Output::Parse("Auto"));
-}
-
-TEST_F(OpenTest, PartsNameTheEngineTheTagsAndTheOutput) {
-    const std::vector<std::string> parts = FileEngine()->Parts();
-    ASSERT_EQ(parts.size(), 3U);
-    EXPECT_EQ(parts[0].find("Audio engine: GStreamer 1."), 0U);
-    EXPECT_EQ(parts[1].find("Tags: TagLib "), 0U);
-    EXPECT_EQ(parts[2], "Output: WAV file " + OutPath());
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
 // Pausing, seeking, stopping, and where the engine says it stands.
+#include <filesystem>
+
 #include "engine_fixture.h"
 
 namespace audio_tests {
@@ -142,6 +144,52 @@ TEST_F(TransportTest, PositionOfAPausedItemIsKeptOverAChangeOfTempo) {
     }
     engine->Toggle();
     EXPECT_TRUE(WaitUntil([&] { return engine->Position() == 301; }, milliseconds(3000)));
+}
+
+TEST_F(TransportTest, APausedItemIsStillSilentAfterAChangeOfTempo) {
+    // To a file it would be through in no time.
+    auto engine = FileEngine();
+    ASSERT_TRUE(engine->Open(Wav("long.wav", LongSound())));
+    engine->Pause();
+    engine->Seek(300);
+    for (const int tempo : {50, 20, 0}) {
+        SCOPED_TRACE(tempo);
+        engine->SetTempo(tempo);
+        EXPECT_FALSE(WaitUntil([&] { return !engine->IsPlaying() || engine->Position() != 300; },
+                               milliseconds(200)));
+        EXPECT_TRUE(engine->IsPaused());
+    }
+    engine->Toggle();
+    EXPECT_TRUE(WaitForEnd(*engine));
+}
+
+TEST_F(TransportTest, AChangeOfTempoThatFailsLetsTheSoundGoOn) {
+    const std::string path = Wav("long.wav", LongSound());
+    auto engine = SilentEngine();
+    ASSERT_TRUE(engine->Open(path));
+    engine->Seek(300);
+    // The file that is open goes on being readable, but it cannot be opened anew.
+    std::filesystem::rename(path, directory_ / "elsewhere.wav");
+    engine->SetTempo(50);
+    EXPECT_TRUE(engine->IsPlaying());
+    EXPECT_FALSE(engine->IsPaused());
+    EXPECT_TRUE(WaitUntil([&] { return engine->Position() >= 301; }, milliseconds(5000)));
+    EXPECT_LE(engine->Position(), 305);
+}
+
+TEST_F(TransportTest, AChangeOfTempoThatFailsLeavesAPausedItemPaused) {
+    const std::string path = Wav("long.wav", LongSound());
+    auto engine = FileEngine();
+    ASSERT_TRUE(engine->Open(path));
+    engine->Pause();
+    engine->Seek(300);
+    std::filesystem::remove(path);
+    engine->SetTempo(50);
+    EXPECT_FALSE(WaitUntil([&] { return !engine->IsPlaying() || engine->Position() != 300; },
+                           milliseconds(200)));
+    EXPECT_TRUE(engine->IsPaused());
+    engine->Toggle();
+    EXPECT_TRUE(WaitForEnd(*engine));
 }
 
 TEST_F(TransportTest, SeekIsToSecondsOfTheMedium) {

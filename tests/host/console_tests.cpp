@@ -2,9 +2,14 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <optional>
+#include <string_view>
 
 #include "host/descriptor.h"
 #include "host/keyboard.h"
@@ -80,6 +85,82 @@ TEST(Console, NoProgressOffTheTerminal) {
     console.Progress("0:01 / 3:20");
     EXPECT_FALSE(console.ShowsProgress());
     EXPECT_EQ(output.Text(), "");
+}
+
+/// A terminal of so many columns, 0 if it does not know, and what a console has written to it.
+class ConsoleOnTerminal : public testing::Test {
+  protected:
+    void Open(unsigned short columns) {
+        const winsize size{24, columns, 0, 0};
+        int screen = -1;
+        int terminal = -1;
+        ASSERT_EQ(openpty(&screen, &terminal, nullptr, nullptr, &size), 0);
+        screen_ = Descriptor(screen);
+        terminal_ = Descriptor(terminal);
+        console_.emplace(terminal, terminal);
+    }
+    /// All since it was last asked. It takes a moment on its way, so a mark is sent behind it.
+    std::string Shown() const {
+        constexpr std::string_view kMark = "<end>";
+        EXPECT_EQ(write(terminal_.Number(), kMark.data(), kMark.size()), ssize_t{kMark.size()});
+        std::string shown;
+        pollfd entry{screen_.Number(), POLLIN, 0};
+        while (!shown.ends_with(kMark) && poll(&entry, 1, 10'000) > 0) {
+            std::array<char, 4096> buffer{};
+            const ssize_t got = read(screen_.Number(), buffer.data(), buffer.size());
+            shown.append(buffer.data(), got > 0 ? static_cast<std::size_t>(got) : 0);
+        }
+        EXPECT_TRUE(shown.ends_with(kMark));
+        return shown.substr(0, shown.size() - std::min(shown.size(), kMark.size()));
+    }
+    std::optional<Console> console_;
+
+  private:
+    Descriptor screen_;
+    Descriptor terminal_;
+};
+
+constexpr const char* kErase = "\r\x1b[K";
+
+TEST_F(ConsoleOnTerminal, ProgressLeavesTheLastColumnFree) {
+    Open(20);
+    EXPECT_TRUE(console_->ShowsProgress());
+    console_->Progress("0123456789abcdefghi");
+    EXPECT_EQ(Shown(), kErase + std::string("0123456789abcdefghi"));
+    console_->Progress("0123456789ABCDEFGHIJ");
+    EXPECT_EQ(Shown(), kErase + std::string("0123456789ABCDEFGHI"));
+    console_->Progress("0123456789abcdefghijk");
+    EXPECT_EQ(Shown(), kErase + std::string("0123456789abcdefghi"));
+}
+
+TEST_F(ConsoleOnTerminal, OneThatDoesNotKnowItsWidthIsTakenToHave80Columns) {
+    Open(0);
+    console_->Progress(std::string(80, 'x'));
+    EXPECT_EQ(Shown(), kErase + std::string(79, 'x'));
+}
+
+TEST_F(ConsoleOnTerminal, ProgressIsWrittenOnlyWhenItChanges) {
+    Open(20);
+    console_->Progress("0:01");
+    console_->Progress("0:01");
+    EXPECT_EQ(Shown(), kErase + std::string("0:01"));
+    console_->Progress("");
+    console_->Progress("");
+    EXPECT_EQ(Shown(), kErase);
+}
+
+TEST_F(ConsoleOnTerminal, LinesAndComplaintsTakeThePlaceOfTheProgress) {
+    Open(20);
+    console_->Line("first");
+    EXPECT_EQ(Shown(), "first\r\n");
+    console_->Progress("0:01");
+    console_->Line("second");
+    EXPECT_EQ(Shown(), kErase + std::string("0:01") + kErase + "second\r\n");
+    console_->Progress("0:01");
+    console_->Complain("third");
+    EXPECT_EQ(Shown(), kErase + std::string("0:01") + kErase + "veldrin: third\r\n");
+    console_->Line("fourth");
+    EXPECT_EQ(Shown(), "fourth\r\n");
 }
 
 std::string Keys(std::string_view bytes) {

@@ -50,6 +50,10 @@ TEST(HandoverMessage, MustNotEndEarly) {
         EXPECT_FALSE(reader.IsComplete()) << length;
     }
     EXPECT_TRUE(Accepts(whole));
+    // Nor within a request behind a sound one.
+    for (const char* const half : {"L", "L2", "L2:", "L2:a", "L2:ab"}) {
+        EXPECT_FALSE(Accepts(whole + half)) << half;
+    }
 }
 
 TEST(HandoverMessage, WrongOnesAreRefusedAtOnce) {

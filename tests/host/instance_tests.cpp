@@ -284,8 +284,9 @@ TEST_F(Instance, EndlessMessageIsCutOff) {
     EXPECT_TRUE(running.heard.empty());
 }
 
+// In these two the limit that is not meant lies beyond kTestLimit.
 TEST_F(Instance, SilentSenderIsDroppedAfterTheTimeLimit) {
-    Running running(Lock(), place_, {.silence = 50, .whole = 500, .connections = 16});
+    Running running(Lock(), place_, {.silence = 50, .whole = 60'000, .connections = 16});
     RawSender sender(place_);
     sender.Send("veldrin 1;L3:a");
     EXPECT_TRUE(running.TurnUntil([&] { return sender.Answer() == "(closed)"; }));
@@ -295,14 +296,18 @@ TEST_F(Instance, SilentSenderIsDroppedAfterTheTimeLimit) {
 TEST_F(Instance, SenderThatTricklesForEverIsDroppedToo) {
     Running running(Lock(), place_, {.silence = 100, .whole = 300, .connections = 16});
     RawSender sender(place_);
-    sender.Send("veldrin 1;L60000:");
+    sender.Send("veldrin 1;");
     const platform::Millis start = running.Windows().Now();
+    // Sound requests without end, a byte each time the main loop turns: there is always one to be
+    // read, and the 16 MiB that would end it too would take minutes.
+    const std::string line = "L65536:" + std::string(65536, 'a') + ",";
+    std::size_t sent = 0;
     EXPECT_TRUE(running.TurnUntil([&] {
-        sender.Send("a");
+        sent += sender.Send(std::string_view(line).substr(sent % line.size(), 1));
         return sender.Answer() == "(closed)";
     }));
-    EXPECT_GE(running.Windows().Now() - start, 250);
-    EXPECT_LT(running.Windows().Now() - start, 3000);
+    EXPECT_GE(running.Windows().Now() - start, 300);
+    EXPECT_LT(sent, kLongestMessage / 2);
 }
 
 TEST_F(Instance, SilentSendersDoNotHoldUpTheMainLoopOrOtherSenders) {
@@ -381,7 +386,7 @@ TEST_F(Instance, WhoAskedToQuitSeesTheEnd) {
         waiting = running.Server().StopListening();
         EXPECT_FALSE(RawSender(place_).IsConnected());
     }
-    ASSERT_EQ(waiting.size(), 1U);
+    EXPECT_EQ(waiting.size(), 1U);
     EXPECT_FALSE(ended);
     waiting.clear();
     quitter.join();

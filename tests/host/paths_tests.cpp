@@ -1,6 +1,7 @@
 #include "host/paths.h"
 
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -62,6 +63,26 @@ TEST(Paths, ConfigurationFolderOfTheUser) {
     EXPECT_EQ(DefaultDirectory(), "/home/ann/.config/veldrin");
 }
 
+TEST(Paths, AFolderOfTheRootHasOneSeparator) {
+    const EnvironmentValue configuration("XDG_CONFIG_HOME", "/");
+    EXPECT_EQ(DefaultDirectory(), "/veldrin");
+}
+
+TEST(Paths, WithoutAHomeInTheEnvironmentItIsThatOfTheAccount) {
+    const passwd* account = getpwuid(geteuid());
+    ASSERT_NE(account, nullptr);
+    const std::string home = account->pw_dir;
+    const EnvironmentValue configuration("XDG_CONFIG_HOME", std::nullopt);
+    for (const std::optional<std::string>& value : {std::optional<std::string>(), {"home/ann"}}) {
+        const EnvironmentValue variable("HOME", value);
+        EXPECT_EQ(DefaultDirectory(), AbsolutePath(".config/veldrin", home));
+    }
+}
+
+TEST(Paths, TheUserGuideIsThere) {
+    EXPECT_TRUE(std::filesystem::is_regular_file(UserGuide())) << UserGuide();
+}
+
 TEST(Paths, CacheFolderOfTheUser) {
     const EnvironmentValue home("HOME", "/home/ann");
     {
@@ -120,6 +141,32 @@ TEST(Paths, RuntimeFolderLaidOutBySomebodyElseIsRefused) {
     EXPECT_EQ(RuntimeFolder(tmp.Path()), std::nullopt);
     chmod(own.c_str(), 0700);
     EXPECT_EQ(RuntimeFolder(tmp.Path()), own);
+}
+
+TEST(Paths, RuntimeFolderLeavesRoomForANameInASocketsAddress) {
+    // An address has 108 bytes, and 40 are for the name.
+    constexpr std::size_t kLongest = 68;
+    const ScratchFolder tmp;
+    const std::string own = tmp.Path("veldrin-" + std::to_string(geteuid()));
+    const ScratchFolder deep;
+    for (const std::size_t size : {kLongest, kLongest + 1}) {
+        const std::string folder = deep.Path(std::string(size - deep.Path().size() - 1, 'x'));
+        ASSERT_TRUE(MakeFolder(folder));
+        const EnvironmentValue runtime("XDG_RUNTIME_DIR", folder);
+        EXPECT_EQ(RuntimeFolder(tmp.Path()), size == kLongest ? folder : own);
+    }
+}
+
+TEST(Paths, RuntimeFolderOfAnotherUserIsRefused) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "takes the right to give a folder away";
+    }
+    constexpr uid_t kNobody = 65534;
+    const ScratchFolder session;
+    ASSERT_EQ(chown(session.Path().c_str(), kNobody, kNobody), 0);
+    const ScratchFolder tmp;
+    const EnvironmentValue runtime("XDG_RUNTIME_DIR", session.Path());
+    EXPECT_EQ(RuntimeFolder(tmp.Path()), tmp.Path("veldrin-0"));
 }
 
 TEST(Paths, OneDirectoryHasOneInstanceName) {

@@ -2,6 +2,7 @@
 """The real program: what it prints, what it plays, and its exit status."""
 
 import os
+import shutil
 import struct
 import subprocess
 
@@ -14,9 +15,9 @@ class Words(World):
     def test_help(self):
         result = self.run_program('--help')
         self.assertEqual((result.returncode, result.stderr), (0, b''))
-        for option in ('--add', '--no-window', '--dir', '--output', '--quit', '--help',
-                       '--version'):
-            self.assertIn(option.encode(), result.stdout)
+        for option in ('--add', '--no-window', '--scale', '--dir', '--output', '--quit', '--help',
+                       '--version', '--'):
+            self.assertIn(b'\n  ' + option.encode() + b' ', result.stdout)
         self.assert_nothing_started()
 
     def test_version_is_one_line(self):
@@ -48,6 +49,19 @@ class Words(World):
             self.assertEqual((directory, result.returncode), (directory, 2))
             self.assertIn(directory.encode(), result.stderr)
 
+    def test_default_directory_that_cannot_be_made(self):
+        self.environment['XDG_CONFIG_HOME'] = '/proc'
+        result = self.run_program('--no-window')
+        self.assertEqual((result.returncode, result.stdout, result.stderr),
+                         (1, b'', b"veldrin: cannot make the folder '/proc/veldrin'\n"))
+
+    def test_output_file_that_cannot_be_made(self):
+        tone(self.at('a.wav'))
+        result = self.run_program('--no-window', '--output=file:/proc/out.wav', self.at('a.wav'))
+        self.assertEqual((result.returncode, result.stdout), (2, b''))
+        self.assertEqual(result.stderr,
+                         b'veldrin: Cannot write /proc/out.wav: No such file or directory\n')
+
     def test_steering_characters_in_arguments_are_not_printed(self):
         result = self.run_program('--no-window', 'a\x1b[2J.wav')
         self.assertEqual(result.returncode, 1)
@@ -69,6 +83,19 @@ class Playing(World):
         self.assertEqual(self.playlist(), (2, [
             (b'A.wav', self.at('A.wav').encode()), (b'Ann - Blue', self.at('b.flac').encode()),
             (b'Green', self.at('c.ogg').encode())]))
+
+    def test_numbers_stand_below_each_other(self):
+        tone(self.at('0.wav'), seconds=0.05)
+        for i in range(1, 10):
+            shutil.copy(self.at('0.wav'), self.at(f'{i}.wav'))
+        self.assertEqual(self.play(self.music).stdout.decode().splitlines()[8:],
+                         ['  9. 8.wav  [0:01]', ' 10. 9.wav  [0:01]'])
+
+    def test_playable_types_are_kept_in_the_cache(self):
+        self.environment['XDG_CACHE_HOME'] = os.path.join(self.folder, 'cache')
+        tone(self.at('a.wav'))
+        self.assertEqual(self.play(self.music).returncode, 0)
+        self.assertEqual(os.listdir(os.path.join(self.folder, 'cache', 'veldrin')), ['file-types'])
 
     def test_wav_with_an_info_chunk_has_a_title(self):
         tone(self.at('a.wav'))
@@ -185,6 +212,15 @@ class Playing(World):
         self.assertEqual((result.returncode, result.stdout), (1, b''))
         self.assertEqual(result.stderr.count(b'No such file or directory'), 2)
         self.assertEqual(self.paths_saved(), [b'a.wav'])
+
+    def test_first_path_that_leads_somewhere_replaces_the_list(self):
+        for name in ('a.wav', 'b.wav', 'c.wav'):
+            tone(self.at(name))
+        self.assertEqual(self.play(self.at('a.wav')).returncode, 0)
+        result = self.play(self.at('none.wav'), self.at('b.wav'), self.at('c.wav'))
+        self.assertEqual((result.returncode, result.stdout),
+                         (0, b'  1. b.wav  [0:01]\n  2. c.wav  [0:01]\n'))
+        self.assertEqual(self.paths_saved(), [b'b.wav', b'c.wav'])
 
     def test_reader_of_the_titles_that_goes_away_does_no_harm(self):
         tone(self.at('a.wav'), seconds=0.5)

@@ -118,10 +118,13 @@ class SecondStart(World):
         start = time.monotonic()
         second = self.run_program('--add', self.at('b.wav'))
         passed = time.monotonic() - start
+        quitting = self.run_program('--quit')
         first.send_signal(signal.SIGCONT)
         self.assertEqual((second.returncode, second.stderr),
                          (1, b'veldrin: the running veldrin does not answer\n'))
         self.assertTrue(1.9 <= passed < 4, passed)
+        self.assertEqual((quitting.returncode, quitting.stderr),
+                         (1, b'veldrin: the running veldrin does not answer\n'))
         # What was said to have failed does not happen afterwards.
         self.assertEqual(self.run_program('--quit').returncode, 0)
         self.assertEqual(self.end_of(first), 0)

@@ -79,6 +79,9 @@ class Terminal(World):
     def reads_single_keys(self):
         return not termios.tcgetattr(self.master)[3] & termios.ICANON
 
+    def mode(self):
+        return termios.tcgetattr(self.master)
+
     def test_keys(self):
         self.open_terminal(self.music)
         self.expect(b'1. a.wav  [1:00]')
@@ -101,6 +104,37 @@ class Terminal(World):
         self.assertEqual(self.status(), 0)
         self.assertFalse(self.reads_single_keys())
         self.assertEqual(self.playlist()[0], 1)
+
+    def test_other_characters_are_no_keys(self):
+        # As key codes they would be Home, Down and others, in the end Del.
+        self.open_terminal(self.music)
+        self.expect(b'0:00 / 1:00')
+        self.press(b'-\"#%&\' ,\t$(.')
+        self.press(b'b')
+        self.expect(b'2. b.wav')
+        self.press(b'q')
+        self.assertEqual(self.status(), 0)
+        self.assertEqual(self.paths_saved(), [b'a.wav', b'b.wav', b'c.wav'])
+
+    def test_mode_of_the_terminal_while_it_plays_and_after(self):
+        self.open_shell()
+        self.expect(b'$ ')
+        self.press(b'stty icanon echo ixon; echo ready: $?\n')
+        self.expect(b'ready: 0')
+        self.expect(b'$ ')
+        before = self.mode()
+        command = os.fsencode(f'{os.fsdecode(self.program)} --no-window --output=null {self.music}')
+        self.press(command + b'\n')
+        self.expect(b'0:00 / 1:00')
+        inputs, _, _, local, *_ = self.mode()
+        self.assertFalse(local & (termios.ICANON | termios.ECHO))
+        self.assertTrue(local & termios.ISIG)
+        self.assertFalse(inputs & termios.IXON)
+        self.press(b'q')
+        self.expect(b'$ ')
+        self.assertEqual(self.mode(), before)
+        self.press(b'exit\n')
+        self.assertEqual(self.status(), 0)
 
     def test_progress_moves(self):
         self.open_terminal(self.at('a.wav'))
