@@ -88,10 +88,11 @@ class LineInput {
 }  // namespace
 
 bool JList::Serialize(std::u16string_view path) const {
+    const platform::Disk disk = windows_.GetDriver().GetDisk();
     if (platform::FileLength(path)) {
-        platform::RemoveFile(path);
+        platform::RemoveFile(path, disk);
     }
-    platform::FileWriter file(path);
+    platform::FileWriter file(path, disk);
     if (!file.IsOpen()) {
         return false;
     }
