@@ -123,6 +123,14 @@ TEST_F(Isolation, AWaitThatNothingCanEndFailsTheFileThere) {
               "f:7: waits for what can never come\n1 passed, 1 failed\n");
 }
 
+TEST_F(Isolation, AMistakeInsideSuchAWaitIsToldToo) {
+    const Outcome outcome = Run(kHeldThumb + "at 50 hotkey \"Nxt\"\npress\n");
+    EXPECT_EQ(outcome.out,
+              "f:6: no such hot key is registered: Nxt\nf:7: waits for what can never come\n"
+              "1 passed, 1 failed\n");
+    EXPECT_EQ(outcome.status, 2);
+}
+
 TEST_F(Isolation, AWaitThatACommandEndsHolds) {
     Holds(kHeldThumb + "at 5000 release\npress\n? lstPlaylist.MouseMode\n= 0\n", 2);
     Holds("start\nadvance 3600000\nini A\n= none\n", 1);

@@ -1,5 +1,7 @@
 #include "tests/scenario/screen.h"
 
+#include <utility>
+
 #include "platform/window_system.h"
 
 namespace scenario {

@@ -126,9 +126,26 @@ void PrintTrouble(std::ostream& out, const std::string& file, const World::Troub
     out << file << ':' << trouble.line << ": " << trouble.what << '\n';
 }
 
+// What went wrong in the course of a command but for its checks. False if the scenario itself is
+// wrong, and ends here.
+bool ReportTroubles(const std::string& file, World& world, Tally& tally, std::ostream& out) {
+    for (const World::Trouble& failure : world.TakeFailures()) {
+        PrintTrouble(out, file, {failure.line, "the component threw: " + failure.what});
+        ++tally.failed;
+    }
+    const auto mistake = world.TakeMistake();
+    if (mistake) {
+        PrintTrouble(out, file, *mistake);
+        ++tally.mistakes;
+    }
+    return !mistake;
+}
+
 // The component waits for what can no longer come, and nothing can be run on from there. The
 // process ends from within the wait.
-[[noreturn]] void EndAtWait(const std::string& file, Progress& progress, std::ostream& out) {
+[[noreturn]] void EndAtWait(const std::string& file, World& world, Progress& progress,
+                            std::ostream& out) {
+    ReportTroubles(file, world, progress.tally, out);
     PrintTrouble(out, file, {progress.line, "waits for what can never come"});
     ++progress.tally.failed;
     std::exit(0);
@@ -146,13 +163,7 @@ void RunSteps(const std::string& file, const std::vector<Step>& steps, World& wo
         if (verbose) {
             PrintVerbose(out, step, printed);
         }
-        for (const World::Trouble& failure : world.TakeFailures()) {
-            PrintTrouble(out, file, {failure.line, "the component threw: " + failure.what});
-            ++tally.failed;
-        }
-        if (const auto mistake = world.TakeMistake()) {
-            PrintTrouble(out, file, *mistake);
-            ++tally.mistakes;
+        if (!ReportTroubles(file, world, tally, out)) {
             return;
         }
         checker.Check(step, printed);
@@ -172,7 +183,7 @@ void RunScript(const Script& script, bool verbose, Progress& progress, std::ostr
     }
     if (steps.mistakes.empty()) {
         World world(script.directory);
-        world.Screen().OnEndlessWait([&] { EndAtWait(script.file, progress, out); });
+        world.Screen().OnEndlessWait([&] { EndAtWait(script.file, world, progress, out); });
         RunSteps(script.file, steps.steps, world, verbose, progress, out);
     }
 }
