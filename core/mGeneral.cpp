@@ -30,7 +30,8 @@ std::u16string ReadSetting(std::u16string_view key, std::u16string_view defaultV
 
 void WriteSetting(std::u16string_view key, std::u16string_view value) {
     static_cast<void>(platform::WritePrivateProfileString(
-        kSection, platform::Narrow(key), platform::Narrow(value), ComponentFile(kSettingsFile)));
+        kSection, platform::Narrow(key), platform::Narrow(value), ComponentFile(kSettingsFile),
+        App().windows.GetDriver().GetDisk()));
 }
 
 bool DirExists(std::u16string_view path) {

@@ -17,6 +17,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/files.h"
 #include "platform/surface.h"
 #include "platform/types.h"
 
@@ -187,6 +188,8 @@ class Driver {
 
     // Surroundings.
 
+    /// Whether files can be written; the system's own disk answers for itself, file by file.
+    virtual Disk GetDisk() const { return Disk::kWritable; }
     virtual std::u16string ClipboardText() const { return {}; }
     virtual void SetClipboardText(std::u16string_view /*text*/) {}
     /// Shows a document, by path or address, with what the desktop has for it.

@@ -122,7 +122,10 @@ std::optional<std::string> ReadWholeFile(std::u16string_view path) {
     return bytes;
 }
 
-bool ReplaceFile(std::u16string_view path, std::string_view bytes) {
+bool ReplaceFile(std::u16string_view path, std::string_view bytes, Disk disk) {
+    if (disk == Disk::kFull) {
+        return false;
+    }
     std::error_code error;
     fs::path target(Narrow(path));
     const fs::path resolved = fs::canonical(target, error);
@@ -149,8 +152,8 @@ bool ReplaceFile(std::u16string_view path, std::string_view bytes) {
     return good;
 }
 
-bool RemoveFile(std::u16string_view path) {
-    return unlink(Narrow(path).c_str()) == 0;
+bool RemoveFile(std::u16string_view path, Disk disk) {
+    return disk == Disk::kWritable && unlink(Narrow(path).c_str()) == 0;
 }
 
 FileReader::FileReader(std::u16string_view path)
@@ -180,9 +183,11 @@ bool FileReader::Append(std::string& buffer) {
     return count > 0;
 }
 
-FileWriter::FileWriter(std::u16string_view path)
-    : descriptor_(open(Narrow(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600)) {
-    buffer_.reserve(kBufferSize);
+FileWriter::FileWriter(std::u16string_view path, Disk disk) {
+    if (disk == Disk::kWritable) {
+        descriptor_ = open(Narrow(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        buffer_.reserve(kBufferSize);
+    }
 }
 
 FileWriter::~FileWriter() {

@@ -40,12 +40,17 @@ bool LeadsUpwards(std::u16string_view folder);
 
 std::optional<std::string> ReadWholeFile(std::u16string_view path);
 
+/// Whether files can be written, made, renamed and deleted at all. On a full disk they cannot;
+/// reading goes on.
+enum class Disk { kWritable, kFull };
+
 /// Puts `bytes` in the place of the file in one step: whoever reads meanwhile, or after a crash,
 /// finds the old content or the new, never a part. A link stays a link. False if that failed, and
 /// then the old file is as it was.
-[[nodiscard]] bool ReplaceFile(std::u16string_view path, std::string_view bytes);
+[[nodiscard]] bool ReplaceFile(std::u16string_view path, std::string_view bytes,
+                               Disk disk = Disk::kWritable);
 
-bool RemoveFile(std::u16string_view path);
+bool RemoveFile(std::u16string_view path, Disk disk = Disk::kWritable);
 
 /// An ordinary file that is read from its beginning, piece by piece.
 class FileReader {
@@ -66,7 +71,7 @@ class FileReader {
 /// A file that is written from its beginning; an existing one is emptied. Buffered.
 class FileWriter {
   public:
-    explicit FileWriter(std::u16string_view path);
+    explicit FileWriter(std::u16string_view path, Disk disk = Disk::kWritable);
     ~FileWriter();
     FileWriter(const FileWriter&) = delete;
     FileWriter& operator=(const FileWriter&) = delete;

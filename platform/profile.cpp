@@ -4,7 +4,6 @@
 #include <optional>
 #include <utility>
 
-#include "platform/files.h"
 #include "platform/text.h"
 
 namespace platform {
@@ -138,7 +137,7 @@ std::string GetPrivateProfileString(std::string_view section, std::string_view k
 }
 
 bool WritePrivateProfileString(std::string_view section, std::string_view key,
-                               std::string_view value, std::u16string_view file) {
+                               std::string_view value, std::u16string_view file, Disk disk) {
     value = value.substr(0, value.find_first_of(std::string_view("\r\n\0", 3)));
     const std::optional<std::string> old = ReadWholeFile(file);
     if (!old && DirectoryMatches(file)) {
@@ -154,7 +153,7 @@ bool WritePrivateProfileString(std::string_view section, std::string_view key,
     line.append(key).append("=").append(value);
     if (place.keyFound) {
         text.replace(place.begin, place.end - place.begin, line);
-        return ReplaceFile(file, text);
+        return ReplaceFile(file, text, disk);
     }
     line.append(lineEnd);
     std::size_t at = place.sectionFound ? place.insert : text.size();
@@ -163,7 +162,7 @@ bool WritePrivateProfileString(std::string_view section, std::string_view key,
         at += lineEnd.size();
     }
     text.insert(at, line);
-    return ReplaceFile(file, text);
+    return ReplaceFile(file, text, disk);
 }
 
 }  // namespace platform

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/files.h"
+
 namespace platform {
 
 /// The value without the blanks around it, cut to `bufferSize` - 1 bytes; the default (cut
@@ -18,6 +20,7 @@ std::string GetPrivateProfileString(std::string_view section, std::string_view k
 /// False, with the file as it was, if the write failed. A value ends at its first line end or NUL,
 /// since the file has no way to hold one.
 bool WritePrivateProfileString(std::string_view section, std::string_view key,
-                               std::string_view value, std::u16string_view file);
+                               std::string_view value, std::u16string_view file,
+                               Disk disk = Disk::kWritable);
 
 }  // namespace platform

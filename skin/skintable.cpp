@@ -45,7 +45,7 @@ SkinTable::SkinTable(std::string_view text, const std::vector<EmbeddedPicture>& 
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     for (const EmbeddedPicture& picture : pictures) {
-        pictures_[picture.id].file = picture.file;
+        Bitmap(picture.id, picture.file);
     }
 }
 
@@ -59,13 +59,21 @@ void SkinTable::ReadLine(std::string_view line) {
     const auto number = TextToLong(platform::Widen(Trimmed(line.substr(0, afterNumber))));
     const std::string_view text = Trimmed(rest.substr(0, rest.find(kSeparator)));
     if (number && !text.empty()) {
-        rows_[*number] = platform::Widen(text);
+        Row(*number, platform::Widen(text));
     }
+}
+
+void SkinTable::Row(Long number, std::u16string text) {
+    rows_[number] = std::move(text);
+}
+
+void SkinTable::Bitmap(Long id, std::string_view file) {
+    pictures_[id] = {file, nullptr};
 }
 
 const std::u16string& SkinTable::Row(Long number) const {
     const auto found = rows_.find(number);
-    if (found == rows_.end()) {
+    if (found == rows_.end() || found->second.empty()) {
         throw MissingResource();
     }
     return found->second;

@@ -31,6 +31,13 @@ class SkinTable {
     /// is damaged.
     platform::PictureRef Bitmap(Long id);
 
+    // Other looks than the program carries, for trying them out.
+
+    /// No text empties the row.
+    void Row(Long number, std::u16string text);
+    /// The bytes of a picture file must outlive the table.
+    void Bitmap(Long id, std::string_view file);
+
     // A row as what it stands for.
 
     Long Number(Long row) const;

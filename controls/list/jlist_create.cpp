@@ -47,7 +47,14 @@ void JList::Create() {
     itemSelected_.Reset(1);
     itemImage_.Reset(1);
     AcceptDrops([this](const std::vector<std::string>& paths) {
-        Raised("OLEDragDrop");
+        // The button that carried the files is up by now.
+        constexpr Long kCopied = 1;
+        constexpr Long kNoButton = 0;
+        const Rect place = windows_.GetWindowRect(HWnd());
+        const platform::Point pointer = windows_.GetCursorPos();
+        Raised("OLEDragDrop",
+               {static_cast<Long>(paths.size()), kCopied, kNoButton, windows_.Modifiers(),
+                pointer.x - place.left, pointer.y - place.top});
         if (onOLEDragDrop) {
             onOLEDragDrop(paths);
         }

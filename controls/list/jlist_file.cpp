@@ -88,10 +88,11 @@ class LineInput {
 }  // namespace
 
 bool JList::Serialize(std::u16string_view path) const {
-    if (platform::FileLength(path) && !platform::RemoveFile(path)) {
+    const platform::Disk disk = windows_.GetDriver().GetDisk();
+    if (platform::FileLength(path) && !platform::RemoveFile(path, disk)) {
         return false;
     }
-    platform::FileWriter file(path);
+    platform::FileWriter file(path, disk);
     if (!file.IsOpen()) {
         return false;
     }

@@ -27,6 +27,8 @@ class HeadlessDriver : public Driver {
     void MovePointer(Point ptScreen) { pointer_ = ptScreen; }
     void SetWorkArea(const Rect& area);
 
+    void SetDisk(Disk disk) { disk_ = disk; }
+
     Millis Now() const override;
     void WaitUntil(std::optional<Millis> deadline) override;
     std::optional<DriverEvent> NextEvent() override;
@@ -41,6 +43,7 @@ class HeadlessDriver : public Driver {
     /// and bottom.
     TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
                            Long width) const override;
+    Disk GetDisk() const override { return disk_; }
     std::u16string ClipboardText() const override { return clipboard_; }
     void SetClipboardText(std::u16string_view text) override { clipboard_ = text; }
     void OpenDocument(std::u16string_view pathOrAddress) override {
@@ -55,6 +58,7 @@ class HeadlessDriver : public Driver {
     std::chrono::steady_clock::time_point start_;
     Rect workArea_{0, 0, 1024, 740};
     Point pointer_;
+    Disk disk_ = Disk::kWritable;
     std::u16string clipboard_;
     std::vector<std::u16string> opened_;
     std::deque<DriverEvent> events_;

@@ -97,13 +97,24 @@ TEST_F(RunnerTest, TheCommandLineIsChecked) {
                                                       {"--verbose"},
                                                       {"--keep"},
                                                       {"--keep", file},
-                                                      {"--bad", file}}) {
+                                                      {"--bad", file},
+                                                      {"-j", file},
+                                                      {"-j", "0", file},
+                                                      {"-j", "-1", file},
+                                                      {"-j2x", file},
+                                                      {"-x", file}}) {
         const Outcome outcome = Program(arguments);
         EXPECT_EQ(outcome.status, 2);
-        EXPECT_EQ(outcome.err, "usage: ambrisor-scenario [--verbose] [--keep DIR] FILE...\n");
+        EXPECT_EQ(outcome.err,
+                  "usage: ambrisor-scenario [--verbose] [--keep DIR] [-j N] FILE...\n");
         EXPECT_EQ(outcome.out, "");
     }
     EXPECT_EQ(Program({"--", file}).status, 0);
+    EXPECT_EQ(Program({"-j", "3", file}).status, 0);
+    EXPECT_EQ(Program({file, "-j3", file}).status, 0);
+    const Outcome finer = Program({"--density", "2", file});
+    EXPECT_EQ(finer.status, 2);
+    EXPECT_EQ(finer.err, "not built yet: --density\n");
 }
 
 TEST_F(RunnerTest, VerboseShowsEachCommandWithWhatItPrinted) {

@@ -11,7 +11,7 @@ namespace {
 const std::vector<const CommandTable*>& AllCommands() {
     static const std::vector<const CommandTable*> tables{
         &RunCommands(),    &AskCommands(),  &InputCommands(), &PointerCommands(),
-        &ScreenCommands(), &FileCommands(), &PopupCommands()};
+        &ScreenCommands(), &FileCommands(), &PopupCommands(), &WorldCommands()};
     return tables;
 }
 
@@ -130,6 +130,13 @@ Command CommandLine::Inner() {
     return [number = scope_.line, command = ParseWith(AllCommands(), rest)](World& world) {
         world.Run(number, command);
     };
+}
+
+void CheckCarried(const Operand& value) {
+    const Kind kind = value.ResultKind();
+    if (kind == Kind::kFloat || kind == Kind::kRect) {
+        throw Mistake("an impulse carries no such value: " + std::string(NameOf(kind)));
+    }
 }
 
 Command ParseWith(const std::vector<const CommandTable*>& tables, CommandLine& line) {

@@ -75,6 +75,10 @@ const CommandTable& PointerCommands();
 const CommandTable& ScreenCommands();
 const CommandTable& FileCommands();
 const CommandTable& PopupCommands();
+const CommandTable& WorldCommands();
+
+/// Raises Mistake unless an impulse can carry the value.
+void CheckCarried(const Operand& value);
 
 /// A line that is no check. Raises Mistake; `scope` follows what the line makes.
 Command ParseCommand(std::string_view line, Scope& scope);

@@ -1,4 +1,7 @@
 // Asking and setting: values, focus, timers, events, and the instance that `new` makes.
+#include "controls/list/jlist.h"
+#include "core/impulsevalue.h"
+#include "platform/text.h"
 #include "tests/scenario/commands.h"
 
 namespace scenario {
@@ -33,6 +36,32 @@ Command Call(CommandLine& line) {
     };
 }
 
+// A list as it comes out of a window's static layout: keys and values of what is stored there.
+Command NewStoredList(CommandLine& line) {
+    std::vector<std::pair<const StoredProperty*, Operand>> values;
+    while (!line.AtEnd()) {
+        const std::u16string key = line.Text();
+        const StoredProperty* property = FindStoredProperty(key);
+        if (property == nullptr) {
+            throw Mistake("unknown property of a list: " + platform::Narrow(key));
+        }
+        const Operand value = line.Value();
+        if (!Accepts(property->kind, value.ResultKind())) {
+            throw Mistake("wrong value: " + std::string(property->key) + " takes " +
+                          std::string(NameOf(property->kind)) + ", not " +
+                          std::string(NameOf(value.ResultKind())));
+        }
+        values.emplace_back(property, value);
+    }
+    return [values](World& world) {
+        sarnel::JListStored stored;
+        for (const auto& [property, value] : values) {
+            property->set(stored, value.Evaluate(world));
+        }
+        world.MakeList(stored);
+    };
+}
+
 Command New(CommandLine& line) {
     const std::string name = line.Next().raw;
     const Class* type = ClassForNew(name);
@@ -40,7 +69,27 @@ Command New(CommandLine& line) {
         throw Mistake("unknown class: " + name);
     }
     line.GetScope().it = type;
+    if (type == &ListClass() && !line.AtEnd()) {
+        return NewStoredList(line);
+    }
     return [type](World& world) { world.MakeInstance(*type); };
+}
+
+// Rows that tell which they are.
+Command Rows(CommandLine& line) {
+    const ObjectReference window = line.Window();
+    if (window.type != &ListClass()) {
+        throw Mistake("no list");
+    }
+    return [window, count = line.Natural()](World& world) {
+        auto& list = dynamic_cast<sarnel::JList&>(*std::get<platform::Widget*>(window.Find(world)));
+        list.RedrawFlag(false);
+        for (Long row = 1; row <= count; ++row) {
+            const std::u16string number = sarnel::LongToText(row);
+            list.AddItem(u"Row " + number, u"/m/" + number + u".mp3");
+        }
+        list.RedrawFlag(true);
+    };
 }
 
 Command Focus(CommandLine& /*line*/) {
@@ -78,8 +127,9 @@ Command Raised(CommandLine& /*line*/) {
 
 const CommandTable& AskCommands() {
     static const CommandTable table{
-        {"?", Ask},       {"set", Set},       {"call", Call},     {"new", New, false},
-        {"focus", Focus}, {"timers", Timers}, {"events", Events}, {"raised", Raised},
+        {"?", Ask},          {"set", Set},       {"call", Call},
+        {"new", New, false}, {"focus", Focus},   {"timers", Timers},
+        {"events", Events},  {"raised", Raised}, {"rows", Rows},
     };
     return table;
 }

@@ -85,10 +85,33 @@ Command Silent(CommandLine& line) {
 
 Command Throws(CommandLine& line) {
     if (line.SkipWord("none")) {
-        return [](World& world) { world.Host().answers.throws.clear(); };
+        return [](World& world) {
+            world.Host().answers.throws.clear();
+            world.Host().answers.failing.clear();
+        };
+    }
+    for (const HostMember member :
+         {HostMember::kCapacity, HostMember::kCellItem, HostMember::kGetClass}) {
+        if (line.SkipWord(NameOf(member))) {
+            return [member](World& world) { world.Host().answers.failing.insert(member); };
+        }
     }
     return
         [impulse = line.Integer()](World& world) { world.Host().answers.throws.insert(impulse); };
+}
+
+// Of whatever kind the value is, whether the impulse asks for it or not.
+Command ForcedAnswer(CommandLine& line) {
+    const Long impulse = line.Integer();
+    if (line.SkipWord("none")) {
+        return [impulse](World& world) { world.Host().answers.forced.erase(impulse); };
+    }
+    const Operand value = line.Value();
+    CheckCarried(value);
+    return [impulse, value](World& world) {
+        world.Host().answers.forced[impulse] =
+            ToImpulse(value.Evaluate(world), world.Host().AnyObject());
+    };
 }
 
 Command On(CommandLine& line) {
@@ -102,21 +125,14 @@ Command On(CommandLine& line) {
 
 const CommandTable& HostCommands() {
     static const CommandTable table{
-        {"path", Path},
-        {"types", Types},
-        {"title", Title},
-        {"info", Info},
-        {"open", Open},
-        {"length", Length},
-        {"position", Position},
-        {"playing", Playing},
-        {"time", Time},
-        {"lengthtext", LengthText},
-        {"stream", Stream},
-        {"cells", Cells},
-        {"silent", Silent},
-        {"throws", Throws},
-        {"on", On},
+        {"path", Path},           {"types", Types},
+        {"title", Title},         {"info", Info},
+        {"open", Open},           {"length", Length},
+        {"position", Position},   {"playing", Playing},
+        {"time", Time},           {"lengthtext", LengthText},
+        {"stream", Stream},       {"cells", Cells},
+        {"silent", Silent},       {"throws", Throws},
+        {"answer", ForcedAnswer}, {"on", On},
     };
     return table;
 }

@@ -22,7 +22,18 @@ Command Popup(CommandLine& line) {
             }
         };
     }
-    throw Mistake("neither choose, cancel nor last: " + line.Next().raw);
+    if (line.SkipWord("pixel")) {
+        const Long x = line.Integer();
+        const Long y = line.Integer();
+        return [x, y](World& world) {
+            const auto& popup = world.Screen().LastPopup();
+            if (!popup) {
+                throw Mistake("no popup has been open");
+            }
+            world.Print(std::to_string(popup->GetPixel({x, y})));
+        };
+    }
+    throw Mistake("neither choose, cancel, last nor pixel: " + line.Next().raw);
 }
 
 }  // namespace

@@ -42,16 +42,6 @@ Command Restart(CommandLine& line) {
     };
 }
 
-/// Stands for whatever object a scenario gives to the component.
-class SomeObject : public sarnel::Object {};
-
-void CheckCarried(const Operand& value) {
-    const Kind kind = value.ResultKind();
-    if (kind == Kind::kFloat || kind == Kind::kRect) {
-        throw Mistake("an impulse carries no such value: " + std::string(NameOf(kind)));
-    }
-}
-
 Command Impulse(CommandLine& line) {
     const Long number = line.Integer();
     const Operand first = line.Value();
@@ -61,7 +51,7 @@ Command Impulse(CommandLine& line) {
         CheckCarried(*value);
     }
     return [=](World& world) {
-        SomeObject object;
+        sarnel::Object object;  // stands for whatever object a scenario gives to the component
         const ImpulseValue wParam = ToImpulse(first.Evaluate(world), object);
         ImpulseValue lParam1 = ToImpulse(second.Evaluate(world), object);
         ImpulseValue lParam2 = ToImpulse(third.Evaluate(world), object);
@@ -74,7 +64,10 @@ Command Impulse(CommandLine& line) {
 }
 
 Command Advance(CommandLine& line) {
-    return [duration = line.Natural()](World& world) { world.Windows().Sleep(duration); };
+    return [duration = line.Natural()](World& world) {
+        world.Screen().Expect(duration);
+        world.Windows().Sleep(duration);
+    };
 }
 
 Command At(CommandLine& line) {

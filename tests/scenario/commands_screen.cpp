@@ -48,6 +48,39 @@ Command PixelOf(CommandLine& line) {
     };
 }
 
+Command Style(CommandLine& line) {
+    return [window = line.Window()](World& world) {
+        const Handle handle = std::get<Widget*>(window.Find(world))->HWnd();
+        const WindowSystem& windows = world.Windows();
+        world.Print(std::to_string(windows.GetWindowLong(handle, GWL_STYLE)) + ' ' +
+                    std::to_string(windows.GetWindowLong(handle, GWL_EXSTYLE)));
+    };
+}
+
+Command TopMost(CommandLine& line) {
+    const ObjectReference window = line.Window();
+    if (window.type != &MainWindowClass() && window.type != &TipWindowClass()) {
+        throw Mistake("no top-level window");
+    }
+    return [window](World& world) {
+        const Handle handle = std::get<Widget*>(window.Find(world))->HWnd();
+        world.Print(Printed(Value(world.Windows().IsTopMost(handle))));
+    };
+}
+
+Command SystemMenu(CommandLine& /*line*/) {
+    return [](World& world) {
+        Menus& menus = world.Windows().PopupMenus();
+        const auto* items = menus.Items(menus.GetSystemMenu(world.MainWindow()));
+        if (items == nullptr) {
+            throw Mistake("not there now: frmMAIN");
+        }
+        for (const Menus::Item& item : *items) {
+            world.Print(std::to_string(item.id));
+        }
+    };
+}
+
 Command Screenshot(CommandLine& line) {
     return [path = line.NewFile()](World& world) {
         std::ofstream file(path, std::ios::binary);
@@ -62,7 +95,7 @@ Command Screenshot(CommandLine& line) {
 Command Opened(CommandLine& /*line*/) {
     return [](World& world) {
         for (const std::u16string& document : world.Screen().TakeOpened()) {
-            world.Print(world.Printed(Value(document)));
+            world.Print(world.Bare(document));
         }
     };
 }
@@ -75,9 +108,8 @@ Command Clipboard(CommandLine& /*line*/) {
 
 const CommandTable& ScreenCommands() {
     static const CommandTable table{
-        {"pixel", PixelOf},
-        {"screenshot", Screenshot},
-        {"clipboard", Clipboard},
+        {"pixel", PixelOf},         {"style", Style},           {"topmost", TopMost},
+        {"systemmenu", SystemMenu}, {"screenshot", Screenshot}, {"clipboard", Clipboard},
         {"opened", Opened},
     };
     return table;

@@ -5,7 +5,6 @@
 #include "tests/scenario/script.h"
 
 int main(int argc, char** argv) {
-    std::cout << std::unitbuf;  // what was printed is seen even if the component crashes
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     return scenario::RunProgram(arguments, std::cout, std::cerr);
 }

@@ -12,6 +12,10 @@
 #include "tests/scenario/binding.h"
 #include "tests/scenario/value.h"
 
+namespace sarnel {
+struct JListStored;
+}  // namespace sarnel
+
 namespace scenario {
 
 class World;
@@ -38,6 +42,15 @@ const Class& HotKeysClass();
 
 /// The class, or null, of an instance that `new` can make.
 const Class* ClassForNew(std::string_view name);
+
+/// A property that is stored with a list.
+struct StoredProperty {
+    std::string_view key;
+    Kind kind;
+    void (*set)(sarnel::JListStored& stored, const Value& value);
+};
+/// By its key, ignoring case; null if there is none.
+const StoredProperty* FindStoredProperty(std::u16string_view key);
 
 /// The member of a class or of its bases; null if there is none.
 const Entry* FindMember(const Class& type, std::string_view name);

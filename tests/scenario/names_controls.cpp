@@ -28,6 +28,7 @@ const Class& WidgetClass() {
                                 Property("ForeColor", &Widget::ForeColor, &Widget::ForeColor),
                                 Property("Tag", &Widget::Tag, &Widget::Tag),
                                 ReadOnly("hWnd", &Widget::HWnd),
+                                ReadOnly("HWnd", &Widget::HWnd),
                             }};
     return type;
 }

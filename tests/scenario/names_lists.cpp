@@ -81,6 +81,7 @@ std::vector<Entry> View() {
         Method("HighlightCurrent", &JList::HighlightCurrent),
         Method("AdjustDisplayRange", &JList::AdjustDisplayRange),
         Method("Refresh", &JList::Refresh),
+        ReadOnly("hdc", &JList::hdc),
     };
 }
 
@@ -131,6 +132,9 @@ Entry OfThumb(std::string_view name, T ListThumb::*field) {
 std::vector<Entry> Pointer() {
     return {
         Method("MouseOverIndex", &JList::MouseOverIndex),
+        Method("WM_MOUSEMOVE_Process", &JList::WM_MOUSEMOVE_Process),
+        Method("WM_MOUSELEAVE_Process", &JList::WM_MOUSELEAVE_Process),
+        Method("WM_MOUSEWHEEL_Process", &JList::WM_MOUSEWHEEL_Process),
         Property("DragEnabled", &JList::DragEnabled, &JList::DragEnabled),
         OfMouse("MouseX", &ListMouse::x),
         OfMouse("MouseY", &ListMouse::y),

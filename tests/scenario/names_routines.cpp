@@ -25,6 +25,7 @@ const std::vector<Entry>& RoutineNames() {
         Routine("ClearPlayedHistory", ClearPlayedHistory),
         Routine("StartTickTimer", StartTickTimer),
         Routine("StopTickTimer", StopTickTimer),
+        Routine("TickTimerProc", TickTimerProc),
         // Position, volume, effects.
         Routine("SetVolume", SetVolume),
         Routine("SetPosition", SetPosition),
@@ -41,6 +42,7 @@ const std::vector<Entry>& RoutineNames() {
         Routine("SetScrollText", SetScrollText),
         Routine("StartScrollTimer", StartScrollTimer),
         Routine("StopScrollTimer", StopScrollTimer),
+        Routine("ScrollTimerProc", ScrollTimerProc),
         Routine("RefreshInfoDisplay", RefreshInfoDisplay),
         Routine("DrawInfoDisplay", DrawInfoDisplay),
         // Settings and files.
@@ -73,6 +75,9 @@ const std::vector<Entry>& RoutineNames() {
         Routine("ShowPanel", ShowPanel),
         Routine("SetTopMost", SetTopMost),
         Routine("ApplyTopMost", ApplyTopMost),
+        Routine("DragWindow", DragWindow),
+        Routine("RemoveSystemMenuItems", RemoveSystemMenuItems),
+        Routine("sldSkin_Scroll", sldSkin_Scroll),
         Routine("ShowItemInfo", ShowItemInfo),
     };
     return names;

@@ -55,7 +55,7 @@ TEST_F(PopupCommands, WithoutAnAnswerAPopupWaitsForWhatIsSetToHappen) {
 }
 
 TEST_F(PopupCommands, RefusesOtherWords) {
-    Refused("popup dance\n", "1: neither choose, cancel nor last: dance");
+    Refused("popup dance\n", "1: neither choose, cancel, last nor pixel: dance");
     Refused("popup choose\n", "1: wrong number of arguments: too few");
     Refused("popup last 1\n", "1: wrong number of arguments: 1 is too many");
 }

@@ -1,49 +1,94 @@
 // The command line and the exit status of the runner.
+#include <charconv>
+
 #include "tests/scenario/script.h"
 
 namespace scenario {
 
 namespace {
 
-constexpr const char* kUsage = "usage: ambrisor-scenario [--verbose] [--keep DIR] FILE...\n";
+constexpr const char* kUsage = "usage: ambrisor-scenario [--verbose] [--keep DIR] [-j N] FILE...\n";
 
-std::optional<Options> ParseOptions(std::span<const std::string> arguments) {
-    Options options;
-    bool onlyFiles = false;  // behind "--"
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        if (onlyFiles || !argument.starts_with("--")) {
-            options.files.push_back(argument);
-        } else if (argument == "--") {
-            onlyFiles = true;
-        } else if (argument == "--verbose") {
-            options.verbose = true;
-        } else if (argument == "--keep" && i + 1 < arguments.size()) {
-            options.keep = arguments[++i];
+// Raised with what is said about a wrong command line.
+struct WrongArguments {
+    std::string message = kUsage;
+};
+
+class OptionReader {
+  public:
+    explicit OptionReader(std::span<const std::string> arguments) : arguments_(arguments) {}
+
+    Options Read() {
+        while (!AtEnd()) {
+            const std::string argument = Next();
+            if (onlyFiles_ || !argument.starts_with('-')) {
+                options_.files.push_back(argument);
+            } else {
+                Option(argument);
+            }
+        }
+        if (options_.files.empty()) {
+            throw WrongArguments();
+        }
+        return options_;
+    }
+
+  private:
+    bool AtEnd() const { return at_ == arguments_.size(); }
+
+    const std::string& Next() {
+        if (AtEnd()) {
+            throw WrongArguments();
+        }
+        return arguments_[at_++];
+    }
+
+    void Option(const std::string& name) {
+        if (name == "--") {
+            onlyFiles_ = true;
+        } else if (name == "--verbose") {
+            options_.verbose = true;
+        } else if (name == "--keep") {
+            options_.keep = Next();
+        } else if (name.starts_with("-j")) {
+            options_.atOnce = Count(name.size() > 2 ? name.substr(2) : Next());
+        } else if (name == "--density") {
+            throw WrongArguments{"not built yet: --density\n"};
         } else {
-            return std::nullopt;
+            throw WrongArguments();
         }
     }
-    return options.files.empty() ? std::nullopt : std::optional(options);
-}
+
+    static std::size_t Count(const std::string& text) {
+        std::size_t count = 0;
+        const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+        if (error != std::errc() || stop != text.data() + text.size() || count == 0) {
+            throw WrongArguments();
+        }
+        return count;
+    }
+
+    std::span<const std::string> arguments_;
+    std::size_t at_ = 0;
+    bool onlyFiles_ = false;  // behind "--"
+    Options options_;
+};
 
 }  // namespace
 
 int RunProgram(std::span<const std::string> arguments, std::ostream& out, std::ostream& err) {
-    const std::optional<Options> options = ParseOptions(arguments);
-    if (!options) {
-        err << kUsage;
+    try {
+        const Options options = OptionReader(arguments).Read();
+        const auto run = [&](const Script& script, Progress& progress, std::ostream& to) {
+            RunScript(script, options.verbose, progress, to);
+        };
+        const Tally total = RunFiles(options, run, out);
+        out << total.passed << " passed, " << total.failed << " failed\n";
+        return total.mistakes > 0 ? 2 : total.failed > 0 ? 1 : 0;
+    } catch (const WrongArguments& wrong) {
+        err << wrong.message;
         return 2;
     }
-    Tally total;
-    for (const std::string& file : options->files) {
-        const Tally tally = RunFile(file, *options, out);
-        total.passed += tally.passed;
-        total.failed += tally.failed;
-        total.mistakes += tally.mistakes;
-    }
-    out << total.passed << " passed, " << total.failed << " failed\n";
-    return total.mistakes > 0 ? 2 : total.failed > 0 ? 1 : 0;
 }
 
 }  // namespace scenario

@@ -1,12 +1,12 @@
 #include "tests/scenario/script.h"
 
-#include <filesystem>
-#include <fstream>
+#include <cstdlib>
+#include <sstream>
 #include <string_view>
 
 #include "platform/text.h"
 #include "tests/scenario/commands.h"
-#include "tests/scenario/scratch.h"
+#include "tests/scenario/world.h"
 
 namespace scenario {
 
@@ -25,12 +25,12 @@ struct Step {
     std::optional<int> expectsNothing;  ///< number of the line `= nothing`
 };
 
-struct Script {
+struct Steps {
     std::vector<Step> steps;
     std::vector<World::Trouble> mistakes;  ///< lines that are not of the language, and why
 };
 
-void AddCheck(Script& script, int number, std::string_view text) {
+void AddCheck(Steps& script, int number, std::string_view text) {
     if (script.steps.empty()) {
         throw Mistake("a check without a command");
     }
@@ -45,7 +45,7 @@ void AddCheck(Script& script, int number, std::string_view text) {
     }
 }
 
-void AddLine(Script& script, Scope& scope, std::string_view line) {
+void AddLine(Steps& script, Scope& scope, std::string_view line) {
     constexpr std::string_view kCheck = "= ";
     const std::size_t start = line.find_first_not_of(" \t");
     if (start == std::string_view::npos || line[start] == '#') {
@@ -60,22 +60,23 @@ void AddLine(Script& script, Scope& scope, std::string_view line) {
     script.steps.back().command = ParseCommand(line, scope);
 }
 
-Script ReadScript(std::istream& in, const std::string& directory) {
-    Script script;
+Steps ReadSteps(const Script& script) {
+    Steps steps;
     Scope scope;
-    scope.directory = platform::Widen(directory);
+    scope.directory = platform::Widen(script.directory);
+    std::istringstream in(script.text);
     for (std::string line; std::getline(in, line);) {
         ++scope.line;
         if (line.ends_with('\r')) {
             line.pop_back();
         }
         try {
-            AddLine(script, scope, line);
+            AddLine(steps, scope, line);
         } catch (const Mistake& mistake) {
-            script.mistakes.push_back({scope.line, mistake.what()});
+            steps.mistakes.push_back({scope.line, mistake.what()});
         }
     }
-    return script;
+    return steps;
 }
 
 // Compares what a command printed with what it must print.
@@ -125,61 +126,66 @@ void PrintTrouble(std::ostream& out, const std::string& file, const World::Troub
     out << file << ':' << trouble.line << ": " << trouble.what << '\n';
 }
 
+// What went wrong in the course of a command but for its checks. False if the scenario itself is
+// wrong, and ends here.
+bool ReportTroubles(const std::string& file, World& world, Tally& tally, std::ostream& out) {
+    for (const World::Trouble& failure : world.TakeFailures()) {
+        PrintTrouble(out, file, {failure.line, "the component threw: " + failure.what});
+        ++tally.failed;
+    }
+    const auto mistake = world.TakeMistake();
+    if (mistake) {
+        PrintTrouble(out, file, *mistake);
+        ++tally.mistakes;
+    }
+    return !mistake;
+}
+
+// The component waits for what can no longer come, and nothing can be run on from there. The
+// process ends from within the wait.
+[[noreturn]] void EndAtWait(const std::string& file, World& world, Progress& progress,
+                            std::ostream& out) {
+    ReportTroubles(file, world, progress.tally, out);
+    PrintTrouble(out, file, {progress.line, "waits for what can never come"});
+    ++progress.tally.failed;
+    std::exit(0);
+}
+
 // Until the end, or until a command turns out to be none that can run here.
-void RunSteps(const std::string& file, const Script& script, World& world, bool verbose,
-              std::ostream& out, Tally& tally) {
+void RunSteps(const std::string& file, const std::vector<Step>& steps, World& world, bool verbose,
+              Progress& progress, std::ostream& out) {
+    Tally& tally = progress.tally;
     Checker checker(file, out, tally);
-    for (const Step& step : script.steps) {
+    for (const Step& step : steps) {
+        progress.line = step.number;
         world.Run(step.number, step.command);
         const std::vector<std::string> printed = world.TakeOutput();
         if (verbose) {
             PrintVerbose(out, step, printed);
         }
-        for (const World::Trouble& failure : world.TakeFailures()) {
-            PrintTrouble(out, file, {failure.line, "the component threw: " + failure.what});
-            ++tally.failed;
-        }
-        if (const auto mistake = world.TakeMistake()) {
-            PrintTrouble(out, file, *mistake);
-            ++tally.mistakes;
+        if (!ReportTroubles(file, world, tally, out)) {
             return;
         }
         checker.Check(step, printed);
     }
 }
 
-Tally Unreadable(const std::string& file, std::string_view why, std::ostream& out) {
-    out << file << ": " << why << '\n';
-    return {0, 0, 1};
-}
-
 }  // namespace
 
-Tally RunFile(const std::string& file, const Options& options, std::ostream& out) {
-    const std::filesystem::path path = file;
-    std::ifstream in(path, std::ios::binary);
-    std::error_code error;
-    if (!in || std::filesystem::is_directory(path, error)) {
-        return Unreadable(file, "cannot be read", out);
+void RunScript(const Script& script, bool verbose, Progress& progress, std::ostream& out) {
+    const Steps steps = ReadSteps(script);
+    if (verbose) {
+        out << script.file << '\n';
     }
-    const Scratch scratch(path.stem().string(), options.keep);
-    if (scratch.Path().empty()) {
-        return Unreadable(file, "no scratch folder can be made", out);
+    for (const World::Trouble& mistake : steps.mistakes) {
+        PrintTrouble(out, script.file, mistake);
+        ++progress.tally.mistakes;
     }
-    const Script script = ReadScript(in, scratch.Path());
-    if (options.verbose) {
-        out << file << '\n';
+    if (steps.mistakes.empty()) {
+        World world(script.directory);
+        world.Screen().OnEndlessWait([&] { EndAtWait(script.file, world, progress, out); });
+        RunSteps(script.file, steps.steps, world, verbose, progress, out);
     }
-    Tally tally;
-    for (const World::Trouble& mistake : script.mistakes) {
-        PrintTrouble(out, file, mistake);
-        ++tally.mistakes;
-    }
-    if (script.mistakes.empty()) {
-        World world(scratch.Path());
-        RunSteps(file, script, world, options.verbose, out, tally);
-    }
-    return tally;
 }
 
 }  // namespace scenario

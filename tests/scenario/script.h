@@ -2,29 +2,42 @@
 // its own.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "tests/scenario/tally.h"
+
 namespace scenario {
 
 struct Options {
     bool verbose = false;
     std::optional<std::string> keep;  ///< the folder in which scratch folders stay
+    std::size_t atOnce = 1;           ///< how many files run side by side
+    unsigned seconds = 60;            ///< of processor time that a file may take
     std::vector<std::string> files;
 };
 
-/// What came of the checks.
-struct Tally {
-    int passed = 0;
-    int failed = 0;
-    int mistakes = 0;  ///< files that could not be read, or lines that are not of the language
+/// A file that can be run.
+struct Script {
+    std::string file;       ///< as it was named
+    std::string text;       ///< its lines
+    std::string directory;  ///< its scratch folder
 };
 
-/// Runs one file and prints what fails.
-Tally RunFile(const std::string& file, const Options& options, std::ostream& out);
+/// Runs a script to its end and prints what fails. Ends the process in order where a wait of the
+/// component can never end.
+void RunScript(const Script& script, bool verbose, Progress& progress, std::ostream& out);
+
+/// What stands for RunScript in tests.
+using ScriptRunner = std::function<void(const Script&, Progress&, std::ostream&)>;
+
+/// Runs the files of `options`, each in a process of its own, and prints their output in the order
+/// of the files.
+Tally RunFiles(const Options& options, const ScriptRunner& run, std::ostream& out);
 
 /// The whole program, without its name in front of the arguments; answers the exit status: 0 all
 /// checks held, 1 one failed, 2 a file or the command line is wrong.

@@ -1,5 +1,6 @@
 #include "tests/scenario/scripted_host.h"
 
+#include <array>
 #include <stdexcept>
 #include <utility>
 
@@ -29,14 +30,36 @@ std::u16string TextOf(const ImpulseValue& value) {
 
 }  // namespace
 
+std::string_view NameOf(HostMember member) {
+    static constexpr std::array<std::string_view, 3> kNames{"Capacity", "CellItem", "getClass"};
+    return kNames.at(static_cast<std::size_t>(member));
+}
+
 void ScriptedHost::Cells(std::vector<std::u16string> classes) {
     cells_.clear();
     for (std::u16string& name : classes) {
-        cells_.emplace_back(std::move(name));
+        cells_.emplace_back(*this, std::move(name));
     }
 }
 
+void ScriptedHost::FailIfTold(HostMember member) const {
+    if (answers.failing.count(member) != 0) {
+        throw std::runtime_error("the scenario's host fails");
+    }
+}
+
+std::u16string ScriptedHost::Cell::getClass() {
+    host_.FailIfTold(HostMember::kGetClass);
+    return name_;
+}
+
+Long ScriptedHost::Capacity() {
+    FailIfTold(HostMember::kCapacity);
+    return static_cast<Long>(cells_.size());
+}
+
 HostCell* ScriptedHost::CellItem(Long& number) {
+    FailIfTold(HostMember::kCellItem);
     const auto index = static_cast<std::size_t>(number) - 1;  // 1-based
     return index < cells_.size() ? &cells_[index] : nullptr;
 }
@@ -68,8 +91,22 @@ ImpulseValue ScriptedHost::ProcessImpulse(Ambrisor& /*sender*/, ImpulseValue& uM
     if (answers.throws.count(impulse) != 0) {
         throw std::runtime_error("the scenario's host fails");
     }
-    Answer(impulse, wParam, lParam1, lParam2);
+    const auto forced = answers.forced.find(impulse);
+    if (forced != answers.forced.end()) {
+        Force(impulse, forced->second, lParam1, lParam2);
+    } else {
+        Answer(impulse, wParam, lParam1, lParam2);
+    }
     return Long{1};
+}
+
+// Playing follows what the host says, not what it was going to say.
+void ScriptedHost::Force(Long impulse, const ImpulseValue& value, ImpulseValue& lParam1,
+                         ImpulseValue& lParam2) {
+    const bool opens = impulse == ImpulseOpen;
+    Give(opens ? lParam2 : lParam1, value);
+    answers.playing = opens ? answers.playing || value.AsBoolean().value_or(false)
+                            : answers.playing && impulse != ImpulseStop;
 }
 
 void ScriptedHost::RunActions(Long impulse) {

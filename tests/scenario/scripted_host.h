@@ -18,6 +18,12 @@ class World;
 
 using platform::Long;
 
+/// What the component reaches of a host beside impulses.
+enum class HostMember { kCapacity, kCellItem, kGetClass };
+
+/// As a scenario names it.
+std::string_view NameOf(HostMember member);
+
 /// What the host answers; the start values are what a scenario finds when it begins.
 struct HostAnswers {
     std::u16string types = u"*.mp3;*.ogg;*.wav";
@@ -36,6 +42,8 @@ struct HostAnswers {
     std::u16string bitRate = u"128";
     bool silent = false;  ///< no out value is touched
     std::set<Long> throws;
+    std::set<HostMember> failing;
+    std::map<Long, sarnel::ImpulseValue> forced;  ///< instead of the answers above, by impulse
 };
 
 class ScriptedHost : public sarnel::HostObject {
@@ -50,6 +58,9 @@ class ScriptedHost : public sarnel::HostObject {
     /// Runs once, inside the handling of the next such impulse.
     void On(Long impulse, std::function<void()> action) { actions_.emplace(impulse, action); }
 
+    /// Stands for whatever object a scenario has the host answer with.
+    sarnel::Object& AnyObject() { return anyObject_; }
+
     /// An impulse as it came in.
     struct Entry {
         Long number;
@@ -61,22 +72,26 @@ class ScriptedHost : public sarnel::HostObject {
     sarnel::ImpulseValue ProcessImpulse(sarnel::Ambrisor& sender, sarnel::ImpulseValue& uMsg,
                                         sarnel::ImpulseValue& wParam, sarnel::ImpulseValue& lParam1,
                                         sarnel::ImpulseValue& lParam2) override;
-    Long Capacity() override { return static_cast<Long>(cells_.size()); }
+    Long Capacity() override;
     sarnel::HostCell* CellItem(Long& number) override;
 
   private:
     class Cell : public sarnel::HostCell {
       public:
-        explicit Cell(std::u16string name) : name_(std::move(name)) {}
-        std::u16string getClass() override { return name_; }
+        Cell(const ScriptedHost& host, std::u16string name) : host_(host), name_(std::move(name)) {}
+        std::u16string getClass() override;
 
       private:
+        const ScriptedHost& host_;
         std::u16string name_;
     };
 
+    void FailIfTold(HostMember member) const;
     void RunActions(Long impulse);
     void Answer(Long impulse, const sarnel::ImpulseValue& wParam, sarnel::ImpulseValue& lParam1,
                 sarnel::ImpulseValue& lParam2);
+    void Force(Long impulse, const sarnel::ImpulseValue& value, sarnel::ImpulseValue& lParam1,
+               sarnel::ImpulseValue& lParam2);
     void Open(const sarnel::ImpulseValue& path, sarnel::ImpulseValue& opened);
     void Give(sarnel::ImpulseValue& out, const sarnel::ImpulseValue& value) const;
     bool IsSupported(std::u16string_view name) const;
@@ -85,6 +100,7 @@ class ScriptedHost : public sarnel::HostObject {
     std::vector<Entry> log_;
     std::multimap<Long, std::function<void()>> actions_;
     std::vector<Cell> cells_;
+    sarnel::Object anyObject_;
 };
 
 }  // namespace scenario

@@ -10,6 +10,7 @@
 #include "core/failure.h"
 #include "core/frmmain.h"
 #include "core/program.h"
+#include "platform/files.h"
 #include "platform/text.h"
 #include "tests/scenario/words.h"
 
@@ -25,16 +26,32 @@ constexpr const char* kGuide = "/opt/veldrin/guide.html";
 }  // namespace
 
 World::World(std::string directory)
-    : directory_(std::move(directory)), holder_(windows_, 0, kNewInstance) {}
+    : directory_(std::move(directory)), holder_(windows_, 0, kNewInstance) {
+    screen_.Serve(windows_);
+}
 
 World::~World() = default;
 
 Ambrisor& World::Component() {
     if (component_ == nullptr) {
         component_ = std::make_unique<Ambrisor>(windows_, AmbrisorOptions{directory_, kGuide});
+        ApplyLooks();
         runBegun_ = false;
     }
     return *component_;
+}
+
+void World::ApplyLooks() {
+    SkinTable table;
+    for (const auto& [number, text] : looks_.rows) {
+        table.Row(number, text);
+    }
+    pictureFiles_.clear();
+    for (const auto& [id, path] : looks_.bitmaps) {
+        pictureFiles_[id] = path ? platform::ReadWholeFile(*path).value_or("") : "";
+        table.Bitmap(id, pictureFiles_[id]);
+    }
+    component_->State().Skins = std::move(table);
 }
 
 frmMAIN* World::ExistingMain() {
@@ -57,6 +74,7 @@ void World::Load() {
         component_.reset();
     }
     Component().Connect(&host_);
+    ApplyLooks();
     runBegun_ = true;
     SendToComponent(kImpulseAttach, 0, Long{0}, Long{0});
     SendToComponent(kImpulseControl, kControlLoad, Long{0}, Long{0});
@@ -71,11 +89,21 @@ void World::Quit() {
     Component().Disconnect();
 }
 
-void World::MakeInstance(const Class& type) {
-    const platform::Handle parent = holder_.HWnd();
+// Lets go of the former instance.
+platform::Handle World::HolderOfNew(const Class& type) {
     holder_.Visible(true);  // so that the pointer can reach the instance
     instance_ = {};
     instanceClass_ = &type;
+    return holder_.HWnd();
+}
+
+void World::MakeList(const JListStored& stored) {
+    const platform::Handle parent = HolderOfNew(ListClass());
+    instance_ = std::make_unique<JList>(windows_, parent, kNewInstance, stored);
+}
+
+void World::MakeInstance(const Class& type) {
+    const platform::Handle parent = HolderOfNew(type);
     if (&type == &ListClass()) {
         instance_ = std::make_unique<JList>(windows_, parent, kNewInstance);
     } else if (&type == &SliderClass()) {
@@ -116,6 +144,10 @@ std::string World::Printed(const Value& value) const {
     return scenario::Printed(value);
 }
 
+std::string World::Bare(std::u16string_view text) const {
+    return platform::Narrow(Replaced(text, platform::Widen(directory_), u"$D"));
+}
+
 std::string World::Printed(const ImpulseValue& value) const {
     return Printed(FromImpulse(value));
 }
@@ -133,6 +165,7 @@ void World::Record(platform::Widget& widget, const std::string& name) {
 }
 
 void World::Run(int line, const Command& command) {
+    screen_.Expect(0);
     try {
         command(*this);
     } catch (const ComponentError& error) {

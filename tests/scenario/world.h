@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,11 +13,11 @@
 
 #include "core/ambrisor.h"
 #include "menus/jpopupmenu.h"
-#include "platform/headless/headless_driver.h"
 #include "platform/window_system.h"
 #include "shell/jhotkeys.h"
 #include "tests/scenario/names.h"
 #include "tests/scenario/popups.h"
+#include "tests/scenario/screen.h"
 #include "tests/scenario/scripted_host.h"
 #include "tests/scenario/value.h"
 
@@ -36,7 +37,7 @@ class World {
     World& operator=(const World&) = delete;
 
     platform::WindowSystem& Windows() { return windows_; }
-    platform::HeadlessDriver& Screen() { return driver_; }
+    scenario::Screen& Screen() { return screen_; }
     ScriptedHost& Host() { return host_; }
     Popups& PopupMenus() { return popups_; }
     const std::string& Directory() const { return directory_; }
@@ -55,6 +56,14 @@ class World {
     /// Its window, 0 while there is none.
     platform::Handle MainWindow();
 
+    /// What is not as the component carries it, in runs that begin from now on. An empty text and
+    /// no path stand for what is missing.
+    struct ChangedLooks {
+        std::map<Long, std::u16string> rows;
+        std::map<Long, std::optional<std::u16string>> bitmaps;  ///< paths of pictures
+    };
+    ChangedLooks& Looks() { return looks_; }
+
     // The instance that `new` makes.
 
     void MakeInstance(const Class& type);
@@ -63,11 +72,16 @@ class World {
     /// The window that holds it, 0 if there is none.
     platform::Handle ItsWindow() const;
 
+    /// A list that is read from what is stored with it.
+    void MakeList(const sarnel::JListStored& stored);
+
     // Printing.
 
     void Print(std::string line) { output_.push_back(std::move(line)); }
     /// As a value is printed, with $D put back.
     std::string Printed(const Value& value) const;
+    /// A text without quotes, with $D put back.
+    std::string Bare(std::u16string_view text) const;
     std::string Printed(const sarnel::ImpulseValue& value) const;
     /// The same where the main window's handle may stand.
     std::string PrintedHandle(const sarnel::ImpulseValue& value) const;
@@ -103,11 +117,16 @@ class World {
     sarnel::ImpulseValue SendToComponent(Long uMsg, Long wParam, sarnel::ImpulseValue lParam1,
                                          sarnel::ImpulseValue lParam2);
 
+    void ApplyLooks();
+    platform::Handle HolderOfNew(const Class& type);
+
     std::string directory_;
-    platform::HeadlessDriver driver_{platform::HeadlessDriver::Clock::kVirtual};
-    platform::WindowSystem windows_{driver_};
+    scenario::Screen screen_;
+    platform::WindowSystem windows_{screen_};
     ScriptedHost host_{*this};
     Popups popups_{*this};
+    ChangedLooks looks_;
+    std::map<Long, std::string> pictureFiles_;  ///< outlive the component, which refers to them
     std::unique_ptr<sarnel::Ambrisor> component_;
     bool runBegun_ = false;
     platform::Widget holder_;  ///< hidden window around the instance that `new` makes

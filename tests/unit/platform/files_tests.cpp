@@ -289,5 +289,18 @@ TEST_F(Files, FileWriterTellsThatItCouldNotOpenOrWrite) {
     EXPECT_FALSE(full.Close());
 }
 
+TEST_F(Files, OnAFullDiskNothingIsWrittenMadeOrDeleted) {
+    folder_.Write("file", "old");
+    EXPECT_FALSE(ReplaceFile(folder_.Text("file"), "new", Disk::kFull));
+    EXPECT_FALSE(ReplaceFile(folder_.Text("other"), "new", Disk::kFull));
+    EXPECT_FALSE(RemoveFile(folder_.Text("file"), Disk::kFull));
+    FileWriter writer(folder_.Text("file"), Disk::kFull);
+    EXPECT_FALSE(writer.IsOpen());
+    writer.Write("new");
+    EXPECT_FALSE(writer.Close());
+    EXPECT_EQ(folder_.Read("file"), "old");
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"file"}));
+}
+
 }  // namespace
 }  // namespace platform

@@ -136,6 +136,18 @@ TEST_F(ProfileWrite, AFailedWriteLeavesTheFileAndNoOther) {
     EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"p.ini"}));
 }
 
+TEST_F(ProfileWrite, AFullDiskLeavesTheFile) {
+    folder_.Write("p.ini", "[Memory]\r\nX=1\r\n");
+    const auto write = [this](const char* key, const char* file) {
+        return WritePrivateProfileString("Memory", key, "2", folder_.Text(file), Disk::kFull);
+    };
+    EXPECT_FALSE(write("X", "p.ini"));
+    EXPECT_FALSE(write("Y", "p.ini"));
+    EXPECT_FALSE(write("X", "new.ini"));
+    EXPECT_EQ(folder_.Read("p.ini"), "[Memory]\r\nX=1\r\n");
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"p.ini"}));
+}
+
 TEST_F(ProfileWrite, AFileThatCannotBeReadIsNotReplaced) {
     folder_.Write("p.ini", "[Memory]\r\nX=1\r\n");
     {

@@ -172,6 +172,26 @@ TEST(SkinTable, AMissingOrDamagedPictureFails) {
     EXPECT_THROW(static_cast<void>(SkinTable().Bitmap(101)), ComponentError);
 }
 
+TEST(SkinTable, RowsAndPicturesCanBeChanged) {
+    SkinTable table;
+    const auto other = table.Bitmap(222);
+    std::string file;
+    for (const EmbeddedPicture& picture : EmbeddedPictures()) {
+        file = picture.id == 222 ? std::string(picture.file) : file;
+    }
+    table.Row(108, u"Other | one");
+    table.Row(100, u"7");
+    table.Row(109, u"");
+    table.Bitmap(221, file);
+    table.Bitmap(100, "");
+    EXPECT_EQ(table.Row(108), u"Other | one");
+    EXPECT_EQ(table.Number(100), 7);
+    EXPECT_THROW(static_cast<void>(table.Row(109)), ComponentError);
+    EXPECT_EQ(table.Bitmap(221)->Width(), other->Width());
+    EXPECT_EQ(table.Bitmap(221)->Height(), other->Height());
+    EXPECT_THROW(static_cast<void>(table.Bitmap(100)), ComponentError);
+}
+
 TEST(SkinTable, ALineIsANumberATextAndAComment) {
     const SkinTable table(
         "# 1 | no row |\n"
