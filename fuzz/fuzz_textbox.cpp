@@ -1,5 +1,5 @@
-// Whatever keys, characters and mouse do to a text box, its selection stays inside the text and
-// parts no character, and a page keeps its text.
+// Whatever keys, characters, input methods and mouse do to a text box, its selection stays inside
+// the text and parts no character, and a page keeps its text.
 #include <array>
 
 #include "fuzz/fuzz.h"
@@ -14,7 +14,7 @@ using namespace platform;
 
 constexpr std::array<Long, 16> kKeys{VK_LEFT, VK_RIGHT, VK_HOME,   VK_END,    VK_UP, VK_DOWN,
                                      VK_BACK, VK_NEXT,  VK_DELETE, VK_INSERT, 'A',   'C',
-                                     'X',     'V',      VK_PRIOR,  VK_RETURN};
+                                     'X',     'V',      VK_PRIOR,  'Z'};
 // Halves of pairs, a byte that is no text, a combining mark, marks, blanks, control characters.
 constexpr std::array<char16_t, 16> kUnits{u'a',   u'b',   u' ',   u'.',  0xD834, 0xDD1E,
                                           0xDCE9, 0x0301, u'\r',  u'\n', u'\t',  0x01,
@@ -63,6 +63,9 @@ class Desk {
             }
             case 11:
                 windows_.Deliver(WheelTurned{{5, 5}, number - 8});
+                break;
+            case 15:
+                windows_.Deliver(TextComposed{std::u16string(value, kUnits.at(value)), value / 2});
                 break;
             default:
                 windows_.Deliver(TextTyped{std::u16string(1, kUnits.at(value))});

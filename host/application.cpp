@@ -19,9 +19,10 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       place_(std::move(beginning.place)),
       signals_(signals),
       front_(front),
+      console_(console),
       engine_(
           beginning.output,
-          [&console](const std::string& notice) { console.Complain(Printable(notice)); },
+          [this](const std::string& notice) { console_.Complain(Printable(notice)); },
           std::move(beginning.typesFile)),
       windows_(front.GetDriver()),
       host_(engine_, tags_, *this),
@@ -113,6 +114,14 @@ void Application::SignalArrived(int number) {
             RequestEnd();
             break;
     }
+}
+
+// Once a run: a list that is repeated comes to the same file again and again.
+void Application::ItemFailed(const std::string& path) {
+    if (complained_.insert(path).second) {
+        console_.Complain("cannot play '" + Printable(path) + "'");
+    }
+    front_.ItemFailed();
 }
 
 // An open menu and a button held on a list would keep the main loop waiting; both let messages

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -46,7 +47,7 @@ class Application : private HostListener {
 
   private:
     void ItemOpened(const std::string& path) override { front_.ItemOpened(path); }
-    void ItemFailed(const std::string& path) override { front_.ItemFailed(path); }
+    void ItemFailed(const std::string& path) override;
     void Stopped(bool ended) override { front_.Stopped(ended); }
     void ExitRequested() override { RequestEnd(); }
     void Closed() override { closed_ = true; }
@@ -66,6 +67,7 @@ class Application : private HostListener {
     MeetingPlace place_;
     Signals& signals_;
     Front& front_;
+    Console& console_;
     Engine engine_;
     TagReader tags_;
     platform::WindowSystem windows_;
@@ -75,6 +77,7 @@ class Application : private HostListener {
     std::vector<std::string> lines_;
     bool restored_;
     platform::Handle window_ = 0;
+    std::set<std::string> complained_;  ///< files that were said to be unplayable
     bool endRequested_ = false;
     bool closed_ = false;
     bool ended_ = false;

@@ -37,7 +37,8 @@ class Front {
 
     // From the host.
     virtual void ItemOpened(const std::string& /*path*/) {}
-    virtual void ItemFailed(const std::string& /*path*/) {}
+    /// The user has been told.
+    virtual void ItemFailed() {}
     virtual void Stopped(bool /*ended*/) {}
 
     /// The program is about to be stopped, and the terminal goes back to the shell.

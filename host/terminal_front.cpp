@@ -81,11 +81,8 @@ void TerminalFront::ItemOpened(const std::string& path) {
     console_.Line(line);
 }
 
-void TerminalFront::ItemFailed(const std::string& path) {
+void TerminalFront::ItemFailed() {
     ++failed_;
-    if (complained_.insert(path).second) {
-        console_.Complain("cannot play '" + Printable(path) + "'");
-    }
 }
 
 void TerminalFront::Stopped(bool ended) {

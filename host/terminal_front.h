@@ -4,7 +4,6 @@
 #pragma once
 
 #include <optional>
-#include <set>
 #include <string>
 
 #include "host/console.h"
@@ -26,7 +25,7 @@ class TerminalFront : public Front {
     /// nothing in it can be played.
     void Begin(bool restored) override;
     void ItemOpened(const std::string& path) override;
-    void ItemFailed(const std::string& path) override;
+    void ItemFailed() override;
     void Stopped(bool ended) override;
     void Suspending() override;
     void Continued() override { keyboard_.Resume(); }
@@ -49,7 +48,6 @@ class TerminalFront : public Front {
     int failed_ = 0;                 ///< attempts of this run
     bool sounding_ = false;          ///< an item was opened and not stopped since
     int beatsSinceEnd_ = 0;  ///< beats in which the stream had ended and nobody had acted on it
-    std::set<std::string> complained_;  ///< files that were said to be unplayable
 };
 
 }  // namespace veldrin

@@ -90,6 +90,14 @@ struct KeyChanged {
 struct TextTyped {
     std::u16string text;
 };
+/// Text that an input method is still putting together, for the window that has the focus: shown
+/// at its caret, and no part of its text. Empty: there is none any more; what came of it, if
+/// anything, is reported as typed. `caret`: where in it the caret stands, in code units; none: it
+/// is not shown.
+struct TextComposed {
+    std::u16string text;
+    std::optional<std::size_t> caret;
+};
 
 /// The desktop has ended what GrabInput began: somebody else has taken the pointer or the keyboard,
 /// or a button went down where it could not be told.
@@ -98,7 +106,14 @@ struct InputLost {};
 using DriverEvent =
     std::variant<CloseRequested, MinimisedByDesktop, RestoredByDesktop, WorkAreaChanged,
                  FilesDropped, MovedByDesktop, PointerMoved, PointerLeft, ButtonChanged,
-                 WheelTurned, KeyChanged, TextTyped, InputLost>;
+                 WheelTurned, KeyChanged, TextTyped, TextComposed, InputLost>;
+
+/// Where the user writes: a top-level window, and the caret's place in it.
+struct TextInput {
+    Handle window = 0;
+    Rect caret;
+    bool operator==(const TextInput&) const = default;
+};
 
 class Driver {
   public:
@@ -171,6 +186,15 @@ class Driver {
     /// calls, always within the rectangles of the next one.
     virtual void ShowPicture(Handle /*window*/, const Surface& /*picture*/,
                              std::span<const Rect> /*changed*/) {}
+
+    // Writing.
+
+    /// Where the user writes from now on; none: keys are nothing but commands. Input methods are to
+    /// take part only while he writes.
+    virtual void SetTextInput(const std::optional<TextInput>& /*input*/) {}
+    /// What was last reported as TextComposed has been taken as it stands: an input method is to
+    /// forget it, and nothing more comes of it.
+    virtual void EndComposing() {}
 
     // Text. One line each; what is no printable character has some harmless width.
 

@@ -49,16 +49,22 @@ inline constexpr Long VK_OEM_PLUS = 187;
 inline constexpr Long VK_OEM_COMMA = 188;
 inline constexpr Long VK_OEM_MINUS = 189;
 inline constexpr Long VK_OEM_PERIOD = 190;
-inline constexpr Long VK_OEM_2 = 191;  ///< /
-inline constexpr Long VK_OEM_3 = 192;  ///< `
-inline constexpr Long VK_OEM_4 = 219;  ///< [
-inline constexpr Long VK_OEM_5 = 220;  ///< backslash
-inline constexpr Long VK_OEM_6 = 221;  ///< ]
-inline constexpr Long VK_OEM_7 = 222;  ///< '
+inline constexpr Long VK_OEM_2 = 191;    ///< /
+inline constexpr Long VK_OEM_3 = 192;    ///< `
+inline constexpr Long VK_OEM_4 = 219;    ///< [
+inline constexpr Long VK_OEM_5 = 220;    ///< backslash
+inline constexpr Long VK_OEM_6 = 221;    ///< ]
+inline constexpr Long VK_OEM_7 = 222;    ///< '
+inline constexpr Long VK_OEM_102 = 226;  ///< beside the left Shift, on keyboards that have it
 
 // Modifiers of a key message.
 inline constexpr Long kShiftBit = 1;
 inline constexpr Long kCtrlBit = 2;
 inline constexpr Long kAltBit = 4;
+
+/// Whether the key with these modifiers is one to write with: a character without Ctrl and Alt,
+/// Backspace, Del, Home, End and the arrows with and without Shift and Ctrl, and Ctrl with A, C, V,
+/// X and Z.
+bool IsWritingKey(Long code, Long modifiers);
 
 }  // namespace platform

@@ -13,7 +13,19 @@ constexpr Long kInset = 2;  // pixels between the box's edges and the text
 }  // namespace
 
 TextBox::TextBox(WindowSystem& windows, Handle parent, const Rect& rect, Kind kind)
-    : Widget(windows, parent, rect), kind_(kind), locked_(kind == Kind::kPage) {}
+    : Widget(windows, parent, rect), kind_(kind), locked_(kind == Kind::kPage) {
+    TellInput(Rect{});
+}
+
+void TextBox::Locked(bool value) {
+    locked_ = value || MultiLine();
+    TellInput(Rect{});
+    Draw();
+}
+
+void TextBox::TellInput(const std::optional<Rect>& caret) {
+    windows_.SetTextInput(HWnd(), Locked() ? std::nullopt : caret);
+}
 
 void TextBox::Text(std::u16string_view value) {
     edit_.Text(value);
@@ -34,6 +46,7 @@ void TextBox::SelLength(Long value) {
 
 void TextBox::SelText(std::u16string_view value) {
     edit_.Replace(value);
+    edit_.ForgetChanges();
     Changed();
 }
 
@@ -64,16 +77,20 @@ void TextBox::Refit() {
 }
 
 const std::vector<TextBox::Line>& TextBox::Lines() const {
+    const std::u16string_view text = edit_.Text();
+    if (!MultiLine()) {
+        const TextComposed* composed = Composed();
+        const std::size_t length =
+            composed == nullptr ? text.size()
+                                : text.size() - edit_.Selected().size() + composed->text.size();
+        lines_.assign(1, {0, length});
+        return lines_;
+    }
     if (!lines_.empty()) {
         return lines_;
     }
     linesFont_ = GetFont();
     linesWidth_ = TextArea().Width();
-    const std::u16string_view text = edit_.Text();
-    if (!MultiLine()) {
-        lines_.push_back({0, text.size()});
-        return lines_;
-    }
     for (const std::u16string_view line :
          BreakLines(windows_.GetDriver(), linesFont_, text, std::max(linesWidth_, 1))) {
         lines_.push_back({static_cast<std::size_t>(line.data() - text.data()), line.size()});
@@ -94,8 +111,30 @@ std::size_t TextBox::LineOf(std::size_t place) const {
     return static_cast<std::size_t>(after - lines.begin()) - 1;
 }
 
-std::u16string_view TextBox::TextOf(const Line& line) const {
-    return std::u16string_view(edit_.Text()).substr(line.start, line.length);
+// What is being composed in the box, if anything.
+const TextComposed* TextBox::Composed() const {
+    const TextComposed& composed = windows_.Composition();
+    const bool isOwn = !Locked() && windows_.GetFocus() == HWnd() && !composed.text.empty();
+    return isOwn ? &composed : nullptr;
+}
+
+// As it is shown, which is where the places in lines count.
+std::u16string TextBox::TextOf(const Line& line) const {
+    const TextComposed* composed = Composed();
+    if (composed == nullptr) {
+        return edit_.Text().substr(line.start, line.length);
+    }
+    std::u16string text = edit_.Text();
+    return text.replace(edit_.SelStart(), edit_.Selected().size(), composed->text);
+}
+
+std::size_t TextBox::ShownCaret() const {
+    const TextComposed* composed = Composed();
+    if (composed == nullptr) {
+        return edit_.Caret();
+    }
+    const std::size_t end = composed->text.size();
+    return edit_.SelStart() + std::min(composed->caret.value_or(end), end);
 }
 
 Long TextBox::LineHeight() const {
@@ -152,7 +191,7 @@ void TextBox::ScrollToCaret() {
     }
     const Line& line = Lines().front();
     const Long width = std::max(TextArea().Width(), 1);
-    const Long caret = OffsetIn(line, edit_.Caret());
+    const Long caret = OffsetIn(line, ShownCaret());
     scroll_ = std::clamp(scroll_, caret - width + 1, caret);
     scroll_ = std::clamp(scroll_, 0, std::max(OffsetIn(line, line.End()) - width + 1, 0));
 }
@@ -171,23 +210,31 @@ void TextBox::Draw() {
         DrawLine(face, lines[i], strip);
         strip.top = strip.bottom;
     }
-    DrawCaret(face, area);
+    DrawCaret(face);
     ShowFace();
 }
 
 // Each line is drawn on a strip of its own first, which cuts it to the text's area, and a second
-// time with the colours exchanged where it is selected.
+// time with the colours exchanged where it is selected. What is being composed is underlined.
 void TextBox::DrawLine(Surface& face, const Line& line, const Rect& place) {
+    const std::u16string text = TextOf(line);
     Surface strip({place.Width(), LineHeight()});
     const auto draw = [&](Colour paper, Colour ink, Long from, Long to) {
         strip.FillRect(strip.Bounds(), paper);
         const Rect from0{-scroll_, 0, strip.Width(), strip.Height()};
-        windows_.Text().Draw(strip, GetFont(), TextOf(line), from0, DT_SINGLELINE | DT_NOPREFIX,
-                             ink);
+        windows_.Text().Draw(strip, GetFont(), text, from0, DT_SINGLELINE | DT_NOPREFIX, ink);
         const Rect part{place.left + from, place.top, place.left + to, place.top + LineHeight()};
         face.BitBlt(Intersect(part, place), strip, {std::max(from, 0), 0});
     };
     draw(BackColor(), ForeColor(), 0, strip.Width());
+    if (const TextComposed* composed = Composed()) {
+        const std::size_t start = edit_.SelStart();
+        const std::size_t end = start + composed->text.size();
+        const Rect under{place.left + OffsetIn(line, start) - scroll_, place.bottom - 1,
+                         place.left + OffsetIn(line, end) - scroll_, place.bottom};
+        face.FillRect(Intersect(under, place), ForeColor());
+        return;
+    }
     const std::size_t from = std::clamp(edit_.SelStart(), line.start, line.End());
     const std::size_t to = std::clamp(edit_.SelEnd(), line.start, line.End());
     if (from < to) {
@@ -197,18 +244,31 @@ void TextBox::DrawLine(Surface& face, const Line& line, const Rect& place) {
     }
 }
 
-void TextBox::DrawCaret(Surface& face, const Rect& area) {
-    if (caretHidden_ || windows_.GetFocus() != HWnd()) {
-        return;
-    }
-    const std::size_t row = LineOf(edit_.Caret());
+// In the client area; none if its line is not in view.
+std::optional<Rect> TextBox::CaretRect() const {
+    const Rect area = TextArea();
+    const std::size_t caret = ShownCaret();
+    const std::size_t row = LineOf(caret);
     const Long fromTop = static_cast<Long>(row) - topLine_;
     if (fromTop < 0 || fromTop >= VisibleLines()) {
+        return std::nullopt;
+    }
+    const Long x = area.left + OffsetIn(Lines()[row], caret) - scroll_;
+    const Long y = area.top + fromTop * LineHeight();
+    return Rect{x, y, x + 1, y + LineHeight()};
+}
+
+void TextBox::DrawCaret(Surface& face) {
+    if (windows_.GetFocus() != HWnd()) {
         return;
     }
-    const Long x = area.left + OffsetIn(Lines()[row], edit_.Caret()) - scroll_;
-    const Long y = area.top + fromTop * LineHeight();
-    face.FillRect({x, y, x + 1, y + LineHeight()}, ForeColor());
+    const std::optional<Rect> caret = CaretRect();
+    TellInput(caret);
+    const TextComposed* composed = Composed();
+    const bool isHidden = caretHidden_ || (composed != nullptr && !composed->caret);
+    if (caret && !isHidden) {
+        face.FillRect(*caret, ForeColor());
+    }
 }
 
 }  // namespace platform

@@ -1,7 +1,9 @@
 // A text box: either a single line to edit in, or a page to read, wrapped between words, whose text
-// can be selected and copied but not changed. Any press on it takes the focus.
+// can be selected and copied but not changed. Any press on it takes the focus. What an input method
+// is putting together shows underlined in place of the selection.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "platform/text_edit.h"
@@ -29,13 +31,14 @@ class TextBox : public Widget {
     Long SelLength() const { return static_cast<Long>(edit_.Selected().size()); }
     void SelLength(Long value);
     std::u16string SelText() const { return std::u16string(edit_.Selected()); }
-    /// Replaces the selection, puts the caret behind it and raises Change.
+    /// Replaces the selection, puts the caret behind it and raises Change. As after any write by
+    /// the owner, nothing can be undone.
     void SelText(std::u16string_view value);
 
     bool MultiLine() const { return kind_ == Kind::kPage; }
     /// Whether the user cannot change the text. A page is always locked.
     bool Locked() const { return locked_; }
-    void Locked(bool value) { locked_ = value || MultiLine(); }
+    void Locked(bool value);
 
     /// Lines as wrapped, at least 1: also the answer to EM_GETLINECOUNT.
     Long LineCount() const { return static_cast<Long>(Lines().size()); }
@@ -79,13 +82,14 @@ class TextBox : public Widget {
 
     // Input: text_box_input.cpp.
     void KeyDown(Long code, Long shift);
-    bool ClipboardKey(Long code, Long shift);
+    bool EditingKey(Long code, Long shift);
     void LineKey(Long code, Long shift);
     void PageKey(Long code);
     void KeyPress(Long code);
     void Copy() const;
     void Cut();
     void Paste();
+    void Undo();
     void Insert(std::u16string_view text);
     void EraseTo(std::size_t place);
     void MoveCaret(std::size_t place, bool extend);
@@ -98,7 +102,9 @@ class TextBox : public Widget {
     void Refit();
     Long MostTopLine() const;
     std::size_t LineOf(std::size_t place) const;
-    std::u16string_view TextOf(const Line& line) const;
+    const TextComposed* Composed() const;
+    std::size_t ShownCaret() const;
+    std::u16string TextOf(const Line& line) const;
     Long LineHeight() const;
     Long VisibleLines() const;
     Rect TextArea() const;
@@ -107,12 +113,14 @@ class TextBox : public Widget {
     void ScrollToCaret();
     void Draw();
     void DrawLine(Surface& face, const Line& line, const Rect& strip);
-    void DrawCaret(Surface& face, const Rect& area);
+    std::optional<Rect> CaretRect() const;
+    void DrawCaret(Surface& face);
+    void TellInput(const std::optional<Rect>& caret);
 
     Kind kind_;
     bool locked_;
     TextEdit edit_;
-    mutable std::vector<Line> lines_;  ///< empty: to be broken anew
+    mutable std::vector<Line> lines_;  ///< of a page; empty: to be broken anew
     // What they were broken by.
     mutable Font linesFont_;
     mutable Long linesWidth_ = 0;

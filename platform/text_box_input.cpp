@@ -48,6 +48,10 @@ Long TextBox::HandleMessage(const Message& message) {
         case WM_CHAR:
             KeyPress(message.wParam);
             return 0;
+        case WM_IME_COMPOSITION:
+            ScrollToCaret();
+            Draw();
+            return 0;
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
             RaiseFocus(message.id == WM_SETFOCUS);
@@ -89,7 +93,7 @@ void TextBox::KeyDown(Long code, Long shift) {
     if (const auto handler = onKeyDown) {
         handler(code, shift);
     }
-    if (code == 0 || (shift & kAltBit) != 0 || ClipboardKey(code, shift)) {
+    if (code == 0 || (shift & kAltBit) != 0 || EditingKey(code, shift)) {
         return;
     }
     if (MultiLine()) {
@@ -99,7 +103,7 @@ void TextBox::KeyDown(Long code, Long shift) {
     }
 }
 
-bool TextBox::ClipboardKey(Long code, Long shift) {
+bool TextBox::EditingKey(Long code, Long shift) {
     constexpr Long kBits = kShiftBit | kCtrlBit;
     const bool ctrl = (shift & kBits) == kCtrlBit;
     const bool shifted = (shift & kBits) == kShiftBit;
@@ -113,6 +117,8 @@ bool TextBox::ClipboardKey(Long code, Long shift) {
         Cut();
     } else if ((ctrl && code == 'V') || (shifted && code == VK_INSERT)) {
         Paste();
+    } else if (ctrl && code == 'Z') {
+        Undo();
     } else {
         return false;
     }
@@ -250,10 +256,17 @@ void TextBox::Paste() {
     }
 }
 
+void TextBox::Undo() {
+    if (!Locked() && edit_.Undo()) {
+        Changed();
+    }
+}
+
 // The mouse.
 
 void TextBox::MouseDown(const MouseEvent& event) {
     windows_.SetFocus(HWnd());
+    windows_.EndComposition();
     if (event.Button == 1) {
         dragging_ = true;
         MoveCaret(PlaceAt(event, Nearest::kGap), (event.Shift & kShiftBit) != 0);

@@ -1,6 +1,7 @@
 #include "platform/text_edit.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/text.h"
 
@@ -35,6 +36,7 @@ bool IsCombining(char16_t unit) {
 void TextEdit::Text(std::u16string_view text) {
     text_ = text;
     caret_ = anchor_ = 0;
+    ForgetChanges();
 }
 
 std::u16string_view TextEdit::Selected() const {
@@ -82,8 +84,42 @@ void TextEdit::SelectWordAt(std::size_t place) {
 
 void TextEdit::Replace(std::u16string_view text) {
     const std::size_t start = SelStart();
+    Record({start, std::u16string(Selected()), std::u16string(text)});
     text_.replace(start, SelEnd() - start, text);
     MoveTo(start + text.size(), false);
+}
+
+// Goes on with the last change where it can.
+void TextEdit::Record(Change next) {
+    if (next.removed.empty() && next.inserted.empty()) {
+        return;
+    }
+    const bool mayGrow = change_ && !change_->isUndone;
+    const bool typesOn = mayGrow && next.removed.empty() && !change_->inserted.empty() &&
+                         next.place == change_->place + change_->inserted.size();
+    const bool erasesOn = mayGrow && next.inserted.empty() && change_->inserted.empty();
+    if (typesOn) {
+        change_->inserted += next.inserted;
+    } else if (erasesOn && next.place == change_->place) {
+        change_->removed += next.removed;
+    } else if (erasesOn && next.place + next.removed.size() == change_->place) {
+        change_->place = next.place;
+        change_->removed.insert(0, next.removed);
+    } else {
+        change_ = std::move(next);
+    }
+}
+
+bool TextEdit::Undo() {
+    if (!change_) {
+        return false;
+    }
+    Change& change = *change_;
+    text_.replace(change.place, change.inserted.size(), change.removed);
+    std::swap(change.removed, change.inserted);
+    change.isUndone = true;
+    Select(change.place, change.place + change.inserted.size());
+    return true;
 }
 
 bool TextEdit::Erase(std::size_t place) {

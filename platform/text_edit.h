@@ -3,6 +3,7 @@
 // selection's ends never lie inside a surrogate pair.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,7 +12,7 @@ namespace platform {
 class TextEdit {
   public:
     const std::u16string& Text() const { return text_; }
-    /// Another text; the caret goes to its start.
+    /// Another text, of which nothing can be undone; the caret goes to its start.
     void Text(std::u16string_view text);
 
     std::size_t Caret() const { return caret_; }
@@ -34,6 +35,13 @@ class TextEdit {
     /// there was anything.
     bool Erase(std::size_t place);
 
+    /// Takes the last change back and selects what came back; the next call brings the change
+    /// again. Characters put in one behind the other are one change, and so are characters taken
+    /// out beside each other. Whether there was anything to take back.
+    bool Undo();
+    /// From here on nothing can be undone.
+    void ForgetChanges() { change_.reset(); }
+
     // Where a step from a place leads: by characters as they are seen, a letter with its combining
     // marks as one, and by words: to the start of one.
 
@@ -45,12 +53,21 @@ class TextEdit {
     std::size_t CharacterAt(std::size_t place) const;
 
   private:
+    struct Change {
+        std::size_t place = 0;
+        std::u16string removed;
+        std::u16string inserted;
+        bool isUndone = false;
+    };
+
+    void Record(Change next);
     std::size_t Settled(std::size_t place) const;
     bool IsBoundary(std::size_t place) const;
 
     std::u16string text_;
     std::size_t caret_ = 0;
     std::size_t anchor_ = 0;  ///< the other end of the selection
+    std::optional<Change> change_;
 };
 
 }  // namespace platform

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/keys.h"
 #include "platform/menu_tracking.h"
 #include "platform/window_system.h"
 #include "platform/window_system_detail.h"
@@ -210,7 +211,13 @@ void WindowSystem::OnKey(const KeyChanged& event) {
         }
         return;
     }
-    if (EatenByHook(event)) {
+    // Whoever sees the press sees the release.
+    const Window* const focused = Find(focus_);
+    const bool isWriting =
+        event.down ? focused != nullptr && focused->caret && IsWritingKey(event.code, event.shift)
+                   : keysOfWriting_[code];
+    keysOfWriting_[code] = event.down && isWriting;
+    if (!isWriting && EatenByHook(event)) {
         textIsEaten_ = event.down;
         return;
     }
@@ -225,9 +232,7 @@ void WindowSystem::OnText(const TextTyped& event) {
     if (textIsEaten_) {
         return;
     }
-    for (const char16_t unit : event.text) {
-        SendMessage(focus_, WM_CHAR, unit, 0);
-    }
+    SendText(focus_, event.text);
 }
 
 namespace {
@@ -295,6 +300,7 @@ void WindowSystem::Deliver(const DriverEvent& event) {
                        OnKey(key);
                    },
                    [&](const TextTyped& typed) { OnText(typed); },
+                   [&](const TextComposed& composed) { OnComposed(composed); },
                },
                event);
 }

@@ -215,6 +215,7 @@ void WindowSystem::UpdateTopLevel(Window& topLevel) {
 }
 
 void WindowSystem::UpdateScreen() {
+    TellTextInput();
     if (!driver_.ShowsPictures()) {
         return;
     }

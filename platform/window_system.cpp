@@ -79,6 +79,9 @@ void WindowSystem::DestroyWindow(Handle window) {
     }
     std::erase_if(due_, [window](const Due& due) { return due.window == window; });
     std::erase_if(posted_, [window](const Message& message) { return message.window == window; });
+    if (focus_ == window) {
+        TakeComposition();
+    }
     for (Handle* holder : {&focus_, &capture_, &tracked_}) {
         if (*holder == window) {
             *holder = 0;
@@ -280,7 +283,11 @@ Long WindowSystem::SetWindowLong(Handle window, Long index, Long value) {
 }
 
 void WindowSystem::SetFocus(Handle window) {
-    if (focus_ == window || (window != 0 && !IsWindow(window))) {
+    const auto goes = [&] { return focus_ != window && (window == 0 || IsWindow(window)); };
+    if (goes()) {
+        EndComposition();  // whose handlers may do anything
+    }
+    if (!goes()) {
         return;
     }
     const Handle former = std::exchange(focus_, window);

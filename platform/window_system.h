@@ -40,7 +40,7 @@ using WindowProc = std::function<Long(const Message&)>;
 using TimerProc = std::function<void(Handle window, Long id)>;
 
 /// Sees a key before the focus does: a virtual-key code, the modifiers 1 Shift, 2 Ctrl, 4 Alt, and
-/// whether it goes down. True eats it.
+/// whether it goes down. True eats it. Keys that the focus writes with are not shown to it.
 using KeyboardProc = std::function<bool(Long code, Long modifiers, bool down)>;
 
 /// What WM_COPYDATA hands over: a second start's command line, in the narrow code page.
@@ -156,6 +156,18 @@ class WindowSystem {
     Handle GetFocus() const { return focus_; }
     void SetForegroundWindow(Handle window);
 
+    // Writing.
+
+    /// Says that the user writes in the window, and where the caret stands in its client area;
+    /// none: he does not. While such a window has the focus, the keys to write with (IsWritingKey)
+    /// are its own, and input methods take part.
+    void SetTextInput(Handle window, const std::optional<Rect>& rectCaret);
+    /// What an input method is putting together for the window that has the focus, which hears of
+    /// each change by WM_IME_COMPOSITION.
+    const TextComposed& Composition() const { return composition_; }
+    /// Takes it as typed, before the caret goes elsewhere. A change of the focus does so, too.
+    void EndComposition();
+
     // Messages.
 
     /// Calls the window's procedure now and answers its result.
@@ -247,6 +259,11 @@ class WindowSystem {
     void OnWheel(const WheelTurned& event);
     void OnKey(const KeyChanged& event);
     void OnText(const TextTyped& event);
+    void OnComposed(const TextComposed& event);
+    std::u16string TakeComposition();
+    void SendText(Handle window, std::u16string_view text);
+    std::optional<TextInput> TextInputNow() const;
+    void TellTextInput();
     bool EatenByHook(const KeyChanged& event);
     bool IsDoubleClick(const ButtonChanged& press, Handle target);
     void SendMouse(Handle window, Long message, Point ptScreen);
@@ -282,6 +299,7 @@ class WindowSystem {
     using Keys = std::bitset<256>;
     Keys keysDown_;
     Keys keysOfMenu_;                                     ///< as buttonsOfMenu_
+    Keys keysOfWriting_;                                  ///< went down in a window to write in
     bool textIsEaten_ = false;                            ///< belongs to a key that was
     std::vector<std::pair<Handle, KeyboardProc>> hooks_;  ///< the latest is asked first
     // The press that another one may follow as a double click.
@@ -292,6 +310,8 @@ class WindowSystem {
         Millis when = 0;
     };
     Press lastPress_;
+    TextComposed composition_;
+    std::optional<TextInput> toldTextInput_;  ///< to the driver
     std::deque<Message> posted_;
     std::vector<Due> due_;
     std::uint64_t lastOrder_ = 0;

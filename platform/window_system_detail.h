@@ -1,5 +1,6 @@
 // The records behind WindowSystem, shared by its parts: windows (window_system.cpp), what happens
-// in time (window_events.cpp), pointer and keys (window_input.cpp), the screen (window_screen.cpp).
+// in time (window_events.cpp), pointer and keys (window_input.cpp), writing (window_writing.cpp),
+// the screen (window_screen.cpp).
 #pragma once
 
 #include "platform/window_system.h"
@@ -26,6 +27,7 @@ struct WindowSystem::Window {
     const Surface* face = nullptr;
     std::shared_ptr<const Mask> mask;
     bool windowless = false;
+    std::optional<Rect> caret;  // of a window to write in
 
     // Of a top-level window.
     Surface shown;             // what the driver has been given

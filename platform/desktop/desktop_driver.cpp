@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QCursor>
 #include <QDesktopServices>
+#include <QInputMethod>
 #include <QStyleHints>
 #include <QUrl>
 #include <chrono>
@@ -202,6 +203,35 @@ void DesktopDriver::ShowPicture(Handle window, const Surface& picture,
                                 std::span<const Rect> changed) {
     if (TopLevel* found = parts_->Find(window)) {
         found->ShowPicture(picture, changed);
+    }
+}
+
+void DesktopDriver::SetTextInput(const std::optional<TextInput>& input) {
+    Shared& shared = parts_->shared;
+    const bool turns = input.has_value() != shared.input.has_value();
+    shared.input = input;
+    if (parts_->application.HasLostDisplay()) {
+        return;
+    }
+    QWindow* const window = QGuiApplication::focusWindow();
+    if (turns && window != nullptr) {
+        // As if something else within the window had the focus now: that is when input methods ask
+        // whether they are wanted, and begin or end in earnest.
+        emit window->focusObjectChanged(window->focusObject());
+    } else {
+        QGuiApplication::inputMethod()->update(Qt::ImCursorRectangle);
+    }
+}
+
+// Methods answer by handing over what they have.
+void DesktopDriver::EndComposing() {
+    Shared& shared = parts_->shared;
+    shared.composing = false;
+    if (!parts_->application.HasLostDisplay()) {
+        shared.ignoresMethods = true;
+        QGuiApplication::inputMethod()->commit();
+        QGuiApplication::inputMethod()->reset();
+        shared.ignoresMethods = false;
     }
 }
 

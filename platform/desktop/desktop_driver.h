@@ -64,6 +64,9 @@ class DesktopDriver : public Driver {
     bool ShowsPictures() const override { return true; }
     void ShowPicture(Handle window, const Surface& picture, std::span<const Rect> changed) override;
 
+    void SetTextInput(const std::optional<TextInput>& input) override;
+    void EndComposing() override;
+
     Size MeasureText(const Font& font, std::u16string_view text) const override;
     TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
                            Long width) const override;

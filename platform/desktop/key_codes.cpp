@@ -91,6 +91,15 @@ Long PadCode(int key) {
     return Find(kPadKeys, key);
 }
 
+// Ctrl and Alt together stand for AltGr where the key types something else with them than by
+// itself.
+bool IsThirdLevel(const QKeyEvent& event, Long shift, Long code) {
+    constexpr Long kBoth = kCtrlBit | kAltBit;
+    const QString text = event.text().toUpper();
+    return (shift & kBoth) == kBoth && !text.isEmpty() && text.front().isPrint() &&
+           text.front().unicode() != code;
+}
+
 }  // namespace
 
 Long KeyCodeOf(const QKeyEvent& event) {
@@ -143,7 +152,8 @@ std::u16string TypedText(const QKeyEvent& event, Long code) {
     if (alone && code >= 'A' && code <= 'Z') {
         return std::u16string(1, static_cast<char16_t>(code - 'A' + 1));
     }
-    if ((shift & kAltBit) != 0 || (event.modifiers() & Qt::MetaModifier) != 0) {
+    const bool isAlt = (shift & kAltBit) != 0 && !IsThirdLevel(event, shift, code);
+    if (isAlt || (event.modifiers() & Qt::MetaModifier) != 0) {
         return {};
     }
     switch (code) {

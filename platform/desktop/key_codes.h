@@ -18,7 +18,8 @@ Long ShiftOf(Qt::KeyboardModifiers modifiers);
 /// The same once the event has taken effect: a modifier key counts from its own press on.
 Long ShiftAfter(const QKeyEvent& event, Long code);
 
-/// What the press types, empty if nothing: Ctrl with a letter types 1 to 26, Alt nothing.
+/// What the press types, empty if nothing: Ctrl with a letter types 1 to 26, Alt nothing, both
+/// together what AltGr does.
 std::u16string TypedText(const QKeyEvent& event, Long code);
 
 }  // namespace platform::desktop

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -18,6 +19,7 @@
 #include "platform/driver.h"
 
 class QDropEvent;
+class QInputMethodEvent;
 class QInputMethodQueryEvent;
 
 namespace platform::desktop {
@@ -35,6 +37,9 @@ struct Shared {
     EventQueue events;
     PointerRecord pointer;
     bool shownPicture = false;
+    std::optional<TextInput> input{};  ///< where the user writes
+    bool composing = false;            ///< what was reported last is still being composed
+    bool ignoresMethods = false;       ///< what input methods say now has been taken already
 };
 
 class TopLevel : public QWindow {
@@ -90,6 +95,8 @@ class TopLevel : public QWindow {
     void ReleaseLost(Long held, Point ptScreen, Long shift);
     void Button(const QMouseEvent& event, bool down);
     void InputMethodAsks(QInputMethodQueryEvent& query) const;
+    void Composed(const QInputMethodEvent& event);
+    void ReportComposed(TextComposed composed);
     void Dragged(QDropEvent& event);
     void Dropped(QDropEvent& event);
 

@@ -7,8 +7,10 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QWheelEvent>
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <utility>
 
 #include "platform/desktop/drop_paths.h"
 #include "platform/desktop/key_codes.h"
@@ -143,17 +145,47 @@ void TopLevel::focusOutEvent(QFocusEvent* /*event*/) {
     for (const Long code : std::exchange(keysDown_, {})) {
         shared_.events.Push(KeyChanged{code, 0, false});
     }
+    ReportComposed({});
 }
 
 void TopLevel::InputMethodAsks(QInputMethodQueryEvent& query) const {
     if ((query.queries() & Qt::ImEnabled) != 0) {
-        query.setValue(Qt::ImEnabled, true);
+        query.setValue(Qt::ImEnabled, shared_.input.has_value());
     }
     if ((query.queries() & Qt::ImCursorRectangle) != 0) {
-        // Where the caret is only the component knows. Below the window nothing is covered.
-        query.setValue(Qt::ImCursorRectangle, QRect(0, height(), 1, 1));
+        const bool isHere = shared_.input && shared_.input->window == handle_;
+        query.setValue(Qt::ImCursorRectangle,
+                       isHere ? shared_.scale.ToDevice(shared_.input->caret) : QRect());
     }
     query.accept();
+}
+
+void TopLevel::ReportComposed(TextComposed composed) {
+    const bool composing = !composed.text.empty();
+    if (composing || shared_.composing) {
+        shared_.composing = composing;
+        shared_.events.Push(composing ? std::move(composed) : TextComposed{});
+    }
+}
+
+// Where nobody writes any more, a method may still be late to say something.
+void TopLevel::Composed(const QInputMethodEvent& event) {
+    if (!shared_.input || shared_.ignoresMethods) {
+        return;
+    }
+    if (const QString text = event.commitString(); !text.isEmpty()) {
+        ReportComposed({});
+        shared_.events.Push(TextTyped{text.toStdU16String()});
+    }
+    TextComposed composed{event.preeditString().toStdU16String(), std::nullopt};
+    composed.caret = composed.text.size();
+    for (const QInputMethodEvent::Attribute& part : event.attributes()) {
+        if (part.type == QInputMethodEvent::Cursor) {
+            const auto place = static_cast<std::size_t>(std::max(part.start, 0));
+            composed.caret = part.length != 0 ? std::optional(place) : std::nullopt;
+        }
+    }
+    ReportComposed(std::move(composed));
 }
 
 void TopLevel::Dragged(QDropEvent& event) {
@@ -207,10 +239,7 @@ bool TopLevel::event(QEvent* event) {
             InputMethodAsks(*static_cast<QInputMethodQueryEvent*>(event));
             return true;
         case QEvent::InputMethod:
-            if (const QString text = static_cast<QInputMethodEvent*>(event)->commitString();
-                !text.isEmpty()) {
-                shared_.events.Push(TextTyped{text.toStdU16String()});
-            }
+            Composed(*static_cast<QInputMethodEvent*>(event));
             return true;
         default:
             return QWindow::event(event);

@@ -290,10 +290,36 @@ class Keyboard(Driver):
             'down 66 0', 'typed 1080', 'up 66 0'])
         self.assertIn('typed 1', self.pressed('ctrl+38'))
 
-    def test_dead_keys_type_one_character(self):
+    def typed(self, *keys):
+        """The units that keys type."""
+        return [int(unit) for line in self.pressed(*keys) if line.startswith('typed')
+                for unit in line.split()[1:]]
+
+    def test_dead_keys_type_one_character_where_one_writes(self):
         self.display.layout('us', 'intl')
-        typed = [line for line in self.pressed('dead_acute', 'e') if line.startswith('typed')]
-        self.assertEqual(typed, ['typed 233'])
+        self.assertEqual(self.typed('dead_acute', 'e'), [ord('e')])
+        self.ask('write', 10, 20, 11, 33)
+        self.assertEqual(self.typed('dead_acute', 'e'), [ord('é')])
+        # What was begun when the caret goes elsewhere has no sequel.
+        self.pressed('dead_acute')
+        self.ask('endcomposing')
+        self.assertEqual(self.typed('e'), [ord('e')])
+        self.ask('write')
+        self.assertEqual(self.typed('dead_acute', 'e'), [ord('e')])
+
+    def test_input_methods_are_offered_only_where_one_writes(self):
+        self.assertEqual(self.ask('method', answer='method').split()[1], '0')
+        self.ask('write', 10, 20, 11, 33)
+        self.assertEqual(self.ask('method', answer='method'), 'method 1 10 20 1 13')
+        self.ask('write', 16, 20, 17, 33)
+        self.assertEqual(self.ask('method', answer='method'), 'method 1 16 20 1 13')
+        self.ask('write')
+        self.assertEqual(self.ask('method', answer='method').split()[1], '0')
+
+    def test_the_third_level_of_a_key_types(self):
+        self.display.layout('de')
+        self.assertEqual(self.typed('ISO_Level3_Shift+q', 'ISO_Level3_Shift+7'),
+                         [ord('@'), ord('{')])
 
     def test_a_held_key_goes_down_again_and_again_and_up_once(self):
         self.display.tool('keydown', 'b')

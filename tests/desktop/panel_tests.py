@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""Panels, toggles, menu buttons and the drag of the window, in the finished program."""
+"""Panels and writing in one, toggles, menu buttons and the drag of the window, in the finished
+program."""
+
+import os
 
 from desktop import main, wait_for
 from program_tests import LEFT, LIST, TOP, Player
@@ -116,6 +119,55 @@ class Dragging(Player):
         self.drop(title, (title[0] - LEFT + 5, title[1] + 10))
         wait_for(lambda: self.place_now() == (0, TOP + 10), 'the window at the edge')
         wait_for(lambda: self.setting('X') == '0', 'the setting')
+
+
+class Writing(Player):
+    """In the box of the search panel."""
+
+    def open_search(self):
+        self.save_list(12)
+        self.open()
+        self.key('ctrl+f')
+
+    def text(self):
+        """What the box holds, by way of the clipboard."""
+        self.display.give_clipboard(b'none yet')
+        self.key('ctrl+a', 'ctrl+c')
+        def copied():
+            found = self.display.run('xclip', '-o', '-selection', 'clipboard', check=False)
+            return found if found != 'none yet' else None
+        return wait_for(copied, 'the text of the box')
+
+    def rows_saved(self):
+        self.player.terminate()
+        self.player.wait()
+        with open(os.path.join(self.directory, 'Sarnel.Ambrisor.omk'), newline='') as file:
+            return file.read().split('\r\n')[1]
+
+    def test_capitals_and_del_are_text_and_no_commands(self):
+        self.open_search()
+        self.display.tool('type', '--delay', '20', 'xThe Cat')
+        self.key('Home', 'Delete')
+        self.assertEqual(self.text(), 'The Cat')
+        self.assertEqual(self.rows_saved().strip(), '12')
+
+    def test_undo(self):
+        self.open_search()
+        self.display.tool('type', '--delay', '20', 'cat')
+        self.key('ctrl+a', 'Delete', 'ctrl+z')
+        self.assertEqual(self.text(), 'cat')
+
+    def test_characters_of_the_third_level(self):
+        self.display.layout('de')
+        self.open_search()
+        self.key('ISO_Level3_Shift+q', 'dead_acute', 'e')
+        self.assertEqual(self.text(), '@é')
+
+    def test_other_keys_are_commands(self):
+        self.open_search()
+        self.key('a', 'ctrl+r')
+        wait_for(lambda: self.setting('Random') == 'True', 'the command')
+        self.assertEqual(self.text(), 'a')
 
 
 if __name__ == '__main__':

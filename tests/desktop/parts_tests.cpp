@@ -3,9 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QWheelEvent>
 #include <algorithm>
+#include <array>
 #include <memory>
+#include <utility>
 
 #include "platform/desktop/desktop_driver.h"
 #include "platform/desktop/drop_paths.h"
@@ -13,6 +17,7 @@
 #include "platform/desktop/painting.h"
 #include "platform/desktop/text_engine.h"
 #include "platform/desktop/top_level.h"
+#include "platform/text.h"
 
 namespace {
 
@@ -146,6 +151,175 @@ TEST_F(Wheel, AltDoesNotTurnItAside) {
     EXPECT_EQ(Notches(), 1);
     Turn({120, 0});  // a wheel that is tilted
     EXPECT_EQ(Notches(), 0);
+}
+
+// What a window makes of the toolkit's own events of keys and input methods, told as the driver
+// tests tell it.
+class Keys : public OnToolkit {
+  protected:
+    enum class Repeat { kNo, kYes };
+
+    void Send(QEvent::Type type, int key, Qt::KeyboardModifiers modifiers, const QString& text = {},
+              Repeat repeat = Repeat::kNo, quint32 place = 0) {
+        QKeyEvent event(type, key, modifiers, place, 0, 0, text, repeat == Repeat::kYes);
+        QCoreApplication::sendEvent(&window_, &event);
+    }
+    void Press(int key, Qt::KeyboardModifiers modifiers, const QString& text = {},
+               Repeat repeat = Repeat::kNo, quint32 place = 0) {
+        Send(QEvent::KeyPress, key, modifiers, text, repeat, place);
+    }
+    void Release(int key, Qt::KeyboardModifiers modifiers, Repeat repeat = Repeat::kNo) {
+        Send(QEvent::KeyRelease, key, modifiers, {}, repeat);
+    }
+    void Method(const QString& composed, const QString& typed,
+                const QList<QInputMethodEvent::Attribute>& parts = {}) {
+        QInputMethodEvent event(composed, parts);
+        event.setCommitString(typed);
+        QCoreApplication::sendEvent(&window_, &event);
+    }
+    QVariant Ask(Qt::InputMethodQuery question) {
+        QInputMethodQueryEvent query(question);
+        QCoreApplication::sendEvent(&window_, &query);
+        return query.value(question);
+    }
+    std::vector<std::string> Told() {
+        std::vector<std::string> lines;
+        while (const auto event = shared_.events.Take()) {
+            if (const auto* key = std::get_if<KeyChanged>(&*event)) {
+                lines.push_back((key->down ? "down " : "up ") + std::to_string(key->code) + " " +
+                                std::to_string(key->shift));
+            } else if (const auto* typed = std::get_if<TextTyped>(&*event)) {
+                lines.push_back("typed " + Narrow(typed->text));
+            } else if (const auto* composed = std::get_if<TextComposed>(&*event)) {
+                lines.push_back("composed " + Narrow(composed->text) + "|" +
+                                (composed->caret ? std::to_string(*composed->caret) : "none"));
+            } else {
+                lines.push_back("other");
+            }
+        }
+        return lines;
+    }
+    using Lines = std::vector<std::string>;
+
+    Shared shared_{Magnification(1.5), {}, {}};
+    TopLevel window_{1, shared_};
+};
+
+// Whether the modifiers that come with an event are those before or after it differs between window
+// servers.
+TEST_F(Keys, AModifierCountsFromItsOwnPressToItsOwnRelease) {
+    const std::array<std::pair<Qt::Key, Qt::KeyboardModifier>, 3> keys{
+        {{Qt::Key_Shift, Qt::ShiftModifier},
+         {Qt::Key_Control, Qt::ControlModifier},
+         {Qt::Key_Alt, Qt::AltModifier}}};
+    const Lines told{"down 16 1", "up 16 0", "down 17 2", "up 17 0", "down 18 4", "up 18 0"};
+    for (const auto& [key, modifier] : keys) {
+        Press(key, Qt::NoModifier);
+        Release(key, modifier);
+    }
+    EXPECT_EQ(Told(), told);
+    for (const auto& [key, modifier] : keys) {
+        Press(key, modifier);
+        Release(key, Qt::NoModifier);
+    }
+    EXPECT_EQ(Told(), told);
+    Press(Qt::Key_Control, Qt::ShiftModifier);
+    Release(Qt::Key_Control, Qt::ShiftModifier | Qt::ControlModifier);
+    EXPECT_EQ(Told(), (Lines{"down 17 3", "up 17 1"}));
+}
+
+TEST_F(Keys, AltGrIsNoAlt) {
+    Press(Qt::Key_AltGr, Qt::NoModifier);
+    Press(Qt::Key_At, Qt::GroupSwitchModifier, "@");
+    Release(Qt::Key_AltGr, Qt::GroupSwitchModifier);
+    EXPECT_EQ(Told(), (Lines{"down 18 0", "typed @", "up 18 0"}));
+}
+
+TEST_F(Keys, SuperAndAltTypeNothing) {
+    Press(Qt::Key_E, Qt::MetaModifier, "e");
+    Press(Qt::Key_E, Qt::MetaModifier | Qt::ShiftModifier, "E");
+    Press(Qt::Key_E, Qt::AltModifier, "e");
+    Press(Qt::Key_Super_L, Qt::NoModifier);
+    EXPECT_EQ(Told(), (Lines{"down 69 0", "down 69 1", "down 69 4", "down 91 0"}));
+}
+
+TEST_F(Keys, CtrlAndAltTogetherTypeWhatTheKeyDoesNotTypeByItself) {
+    constexpr Qt::KeyboardModifiers kBoth = Qt::ControlModifier | Qt::AltModifier;
+    constexpr quint32 kKeyOfSeven = 16;
+    Press(Qt::Key_At, kBoth, "@");
+    Press(Qt::Key_BraceLeft, kBoth, "{", Repeat::kNo, kKeyOfSeven);
+    Press(Qt::Key_E, kBoth, QString(QChar(0x20AC)));
+    EXPECT_EQ(Told(), (Lines{"typed @", "down 55 6", "typed {", "down 69 6", "typed \u20AC"}));
+    Press(Qt::Key_7, kBoth, "7", Repeat::kNo, kKeyOfSeven);
+    Press(Qt::Key_E, kBoth, "e");
+    Press(Qt::Key_E, kBoth, QString(QChar(5)));
+    EXPECT_EQ(Told(), (Lines{"down 55 6", "down 69 6", "down 69 6"}));
+}
+
+TEST_F(Keys, AHeldKeyGoesDownAgainAndUpOnce) {
+    Press(Qt::Key_B, Qt::NoModifier, "b");
+    for (int i = 0; i < 2; ++i) {
+        Release(Qt::Key_B, Qt::NoModifier, Repeat::kYes);
+        Press(Qt::Key_B, Qt::NoModifier, "b", Repeat::kYes);
+    }
+    Release(Qt::Key_B, Qt::NoModifier);
+    EXPECT_EQ(Told(), (Lines{"down 66 0", "typed b", "down 66 0", "typed b", "down 66 0", "typed b",
+                             "up 66 0"}));
+}
+
+TEST_F(Keys, WhatIsHeldWhileTheFocusGoesIsLetGoOnce) {
+    Press(Qt::Key_B, Qt::NoModifier, "b");
+    Release(Qt::Key_B, Qt::NoModifier, Repeat::kYes);
+    Press(Qt::Key_Delete, Qt::NoModifier);
+    Release(Qt::Key_Delete, Qt::NoModifier);
+    Told();
+    QFocusEvent out(QEvent::FocusOut);
+    QCoreApplication::sendEvent(&window_, &out);
+    QCoreApplication::sendEvent(&window_, &out);
+    EXPECT_EQ(Told(), Lines{"up 66 0"});
+}
+
+TEST_F(Keys, MethodsAreWantedOnlyWhereOneWrites) {
+    EXPECT_FALSE(Ask(Qt::ImEnabled).toBool());
+    Method("", "late");
+    Method("late", "");
+    EXPECT_EQ(Told(), Lines{});
+    shared_.input = TextInput{1, {10, 20, 11, 32}};
+    EXPECT_TRUE(Ask(Qt::ImEnabled).toBool());
+    EXPECT_EQ(Ask(Qt::ImCursorRectangle).toRect(), QRect(15, 30, 2, 18));
+    shared_.input->window = 2;
+    EXPECT_TRUE(Ask(Qt::ImEnabled).toBool());
+    EXPECT_EQ(Ask(Qt::ImCursorRectangle).toRect(), QRect());
+}
+
+TEST_F(Keys, WhatAMethodComposesIsToldWithItsCaret) {
+    const auto caret = [](int start, int length) {
+        return QList{QInputMethodEvent::Attribute(QInputMethodEvent::Cursor, start, length)};
+    };
+    shared_.input = TextInput{1, {}};
+    Method("", "");
+    Method("ni", "", caret(1, 1));
+    Method("nih", "");
+    Method("nihao", "", caret(2, 0));
+    Method("x", "", caret(-5, 1));
+    EXPECT_EQ(Told(),
+              (Lines{"composed ni|1", "composed nih|3", "composed nihao|none", "composed x|0"}));
+    Method("", QString(QChar(0x4F60)));
+    EXPECT_EQ(Told(), (Lines{"composed |none", "typed \u4F60"}));
+    Method("ha", "b");  // the one is typed, the next is begun
+    EXPECT_EQ(Told(), (Lines{"typed b", "composed ha|2"}));
+    Method("", "");
+    Method("", "");
+    EXPECT_EQ(Told(), Lines{"composed |none"});
+}
+
+TEST_F(Keys, WhatIsComposedEndsWithTheWindowsFocus) {
+    shared_.input = TextInput{1, {}};
+    Method("ni", "");
+    Told();
+    QFocusEvent out(QEvent::FocusOut);
+    QCoreApplication::sendEvent(&window_, &out);
+    EXPECT_EQ(Told(), Lines{"composed |none"});
 }
 
 class Text : public OnToolkit {

@@ -5,6 +5,8 @@
 //     desktop_probe [SCALE]
 #include <unistd.h>
 
+#include <QGuiApplication>
+#include <QInputMethodQueryEvent>
 #include <array>
 #include <cstdio>
 #include <functional>
@@ -82,7 +84,6 @@ class Probe {
             " " + std::to_string(more) + " " + std::to_string(shift));
     }
 
-    void Tell(const InputLost&) const { Say("input lost"); }
     void Tell(const CloseRequested&) { Say("close"); }
     void Tell(const MinimisedByDesktop&) { Say("minimised"); }
     void Tell(const RestoredByDesktop&) { Say("restored"); }
@@ -109,6 +110,10 @@ class Probe {
             std::to_string(key.shift));
     }
     void Tell(const TextTyped& typed) { Say("typed" + Units(typed.text)); }
+    void Tell(const TextComposed& composed) {
+        Say("composed " + (composed.caret ? std::to_string(*composed.caret) : "none") +
+            Units(composed.text));
+    }
 
     void Read() {
         std::array<char, 4096> buffer{};
@@ -240,6 +245,27 @@ class Probe {
         }
         Say(line);
     }
+    /// LEFT TOP RIGHT BOTTOM of the caret; nothing: nobody writes.
+    void Write(std::istringstream& words) {
+        Rect caret;
+        const bool writes =
+            static_cast<bool>(words >> caret.left >> caret.top >> caret.right >> caret.bottom);
+        driver_.SetTextInput(writes ? std::optional(TextInput{kWindow, caret}) : std::nullopt);
+        Say("done");
+    }
+    void EndComposing(std::istringstream&) {
+        driver_.EndComposing();
+        Say("done");
+    }
+    /// What an input method is told: whether it is wanted, and where the caret is.
+    void Method(std::istringstream&) {
+        QInputMethodQueryEvent query(Qt::ImEnabled | Qt::ImCursorRectangle);
+        QCoreApplication::sendEvent(QGuiApplication::focusObject(), &query);
+        const QRect caret = query.value(Qt::ImCursorRectangle).toRect();
+        Say("method " + std::to_string(query.value(Qt::ImEnabled).toBool()) + " " +
+            std::to_string(caret.x()) + " " + std::to_string(caret.y()) + " " +
+            std::to_string(caret.width()) + " " + std::to_string(caret.height()));
+    }
     void Wake(std::istringstream& words) {
         Millis wait = 0;
         words >> wait;
@@ -260,7 +286,8 @@ class Probe {
         {"workarea", &Probe::WorkArea},   {"pointer", &Probe::Pointer},
         {"clipboard", &Probe::Clipboard}, {"copy", &Probe::Copy},
         {"measure", &Probe::Measure},     {"render", &Probe::Render},
-        {"wait", &Probe::Wake},
+        {"wait", &Probe::Wake},           {"write", &Probe::Write},
+        {"method", &Probe::Method},       {"endcomposing", &Probe::EndComposing},
     };
 
     DesktopDriver driver_;

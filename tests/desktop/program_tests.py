@@ -134,6 +134,23 @@ class Player(OnDisplay):
         return LIST[0] + 60, LIST[1] + number * ROW + ROW // 2
 
 
+class Complaints(Player):
+    def test_a_file_that_cannot_be_played_is_named_once(self):
+        for name in ('1.mp3', '2.mp3'):
+            with open(self.at(name), 'w') as file:
+                file.write('this is text\n' * 100)
+        self.songs('3')
+        self.open(self.music)
+        self.key('b')
+        self.wait_for_title('3.wav')
+        self.key('Home', 'Return', 'ctrl+r')
+        wait_for(lambda: self.setting('Random') == 'True', 'the keys')
+        self.player.terminate()
+        _, errors = self.player.communicate()
+        self.assertEqual(errors.decode().splitlines(),
+                         [f"veldrin: cannot play '{self.at(name)}'" for name in ('1.mp3', '2.mp3')])
+
+
 class Window(Player):
     def test_size_place_title_and_class(self):
         self.open()

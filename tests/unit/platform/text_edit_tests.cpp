@@ -160,5 +160,66 @@ TEST(TextEdit, ErasingTakesTheSelectionElseWhatLiesUpToAPlace) {
     EXPECT_EQ(edit.Text(), u"a");
 }
 
+TEST(TextEdit, UndoTakesWhatWasTypedInOneGoBackAndBringsItAgain) {
+    TextEdit edit = With(u"ad");
+    EXPECT_FALSE(edit.Undo());
+    edit.MoveTo(1, false);
+    edit.Replace(u"b");
+    edit.Replace(u"c");
+    EXPECT_TRUE(edit.Undo());
+    EXPECT_EQ(edit.Text(), u"ad");
+    EXPECT_EQ(edit.Caret(), 1U);
+    EXPECT_FALSE(edit.HasSelection());
+    EXPECT_TRUE(edit.Undo());
+    EXPECT_EQ(edit.Text(), u"abcd");
+    EXPECT_EQ(edit.Selected(), u"bc");
+    edit.MoveTo(3, false);
+    edit.Replace(u"x");  // what has been undone does not grow
+    edit.Undo();
+    EXPECT_EQ(edit.Text(), u"abcd");
+}
+
+TEST(TextEdit, UndoTakesBackWhatWasErasedInOneGo) {
+    TextEdit edit = With(u"abcdef");
+    edit.MoveTo(3, false);
+    edit.Erase(2);  // c, as Backspace does
+    edit.Erase(1);  // b
+    edit.Erase(2);  // d, as Del does
+    EXPECT_EQ(edit.Text(), u"aef");
+    edit.Undo();
+    EXPECT_EQ(edit.Text(), u"abcdef");
+    EXPECT_EQ(edit.Selected(), u"bcd");
+}
+
+TEST(TextEdit, UndoTakesOnlyTheLastChangeBack) {
+    TextEdit edit = With(u"abcdef");
+    edit.Replace(u"x");
+    edit.MoveTo(4, false);
+    edit.Replace(u"y");
+    EXPECT_EQ(edit.Text(), u"xabcydef");
+    edit.Erase(4);  // the y again: another kind of change
+    edit.Undo();
+    EXPECT_EQ(edit.Text(), u"xabcydef");
+    edit.Select(1, 3);
+    edit.Replace(u"Z");
+    edit.Replace(u"Z");  // typed on
+    edit.MoveTo(7, false);
+    edit.Erase(7);  // nothing
+    edit.Undo();
+    EXPECT_EQ(edit.Text(), u"xabcydef");
+    EXPECT_EQ(edit.Selected(), u"ab");
+}
+
+TEST(TextEdit, AnotherTextCannotBeUndone) {
+    TextEdit edit = With(u"a");
+    edit.Replace(u"b");
+    edit.Text(u"c");
+    EXPECT_FALSE(edit.Undo());
+    edit.Replace(u"d");
+    edit.ForgetChanges();
+    EXPECT_FALSE(edit.Undo());
+    EXPECT_EQ(edit.Text(), u"dc");
+}
+
 }  // namespace
 }  // namespace platform

@@ -1,6 +1,7 @@
 // A text box on a visible window, with keys and mouse to use it. A unit of text is 6 x 13 pixels.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,6 +13,17 @@ namespace support {
 
 using platform::Long;
 using platform::Point;
+
+/// Remembers where the user writes, and how often composing was ended.
+class WritingDriver : public platform::HeadlessDriver {
+  public:
+    WritingDriver() : HeadlessDriver(Clock::kVirtual) {}
+    void SetTextInput(const std::optional<platform::TextInput>& where) override { input = where; }
+    void EndComposing() override { ++ended; }
+
+    std::optional<platform::TextInput> input;
+    int ended = 0;
+};
 
 class TextBoxBench {
   public:
@@ -97,7 +109,7 @@ class TextBoxBench {
     std::vector<std::string> Events() { return std::exchange(events_, {}); }
     platform::Colour Pixel(Point at) { return box.Face().GetPixel(at); }
 
-    platform::HeadlessDriver driver{platform::HeadlessDriver::Clock::kVirtual};
+    WritingDriver driver;
     platform::WindowSystem windows{driver};
     platform::Widget window{windows, 0, {100, 50, 400, 250}};
     platform::TextBox box;
