@@ -260,6 +260,16 @@ TEST_F(AButton, AnImageMayBeginBetweenTwoPixels) {
     EXPECT_EQ(rows(), (std::vector<Colour>{17, 18, 19}));
 }
 
+// Row 3 is more than half of the pressed image, which the normal one must not show.
+TEST_F(AButton, LargerThanItsImageShowsNothingOfTheNextOne) {
+    JButton tall(bench_.windows, bench_.holder.HWnd(), {0, 0, 1, 4});
+    tall.BackColor(kGreen);
+    tall.Picture(Column({10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
+    tall.Refresh();
+    EXPECT_EQ(tall.Face().GetPixel({0, 2}), 12);
+    EXPECT_EQ(tall.Face().GetPixel({0, 3}), kGreen);
+}
+
 TEST_F(AButton, AnEmptyPictureDrawsNothingAndPressesAllTheSame) {
     button_->Picture(std::make_shared<platform::Surface>());
     MoveTo(3, 3);

@@ -331,5 +331,39 @@ TEST(SetMinimized, HidesNothingAndTheWayBackShowsRestoresAndRaises) {
         world->Window());
 }
 
+TEST(Startup, TheSystemMenuOffersNeitherToMoveNorToSizeNorToMaximise) {
+    const auto world = WorldBuilder().Loaded();
+    platform::Menus& menus = world->windows.PopupMenus();
+    const Handle menu = menus.GetSystemMenu(world->Window());
+    std::vector<Long> commands;
+    for (Long i = 0; i < menus.GetMenuItemCount(menu); ++i) {
+        commands.push_back(menus.GetMenuItemInfo(menu, i, platform::MF_BYPOSITION)->id);
+    }
+    EXPECT_EQ(commands,
+              (std::vector<Long>{platform::SC_RESTORE, platform::SC_MINIMIZE, platform::SC_CLOSE}));
+}
+
+// The four below the list, at the lower edge of the window: there is room below them, too.
+TEST(Startup, TheMenusOfTheFourListButtonsOpenUpwards) {
+    const auto world = WorldBuilder().Started();
+    platform::WindowSystem& windows = world->windows;
+    int opened = 0;
+    windows.PopupMenus().ObserveOpening([&](Handle) {
+        const platform::Point pointer = windows.GetCursorPos();
+        const auto top = [&](Long y) {
+            return windows.GetTopLevel(windows.WindowFromPoint({pointer.x, pointer.y + y}));
+        };
+        EXPECT_NE(top(-2), world->Window());
+        EXPECT_EQ(top(2), world->Window());
+        ++opened;
+    });
+    for (const Long button : {8, 9, 10, 11}) {
+        const platform::Rect rect = windows.GetWindowRect(world->Main().btnSkin(button).HWnd());
+        world->driver.MovePointer({rect.left + rect.Width() / 2, rect.top + rect.Height() / 2});
+        world->Do([&] { world->Main().btnSkin(button).onClick(); });
+    }
+    EXPECT_EQ(opened, 4);
+}
+
 }  // namespace
 }  // namespace sarnel

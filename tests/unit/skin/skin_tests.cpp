@@ -216,6 +216,9 @@ TEST_F(SkinInForce, ABoldMenuHasTheWeight700) {
     Skins() = support::ChangedSkins({{167, "True"}, {168, "True"}});
     LoadSkin(1);
     EXPECT_EQ(Main().hMenu->FontData(), (MenuFont{u"Tahoma", 8, true, 700, 1}));
+    Skins() = support::ChangedSkins({{167, "True"}});
+    LoadSkin(1);
+    EXPECT_EQ(Main().hMenu->FontData(), (MenuFont{u"Tahoma", 8, true, 400, 1}));
 }
 
 TEST_F(SkinInForce, TheTooltipHasItsFrameAndItsColour) {
