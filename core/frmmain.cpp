@@ -2,9 +2,11 @@
 
 #include <utility>
 
+#include "core/failure.h"
 #include "core/mAmbrisor.h"
 #include "core/program.h"
 #include "playlist/mMedia.h"
+#include "skin/panels.h"
 
 namespace sarnel {
 
@@ -148,6 +150,9 @@ void frmMAIN::Unload() {
     }
     loaded_ = false;
     RemoveWindowHooks();
+    if (windows_.WasMovedByDesktop(HWnd())) {
+        Step(EndDrag);  // nobody told the end of what the desktop did
+    }
     windows_.DeferDelete(
         std::exchange(hMenu, nullptr));  // a command of it may be what ends the run
 }
