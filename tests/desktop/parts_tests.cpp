@@ -11,6 +11,7 @@
 #include "platform/desktop/drop_paths.h"
 #include "platform/desktop/event_queue.h"
 #include "platform/desktop/painting.h"
+#include "platform/desktop/screens.h"
 #include "platform/desktop/text_engine.h"
 #include "platform/desktop/top_level.h"
 
@@ -68,6 +69,46 @@ TEST(Magnification, PlacesGoThereAndBack) {
     }
     EXPECT_EQ(Magnification(2).ToComponent(-1), -1);
     EXPECT_EQ(Magnification(4).ToDevice(2147483647), 32000);
+}
+
+// Two screens, each with panels.
+const std::vector<ScreenPlace> kTwoScreens{{{0, 0, 1024, 768}, {0, 0, 1024, 740}},
+                                           {{1024, 100, 800, 600}, {1024, 130, 780, 570}}};
+
+TEST(Screens, TheWorkAreaIsAroundThatOfAll) {
+    EXPECT_EQ(AroundAvailable(kTwoScreens), QRect(0, 0, 1804, 740));
+    EXPECT_TRUE(AroundAvailable({}).isEmpty());
+}
+
+TEST(Screens, AWindowThatCanBeCaughtStays) {
+    // 24 columns are on the left screen, then 23. Beside them the right screen has ended.
+    EXPECT_EQ(Rescued({1000, 701, 100, 60}, Shown::kEnough, kTwoScreens), std::nullopt);
+    EXPECT_EQ(Rescued({1001, 701, 100, 60}, Shown::kEnough, kTwoScreens), QPoint(924, 680));
+    EXPECT_EQ(Rescued({1001, 640, 100, 60}, Shown::kEnough, kTwoScreens), std::nullopt);
+    EXPECT_EQ(Rescued({-70, -30, 100, 60}, Shown::kEnough, kTwoScreens), std::nullopt);
+    // A window may be smaller than what is enough.
+    EXPECT_EQ(Rescued({0, 0, 10, 10}, Shown::kEnough, kTwoScreens), std::nullopt);
+    EXPECT_EQ(Rescued({-1, 0, 10, 10}, Shown::kEnough, kTwoScreens), QPoint(0, 0));
+}
+
+TEST(Screens, AWindowThatIsWantedWholeMayLieAcrossScreens) {
+    EXPECT_EQ(Rescued({1000, 640, 100, 60}, Shown::kWhole, kTwoScreens), std::nullopt);
+    EXPECT_EQ(Rescued({1000, 641, 100, 60}, Shown::kWhole, kTwoScreens), QPoint(1024, 640));
+    EXPECT_EQ(Rescued({-1, 50, 100, 60}, Shown::kWhole, kTwoScreens), QPoint(0, 50));
+}
+
+TEST(Screens, ItComesToTheNearestByTheWayToItsEdge) {
+    // The middle of the small one is nearer.
+    const std::vector<ScreenPlace> screens{{{4000, 0, 400, 700}, {4000, 0, 400, 700}},
+                                           {{0, 0, 4000, 700}, {0, 0, 4000, 700}}};
+    EXPECT_EQ(Rescued({3700, 900, 100, 60}, Shown::kEnough, screens), QPoint(3700, 640));
+    EXPECT_EQ(Rescued({4390, 900, 100, 60}, Shown::kEnough, screens), QPoint(4300, 640));
+}
+
+TEST(Screens, AWindowLargerThanAllKeepsItsTopLeftCorner) {
+    EXPECT_EQ(Rescued({10, 10, 5000, 5000}, Shown::kWhole, kTwoScreens), QPoint(0, 0));
+    EXPECT_EQ(Rescued({0, 0, 5000, 5000}, Shown::kWhole, kTwoScreens), std::nullopt);
+    EXPECT_EQ(Rescued({5, 5, 10, 10}, Shown::kEnough, {}), std::nullopt);
 }
 
 TEST(Painting, EachPixelBecomesABlock) {
@@ -146,6 +187,76 @@ TEST_F(Wheel, AltDoesNotTurnItAside) {
     EXPECT_EQ(Notches(), 1);
     Turn({120, 0});  // a wheel that is tilted
     EXPECT_EQ(Notches(), 0);
+}
+
+// A window that asks for places, and a desktop that answers when the test says so.
+class Placed : public OnToolkit {
+  protected:
+    Placed() {
+        Ask(10, 20);
+        window_.SetVisibility(true);
+        Told();
+    }
+    /// The first place may be corrected. This is the second one.
+    void Settle() {
+        Answer(300, 300);
+        Told();
+    }
+    void Ask(Long left, Long top) { window_.SetRect({left, top, left + 100, top + 60}); }
+    void Answer(int left, int top) {
+        QMoveEvent event({left, top}, {});
+        QCoreApplication::sendEvent(&window_, &event);
+    }
+    /// The places that count as the desktop's doing.
+    std::vector<Point> Told() {
+        std::vector<Point> places;
+        while (const auto event = shared_.events.Take()) {
+            places.push_back(std::get<MovedByDesktop>(*event).ptScreen);
+        }
+        return places;
+    }
+
+    Shared shared_{Magnification(1), {}, {}};
+    TopLevel window_{1, shared_};
+};
+
+TEST_F(Placed, ANewWindowThatAFramePushedAsksOnceMore) {
+    Answer(12, 38);
+    EXPECT_EQ(Told(), std::vector<Point>{});
+    EXPECT_EQ(window_.Place(), QRect(10, 20, 100, 60));
+    EXPECT_EQ(window_.position(), QPoint(10, 20));
+    Answer(12, 38);
+    EXPECT_EQ(Told(), (std::vector<Point>{{12, 38}}));
+}
+
+TEST_F(Placed, ItTakesAnyOtherPlaceAsItIs) {
+    Answer(9, 38);
+    EXPECT_EQ(Told(), (std::vector<Point>{{9, 38}}));
+    Answer(11, 40);
+    EXPECT_EQ(Told(), (std::vector<Point>{{11, 40}}));
+}
+
+TEST_F(Placed, AnswersThatComeLateOrLeaveSomeOutAreNoNews) {
+    Settle();
+    for (const Long left : {110, 120, 130, 140}) {
+        Ask(left, 50);
+    }
+    Answer(110, 50);
+    Answer(130, 50);  // 120 was overtaken
+    Answer(140, 50);
+    Answer(140, 50);
+    EXPECT_EQ(Told(), std::vector<Point>{});
+}
+
+TEST_F(Placed, AnotherPlaceIsNewsAndOvertakesAllThatWasAsked) {
+    Settle();
+    Ask(110, 50);
+    Ask(120, 50);
+    Answer(300, 200);
+    EXPECT_EQ(Told(), (std::vector<Point>{{300, 200}}));
+    EXPECT_EQ(window_.Place(), QRect(300, 200, 100, 60));
+    Answer(110, 50);
+    EXPECT_EQ(Told(), (std::vector<Point>{{110, 50}}));
 }
 
 class Text : public OnToolkit {
