@@ -2,10 +2,12 @@
 
 #include <utility>
 
+#include "core/failure.h"
 #include "core/mAmbrisor.h"
 #include "core/needed.h"
 #include "core/program.h"
 #include "playlist/mMedia.h"
+#include "skin/panels.h"
 
 namespace sarnel {
 
@@ -146,6 +148,9 @@ void frmMAIN::Unload() {
         return;
     }
     RemoveWindowHooks();
+    if (windows_.WasMovedByDesktop(HWnd())) {
+        Step(EndDrag);  // nobody told the end of what the desktop did
+    }
     windows_.DeferDelete(
         std::exchange(hMenu, nullptr));  // a command of it may be what ends the run
     // Until here the window counts as loaded: a host that loads it inside the stop gets no second

@@ -150,7 +150,7 @@ class Driver {
 
     virtual Size ScreenSize() const = 0;
 
-    /// The screen less what panels and docks take.
+    /// The smallest rectangle around what panels and docks leave of all screens.
     virtual Rect WorkArea() const = 0;
 
     /// The same of the screen that a point is on.

@@ -272,6 +272,7 @@ void WindowSystem::Deliver(const DriverEvent& event) {
                    },
                    [&](const MovedByDesktop& move) {
                        if (Window* found = Find(move.window)) {
+                           found->movedByDesktop = true;
                            const Size size{found->rect.Width(), found->rect.Height()};
                            found->rect = {move.ptScreen.x, move.ptScreen.y,
                                           move.ptScreen.x + size.width,

@@ -237,6 +237,11 @@ void WindowSystem::SetMinimised(Handle window, bool minimised) {
     SendSize(*found, minimised ? SIZE_MINIMIZED : SIZE_RESTORED);
 }
 
+bool WindowSystem::WasMovedByDesktop(Handle window) const {
+    const Window* found = Find(window);
+    return found != nullptr && found->movedByDesktop;
+}
+
 void WindowSystem::EnableWindow(Handle window, bool enabled) {
     if (Window* found = Find(window)) {
         found->enabled = enabled;

@@ -94,6 +94,8 @@ class WindowSystem {
     bool IsVisible(Handle window) const;
     bool IsIconic(Handle window) const;
     void SetMinimised(Handle window, bool minimised);
+    /// Whether the desktop has ever put this top-level window somewhere by itself.
+    bool WasMovedByDesktop(Handle window) const;
     void EnableWindow(Handle window, bool enabled);
     bool IsEnabled(Handle window) const;
     void SetWindowText(Handle window, std::u16string_view text);

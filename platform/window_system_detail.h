@@ -22,7 +22,8 @@ struct WindowSystem::Window {
     bool iconic = false;
     bool topMost = false;
     bool shownBefore = false;
-    bool dying = false;  // from WM_DESTROY to its end
+    bool movedByDesktop = false;  // ever
+    bool dying = false;           // from WM_DESTROY to its end
 
     const Surface* face = nullptr;
     std::shared_ptr<const Mask> mask;

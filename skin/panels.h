@@ -26,7 +26,8 @@ void BeginDrag(Long X, Long Y);
 /// the work area from 11 pixels on and never leaves it at the right and the bottom, nor the screen
 /// at the left and the top.
 void DragWindow(Handle window, Long X, Long Y);
-/// The press has ended: the window's place goes to the settings.
+/// The press has ended: the window's place goes to the settings. A place that the desktop gave goes
+/// there when the run ends.
 void EndDrag();
 
 /// Takes maximise, size and move from the main window's system menu.

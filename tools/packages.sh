@@ -11,7 +11,7 @@ sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
 display_packages=(xvfb openbox xdotool x11-utils imagemagick)
 # What the tests and the checks need besides.
 test_packages=(libgtest-dev libbenchmark-dev python3 clang-format
-  "${display_packages[@]}" x11-xkb-utils wmctrl xclip)
+  "${display_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip)
 
 # install_missing PACKAGE... : prints nothing unless something is missing.
 install_missing() {

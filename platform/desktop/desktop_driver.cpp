@@ -6,6 +6,7 @@
 #include <QInputMethod>
 #include <QStyleHints>
 #include <QUrl>
+#include <algorithm>
 #include <chrono>
 #include <map>
 #include <random>
@@ -13,6 +14,7 @@
 
 #include "platform/desktop/application.h"
 #include "platform/desktop/display.h"
+#include "platform/desktop/held_buttons.h"
 #include "platform/desktop/qt_text.h"
 #include "platform/desktop/screens.h"
 #include "platform/desktop/text_engine.h"
@@ -30,7 +32,7 @@ struct DesktopDriver::Parts {
           shared{Magnification(scale.value_or(0) > 0 ? *scale : ScaleOfScreen()), {}, {}},
           screens(
               shared.scale, [this] { shared.events.Push(WorkAreaChanged{}); },
-              [this] { ScreenLost(); }) {}
+              [this](const QRegion& lost) { ScreenLost(lost); }) {}
 
     /// Null if there is none, and when the display has gone: then whatever is said to a window
     /// would end the process before the list is saved.
@@ -40,10 +42,20 @@ struct DesktopDriver::Parts {
                                                                       : found->second.get();
     }
 
-    void ScreenLost() {
+    // Those that the screens no longer show as they did. Whoever hung over an edge before, may.
+    void ScreenLost(const QRegion& lost) {
+        for (const auto& window : windows) {
+            if (window.second->isVisible() && lost.intersects(window.second->Place())) {
+                window.second->ComeToScreen(Shown::kWhole);
+            }
+        }
+    }
+
+    // After a drag: between screens of different sizes there are places that none shows.
+    void BringBack() {
         for (const auto& window : windows) {
             if (window.second->isVisible()) {
-                window.second->ComeToScreen();
+                window.second->ComeToScreen(Shown::kEnough);
             }
         }
     }
@@ -52,6 +64,7 @@ struct DesktopDriver::Parts {
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
     Shared shared;
     Screens screens;
+    HeldButtons buttons{shared};
     WaitLoop loop;
     TextEngine text;
     std::map<Handle, std::unique_ptr<TopLevel>> windows;
@@ -81,13 +94,23 @@ Millis DesktopDriver::Now() const {
 }
 
 void DesktopDriver::WaitUntil(std::optional<Millis> deadline) {
+    HeldButtons& buttons = parts_->buttons;
+    if (!parts_->application.HasLostDisplay() && buttons.AllLetGo()) {
+        parts_->BringBack();
+    }
     std::optional<Millis> longest;
     if (!parts_->shared.events.IsEmpty()) {
         longest = 0;
     } else if (deadline) {
         longest = *deadline - Now();
     }
+    if (const auto patience = buttons.Patience(Now())) {
+        longest = std::min(longest.value_or(*patience), *patience);
+    }
     parts_->loop.Turn(longest);
+    if (!parts_->application.HasLostDisplay()) {
+        buttons.Check(Now());
+    }
 }
 
 // Those that move something on the screen come evenly; the others join them.

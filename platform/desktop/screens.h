@@ -4,8 +4,11 @@
 
 #include <QObject>
 #include <QRect>
+#include <QRegion>
 #include <functional>
 #include <optional>
+#include <span>
+#include <vector>
 
 #include "platform/desktop/magnification.h"
 
@@ -16,27 +19,53 @@ namespace platform::desktop {
 /// Device pixels for each of the component's, by what the screen says of itself, in quarters.
 double ScaleOfScreen();
 
+/// One screen, in device pixels: all of it, and what panels and docks leave of it.
+struct ScreenPlace {
+    QRect whole;
+    QRect available;
+};
+
+/// Those that there are now.
+std::vector<ScreenPlace> ScreensNow();
+
+/// The smallest rectangle around what is available of all; empty if there is none.
+QRect AroundAvailable(std::span<const ScreenPlace> screens);
+
+/// How much of a window the screens must show: enough to catch it by, or all of it.
+enum class Shown { kEnough, kWhole };
+
+/// The place for a window of which the screens show less: where it is whole, on the nearest one.
+/// Nothing if it is well where it is, or there is no better place. Device pixels.
+std::optional<QPoint> Rescued(const QRect& window, Shown wanted,
+                              std::span<const ScreenPlace> screens);
+
 class Screens {
   public:
-    /// `onWorkArea` when the work area may have changed, `onLost` when a screen has gone.
+    /// `onWorkArea` when the work area may have changed; `onLost` when something is no longer part
+    /// of any screen, in device pixels. Both are called from the event loop, when a change that
+    /// comes in several steps is complete.
     Screens(const Magnification& scale, std::function<void()> onWorkArea,
-            std::function<void()> onLost);
+            std::function<void(const QRegion& lost)> onLost);
 
+    /// Of the first screen.
     Size GetSize() const;
+    /// The smallest rectangle around the work areas of all screens.
     Rect WorkArea() const;
-    /// Of the screen that a point is on, of the first one if it is on none.
+    /// Of the screen that a point is on, that of all if it is on none.
     Rect WorkAreaAt(Point ptScreen) const;
-
-    /// The place for a window that shows too little of itself on any screen to be caught; nothing
-    /// if it is well where it is. Device pixels.
-    static std::optional<QPoint> Rescued(const QRect& window);
 
   private:
     void Follow(QScreen* screen);
-    Rect AreaOf(const QScreen* screen) const;
+    void Changed();
+    void Settle();
+    /// The component's pixels that lie in it as a whole.
+    Rect Within(const QRect& area) const;
 
     const Magnification& scale_;
     std::function<void()> onWorkArea_;
+    std::function<void(const QRegion&)> onLost_;
+    QRegion covered_;  ///< by any screen, in device pixels
+    bool settling_ = false;
     QObject context_;  ///< whatever is connected ends with it
 };
 

@@ -9,7 +9,7 @@
 
 #include "platform/desktop/icon.h"
 #include "platform/desktop/painting.h"
-#include "platform/desktop/screens.h"
+#include "platform/desktop/x_server.h"
 
 namespace platform::desktop {
 
@@ -20,8 +20,9 @@ TopLevel::TopLevel(Handle handle, Shared& shared) : handle_(handle), shared_(sha
 
 void TopLevel::SetVisibility(bool visible) {
     if (visible) {
-        ComeToScreen();
-        setWindowStates(minimised_ ? Qt::WindowMinimized : Qt::WindowNoState);
+        ComeToScreen(Shown::kEnough);
+        shownAt_ = Clock::now();
+        SetMinimisedState();
     }
     setVisible(visible);
 }
@@ -46,8 +47,8 @@ void TopLevel::MoveTo(QPoint place) {
     setPosition(place);
 }
 
-void TopLevel::ComeToScreen() {
-    if (const auto place = Screens::Rescued(shared_.scale.ToDevice(rect_))) {
+void TopLevel::ComeToScreen(Shown wanted) {
+    if (const auto place = Rescued(Place(), wanted, ScreensNow())) {
         MoveTo(*place);
         Report(*place);
     }
@@ -76,9 +77,25 @@ bool TopLevel::IsAnswer(QPoint place) {
     return true;
 }
 
+// Some window managers put the frame that they lay around a new window where the window wanted to
+// be, or leave room for a frame that they do not lay. Left there, it would come to stand farther
+// right and down at each start. Asked once more they do as they are told.
+bool TopLevel::IsPushedByAFrame(QPoint place) {
+    constexpr std::chrono::seconds kNew(2);
+    constexpr QRect kFrame(0, 0, 33, 65);  // the border at the left, the title at the top
+    const auto shownAt = std::exchange(shownAt_, std::nullopt);
+    return shownAt && Clock::now() - *shownAt < kNew && kFrame.contains(place - Place().topLeft());
+}
+
 void TopLevel::moveEvent(QMoveEvent* event) {
     const QPoint place = event->pos();
-    if (!IsAnswer(place) && place != shared_.scale.ToDevice(rect_).topLeft()) {
+    const QPoint wanted = Place().topLeft();
+    if (IsAnswer(place) || place == wanted) {
+        return;
+    }
+    if (IsPushedByAFrame(place)) {
+        MoveTo(wanted);
+    } else {
         Report(place);
     }
 }
@@ -91,7 +108,33 @@ void TopLevel::SetTopMost(bool topMost) {
 void TopLevel::SetMinimised(bool minimised) {
     minimised_ = minimised;
     if (isVisible()) {
-        setWindowStates(minimised ? Qt::WindowMinimized : Qt::WindowNoState);
+        SetMinimisedState();
+        PaintStale();
+    }
+}
+
+void TopLevel::SetMinimisedState() {
+    setWindowStates(minimised_ ? Qt::WindowMinimized : Qt::WindowNoState);
+    Doubt();
+}
+
+// Not every desktop minimises, and none says that it does not.
+void TopLevel::Doubt() {
+    constexpr int kPatience = 500;  // milliseconds
+    if (minimised_) {
+        doubt_.start(kPatience, this);
+    } else {
+        doubt_.stop();
+    }
+}
+
+void TopLevel::timerEvent(QTimerEvent* /*event*/) {
+    doubt_.stop();
+    if (minimised_ && isVisible() && isExposed() && !IsSaidToBeMinimised(*this)) {
+        minimised_ = false;
+        setWindowStates(Qt::WindowNoState);
+        PaintStale();
+        shared_.events.Push(RestoredByDesktop{handle_});
     }
 }
 
@@ -100,6 +143,8 @@ void TopLevel::StateChanged() {
     const bool minimised = (windowStates() & Qt::WindowMinimized) != 0;
     if (isVisible() && minimised != minimised_) {
         minimised_ = minimised;
+        Doubt();
+        PaintStale();  // nothing exposes it if it never went
         if (minimised) {
             shared_.events.Push(MinimisedByDesktop{handle_});
         } else {
@@ -154,7 +199,11 @@ void TopLevel::ShowPicture(const Surface& picture, std::span<const Rect> changed
     for (const Rect& part : changed) {
         stale_ += ShownPart(part, shared_.scale);
     }
-    if (CanBeSeen()) {
+    PaintStale();
+}
+
+void TopLevel::PaintStale() {
+    if (CanBeSeen() && !stale_.isEmpty()) {
         PaintInStore(TakeStale());
     }
 }
@@ -214,6 +263,9 @@ void TopLevel::PaintInStore(const QRegion& region) {
 
 // The store may lag behind what was painted past it, so all of it is painted anew.
 void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
+    if (isExposed()) {
+        Doubt();  // it is back on the screen
+    }
     if (!CanBeSeen()) {
         return;
     }

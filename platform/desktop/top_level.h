@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QBackingStore>
+#include <QBasicTimer>
 #include <QRegion>
 #include <QWindow>
 #include <chrono>
@@ -16,6 +17,7 @@
 #include "platform/desktop/direct_paint.h"
 #include "platform/desktop/event_queue.h"
 #include "platform/desktop/magnification.h"
+#include "platform/desktop/screens.h"
 #include "platform/driver.h"
 
 class QDropEvent;
@@ -57,8 +59,10 @@ class TopLevel : public QWindow {
     void ReleaseInput();
     void ShowPicture(const Surface& picture, std::span<const Rect> changed);
 
-    /// Comes to a screen that exists if it lies beyond all of them.
-    void ComeToScreen();
+    /// Comes to the nearest screen if the screens show less of it than is wanted.
+    void ComeToScreen(Shown wanted);
+    /// In device pixels.
+    QRect Place() const { return shared_.scale.ToDevice(rect_); }
 
   protected:
     bool event(QEvent* event) override;
@@ -72,6 +76,7 @@ class TopLevel : public QWindow {
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
   private:
     using Clock = std::chrono::steady_clock;
@@ -84,15 +89,18 @@ class TopLevel : public QWindow {
     void MoveTo(QPoint place);
     void Report(QPoint place);
     bool IsAnswer(QPoint place);
+    bool IsPushedByAFrame(QPoint place);
     void StateChanged();
+    void SetMinimisedState();
+    void Doubt();
     bool PaintDirectly(std::span<const Rect> changed);
+    void PaintStale();
     void PaintInStore(const QRegion& region);
     QRegion TakeStale();
     bool CanBeSeen() const;
 
     Point ToScreen(QPointF ptGlobal) const;
     void PointerSeen(QPointF ptGlobal, Qt::KeyboardModifiers modifiers, Qt::MouseButtons held);
-    void ReleaseLost(Long held, Point ptScreen, Long shift);
     void Button(const QMouseEvent& event, bool down);
     void InputMethodAsks(QInputMethodQueryEvent& query) const;
     void Composed(const QInputMethodEvent& event);
@@ -104,7 +112,9 @@ class TopLevel : public QWindow {
     Shared& shared_;
     Rect rect_;  ///< as the component knows it
     std::deque<Asked> asked_;
+    std::optional<Clock::time_point> shownAt_;  ///< until the desktop has placed it
     bool minimised_ = false;
+    QBasicTimer doubt_;  ///< whether the desktop minimises at all
     bool hasIcon_ = false;
 
     QBackingStore store_;

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/desktop/drop_paths.h"
+#include "platform/desktop/held_buttons.h"
 #include "platform/desktop/key_codes.h"
 #include "platform/desktop/top_level.h"
 
@@ -55,21 +56,11 @@ Point TopLevel::ToScreen(QPointF ptGlobal) const {
             rect_.top + shared_.scale.ToComponent(inside.y())};
 }
 
-// A button that went up where nobody told us, as when the window was taken away meanwhile.
-void TopLevel::ReleaseLost(Long held, Point ptScreen, Long shift) {
-    for (const Long button : {kLeft, kRight, kMiddle}) {
-        if ((shared_.pointer.held & ~held & button) != 0) {
-            shared_.pointer.held &= ~button;
-            shared_.events.Push(ButtonChanged{ptScreen, button, false, shift});
-        }
-    }
-}
-
 void TopLevel::PointerSeen(QPointF ptGlobal, Qt::KeyboardModifiers modifiers,
                            Qt::MouseButtons held) {
     const Point ptScreen = ToScreen(ptGlobal);
     const Long shift = ShiftOf(modifiers);
-    ReleaseLost(ButtonsOf(held), ptScreen, shift);
+    ReleaseAllBut(shared_, ButtonsOf(held), ptScreen, shift);
     shared_.pointer.ptScreen = ptScreen;
     shared_.pointer.inside = true;
     shared_.events.Push(PointerMoved{ptScreen, shift});

@@ -2,7 +2,7 @@
 desktop driver's probe, and the finished program. Conditions are waited for, nothing else.
 
     FILE [--probe PROBE] [--drag-source SOURCE] [--program VELDRIN] [--scenario RUNNER]
-         [unittest arguments]
+         [--framing-manager MANAGER] [unittest arguments]
 """
 
 import os
@@ -33,13 +33,14 @@ def wait_for(condition, what):
 
 
 class Display:
-    """An X server of its own with a window manager."""
+    """An X server of its own with a window manager: openbox, another command, or none."""
 
-    def __init__(self, screens='1024x768x24'):
+    def __init__(self, size=SCREEN, manager=('openbox', '--sm-disable')):
+        self.size = size
         reading, writing = os.pipe()
         self.server = subprocess.Popen(
-            ['Xvfb', '-displayfd', str(writing), '-screen', '0', screens, '-nolisten', 'tcp',
-             '-noreset'], pass_fds=[writing], stderr=subprocess.DEVNULL)
+            ['Xvfb', '-displayfd', str(writing), '-screen', '0', '{}x{}x24'.format(*size),
+             '-nolisten', 'tcp', '-noreset'], pass_fds=[writing], stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as pipe:
             self.name = ':' + pipe.readline().strip()
@@ -47,10 +48,14 @@ class Display:
                             if not key.startswith(('QT_', 'WAYLAND_', 'SESSION_MANAGER', 'DBUS_'))}
         self.environment.update(DISPLAY=self.name, LC_ALL='C.UTF-8')
         self.environment.setdefault('XDG_RUNTIME_DIR', World.shared or tempfile.gettempdir())
-        self.manager = subprocess.Popen(['openbox', '--sm-disable'], env=self.environment,
-                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        wait_for(lambda: 'window id' in self.run('xprop', '-root', '_NET_SUPPORTING_WM_CHECK'),
-                 'a window manager')
+        self.processes = [self.server]
+        if manager:
+            self.processes.insert(0, subprocess.Popen(
+                manager, env=self.environment, stdout=subprocess.DEVNULL,
+                stderr=subprocess.DEVNULL))
+            # Its list of windows comes last: openbox loses a window that is shown before.
+            wait_for(lambda: 'window id' in self.run('xprop', '-root', '_NET_CLIENT_LIST'),
+                     'a window manager')
 
     def run(self, *command, data=None, check=True):
         """Standard output of a command on this display."""
@@ -61,7 +66,7 @@ class Display:
         return done.stdout.decode(errors='replace')
 
     def end(self):
-        for process in (self.manager, self.server):
+        for process in self.processes:
             if process.poll() is None:
                 process.terminate()
             process.wait()
@@ -116,7 +121,7 @@ class Display:
         data = subprocess.run(['import', '-silent', '-window', 'root', '-depth', '8', 'rgb:-'],
                               env=self.environment, check=True, stdout=subprocess.PIPE,
                               timeout=PATIENCE).stdout
-        return Picture(data, *SCREEN)
+        return Picture(data, *self.size)
 
 
 class Picture:
@@ -196,11 +201,15 @@ class Lines:
 class OnDisplay(World):
     """Tests on a display; one for all of a class."""
 
-    probe = drag_source = scenario = ''
+    probe = drag_source = scenario = framing_manager = ''
+
+    @staticmethod
+    def make_display():
+        return Display()
 
     @classmethod
     def setUpClass(cls):
-        cls.display = Display()
+        cls.display = cls.make_display()
         cls.addClassCleanup(cls.display.end)
 
     def setUp(self):
@@ -224,7 +233,7 @@ class OnDisplay(World):
 
 
 def main():
-    for name in ('probe', 'drag_source', 'program', 'scenario'):
+    for name in ('probe', 'drag_source', 'program', 'scenario', 'framing_manager'):
         option = '--' + name.replace('_', '-')
         if option in sys.argv:
             at = sys.argv.index(option)

@@ -10,6 +10,7 @@
 #include "menus/jpopupmenu.h"
 #include "platform/messages.h"
 #include "playback/mPlayback.h"
+#include "skin/panels.h"
 #include "tests/unit/support/world.h"
 
 namespace sarnel {
@@ -277,6 +278,28 @@ TEST(Stop, NothingButThePlaylistIsWrittenAtTheEnd) {
     world->folder.Remove(World::kSettings);
     world->End();
     EXPECT_EQ(world->folder.Names(), (std::vector<std::string>{World::kPlaylist}));
+}
+
+TEST(Stop, APlaceThatTheDesktopGaveIsWrittenAtTheEnd) {
+    const auto world = WorldBuilder().Setting("X", "12").Setting("Y", "34").Started();
+    world->driver.Push(platform::MovedByDesktop{world->Window(), {-20, 410}});
+    world->windows.DoEvents();
+    EXPECT_EQ(world->Setting("X"), "12");
+    world->End();
+    EXPECT_EQ(world->Setting("X"), "-20");
+    EXPECT_EQ(world->Setting("Y"), "410");
+}
+
+TEST(Stop, ADragAfterTheDesktopsMoveCounts) {
+    const auto world = WorldBuilder().Setting("X", "12").Setting("Y", "34").Started();
+    world->driver.Push(platform::MovedByDesktop{world->Window(), {200, 410}});
+    world->windows.DoEvents();
+    BeginDrag(5, 5);
+    DragWindow(world->Window(), 15, 2);
+    EndDrag();
+    world->End();
+    EXPECT_EQ(world->Setting("X"), "210");
+    EXPECT_EQ(world->Setting("Y"), "407");
 }
 
 TEST(Stop, TheMenuGoesWithTheWindow) {

@@ -1,0 +1,72 @@
+#include "platform/desktop/x_server.h"
+
+#include <xcb/xcb.h>
+
+#include <QGuiApplication>
+#include <QWindow>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+namespace platform::desktop {
+
+namespace {
+
+template <class Reply>
+using Answer = std::unique_ptr<Reply, decltype(&std::free)>;
+
+template <class Reply>
+Answer<Reply> Owned(Reply* reply) {
+    return {reply, &std::free};
+}
+
+xcb_connection_t* Connection() {
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 != nullptr ? x11->connection() : nullptr;
+}
+
+xcb_atom_t AtomOf(xcb_connection_t* connection, std::string_view name) {
+    const auto asked =
+        xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(name.size()), name.data());
+    const auto answer = Owned(xcb_intern_atom_reply(connection, asked, nullptr));
+    return answer ? answer->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+}  // namespace
+
+std::optional<ServerPointer> AskForPointer() {
+    xcb_connection_t* connection = Connection();
+    if (connection == nullptr) {
+        return std::nullopt;
+    }
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const auto asked = xcb_query_pointer(connection, root);
+    const auto answer = Owned(xcb_query_pointer_reply(connection, asked, nullptr));
+    if (!answer) {
+        return std::nullopt;
+    }
+    const auto bit = [&](int mask, Long ours) { return (answer->mask & mask) != 0 ? ours : 0; };
+    return ServerPointer{
+        {answer->root_x, answer->root_y},
+        bit(XCB_BUTTON_MASK_1, 1) | bit(XCB_BUTTON_MASK_3, 2) | bit(XCB_BUTTON_MASK_2, 4),
+        bit(XCB_MOD_MASK_SHIFT, 1) | bit(XCB_MOD_MASK_CONTROL, 2) | bit(XCB_MOD_MASK_1, 4)};
+}
+
+bool IsSaidToBeMinimised(const QWindow& window) {
+    constexpr std::uint32_t kIconic = 3;  // of the first number of WM_STATE
+    xcb_connection_t* connection = Connection();
+    if (connection == nullptr || window.handle() == nullptr) {
+        return false;
+    }
+    const xcb_atom_t state = AtomOf(connection, "WM_STATE");
+    if (state == XCB_ATOM_NONE) {
+        return false;  // nobody has ever said anything of any window
+    }
+    const auto asked = xcb_get_property(connection, 0, static_cast<xcb_window_t>(window.winId()),
+                                        state, state, 0, 1);
+    const auto answer = Owned(xcb_get_property_reply(connection, asked, nullptr));
+    return answer && answer->format == 32 && answer->value_len > 0 &&
+           *static_cast<const std::uint32_t*>(xcb_get_property_value(answer.get())) == kIconic;
+}
+
+}  // namespace platform::desktop
