@@ -233,74 +233,76 @@ TEST_F(Keys, WhatIsComposedEndsWithTheWindowsFocus) {
     QFocusEvent out(QEvent::FocusOut);
     QCoreApplication::sendEvent(&window_, &out);
     EXPECT_EQ(Told(), Lines{"composed |none"});
-    // A window that asks for places, and a desktop that answers when the test says so.
-    class Placed : public OnToolkit {
-      protected:
-        Placed() {
-            Ask(10, 20);
-            window_.SetVisibility(true);
-            Told();
-        }
-        /// The first place may be corrected. This is the second one.
-        void Settle() {
-            Answer(300, 300);
-            Told();
-        }
-        void Ask(Long left, Long top) { window_.SetRect({left, top, left + 100, top + 60}); }
-        void Answer(int left, int top) {
-            QMoveEvent event({left, top}, {});
-            QCoreApplication::sendEvent(&window_, &event);
-        }
-        /// The places that count as the desktop's doing.
-        std::vector<Point> Told() {
-            std::vector<Point> places;
-            while (const auto event = shared_.events.Take()) {
-                places.push_back(std::get<MovedByDesktop>(*event).ptScreen);
-            }
-            return places;
-        }
+}
 
-        Shared shared_{Magnification(1), {}, {}};
-        TopLevel window_{1, shared_};
-    };
-
-    TEST_F(Placed, ANewWindowThatAFramePushedAsksOnceMore) {
-        Answer(12, 38);
-        EXPECT_EQ(Told(), std::vector<Point>{});
-        EXPECT_EQ(window_.Place(), QRect(10, 20, 100, 60));
-        EXPECT_EQ(window_.position(), QPoint(10, 20));
-        Answer(12, 38);
-        EXPECT_EQ(Told(), (std::vector<Point>{{12, 38}}));
+// A window that asks for places, and a desktop that answers when the test says so.
+class Placed : public OnToolkit {
+  protected:
+    Placed() {
+        Ask(10, 20);
+        window_.SetVisibility(true);
+        Told();
+    }
+    /// The first place may be corrected. This is the second one.
+    void Settle() {
+        Answer(300, 300);
+        Told();
+    }
+    void Ask(Long left, Long top) { window_.SetRect({left, top, left + 100, top + 60}); }
+    void Answer(int left, int top) {
+        QMoveEvent event({left, top}, {});
+        QCoreApplication::sendEvent(&window_, &event);
+    }
+    /// The places that count as the desktop's doing.
+    std::vector<Point> Told() {
+        std::vector<Point> places;
+        while (const auto event = shared_.events.Take()) {
+            places.push_back(std::get<MovedByDesktop>(*event).ptScreen);
+        }
+        return places;
     }
 
-    TEST_F(Placed, ItTakesAnyOtherPlaceAsItIs) {
-        Answer(9, 38);
-        EXPECT_EQ(Told(), (std::vector<Point>{{9, 38}}));
-        Answer(11, 40);
-        EXPECT_EQ(Told(), (std::vector<Point>{{11, 40}}));
-    }
+    Shared shared_{Magnification(1), {}, {}};
+    TopLevel window_{1, shared_};
+};
 
-    TEST_F(Placed, AnswersThatComeLateOrLeaveSomeOutAreNoNews) {
-        Settle();
-        for (const Long left : {110, 120, 130, 140}) {
-            Ask(left, 50);
-        }
-        Answer(110, 50);
-        Answer(130, 50);  // 120 was overtaken
-        Answer(140, 50);
-        Answer(140, 50);
-        EXPECT_EQ(Told(), std::vector<Point>{});
-    }
+TEST_F(Placed, ANewWindowThatAFramePushedAsksOnceMore) {
+    Answer(12, 38);
+    EXPECT_EQ(Told(), std::vector<Point>{});
+    EXPECT_EQ(window_.Place(), QRect(10, 20, 100, 60));
+    EXPECT_EQ(window_.position(), QPoint(10, 20));
+    Answer(12, 38);
+    EXPECT_EQ(Told(), (std::vector<Point>{{12, 38}}));
+}
 
-    TEST_F(Placed, AnotherPlaceIsNewsAndOvertakesAllThatWasAsked) {
-        Settle();
-        Ask(110, 50);
-        Ask(120, 50);
-        Answer(300, 200);
-        EXPECT_EQ(Told(), (std::vector<Point>{{300, 200}}));
-        EXPECT_EQ(window_.Place(), QRect(300, 200, 100, 60));
-        Answer(110, 50);
-        EXPECT_EQ(Told(), (std::vector<Point>{{110, 50}}));
+TEST_F(Placed, ItTakesAnyOtherPlaceAsItIs) {
+    Answer(9, 38);
+    EXPECT_EQ(Told(), (std::vector<Point>{{9, 38}}));
+    Answer(11, 40);
+    EXPECT_EQ(Told(), (std::vector<Point>{{11, 40}}));
+}
+
+TEST_F(Placed, AnswersThatComeLateOrLeaveSomeOutAreNoNews) {
+    Settle();
+    for (const Long left : {110, 120, 130, 140}) {
+        Ask(left, 50);
     }
+    Answer(110, 50);
+    Answer(130, 50);  // 120 was overtaken
+    Answer(140, 50);
+    Answer(140, 50);
+    EXPECT_EQ(Told(), std::vector<Point>{});
+}
+
+TEST_F(Placed, AnotherPlaceIsNewsAndOvertakesAllThatWasAsked) {
+    Settle();
+    Ask(110, 50);
+    Ask(120, 50);
+    Answer(300, 200);
+    EXPECT_EQ(Told(), (std::vector<Point>{{300, 200}}));
+    EXPECT_EQ(window_.Place(), QRect(300, 200, 100, 60));
+    Answer(110, 50);
+    EXPECT_EQ(Told(), (std::vector<Point>{{110, 50}}));
+}
 
 }  // namespace
