@@ -4,7 +4,6 @@
 
 #include "core/failure.h"
 #include "core/mAmbrisor.h"
-#include "core/needed.h"
 #include "core/program.h"
 #include "playlist/mMedia.h"
 #include "skin/panels.h"

@@ -8,7 +8,6 @@
 #include "core/frmmain.h"
 #include "core/mAmbrisor.h"
 #include "core/mGeneral.h"
-#include "core/needed.h"
 #include "core/program.h"
 #include "core/seams.h"
 #include "menus/commandmenu.h"

@@ -9,7 +9,6 @@
 #include "core/failure.h"
 #include "core/frmmain.h"
 #include "core/mGeneral.h"
-#include "core/needed.h"
 #include "core/program.h"
 #include "skin/skin.h"
 
