@@ -5,7 +5,7 @@ program."""
 import os
 
 from desktop import main, wait_for
-from program_tests import LEFT, LIST, TOP, Player
+from player import LEFT, LIST, TOP, Player
 
 # Middles of the toggles and of the buttons that open menus.
 PIN, LYRICS, EFFECTS, INFO = (43, 17), (259, 219), (181, 219), (215, 219)

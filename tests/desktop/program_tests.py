@@ -2,26 +2,16 @@
 """The finished program on a display: a person with a mouse and a keyboard, and a window manager."""
 
 import os
-import re
 import signal
 import subprocess
 import time
 from collections import Counter
 from typing import NamedTuple
 
-from desktop import SCREEN, Display, OnDisplay, Picture, main, wait_for
+from desktop import SCREEN, Display, Picture, main, wait_for
+from player import (AT_REST, HEIGHT, LEFT, LIST, NEXT, PLAY, PREVIOUS, ROW, SEEK, STOP, TITLE,
+                    TITLE_BOX, TOP, VOLUME, WIDTH, Player)
 from world import tone
-
-LEFT, TOP, WIDTH, HEIGHT = 120, 90, 293, 277
-AT_REST = 'Veldrin v1.1'
-# Controls, in pixels of the window.
-LIST = (6, 27, 281, 181)
-ROW = 15
-PREVIOUS, PLAY, PAUSE, STOP, NEXT = ((12 + 23 * i + 10, 256) for i in range(5))
-SEEK = (9, 230, 275, 13)
-VOLUME = (200, 249, 85, 13)
-TITLE = (52, 5, 202, 22)  # moves
-TITLE_BOX = (56, 11, 180, 12)
 
 
 def middle(part):
@@ -47,91 +37,6 @@ def ink(picture):
     farthest = max(pixels.values(),
                    key=lambda colour: sum(abs(a - b) for a, b in zip(colour, ground)))
     return Ink(min(across), min(down), max(across), max(down), ground, farthest)
-
-
-class Player(OnDisplay):
-    def setUp(self):
-        super().setUp()
-        self.write_settings()
-
-    def write_settings(self, **settings):
-        os.makedirs(self.directory, exist_ok=True)
-        lines = ['[Memory]', *(f'{key}={value}' for key, value in
-                               {'X': LEFT, 'Y': TOP, **settings}.items())]
-        with open(self.ini, 'w', newline='') as file:
-            file.write('\r\n'.join(lines) + '\r\n')
-
-    @property
-    def ini(self):
-        return os.path.join(self.directory, 'Sarnel.Ambrisor.ini')
-
-    def setting(self, key):
-        with open(self.ini, encoding='utf-8') as file:
-            found = re.search(f'^{key}=(.*?)\r?$', file.read(), re.MULTILINE)
-        return found and found[1]
-
-    def open(self, *arguments, scale=1):
-        """Starts the player; answers when its window can be seen."""
-        self.player = subprocess.Popen(
-            [self.program, '--output', 'null', '--scale', str(scale), *arguments],
-            env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-            stderr=subprocess.PIPE)
-        self.player.seen = b''
-        self.running.append(self.player)
-        self.window = wait_for(lambda: self.display.windows_of(self.player), 'the window')[0]
-        wait_for(self.painted, 'the picture')
-
-    def painted(self):
-        self.place = self.display.geometry(self.window)
-        left, top, width, height = self.place
-        shown = self.display.screenshot().part(left, top, width, height)
-        # The border of the skin is not black, a bare window or screen is.
-        return shown.pixel(width // 2, 2) != (0, 0, 0) and shown.pixel(3, height // 2) != (0, 0, 0)
-
-    def title(self):
-        return self.display.tool('getwindowname', self.window).strip()
-
-    def wait_for_title(self, title):
-        wait_for(lambda: self.title() == title, f'the title {title!r}')
-
-    def shown(self, part=(0, 0, WIDTH, HEIGHT)):
-        left, top, width, height = part
-        return self.display.screenshot().part(self.place[0] + left, self.place[1] + top, width,
-                                              height)
-
-    def point_at(self, point):
-        self.display.point_at(self.place[0] + point[0], self.place[1] + point[1])
-
-    def click(self, point, button=1):
-        self.point_at(point)
-        self.display.tool('click', button)
-
-    def drag(self, start, end, hold=0.0):
-        self.point_at(start)
-        self.display.tool('mousedown', 1)
-        for step in range(1, 9):
-            self.point_at([a + (b - a) * step // 8 for a, b in zip(start, end)])
-        time.sleep(hold)
-
-    def key(self, *keys):
-        self.display.tool('windowfocus', '--sync', self.window, 'key', *keys)
-
-    def songs(self, *names, seconds=40):
-        for name in names:
-            tone(self.at(name + '.wav'), seconds=seconds)
-
-    @staticmethod
-    def list_file(count):
-        rows = ''.join(f'Row {i}\r\n/music/{i}.mp3\r\n' for i in range(count))
-        return f'OMK v1.1\r\n{count}\r\n0\r\n{rows}'
-
-    def save_list(self, count):
-        with open(os.path.join(self.directory, 'Sarnel.Ambrisor.omk'), 'w', newline='') as file:
-            file.write(self.list_file(count))
-
-    def row(self, number):
-        """The middle of a row by its place in the list's window."""
-        return LIST[0] + 60, LIST[1] + number * ROW + ROW // 2
 
 
 class Complaints(Player):

@@ -6,9 +6,9 @@ import os
 
 from desktop import Display, main, wait_for
 from driver_tests import HEIGHT, WIDTH, Driver, colour
-from program_tests import HEIGHT as TALL
-from program_tests import LEFT, LIST, ROW, TITLE, TOP, Player
-from program_tests import WIDTH as WIDE
+from player import HEIGHT as TALL
+from player import LEFT, LIST, ROW, TITLE, TOP, Player
+from player import WIDTH as WIDE
 
 BACKGROUND = (150, 5)
 MINIMISE = (250, 17)
