@@ -1,6 +1,7 @@
-# add_suites(TARGET PREFIX) registers the tests of a GoogleTest program with CTest: each by itself, or,
-# under the sanitizers (VELDRIN_TEST_SUITES), where a process takes longer to start than most tests to
-# run, one for each suite. The built program is asked for its suites, so that none is forgotten.
+# add_suites(TARGET PREFIX [SINGLE]) registers the tests of a GoogleTest program with CTest: each by
+# itself, or, under the sanitizers (VELDRIN_TEST_SUITES), where a process takes longer to start than
+# most tests to run, one for each suite. The built program is asked for its suites, so that none is
+# forgotten. SINGLE: each by itself anyway, since they spend their time waiting, and can wait together.
 if(CMAKE_SCRIPT_MODE_FILE)
   execute_process(COMMAND ${PROGRAM} --gtest_list_tests
     OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
@@ -24,7 +25,7 @@ include(GoogleTest)
 set(discover_suites_script ${CMAKE_CURRENT_LIST_FILE})
 
 function(add_suites target prefix)
-  if(NOT VELDRIN_TEST_SUITES)
+  if(NOT VELDRIN_TEST_SUITES OR "SINGLE" IN_LIST ARGN)
     gtest_discover_tests(${target}
       TEST_PREFIX ${prefix} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
     return()

@@ -14,12 +14,12 @@ namespace {
 
 using platform::Point;
 using platform::Rect;
-using support::Column;
 using support::kBlue;
 using support::kGreen;
 using support::kRed;
 using support::kWhite;
 using support::MaskOf;
+using support::PictureOfColumn;
 using support::Strip;
 using Events = std::vector<std::string>;
 
@@ -243,7 +243,7 @@ TEST_F(AButton, ItsParentShowsWhereTheMaskIsNot) {
 // and 5 at whole steps from 3.83; the disabled image begins at 6.67, so at row 7.
 TEST_F(AButton, AnImageMayBeginBetweenTwoPixels) {
     JButton thin(bench_.windows, bench_.holder.HWnd(), {0, 0, 1, 3});
-    thin.Picture(Column({10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
+    thin.Picture(PictureOfColumn({10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
     const auto rows = [&] {
         std::vector<Colour> colours;
         for (Long y = 0; y < 3; ++y) {
@@ -264,7 +264,7 @@ TEST_F(AButton, AnImageMayBeginBetweenTwoPixels) {
 TEST_F(AButton, LargerThanItsImageShowsNothingOfTheNextOne) {
     JButton tall(bench_.windows, bench_.holder.HWnd(), {0, 0, 1, 4});
     tall.BackColor(kGreen);
-    tall.Picture(Column({10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
+    tall.Picture(PictureOfColumn({10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
     tall.Refresh();
     EXPECT_EQ(tall.Face().GetPixel({0, 2}), 12);
     EXPECT_EQ(tall.Face().GetPixel({0, 3}), kGreen);

@@ -5,16 +5,17 @@
 
 #include <vector>
 
+#include "tests/unit/support/control_bench.h"
+
 namespace sarnel {
 namespace {
 
 using platform::Colour;
 using platform::Long;
 using platform::Pixel;
+using support::kBlue;
+using support::kRed;
 using Pixels = std::vector<Pixel>;
-
-constexpr Colour kRed = 0x0000FF;  // red in the low byte
-constexpr Colour kBlue = 0xFF0000;
 
 Pixels Built(Long width, Long height, Colour from, Colour to, double angle) {
     BitmapHeader header;

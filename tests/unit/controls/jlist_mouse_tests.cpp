@@ -13,20 +13,15 @@ namespace sarnel {
 namespace {
 
 using support::ListBench;
+using support::Unsorted;
 using Events = std::vector<std::string>;
 
 constexpr Long kShiftKey = 16;
 constexpr Long kCtrlKey = 17;
 
-JListStored Plain() {
-    JListStored stored;
-    stored.sorted = false;
-    return stored;
-}
-
 class JListMouse : public ::testing::Test {
   protected:
-    explicit JListMouse(const JListStored& stored = Plain()) : bench_({281, 181}, stored) {
+    explicit JListMouse(const JListStored& stored = Unsorted()) : bench_({281, 181}, stored) {
         bench_.AddMany(30);
         list_.DisplayList();
         list_.Observe([this](const std::string& event, const std::string& arguments) {
@@ -283,7 +278,7 @@ TEST_F(JListMouse, MouseOverIndexJudgesTheLastPointForTheListAndTheArgumentForTh
 
 TEST_F(JListMouse, EachRowIsFoundByBothOfItsEnds) {
     for (Long rows = 1; rows <= 12; ++rows) {
-        ListBench bench({281, rows * 15 + 1}, Plain());
+        ListBench bench({281, rows * 15 + 1}, Unsorted());
         bench.AddMany(rows);
         bench.MoveTo(20, 0);
         for (Long row = 0; row < rows; ++row) {
@@ -333,7 +328,7 @@ TEST_F(JListMouse, CharactersAreOnlyToldOf) {
 }
 
 JListStored WithDrag() {
-    JListStored stored = Plain();
+    JListStored stored = Unsorted();
     stored.dragEnabled = true;
     return stored;
 }

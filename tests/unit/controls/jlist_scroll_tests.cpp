@@ -14,13 +14,8 @@ namespace sarnel {
 namespace {
 
 using support::ListBench;
+using support::Unsorted;
 using Range = std::pair<Long, Long>;
-
-JListStored Plain() {
-    JListStored stored;
-    stored.sorted = false;
-    return stored;
-}
 
 class JListScroll : public ::testing::Test {
   protected:
@@ -37,7 +32,7 @@ class JListScroll : public ::testing::Test {
     }
     void Wheel(Long delta) { list_.WM_MOUSEWHEEL_Process(delta * 65536); }
 
-    ListBench bench_{{281, 181}, Plain()};
+    ListBench bench_{{281, 181}, Unsorted()};
     JList& list_ = *bench_.list;
     std::vector<Long> seen_;
 };

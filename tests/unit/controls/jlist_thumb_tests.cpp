@@ -9,22 +9,17 @@ namespace {
 
 using platform::Rect;
 using support::ListBench;
-
-JListStored Plain() {
-    JListStored stored;
-    stored.sorted = false;
-    return stored;
-}
+using support::Unsorted;
 
 class JListThumb : public ::testing::Test {
   protected:
-    ListBench bench_{{281, 181}, Plain()};  // 12 rows fit
+    ListBench bench_{{281, 181}, Unsorted()};  // 12 rows fit
     JList& list_ = *bench_.list;
 };
 
 // Height of the thumb once the list has `rows` rows.
 Long ThumbHeight(platform::Size size, Long rows) {
-    ListBench bench(size, Plain());
+    ListBench bench(size, Unsorted());
     bench.list->RedrawFlag(false);
     bench.AddMany(rows);
     bench.list->RedrawFlag(true);
@@ -46,7 +41,7 @@ TEST_F(JListThumb, ThePartIsATermOf32Bits) {
 }
 
 TEST_F(JListThumb, AControlLowerThanTheLeastThumbHasItAtTheTop) {
-    ListBench bench({281, 20}, Plain());
+    ListBench bench({281, 20}, Unsorted());
     bench.AddMany(3);
     bench.list->DisplayFrom(2);
     bench.list->DisplayList();

@@ -171,7 +171,7 @@ TEST_F(ASlider, WritingStylePutsTheStickToTheNearEnd) {
 
 // 7 rows: each half is 3.5 high, and the slider rounds that to the even 4.
 TEST_F(ASlider, AnOddPictureIsHalvedBetweenPixels) {
-    slider_.Picture(support::Column({1, 2, 3, 4, 5, 6, 7}));
+    slider_.Picture(support::PictureOfColumn({1, 2, 3, 4, 5, 6, 7}));
     EXPECT_EQ(slider_.Height(), 4);
     EXPECT_EQ(slider_.Face().GetPixel({0, 3}), 4);  // the middle of the last quarter: 3.06
     slider_.Enabled(false);

@@ -142,7 +142,7 @@ TEST_F(AToggle, ADoubleClickLatchesTwice) {
 // Six images of 2 rows in a control of 10 x 6: each row is seen three times, and the one column in
 // all ten.
 TEST_F(AToggle, ItsImageIsStretchedToTheControl) {
-    toggle_.Picture(support::Column({10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21}));
+    toggle_.Picture(support::PictureOfColumn({10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21}));
     toggle_.Value(true);  // the fourth image
     EXPECT_EQ(toggle_.Face().GetPixel({0, 0}), 16);
     EXPECT_EQ(toggle_.Face().GetPixel({9, 2}), 16);
@@ -154,7 +154,7 @@ TEST_F(AToggle, ItsImageIsStretchedToTheControl) {
 // rows lie a third and one further in: 1.67 and 2.33.
 TEST_F(AToggle, AnImageMayBeginBetweenTwoPixels) {
     JToogle thin(bench_.windows, bench_.holder.HWnd(), Rect{0, 0, 1, 2});
-    thin.Picture(support::Column({10, 11, 12, 13, 14, 15, 16, 17}));
+    thin.Picture(support::PictureOfColumn({10, 11, 12, 13, 14, 15, 16, 17}));
     bench_.Move({0, 0});
     bench_.Press();
     EXPECT_EQ(thin.Face().GetPixel({0, 0}), 11);

@@ -239,11 +239,14 @@ TEST_P(ReentryOfCommands, TheHostMayGoToTheNextItemInsideTheFirstCall) {
     NextItemInsideTheFirstCall(GetParam());
 }
 
-const auto kNameOf = [](const auto& way) { return way.param.name; };
-INSTANTIATE_TEST_SUITE_P(Menu, ReentryOfCommands, ::testing::ValuesIn(MenuWays()), kNameOf);
-INSTANTIATE_TEST_SUITE_P(Controls, ReentryOfCommands, ::testing::ValuesIn(ControlWays()), kNameOf);
-INSTANTIATE_TEST_SUITE_P(List, ReentryOfCommands, ::testing::ValuesIn(ListWays()), kNameOf);
-INSTANTIATE_TEST_SUITE_P(HotKeys, ReentryOfCommands, ::testing::ValuesIn(HotKeyWays()), kNameOf);
+INSTANTIATE_TEST_SUITE_P(Menu, ReentryOfCommands, ::testing::ValuesIn(MenuWays()),
+                         support::NameOfWay<::testing::TestParamInfo<Way>>);
+INSTANTIATE_TEST_SUITE_P(Controls, ReentryOfCommands, ::testing::ValuesIn(ControlWays()),
+                         support::NameOfWay<::testing::TestParamInfo<Way>>);
+INSTANTIATE_TEST_SUITE_P(List, ReentryOfCommands, ::testing::ValuesIn(ListWays()),
+                         support::NameOfWay<::testing::TestParamInfo<Way>>);
+INSTANTIATE_TEST_SUITE_P(HotKeys, ReentryOfCommands, ::testing::ValuesIn(HotKeyWays()),
+                         support::NameOfWay<::testing::TestParamInfo<Way>>);
 
 // Else the ways could be quiet, and nobody would notice.
 TEST(ReentryWays, TheCommandsThatAskTheHostDoSo) {

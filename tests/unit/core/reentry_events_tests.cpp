@@ -151,9 +151,10 @@ TEST_P(ReentryOfEvents, TheHostMayGoToTheNextItemInsideTheFirstCall) {
     NextItemInsideTheFirstCall(GetParam());
 }
 
-const auto kNameOf = [](const auto& way) { return way.param.name; };
-INSTANTIATE_TEST_SUITE_P(Timers, ReentryOfEvents, ::testing::ValuesIn(TimerWays()), kNameOf);
-INSTANTIATE_TEST_SUITE_P(Events, ReentryOfEvents, ::testing::ValuesIn(EventWays()), kNameOf);
+INSTANTIATE_TEST_SUITE_P(Timers, ReentryOfEvents, ::testing::ValuesIn(TimerWays()),
+                         support::NameOfWay<::testing::TestParamInfo<Way>>);
+INSTANTIATE_TEST_SUITE_P(Events, ReentryOfEvents, ::testing::ValuesIn(EventWays()),
+                         support::NameOfWay<::testing::TestParamInfo<Way>>);
 
 }  // namespace
 }  // namespace sarnel

@@ -10,9 +10,9 @@ namespace platform {
 namespace {
 
 using Lines = std::vector<std::string>;
+using support::kInk;
+using support::kPaper;
 using support::TextBoxBench;
-constexpr Colour kPaper = TextBoxBench::kPaper;
-constexpr Colour kInk = TextBoxBench::kInk;
 
 // A line of 100 x 20: its 13 pixels of text begin at 2, 3. Each unit but a blank is a block that
 // fills the columns 1 to 4 and the rows 3 to 9 of its 6 x 13 pixels.

@@ -9,8 +9,8 @@ namespace platform {
 namespace {
 
 using Lines = std::vector<std::string>;
-constexpr Colour kPaper = support::TextBoxBench::kPaper;
-constexpr Colour kInk = support::TextBoxBench::kInk;
+using support::kInk;
+using support::kPaper;
 
 class Writing : public ::testing::Test {
   protected:

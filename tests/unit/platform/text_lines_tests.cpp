@@ -14,11 +14,11 @@
 namespace platform {
 namespace {
 
-using Lines = std::vector<std::u16string>;
+using Texts = std::vector<std::u16string>;
 
-Lines Broken(std::u16string_view text, Long width) {
+Texts Broken(std::u16string_view text, Long width) {
     const HeadlessDriver driver(HeadlessDriver::Clock::kVirtual);
-    Lines lines;
+    Texts lines;
     for (const std::u16string_view line : BreakLines(driver, {}, text, width)) {
         lines.emplace_back(line);
     }
@@ -26,54 +26,54 @@ Lines Broken(std::u16string_view text, Long width) {
 }
 
 TEST(TextLines, EveryKindOfLineEndEndsALine) {
-    EXPECT_EQ(Broken(u"a\r\nb\nc\rd", 0), (Lines{u"a", u"b", u"c", u"d"}));
-    EXPECT_EQ(Broken(u"\n\r\r\n", 30), (Lines{u"", u"", u"", u""}));
+    EXPECT_EQ(Broken(u"a\r\nb\nc\rd", 0), (Texts{u"a", u"b", u"c", u"d"}));
+    EXPECT_EQ(Broken(u"\n\r\r\n", 30), (Texts{u"", u"", u"", u""}));
 }
 
 TEST(TextLines, AnEmptyTextIsOneEmptyLineAndALastLineEndBeginsOne) {
-    EXPECT_EQ(Broken(u"", 0), (Lines{u""}));
-    EXPECT_EQ(Broken(u"", 30), (Lines{u""}));
-    EXPECT_EQ(Broken(u"a\r\n", 30), (Lines{u"a", u""}));
+    EXPECT_EQ(Broken(u"", 0), (Texts{u""}));
+    EXPECT_EQ(Broken(u"", 30), (Texts{u""}));
+    EXPECT_EQ(Broken(u"a\r\n", 30), (Texts{u"a", u""}));
 }
 
 TEST(TextLines, WithoutAWidthOnlyLineEndsBreak) {
-    EXPECT_EQ(Broken(u"a long line that never ends", 0), (Lines{u"a long line that never ends"}));
+    EXPECT_EQ(Broken(u"a long line that never ends", 0), (Texts{u"a long line that never ends"}));
 }
 
 TEST(TextLines, LinesAreBrokenBetweenWords) {
-    EXPECT_EQ(Broken(u"aa bb cc", 30), (Lines{u"aa bb", u"cc"}));        // five units fit exactly
-    EXPECT_EQ(Broken(u"aa bbb cc", 30), (Lines{u"aa", u"bbb", u"cc"}));  // six do not
-    EXPECT_EQ(Broken(u"aa bb", 29), (Lines{u"aa", u"bb"}));
+    EXPECT_EQ(Broken(u"aa bb cc", 30), (Texts{u"aa bb", u"cc"}));        // five units fit exactly
+    EXPECT_EQ(Broken(u"aa bbb cc", 30), (Texts{u"aa", u"bbb", u"cc"}));  // six do not
+    EXPECT_EQ(Broken(u"aa bb", 29), (Texts{u"aa", u"bb"}));
 }
 
 TEST(TextLines, TheBlanksAtABreakBelongToNoLine) {
-    EXPECT_EQ(Broken(u"aaaa   bbbb", 30), (Lines{u"aaaa", u"bbbb"}));
-    EXPECT_EQ(Broken(u"aaaaa bb", 30), (Lines{u"aaaaa", u"bb"}));
+    EXPECT_EQ(Broken(u"aaaa   bbbb", 30), (Texts{u"aaaa", u"bbbb"}));
+    EXPECT_EQ(Broken(u"aaaaa bb", 30), (Texts{u"aaaaa", u"bb"}));
 }
 
 TEST(TextLines, BlanksAtTheEndMakeNoLineOfTheirOwn) {
-    EXPECT_EQ(Broken(u"aaaaa   ", 30), (Lines{u"aaaaa"}));
-    EXPECT_EQ(Broken(u"aaaaa   \nb", 30), (Lines{u"aaaaa", u"b"}));
-    EXPECT_EQ(Broken(u"aa ", 30), (Lines{u"aa "}));
-    EXPECT_EQ(Broken(u"         ", 30), (Lines{u"         "}));
+    EXPECT_EQ(Broken(u"aaaaa   ", 30), (Texts{u"aaaaa"}));
+    EXPECT_EQ(Broken(u"aaaaa   \nb", 30), (Texts{u"aaaaa", u"b"}));
+    EXPECT_EQ(Broken(u"aa ", 30), (Texts{u"aa "}));
+    EXPECT_EQ(Broken(u"         ", 30), (Texts{u"         "}));
 }
 
 TEST(TextLines, AWordTooLongForALineIsBrokenInside) {
-    EXPECT_EQ(Broken(u"abcdefghijkl", 30), (Lines{u"abcde", u"fghij", u"kl"}));
-    EXPECT_EQ(Broken(u"a bcdefghi", 30), (Lines{u"a", u"bcdef", u"ghi"}));
-    EXPECT_EQ(Broken(u"abcdefg h", 30), (Lines{u"abcde", u"fg h"}));
+    EXPECT_EQ(Broken(u"abcdefghijkl", 30), (Texts{u"abcde", u"fghij", u"kl"}));
+    EXPECT_EQ(Broken(u"a bcdefghi", 30), (Texts{u"a", u"bcdef", u"ghi"}));
+    EXPECT_EQ(Broken(u"abcdefg h", 30), (Texts{u"abcde", u"fg h"}));
 }
 
 TEST(TextLines, BlanksInFrontStayInFront) {
-    EXPECT_EQ(Broken(u"  aa bb", 30), (Lines{u"  aa", u"bb"}));
-    EXPECT_EQ(Broken(u"  aaaaa", 30), (Lines{u"  ", u"aaaaa"}));
+    EXPECT_EQ(Broken(u"  aa bb", 30), (Texts{u"  aa", u"bb"}));
+    EXPECT_EQ(Broken(u"  aaaaa", 30), (Texts{u"  ", u"aaaaa"}));
 }
 
 TEST(TextLines, AtLeastOneCharacterGoesOnALineAndPairsStayWhole) {
-    EXPECT_EQ(Broken(u"abc", 1), (Lines{u"a", u"b", u"c"}));
+    EXPECT_EQ(Broken(u"abc", 1), (Texts{u"a", u"b", u"c"}));
     const std::u16string clef = u"\U0001D11E";  // two units: 12 pixels
-    EXPECT_EQ(Broken(clef + clef, 1), (Lines{clef, clef}));
-    EXPECT_EQ(Broken(clef + clef + clef, 30), (Lines{clef + clef, clef}));  // not two and a half
+    EXPECT_EQ(Broken(clef + clef, 1), (Texts{clef, clef}));
+    EXPECT_EQ(Broken(clef + clef + clef, 30), (Texts{clef + clef, clef}));  // not two and a half
 }
 
 TEST(TextLines, ViewsLieInTheText) {
@@ -123,8 +123,8 @@ class UnevenDriver : public HeadlessDriver {
 };
 
 // The longest beginning of whole words that fits as a whole, again and again.
-Lines BrokenOneByOne(const Driver& driver, std::u16string_view text, Long width) {
-    Lines lines;
+Texts BrokenOneByOne(const Driver& driver, std::u16string_view text, Long width) {
+    Texts lines;
     while (!text.empty()) {
         std::size_t fits = 0;
         for (std::size_t end = text.find(u' '); fits < text.size();
@@ -153,7 +153,7 @@ TEST(TextLines, TheSumOfRoundedWordsDecidesNothing) {
             }
         }
         const Long width = 40 + static_cast<Long>(random() % 40);
-        Lines lines;
+        Texts lines;
         for (const std::u16string_view line : BreakLines(driver, {}, text, width)) {
             lines.emplace_back(line);
         }

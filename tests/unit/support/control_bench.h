@@ -33,7 +33,7 @@ inline platform::PictureRef Strip(platform::Size image,
 }
 
 /// A picture of one pixel a row, in these colours.
-inline platform::PictureRef Column(std::initializer_list<platform::Colour> colours) {
+inline platform::PictureRef PictureOfColumn(std::initializer_list<platform::Colour> colours) {
     return Strip({1, 1}, colours);
 }
 

@@ -15,6 +15,13 @@ namespace support {
 
 using platform::Long;
 
+/// The stored properties of a list whose rows stay in the order in which they were added.
+inline sarnel::JListStored Unsorted() {
+    sarnel::JListStored stored;
+    stored.sorted = false;
+    return stored;
+}
+
 class ListBench {
   public:
     enum Kind {

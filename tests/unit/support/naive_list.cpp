@@ -29,11 +29,6 @@ void Remove(std::vector<T>& column, Long index) {
     column.erase(column.begin() + std::max(index, 0));
 }
 
-template <class Column>
-decltype(auto) At(Column& column, Long index) {
-    return column.at(static_cast<std::size_t>(index));
-}
-
 }  // namespace
 
 void NaiveList::RepaintIfFlag() {

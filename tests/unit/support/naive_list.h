@@ -11,6 +11,12 @@ namespace support {
 
 using platform::Long;
 
+/// An element of a column; raises an error outside it.
+template <class Column>
+decltype(auto) At(Column& column, Long index) {
+    return column.at(static_cast<std::size_t>(index));
+}
+
 class NaiveList {
   public:
     explicit NaiveList(Long rowsThatFit) : visibleRows(rowsThatFit) {}

@@ -9,11 +9,6 @@ namespace {
 
 constexpr Long kThreshold = 4;
 
-template <class Column>
-decltype(auto) At(Column& column, Long index) {
-    return column.at(static_cast<std::size_t>(index));
-}
-
 std::u16string LowerAscii(std::u16string text) {
     for (char16_t& unit : text) {
         unit = static_cast<char16_t>(unit >= u'A' && unit <= u'Z' ? unit + 32 : unit);

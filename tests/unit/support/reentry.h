@@ -28,6 +28,11 @@ struct Way {
     bool emptiesList = false;  ///< before its first call
 };
 std::ostream& operator<<(std::ostream& out, const Way& way);
+/// Names the tests of ways.
+template <class Info>
+std::string NameOfWay(const Info& info) {
+    return info.param.name;
+}
 
 /// What the host does inside its answer.
 enum class Ending {

@@ -14,6 +14,9 @@ namespace support {
 using platform::Long;
 using platform::Point;
 
+inline constexpr platform::Colour kPaper = 0x102030;
+inline constexpr platform::Colour kInk = 0xC0B0A0;
+
 /// Remembers where the user writes, and how often composing was ended.
 class WritingDriver : public platform::HeadlessDriver {
   public:
@@ -36,9 +39,6 @@ class TextBoxBench {
             events_.push_back(event + (arguments.empty() ? "" : " ") + arguments);
         });
     }
-
-    static constexpr platform::Colour kPaper = 0x102030;
-    static constexpr platform::Colour kInk = 0xC0B0A0;
 
     /// With the focus in the box.
     void Key(Long code, Long shift = 0) {
