@@ -15,7 +15,6 @@ using namespace platform;
 
 namespace {
 
-constexpr Long kVolumeStep = 5;
 constexpr Long kSeekStep = 3;
 
 void ChangeVolume(Long by) {

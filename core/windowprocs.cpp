@@ -54,7 +54,6 @@ void OnCopyData(Long lParam) {
 
 // The volume, unless the pointer is over something that has a use of its own for the wheel.
 void OnMouseWheel(const Message& message) {
-    constexpr Long kVolumeStep = 5;
     WindowSystem& windows = App().windows;
     const Handle under = windows.WindowFromPoint(PointOf(message.lParam));
     if (under == Playlist().HWnd() ||

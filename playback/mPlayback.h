@@ -42,6 +42,8 @@ void TickTimerProc(Handle window, Long id);
 
 /// Clamped to the slider, sent, and written to the settings.
 void SetVolume(Long volume);
+/// What a key or a notch of the wheel adds to it or takes away.
+inline constexpr Long kVolumeStep = 5;
 /// Clamped to the slider and sent.
 void SetPosition(Long position);
 /// Takes the host's position into the slider, unless the user holds it.

@@ -51,7 +51,7 @@ class World(unittest.TestCase):
             XDG_RUNTIME_DIR=os.path.join(self.folder, 'runtime'), XDG_CACHE_HOME=self.shared,
             GST_REGISTRY=os.path.join(self.shared, 'registry.bin'), LC_ALL='C.UTF-8',
             # Of use only if the program was built with the address sanitizer.
-            ASAN_OPTIONS='fast_unwind_on_malloc=0',
+            ASAN_OPTIONS='fast_unwind_on_malloc=1',
             LSAN_OPTIONS=f'print_suppressions=0:suppressions={HERE}/leaks.supp')
         self.running = []
         self.addCleanup(self.end_all)

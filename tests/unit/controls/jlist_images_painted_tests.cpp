@@ -12,17 +12,17 @@ namespace {
 using platform::Colour;
 using support::ListBench;
 
-constexpr Colour kBack = 0x603010;
-constexpr Colour kText = 0x00FF00;
+constexpr Colour kGround = 0x603010;
+constexpr Colour kLetters = 0x00FF00;
 constexpr Colour kPicture = 0x0000FF;
 
-JListStored Stored() {
+JListStored StoredWithImages() {
     JListStored stored;
     stored.sorted = false;
     stored.showNumeric = false;
     stored.showItemImages = true;
-    stored.backColor = kBack;
-    stored.colours.text = kText;
+    stored.backColor = kGround;
+    stored.colours.text = kLetters;
     stored.colours.sel1 = stored.colours.sel2 = 0xFFFFFF;
     return stored;
 }
@@ -43,7 +43,7 @@ class JListImagesPainted : public ::testing::Test {
         list_.DisplayList();
     }
 
-    ListBench bench_{{281, 181}, Stored()};
+    ListBench bench_{{281, 181}, StoredWithImages()};
     JList& list_ = *bench_.list;
 };
 
@@ -51,18 +51,18 @@ TEST_F(JListImagesPainted, OfSize0AreAPixelLowerThanTheRow) {
     EXPECT_EQ(list_.TextLeft(), 20);     // 3 + 15 + 2
     EXPECT_EQ(list_.ImageColumn(), 17);  // 15 + 2
     EXPECT_EQ(list_.ImageLeft(), 2);
-    EXPECT_EQ(At(1, 20), kBack);
+    EXPECT_EQ(At(1, 20), kGround);
     EXPECT_EQ(At(2, 15), kPicture);
     EXPECT_EQ(At(15, 28), kPicture);  // 14 pixels square
-    EXPECT_EQ(At(16, 20), kBack);
-    EXPECT_EQ(At(2, 29), kBack);
-    EXPECT_EQ(At(21, 18), kText);
-    EXPECT_EQ(At(2, 5), kBack);  // row 0 has none
+    EXPECT_EQ(At(16, 20), kGround);
+    EXPECT_EQ(At(2, 29), kGround);
+    EXPECT_EQ(At(21, 18), kLetters);
+    EXPECT_EQ(At(2, 5), kGround);  // row 0 has none
 }
 
 TEST_F(JListImagesPainted, TheBarBeginsBehindTheImage) {
     list_.Selected(1, true);
-    EXPECT_EQ(At(16, 15), kBack);
+    EXPECT_EQ(At(16, 15), kGround);
     EXPECT_EQ(At(17, 15), 0xFFFFFF);
     EXPECT_EQ(At(17, 29), 0xFFFFFF);
     EXPECT_EQ(At(2, 15), kPicture);
@@ -72,11 +72,11 @@ TEST_F(JListImagesPainted, SmallerThanTheRowTheyStandInItsMiddle) {
     Size(10);
     EXPECT_EQ(list_.RowPitch(), 15);
     EXPECT_EQ(list_.TextLeft(), 15);
-    EXPECT_EQ(At(2, 16), kBack);
+    EXPECT_EQ(At(2, 16), kGround);
     EXPECT_EQ(At(2, 17), kPicture);  // (15 - 10) / 2, cut
     EXPECT_EQ(At(11, 26), kPicture);
-    EXPECT_EQ(At(12, 20), kBack);
-    EXPECT_EQ(At(2, 27), kBack);
+    EXPECT_EQ(At(12, 20), kGround);
+    EXPECT_EQ(At(2, 27), kGround);
 }
 
 TEST_F(JListImagesPainted, LargerThanTheRowTheyMakeThePitchAndTextStandsAQuarterDown) {
@@ -86,54 +86,54 @@ TEST_F(JListImagesPainted, LargerThanTheRowTheyMakeThePitchAndTextStandsAQuarter
     EXPECT_EQ(list_.RowTop(1), 32);
     EXPECT_EQ(At(2, 32), kPicture);
     EXPECT_EQ(At(33, 63), kPicture);
-    EXPECT_EQ(At(34, 50), kBack);
-    EXPECT_EQ(At(38, 43), kText);  // 3 + 32 + 2 + 1; 32 + 8 + 3
-    EXPECT_EQ(At(38, 42), kBack);
+    EXPECT_EQ(At(34, 50), kGround);
+    EXPECT_EQ(At(38, 43), kLetters);  // 3 + 32 + 2 + 1; 32 + 8 + 3
+    EXPECT_EQ(At(38, 42), kGround);
     list_.Selected(1, true);
-    EXPECT_EQ(At(34, 39), kBack);
+    EXPECT_EQ(At(34, 39), kGround);
     EXPECT_EQ(At(34, 40), 0xFFFFFF);
     EXPECT_EQ(At(34, 54), 0xFFFFFF);
-    EXPECT_EQ(At(34, 55), kBack);
+    EXPECT_EQ(At(34, 55), kGround);
 }
 
 TEST_F(JListImagesPainted, TheBarsQuarterIsRoundedAndTheTextsIsCut) {
     list_.Selected(1, true);
     Size(22);  // 5.5: the bar goes to 6, the text to 5
-    EXPECT_EQ(At(24, 22 + 5), kBack);
+    EXPECT_EQ(At(24, 22 + 5), kGround);
     EXPECT_EQ(At(24, 22 + 6), 0xFFFFFF);
     EXPECT_EQ(At(28, 22 + 5 + 3), 0);  // 3 + 22 + 2 + 1, in SelTextColor
     EXPECT_EQ(At(28, 22 + 5 + 2), 0xFFFFFF);
     Size(18);  // 4.5: both to 4
     EXPECT_EQ(At(20, 18 + 4), 0xFFFFFF);
-    EXPECT_EQ(At(20, 18 + 3), kBack);
+    EXPECT_EQ(At(20, 18 + 3), kGround);
 }
 
 TEST_F(JListImagesPainted, TheDottedRectangleStartsBehindThem) {
     list_.FocusRectColor(0x00FFFF);
     list_.ListCurrent(1);
-    EXPECT_EQ(At(16, 15), kBack);
+    EXPECT_EQ(At(16, 15), kGround);
     EXPECT_EQ(At(17, 15), 0x00FFFF);
     Size(32);
     EXPECT_EQ(At(33, 40), kPicture);
     EXPECT_EQ(At(34, 40), 0x00FFFF);
-    EXPECT_EQ(At(34, 39), kBack);
+    EXPECT_EQ(At(34, 39), kGround);
 }
 
 TEST_F(JListImagesPainted, AMissingPictureIsSkippedAndTheTextDrawn) {
     for (const Long index : {-1, 1, 7, -9}) {
         list_.ImageIndex(1, index);
-        EXPECT_EQ(At(5, 20), kBack) << index;
-        EXPECT_EQ(At(21, 18), kText) << index;
+        EXPECT_EQ(At(5, 20), kGround) << index;
+        EXPECT_EQ(At(21, 18), kLetters) << index;
     }
     list_.ImageIndex(1, 0);
     EXPECT_EQ(At(5, 20), kPicture);
     list_.RemoveImages();
     EXPECT_EQ(At(5, 20), kPicture);  // nothing repaints
     list_.DisplayList();
-    EXPECT_EQ(At(5, 20), kBack);
+    EXPECT_EQ(At(5, 20), kGround);
     list_.AddImage(nullptr);
     list_.DisplayList();
-    EXPECT_EQ(At(21, 18), kText);
+    EXPECT_EQ(At(21, 18), kLetters);
 }
 
 TEST_F(JListImagesPainted, EveryIndexIsAPictureOfItsOwn) {
@@ -156,8 +156,8 @@ TEST_F(JListImagesPainted, WithoutThemRowsMoveBack) {
     list_.ShowItemImages(false);
     EXPECT_EQ(list_.TextLeft(), 3);
     EXPECT_EQ(list_.ImageColumn(), 0);
-    EXPECT_EQ(At(4, 18), kText);
-    EXPECT_EQ(At(8, 20), kBack);
+    EXPECT_EQ(At(4, 18), kLetters);
+    EXPECT_EQ(At(8, 20), kGround);
 }
 
 TEST_F(JListImagesPainted, AnySizeDoesNoHarm) {
