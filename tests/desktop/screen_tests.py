@@ -271,8 +271,8 @@ class PlayerOnTwoMonitors(TwoMonitors, Player):
     def test_it_is_dragged_on_to_the_second(self):
         self.open()
         self.drag_by(1200, 100)
-        wait_for(lambda: self.setting('X') == str(LEFT + 1200), 'the setting')
-        self.assertEqual(self.setting('Y'), str(TOP + 100))
+        place = (str(LEFT + 1200), str(TOP + 100))
+        wait_for(lambda: (self.setting('X'), self.setting('Y')) == place, 'the settings')
 
     def test_let_go_where_neither_shows_it_it_comes_back(self):
         self.monitors('1024/270x400/106+1024+368')
