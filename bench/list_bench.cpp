@@ -7,8 +7,8 @@
 #include <string>
 
 #include "controls/list/jlist.h"
+#include "platform/base/text.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/text.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "controls/list/jlist.h"
+#include "platform/base/text.h"
 #include "platform/desktop/text_engine.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/text.h"
 
 namespace {
 

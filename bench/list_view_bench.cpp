@@ -5,9 +5,9 @@
 #include <string>
 
 #include "controls/list/jlist.h"
+#include "platform/base/keys.h"
+#include "platform/base/text.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/keys.h"
-#include "platform/text.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "menus/jpopupmenu.h"
+#include "platform/base/keys.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/keys.h"
 
 namespace {
 

@@ -6,10 +6,10 @@
 #include <string>
 
 #include "core/ambrisor.h"
-#include "core/frmmain.h"
-#include "core/program.h"
+#include "core/state/frmmain.h"
+#include "core/state/program.h"
+#include "platform/base/text.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/text.h"
 #include "playback/mPlayback.h"
 
 namespace {

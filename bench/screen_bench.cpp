@@ -6,8 +6,8 @@
 #include <span>
 
 #include "core/ambrisor.h"
-#include "core/frmmain.h"
-#include "core/program.h"
+#include "core/state/frmmain.h"
+#include "core/state/program.h"
 #include "platform/headless/headless_driver.h"
 #include "playback/mPlayback.h"
 

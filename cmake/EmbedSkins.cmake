@@ -1,6 +1,6 @@
 # Writes a source file that holds the skin table and the pictures of all skins as bytes:
 #   cmake -DTABLE=file "-DPICTURES=file;file" -DOUTPUT=file -P EmbedSkins.cmake
-# Run by core/CMakeLists.txt whenever one of them changes.
+# Run by the CMakeLists.txt at the top whenever one of them changes.
 cmake_minimum_required(VERSION 3.25)
 set(bytes "")
 set(entries "")

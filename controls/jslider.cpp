@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <limits>
 
-#include "core/failure.h"
-#include "platform/rounding.h"
+#include "core/base/failure.h"
+#include "platform/base/rounding.h"
 
 namespace sarnel {
 

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "platform/widget.h"
+#include "platform/windows/widget.h"
 
 namespace sarnel {
 

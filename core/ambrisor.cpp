@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "core/failure.h"
-#include "core/frmmain.h"
+#include "core/base/failure.h"
 #include "core/mAmbrisor.h"
-#include "core/program.h"
+#include "core/state/frmmain.h"
+#include "core/state/program.h"
 #include "playback/mPlayback.h"
-#include "playlist/mMedia.h"
+#include "playlist/media.h"
 
 namespace sarnel {
 

@@ -7,9 +7,9 @@
 //     component.ProcessImpulse(3, ...);                 // attach
 //     component.ProcessImpulse(15, 16, window, ...);    // load; the window is still hidden
 //     component.ProcessImpulse(15, 17, True, line);     // handle the command line and show
-//     ... windows.WaitMessage() until impulse 7 reaches the host ...
-//     component.ProcessImpulse(15, 17, False, ...);     // end; impulse 7 comes back before it
-//     returns component.Disconnect();
+//     ... windows.WaitMessage() until the user has asked for the end (impulse 15 to the host) ...
+//     component.ProcessImpulse(15, 17, False, ...);     // end; impulse 7 reaches the host in it
+//     component.Disconnect();
 //
 // All of it happens on one thread. One Ambrisor may be alive at a time in a process; a new one
 // starts with clean state.
@@ -18,9 +18,10 @@
 #include <memory>
 #include <string>
 
-#include "core/hostobject.h"
-#include "core/impulses.h"
-#include "core/impulsevalue.h"
+#include "core/base/component.h"
+#include "core/base/hostobject.h"
+#include "core/base/impulses.h"
+#include "core/base/impulsevalue.h"
 
 namespace platform {
 class WindowSystem;
@@ -39,7 +40,7 @@ struct AmbrisorOptions {
     std::string guide = {};
 };
 
-class Ambrisor : public Object {
+class Ambrisor : public Component {
   public:
     /// The window system must outlive the component. The host may destroy it inside an answer.
     Ambrisor(platform::WindowSystem& windows, AmbrisorOptions options);
@@ -54,18 +55,12 @@ class Ambrisor : public Object {
     /// Answers True and does nothing else: the host stays reachable, as late impulses may need it.
     bool Disconnect();
 
-    /// The host given to Connect, or null.
-    HostObject* Server() const;
-
-    /// An impulse from the host (or from the component to itself). Answers 0 for a number that is
-    /// not known, else 1 or 2 as core/impulses.h tells. A step that fails is skipped.
+    // Documented in core/base/component.h.
+    HostObject* Server() const override;
     Long ProcessImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lParam1,
-                        ImpulseValue& lParam2);
-
-    /// An impulse to the host. Answers what the host answered, 0 if it did not, threw, or there is
-    /// none.
+                        ImpulseValue& lParam2) override;
     Long sendVeldrinImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lParam1,
-                            ImpulseValue& lParam2);
+                            ImpulseValue& lParam2) override;
 
     /// The state of this run; for the component's own modules and its tests.
     Program& State() { return *program_; }

@@ -2,7 +2,7 @@
 // the main window and of three of its controls before these do.
 #pragma once
 
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 namespace sarnel {
 
@@ -41,16 +41,26 @@ Long LyricsWindowProc(const platform::Message& message);
 /// Closes as the close button, the hot key "Exit" and the close message do.
 void RequestClose();
 
-// Event handlers of the main window (handlers.cpp, skin_handlers.cpp).
+// Event handlers of the main window. They are attached once, when it is made.
 
-/// Ties the skin's buttons and sliders to what they do.
-void AttachSkinHandlers(frmMAIN& main);
+/// Buttons, toggles and sliders (buttons.cpp).
+void AttachButtonHandlers(frmMAIN& main);
 void btnSkin_Click(Long Index);
+void tglSkin_Click(Long Index);
 /// The user has moved the slider.
 void sldSkin_Scroll(Long Index);
 
-/// Background, title, display, playlist, menu buttons and toggles (surface_handlers.cpp).
+/// Background, title, display and playlist (surfaces.cpp).
 void AttachSurfaceHandlers(frmMAIN& main);
+// Alignments of popups.
+inline constexpr Long kCentred = platform::TPM_CENTERALIGN;
+inline constexpr Long kCentredAbove = platform::TPM_CENTERALIGN | platform::TPM_BOTTOMALIGN;
+/// Opens the command menu at the pointer; either button chooses in it. An empty key is the whole
+/// menu; else it names an item whose submenu opens by itself.
+void ShowMenu(std::u16string_view key, Long align);
+
+// Keys (keys.cpp).
+
 void hKeys_HotKeyPress(std::u16string_view sName);
 void lstPlaylist_KeyDown(Long KeyCode, Long Shift);
 void lstPlaylist_KeyUp(Long KeyCode, Long Shift);

@@ -3,16 +3,16 @@
 #include <array>
 #include <memory>
 
-#include "core/ambrisor.h"
-#include "core/failure.h"
-#include "core/frmmain.h"
+#include "core/base/failure.h"
 #include "core/mAmbrisor.h"
-#include "core/mGeneral.h"
-#include "core/program.h"
+#include "core/state/frmmain.h"
+#include "core/state/mGeneral.h"
+#include "core/state/mainmenu.h"
+#include "core/state/program.h"
 #include "menus/commandmenu.h"
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 #include "playback/mPlayback.h"
-#include "playlist/mMedia.h"
+#include "playlist/media.h"
 #include "skin/panels.h"
 #include "skin/skin.h"
 

@@ -3,17 +3,17 @@
 #include <optional>
 #include <string>
 
-#include "core/ambrisor.h"
-#include "core/failure.h"
-#include "core/frmmain.h"
+#include "core/base/failure.h"
 #include "core/mAmbrisor.h"
-#include "core/mGeneral.h"
-#include "core/program.h"
-#include "core/seams.h"
+#include "core/state/frmmain.h"
+#include "core/state/mGeneral.h"
+#include "core/state/mainmenu.h"
+#include "core/state/program.h"
+#include "core/state/seams.h"
 #include "menus/commandmenu.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 #include "playback/mPlayback.h"
-#include "playlist/mMedia.h"
+#include "playlist/media.h"
 
 namespace sarnel {
 
@@ -170,14 +170,6 @@ Long LyricsWindowProc(const Message& message) {
     // Swallowed, so that the text box shows no menu of its own.
     return message.id == WM_CONTEXTMENU ? 0
                                         : WindowSystem::CallWindowProc(App().Hooks.lyrics, message);
-}
-
-void RequestClose() {
-    if (Ambrisor* component = App().component) {
-        ImpulseValue show(false);
-        ImpulseValue unused(Long{0});
-        component->ProcessImpulse(kImpulseControl, kControlShow, show, unused);
-    }
 }
 
 }  // namespace sarnel

@@ -1,6 +1,6 @@
 // A damaged bitmap file: a picture within the limits comes out, or none.
 #include "fuzz/fuzz.h"
-#include "platform/bitmap_file.h"
+#include "platform/drawing/bitmap_file.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 // closes in order and has written its playlist.
 #include "core/ambrisor.h"
 #include "fuzz/fuzz.h"
-#include "platform/files.h"
+#include "platform/base/text.h"
+#include "platform/files/files.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/text.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 std::string_view fuzz::Seed() {
     return "/ADD \"/nowhere/at/all.mp3\"";

@@ -1,7 +1,7 @@
 // Whatever a stranger sends as a hand-over message: it reads the same in one piece and byte by
 // byte, and what is understood says the same when it is sent on.
 #include "fuzz/fuzz.h"
-#include "host/handover_message.h"
+#include "host/instance/handover_message.h"
 
 std::string_view fuzz::Seed() {
     return "veldrin 1;L15:\"/music/a.flac\",S0:,L21:/ADD \"/music/\xe9,\n.ogg\",Q0:,";

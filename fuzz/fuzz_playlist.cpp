@@ -2,9 +2,9 @@
 // loaded again unchanged.
 #include "controls/list/jlist.h"
 #include "fuzz/fuzz.h"
-#include "platform/files.h"
+#include "platform/base/text.h"
+#include "platform/files/files.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/text.h"
 
 std::string_view fuzz::Seed() {
     return "OMK v1.1\r\n 2 \r\n 1 \r\nFirst\r\n/music/first.mp3\r\nSecond\r\n/music/second.ogg\r\n";

@@ -1,9 +1,9 @@
 // A damaged settings file: every key can be read, and what is written can be read back while the
 // rest of the file stays.
 #include "fuzz/fuzz.h"
-#include "platform/files.h"
-#include "platform/profile.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
+#include "platform/files/files.h"
+#include "platform/files/profile.h"
 
 std::string_view fuzz::Seed() {
     return "; comment\r\n[Other]\r\nX=1\r\n\r\n[Memory]\r\nSkin=1\r\nMusicVolume = 80\r\n";

@@ -1,6 +1,6 @@
 // Any bytes survive the way into text and out again.
 #include "fuzz/fuzz.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 std::string_view fuzz::Seed() {
     return "/music/Caf\xc3\xa9 \xf0\x9f\x8e\xb5/\xe9t\xe9.mp3";

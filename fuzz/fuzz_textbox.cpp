@@ -3,10 +3,10 @@
 #include <array>
 
 #include "fuzz/fuzz.h"
+#include "platform/base/keys.h"
+#include "platform/base/text.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/keys.h"
-#include "platform/text.h"
-#include "platform/text_box.h"
+#include "platform/widgets/text_box.h"
 
 namespace {
 

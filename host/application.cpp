@@ -3,9 +3,9 @@
 #include <csignal>
 #include <utility>
 
-#include "core/impulses.h"
+#include "core/base/impulses.h"
 #include "host/paths.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 namespace veldrin {
 namespace {

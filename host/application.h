@@ -9,15 +9,15 @@
 #include <vector>
 
 #include "core/ambrisor.h"
-#include "host/console.h"
 #include "host/engine/engine.h"
 #include "host/engine/tags.h"
 #include "host/front.h"
-#include "host/handover_server.h"
-#include "host/instance.h"
+#include "host/instance/handover_server.h"
+#include "host/instance/instance.h"
 #include "host/signals.h"
+#include "host/terminal/console.h"
 #include "host/veldrin_host.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 namespace veldrin {
 

@@ -8,7 +8,7 @@
 #include "host/engine/engine.h"
 #include "host/engine/tags.h"
 #include "platform/driver.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 namespace veldrin {
 

@@ -15,11 +15,11 @@
 #include <vector>
 
 #include "host/application.h"
-#include "host/console.h"
-#include "host/instance.h"
+#include "host/instance/instance.h"
 #include "host/options.h"
 #include "host/paths.h"
-#include "host/terminal_front.h"
+#include "host/terminal/console.h"
+#include "host/terminal/terminal_front.h"
 #include "host/window_front.h"
 
 namespace veldrin {

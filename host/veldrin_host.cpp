@@ -1,8 +1,8 @@
 #include "host/veldrin_host.h"
 
-#include "core/impulses.h"
+#include "core/base/impulses.h"
 #include "host/paths.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 namespace veldrin {
 namespace {

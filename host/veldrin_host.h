@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "core/hostobject.h"
+#include "core/base/hostobject.h"
 #include "host/engine/engine.h"
 #include "host/engine/tags.h"
 

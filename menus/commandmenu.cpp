@@ -5,11 +5,12 @@
 #include <memory>
 #include <string>
 
-#include "core/ambrisor.h"
-#include "core/failure.h"
-#include "core/frmmain.h"
-#include "core/mGeneral.h"
-#include "core/program.h"
+#include "core/base/component.h"
+#include "core/base/failure.h"
+#include "core/base/hostobject.h"
+#include "core/state/frmmain.h"
+#include "core/state/mGeneral.h"
+#include "core/state/program.h"
 #include "skin/skin.h"
 
 namespace sarnel {
@@ -135,20 +136,6 @@ void AddComponents(JPopupMenu& menu, Long parent) {
 }
 
 }  // namespace
-
-std::shared_ptr<JPopupMenu> Menu() {
-    return Needed(App().Main().hMenu);
-}
-
-bool IsMarked(std::u16string_view key) {
-    const auto menu = Menu();
-    return menu->Checked(menu->IndexForKey(key));
-}
-
-void Mark(std::u16string_view key, bool checked) {
-    const auto menu = Menu();
-    menu->Checked(menu->IndexForKey(key), checked);
-}
 
 void BuildMenu() {
     frmMAIN& main = App().Main();

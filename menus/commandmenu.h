@@ -2,23 +2,13 @@
 // hang, and the dispatcher that runs them.
 #pragma once
 
-#include <memory>
 #include <string_view>
 
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 namespace sarnel {
 
 using platform::Long;
-
-class JPopupMenu;
-
-/// The main window's hMenu, never null. Raises an error where there is none: until it is built, and
-/// once the run has ended, which a host may do inside any of its answers.
-std::shared_ptr<JPopupMenu> Menu();
-/// The mark of hMenu's item with that key. Fails as Menu does.
-bool IsMarked(std::u16string_view key);
-void Mark(std::u16string_view key, bool checked);
 
 /// Creates the main window's hMenu and fills it: the fixed tree, an item for each skin, and an item
 /// for each part that the host names.

@@ -5,14 +5,15 @@
 #include <string>
 #include <string_view>
 
-#include "core/failure.h"
-#include "core/frmmain.h"
-#include "core/impulses.h"
-#include "core/mGeneral.h"
-#include "core/program.h"
-#include "core/seams.h"
+#include "core/base/failure.h"
+#include "core/base/impulses.h"
+#include "core/state/frmmain.h"
+#include "core/state/mGeneral.h"
+#include "core/state/mainmenu.h"
+#include "core/state/program.h"
+#include "core/state/seams.h"
 #include "menus/commandmenu.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 #include "playback/mPlayback.h"
 #include "playlist/listcommands.h"
 #include "skin/panels.h"

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "core/failure.h"
+#include "core/base/failure.h"
 
 namespace sarnel {
 

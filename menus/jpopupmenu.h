@@ -13,9 +13,9 @@
 #include <vector>
 
 #include "menus/mJPopupMenu.h"
+#include "platform/drawing/surface.h"
 #include "platform/driver.h"
-#include "platform/menu.h"
-#include "platform/surface.h"
+#include "platform/menus/menu.h"
 
 namespace sarnel {
 

@@ -1,9 +1,9 @@
 // How items are measured and how each kind of row is drawn.
 #include <utility>
 
-#include "core/failure.h"
+#include "core/base/failure.h"
 #include "menus/jpopupmenu.h"
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 
 namespace sarnel {
 

@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/impulsevalue.h"
+#include "core/base/impulsevalue.h"
 #include "menus/jpopupmenu.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 namespace sarnel {
 

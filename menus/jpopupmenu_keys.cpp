@@ -2,11 +2,11 @@
 #include <array>
 #include <utility>
 
-#include "core/failure.h"
-#include "core/impulsevalue.h"
+#include "core/base/failure.h"
+#include "core/base/impulsevalue.h"
 #include "menus/jpopupmenu.h"
-#include "platform/keys.h"
-#include "platform/text.h"
+#include "platform/base/keys.h"
+#include "platform/base/text.h"
 
 namespace sarnel {
 

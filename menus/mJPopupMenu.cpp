@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "menus/jpopupmenu.h"
-#include "platform/menu_mark.h"
-#include "platform/rounding.h"
+#include "platform/base/rounding.h"
+#include "platform/menus/menu_mark.h"
 
 namespace sarnel {
 

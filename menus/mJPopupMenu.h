@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "platform/surface.h"
-#include "platform/window_system.h"
+#include "platform/drawing/surface.h"
+#include "platform/windows/window_system.h"
 
 namespace sarnel {
 

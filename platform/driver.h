@@ -17,9 +17,9 @@
 #include <variant>
 #include <vector>
 
-#include "platform/files.h"
-#include "platform/surface.h"
-#include "platform/types.h"
+#include "platform/base/types.h"
+#include "platform/drawing/surface.h"
+#include "platform/files/files.h"
 
 namespace platform {
 

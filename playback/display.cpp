@@ -2,13 +2,13 @@
 #include <limits>
 #include <string>
 
-#include "core/failure.h"
-#include "core/frmmain.h"
-#include "core/impulses.h"
-#include "core/mGeneral.h"
-#include "core/program.h"
-#include "core/seams.h"
-#include "core/version.h"
+#include "core/base/failure.h"
+#include "core/base/impulses.h"
+#include "core/base/version.h"
+#include "core/state/frmmain.h"
+#include "core/state/mGeneral.h"
+#include "core/state/program.h"
+#include "core/state/seams.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {

@@ -5,11 +5,11 @@
 #include <limits>
 #include <string>
 
-#include "core/failure.h"
-#include "core/frmmain.h"
-#include "core/impulses.h"
-#include "core/mGeneral.h"
-#include "core/program.h"
+#include "core/base/failure.h"
+#include "core/base/impulses.h"
+#include "core/state/frmmain.h"
+#include "core/state/mGeneral.h"
+#include "core/state/program.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/program.h"
+#include "core/state/program.h"
 
 namespace sarnel {
 

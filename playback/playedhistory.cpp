@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "controls/list/jlist.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 namespace sarnel {
 

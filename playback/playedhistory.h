@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "controls/list/rowtext.h"
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 namespace sarnel {
 

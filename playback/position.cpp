@@ -1,10 +1,10 @@
 // Position and volume: two sliders that stand for facts which the host owns.
 #include <limits>
 
-#include "core/frmmain.h"
-#include "core/impulses.h"
-#include "core/mGeneral.h"
-#include "core/program.h"
+#include "core/base/impulses.h"
+#include "core/state/frmmain.h"
+#include "core/state/mGeneral.h"
+#include "core/state/program.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {

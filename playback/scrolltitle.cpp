@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string>
 
-#include "core/failure.h"
-#include "core/frmmain.h"
-#include "core/program.h"
-#include "platform/rounding.h"
+#include "core/base/failure.h"
+#include "core/state/frmmain.h"
+#include "core/state/program.h"
+#include "platform/base/rounding.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {

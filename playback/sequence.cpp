@@ -5,9 +5,9 @@
 #include <random>
 #include <vector>
 
-#include "core/frmmain.h"
-#include "core/impulses.h"
-#include "core/program.h"
+#include "core/base/impulses.h"
+#include "core/state/frmmain.h"
+#include "core/state/program.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {

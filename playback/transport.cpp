@@ -1,10 +1,10 @@
 // Play, stop, pause, and the tick that notices the end of a stream.
 #include <string>
 
-#include "core/frmmain.h"
-#include "core/impulses.h"
-#include "core/program.h"
-#include "core/seams.h"
+#include "core/base/impulses.h"
+#include "core/state/frmmain.h"
+#include "core/state/program.h"
+#include "core/state/seams.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {

@@ -1,9 +1,9 @@
 #include "playlist/listcommands.h"
 
-#include "core/failure.h"
-#include "core/frmmain.h"
-#include "core/mGeneral.h"
-#include "core/program.h"
+#include "core/base/failure.h"
+#include "core/state/frmmain.h"
+#include "core/state/mGeneral.h"
+#include "core/state/program.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <string>
 
-#include "core/failure.h"
-#include "core/frmmain.h"
-#include "core/mGeneral.h"
-#include "core/program.h"
-#include "menus/commandmenu.h"
+#include "core/base/failure.h"
+#include "core/state/frmmain.h"
+#include "core/state/mGeneral.h"
+#include "core/state/mainmenu.h"
+#include "core/state/program.h"
 
 namespace sarnel {
 

@@ -2,7 +2,7 @@
 // surface, keeping it on top.
 #pragma once
 
-#include "platform/widget.h"
+#include "platform/windows/widget.h"
 
 namespace sarnel {
 

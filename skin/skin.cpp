@@ -1,11 +1,11 @@
 #include "skin/skin.h"
 
-#include "core/failure.h"
-#include "core/frmmain.h"
-#include "core/mGeneral.h"
-#include "core/program.h"
-#include "menus/commandmenu.h"
-#include "platform/rounding.h"
+#include "core/base/failure.h"
+#include "core/state/frmmain.h"
+#include "core/state/mGeneral.h"
+#include "core/state/mainmenu.h"
+#include "core/state/program.h"
+#include "platform/base/rounding.h"
 #include "skin/skin_steps.h"
 
 namespace sarnel {

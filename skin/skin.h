@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 namespace sarnel {
 

@@ -1,6 +1,6 @@
 // The rows of one control, applied to it.
-#include "core/failure.h"
-#include "core/frmmain.h"
+#include "core/base/failure.h"
+#include "core/state/frmmain.h"
 #include "skin/skin_steps.h"
 
 namespace sarnel {

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/failure.h"
-#include "core/frmmain.h"
-#include "core/impulses.h"
+#include "core/base/failure.h"
+#include "core/base/impulses.h"
+#include "core/state/frmmain.h"
 #include "skin/skin_steps.h"
 
 namespace sarnel {

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "controls/list/jlist.h"
-#include "core/program.h"
-#include "platform/picture_box.h"
+#include "core/state/program.h"
+#include "platform/widgets/picture_box.h"
 
 namespace sarnel {
 

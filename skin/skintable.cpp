@@ -5,10 +5,10 @@
 #include <limits>
 #include <optional>
 
-#include "core/failure.h"
-#include "core/impulsevalue.h"
-#include "platform/bitmap_file.h"
-#include "platform/text.h"
+#include "core/base/failure.h"
+#include "core/base/impulsevalue.h"
+#include "platform/base/text.h"
+#include "platform/drawing/bitmap_file.h"
 
 namespace sarnel {
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes platform/letter_case.h: the capital of every letter below U+10000.
+"""Writes platform/base/letter_case.h: the capital of every letter below U+10000.
 
     tools/letter_case.py [FOLDER]
 

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 namespace sarnel {
 

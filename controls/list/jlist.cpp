@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "controls/list/moved.h"
-#include "core/failure.h"
+#include "core/base/failure.h"
 
 namespace sarnel {
 

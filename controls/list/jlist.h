@@ -27,7 +27,7 @@
 #include "controls/list/listthumb.h"
 #include "controls/list/painted.h"
 #include "controls/list/rowtext.h"
-#include "platform/widget.h"
+#include "platform/windows/widget.h"
 
 namespace sarnel {
 

@@ -1,6 +1,6 @@
 // Construction, measuring, and the properties that are stored with a list's window.
 #include "controls/list/jlist.h"
-#include "controls/list/translate_colour.h"
+#include "controls/list/translatecolour.h"
 
 namespace sarnel {
 

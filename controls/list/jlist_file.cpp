@@ -6,9 +6,9 @@
 #include <string>
 
 #include "controls/list/jlist.h"
-#include "core/impulsevalue.h"
-#include "platform/files.h"
-#include "platform/text.h"
+#include "core/base/impulsevalue.h"
+#include "platform/base/text.h"
+#include "platform/files/files.h"
 
 namespace sarnel {
 

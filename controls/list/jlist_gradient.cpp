@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/rounding.h"
+#include "platform/base/rounding.h"
 
 namespace sarnel {
 

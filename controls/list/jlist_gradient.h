@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "platform/surface.h"
+#include "platform/drawing/surface.h"
 
 namespace sarnel {
 

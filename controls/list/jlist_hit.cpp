@@ -1,7 +1,7 @@
 // What lies under the pointer.
 #include "controls/list/jlist.h"
 #include "controls/list/moved.h"
-#include "platform/rounding.h"
+#include "platform/base/rounding.h"
 
 namespace sarnel {
 

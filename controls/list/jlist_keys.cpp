@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "controls/list/jlist.h"
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 
 namespace sarnel {
 

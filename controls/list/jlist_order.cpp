@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "controls/list/jlist.h"
-#include "platform/rounding.h"
-#include "platform/text.h"
+#include "platform/base/rounding.h"
+#include "platform/base/text.h"
 
 namespace sarnel {
 

@@ -5,8 +5,8 @@
 #include <charconv>
 
 #include "controls/list/jlist.h"
-#include "controls/list/translate_colour.h"
-#include "platform/rounding.h"
+#include "controls/list/translatecolour.h"
+#include "platform/base/rounding.h"
 
 namespace sarnel {
 

@@ -7,7 +7,7 @@
 
 #include "controls/list/jlist.h"
 #include "controls/list/moved.h"
-#include "platform/rounding.h"
+#include "platform/base/rounding.h"
 
 namespace sarnel {
 

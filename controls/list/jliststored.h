@@ -1,8 +1,8 @@
 // The stored properties of a list.
 #pragma once
 
+#include "platform/base/types.h"
 #include "platform/driver.h"
-#include "platform/types.h"
 
 namespace sarnel {
 

@@ -1,7 +1,7 @@
 // Where a list stands with the mouse and with the two modifier keys.
 #pragma once
 
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 namespace sarnel {
 

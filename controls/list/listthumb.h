@@ -1,7 +1,7 @@
 // The scroll strip of a list and the thumb on it, in pixels.
 #pragma once
 
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 namespace sarnel {
 

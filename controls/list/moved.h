@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 namespace sarnel {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 namespace veldrin {
 

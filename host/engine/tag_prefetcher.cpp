@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/files.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
+#include "platform/files/files.h"
 
 namespace veldrin {
 

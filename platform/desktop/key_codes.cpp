@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 
 namespace platform::desktop {
 

@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <string>
 
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 namespace platform::desktop {
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 namespace platform::desktop {
 

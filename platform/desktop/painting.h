@@ -5,7 +5,7 @@
 #include <QRect>
 
 #include "platform/desktop/magnification.h"
-#include "platform/surface.h"
+#include "platform/drawing/surface.h"
 
 namespace platform::desktop {
 

@@ -1,6 +1,6 @@
 #include "platform/desktop/qt_text.h"
 
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 namespace platform::desktop {
 

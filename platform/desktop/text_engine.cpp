@@ -10,8 +10,8 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/base/text.h"
 #include "platform/desktop/qt_text.h"
-#include "platform/text.h"
 
 namespace platform::desktop {
 

@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 class QSocketNotifier;
 

@@ -5,7 +5,7 @@
 #include <QPoint>
 #include <optional>
 
-#include "platform/types.h"
+#include "platform/base/types.h"
 
 class QWindow;
 

@@ -17,8 +17,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/base/text.h"
 #include "platform/desktop/desktop_driver.h"
-#include "platform/text.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/base/text.h"
 #include "platform/desktop/top_level.h"
-#include "platform/text.h"
 #include "tests/desktop/on_toolkit.h"
 
 namespace {

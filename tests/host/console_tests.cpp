@@ -1,4 +1,4 @@
-#include "host/console.h"
+#include "host/terminal/console.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 #include <string_view>
 
 #include "host/descriptor.h"
-#include "host/keyboard.h"
+#include "host/terminal/keyboard.h"
 
 namespace veldrin {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/handover_message.h"
+#include "host/instance/handover_message.h"
 
 #include <gtest/gtest.h>
 

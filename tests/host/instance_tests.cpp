@@ -1,5 +1,5 @@
 // The lock, the socket and the server, with real sockets in a folder of the test's own.
-#include "host/instance.h"
+#include "host/instance/instance.h"
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -13,7 +13,7 @@
 #include <filesystem>
 #include <thread>
 
-#include "host/handover_server.h"
+#include "host/instance/handover_server.h"
 #include "platform/headless/headless_driver.h"
 #include "tests/host/scratch_folder.h"
 

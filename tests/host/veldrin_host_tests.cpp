@@ -7,9 +7,9 @@
 #include <filesystem>
 
 #include "core/ambrisor.h"
+#include "platform/base/text.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/text.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 #include "tests/host/scratch_folder.h"
 
 namespace veldrin {

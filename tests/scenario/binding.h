@@ -20,7 +20,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/program.h"
+#include "core/state/program.h"
 #include "tests/scenario/value.h"
 
 namespace scenario {

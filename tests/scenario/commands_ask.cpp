@@ -1,7 +1,7 @@
 // Asking and setting: values, focus, timers, events, and the instance that `new` makes.
 #include "controls/list/jlist.h"
-#include "core/impulsevalue.h"
-#include "platform/text.h"
+#include "core/base/impulsevalue.h"
+#include "platform/base/text.h"
 #include "tests/scenario/commands.h"
 
 namespace scenario {

@@ -2,9 +2,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/files.h"
-#include "platform/profile.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
+#include "platform/files/files.h"
+#include "platform/files/profile.h"
 #include "tests/scenario/commands.h"
 
 namespace scenario {

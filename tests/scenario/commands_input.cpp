@@ -2,8 +2,8 @@
 // and plain window messages.
 #include <array>
 
-#include "core/frmmain.h"
-#include "platform/text.h"
+#include "core/state/frmmain.h"
+#include "platform/base/text.h"
 #include "tests/scenario/commands.h"
 
 namespace scenario {

@@ -2,7 +2,7 @@
 // pixels of the main window, or of the control that is named.
 #include <optional>
 
-#include "core/frmmain.h"
+#include "core/state/frmmain.h"
 #include "tests/scenario/commands.h"
 
 namespace scenario {

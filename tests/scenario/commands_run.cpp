@@ -1,8 +1,8 @@
 // Running: the component's life, time, and the host's side of the impulse channel.
 #include <algorithm>
 
-#include "core/frmmain.h"
-#include "core/impulses.h"
+#include "core/base/impulses.h"
+#include "core/state/frmmain.h"
 #include "tests/scenario/commands.h"
 
 namespace scenario {

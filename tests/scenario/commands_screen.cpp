@@ -2,8 +2,8 @@
 #include <array>
 #include <fstream>
 
-#include "core/frmmain.h"
-#include "platform/text.h"
+#include "core/state/frmmain.h"
+#include "platform/base/text.h"
 #include "tests/scenario/commands.h"
 
 namespace scenario {

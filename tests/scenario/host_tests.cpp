@@ -1,7 +1,7 @@
 // The scripted host: what it answers, logs and does.
 #include "tests/scenario/runner_fixture.h"
 
-#include "core/impulses.h"
+#include "core/base/impulses.h"
 #include "tests/scenario/world.h"
 
 namespace scenario {

@@ -3,8 +3,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/frmmain.h"
-#include "playlist/mMedia.h"
+#include "core/state/frmmain.h"
+#include "playlist/media.h"
 #include "tests/scenario/names.h"
 
 namespace scenario {

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <array>
 
-#include "core/frmmain.h"
-#include "core/program.h"
+#include "core/state/frmmain.h"
+#include "core/state/program.h"
 #include "tests/scenario/names.h"
 
 namespace scenario {

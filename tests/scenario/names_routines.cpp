@@ -1,9 +1,9 @@
 // The routines of the component that a scenario may call by name.
 #include "core/mAmbrisor.h"
-#include "core/mGeneral.h"
+#include "core/state/mGeneral.h"
 #include "menus/commandmenu.h"
 #include "playback/mPlayback.h"
-#include "playlist/mMedia.h"
+#include "playlist/media.h"
 #include "skin/panels.h"
 #include "skin/skin.h"
 #include "tests/scenario/names.h"

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "controls/list/jliststored.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 #include "tests/scenario/names.h"
 
 namespace scenario {

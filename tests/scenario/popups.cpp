@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "core/program.h"
-#include "platform/text.h"
+#include "core/state/program.h"
+#include "platform/base/text.h"
 #include "tests/scenario/words.h"
 #include "tests/scenario/world.h"
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 namespace scenario {
 

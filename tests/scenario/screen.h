@@ -6,8 +6,8 @@
 #include <functional>
 #include <optional>
 
+#include "platform/drawing/surface.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/surface.h"
 
 namespace platform {
 class WindowSystem;

@@ -4,7 +4,7 @@
 #include <sstream>
 #include <string_view>
 
-#include "platform/text.h"
+#include "platform/base/text.h"
 #include "tests/scenario/commands.h"
 #include "tests/scenario/world.h"
 

@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "core/impulses.h"
-#include "platform/text.h"
+#include "core/base/impulses.h"
+#include "platform/base/text.h"
 #include "tests/scenario/world.h"
 
 namespace scenario {

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/hostobject.h"
-#include "platform/types.h"
+#include "core/base/hostobject.h"
+#include "platform/base/types.h"
 
 namespace scenario {
 

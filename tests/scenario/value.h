@@ -7,9 +7,9 @@
 #include <string_view>
 #include <variant>
 
-#include "core/impulsevalue.h"
-#include "platform/types.h"
-#include "platform/widget.h"
+#include "core/base/impulsevalue.h"
+#include "platform/base/types.h"
+#include "platform/windows/widget.h"
 
 namespace sarnel {
 class JPopupMenu;

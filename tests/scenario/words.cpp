@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cstdint>
 
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 namespace scenario {
 

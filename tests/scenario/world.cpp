@@ -7,11 +7,11 @@
 #include "controls/jbutton.h"
 #include "controls/jslider.h"
 #include "controls/list/jlist.h"
-#include "core/failure.h"
-#include "core/frmmain.h"
-#include "core/program.h"
-#include "platform/files.h"
-#include "platform/text.h"
+#include "core/base/failure.h"
+#include "core/state/frmmain.h"
+#include "core/state/program.h"
+#include "platform/base/text.h"
+#include "platform/files/files.h"
 #include "tests/scenario/words.h"
 
 namespace scenario {

@@ -13,7 +13,7 @@
 
 #include "core/ambrisor.h"
 #include "menus/jpopupmenu.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 #include "shell/jhotkeys.h"
 #include "tests/scenario/names.h"
 #include "tests/scenario/popups.h"

@@ -11,7 +11,7 @@
 
 #include "core/ambrisor.h"
 #include "platform/driver.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "controls/list/jlist.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 #include "tests/unit/support/list_bench.h"
 #include "tests/unit/support/temp_folder.h"
 

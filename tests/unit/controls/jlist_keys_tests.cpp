@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "controls/list/jlist.h"
-#include "platform/messages.h"
+#include "platform/base/messages.h"
 #include "tests/unit/support/list_bench.h"
 
 namespace sarnel {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "controls/list/jlist.h"
-#include "core/failure.h"
+#include "core/base/failure.h"
 #include "tests/unit/support/list_bench.h"
 #include "tests/unit/support/naive_list.h"
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "controls/list/jlist.h"
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 #include "tests/unit/support/list_bench.h"
 
 namespace sarnel {

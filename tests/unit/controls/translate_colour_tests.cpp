@@ -1,4 +1,4 @@
-#include "controls/list/translate_colour.h"
+#include "controls/list/translatecolour.h"
 
 #include <gtest/gtest.h>
 

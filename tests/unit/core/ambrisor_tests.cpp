@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/messages.h"
+#include "platform/base/messages.h"
 #include "playback/mPlayback.h"
 #include "tests/unit/support/world.h"
 

@@ -1,4 +1,4 @@
-#include "core/impulsevalue.h"
+#include "core/base/impulsevalue.h"
 
 #include <gtest/gtest.h>
 

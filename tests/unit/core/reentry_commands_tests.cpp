@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "menus/commandmenu.h"
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 #include "playback/mPlayback.h"
 #include "tests/unit/support/reentry.h"
 

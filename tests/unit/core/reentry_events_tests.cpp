@@ -4,9 +4,9 @@
 
 #include "core/mAmbrisor.h"
 #include "menus/commandmenu.h"
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 #include "playback/mPlayback.h"
-#include "playlist/mMedia.h"
+#include "playlist/media.h"
 #include "tests/unit/support/reentry.h"
 
 namespace sarnel {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "core/impulsevalue.h"
-#include "core/mGeneral.h"
+#include "core/base/impulsevalue.h"
+#include "core/state/mGeneral.h"
 #include "tests/unit/support/world.h"
 
 namespace sarnel {

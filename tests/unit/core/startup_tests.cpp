@@ -8,7 +8,7 @@
 
 #include "core/mAmbrisor.h"
 #include "menus/jpopupmenu.h"
-#include "platform/messages.h"
+#include "platform/base/messages.h"
 #include "playback/mPlayback.h"
 #include "skin/panels.h"
 #include "tests/unit/support/world.h"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/mAmbrisor.h"
-#include "platform/messages.h"
+#include "platform/base/messages.h"
 #include "playback/mPlayback.h"
 #include "tests/unit/support/window_log.h"
 #include "tests/unit/support/world.h"

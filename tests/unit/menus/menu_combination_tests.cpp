@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "menus/jpopupmenu.h"
+#include "platform/base/keys.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/keys.h"
 
 namespace sarnel {
 namespace {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "menus/jpopupmenu.h"
+#include "platform/base/keys.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/keys.h"
 
 namespace sarnel {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "menus/jpopupmenu.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/menu_mark.h"
+#include "platform/menus/menu_mark.h"
 
 namespace sarnel {
 namespace {

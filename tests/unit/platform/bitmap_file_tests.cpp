@@ -1,5 +1,5 @@
 // Bitmap files made by hand, whole and damaged.
-#include "platform/bitmap_file.h"
+#include "platform/drawing/bitmap_file.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <variant>
 
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 namespace platform {
 namespace {

@@ -1,10 +1,10 @@
 // Labels and picture boxes. A unit of text is 6 x 13 pixels; its block fills the columns 1 to 4 and
 // the rows 3 to 9 of these.
-#include "platform/label.h"
+#include "platform/widgets/label.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/picture_box.h"
+#include "platform/widgets/picture_box.h"
 #include "tests/unit/support/screen_driver.h"
 
 namespace platform {

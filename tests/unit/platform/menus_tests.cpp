@@ -1,7 +1,7 @@
 // Popup menus as data: handles, items, their flags and their sizes.
 #include <gtest/gtest.h>
 
-#include "platform/menu_popup.h"
+#include "platform/menus/menu_popup.h"
 #include "tests/unit/support/menu_bench.h"
 
 namespace platform {

@@ -1,9 +1,9 @@
 // Picture boxes: what ShowText leaves out is only what is there already.
-#include "platform/picture_box.h"
+#include "platform/widgets/picture_box.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/text_drawing.h"
+#include "platform/drawing/text_drawing.h"
 #include "tests/unit/support/screen_driver.h"
 
 namespace platform {

@@ -1,5 +1,5 @@
 // Reading a profile. What a write leaves is in profile_write_tests.cpp.
-#include "platform/profile.h"
+#include "platform/files/profile.h"
 
 #include <gtest/gtest.h>
 

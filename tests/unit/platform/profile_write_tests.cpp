@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/profile.h"
+#include "platform/files/profile.h"
 #include "tests/unit/support/temp_folder.h"
 
 namespace platform {

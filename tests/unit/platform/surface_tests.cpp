@@ -1,5 +1,5 @@
 // Every drawing operation, against pictures drawn by hand.
-#include "platform/surface.h"
+#include "platform/drawing/surface.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // A single-line text box under keys, typed text and the clipboard.
 #include <gtest/gtest.h>
 
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 #include "tests/unit/support/text_box_bench.h"
 
 namespace platform {

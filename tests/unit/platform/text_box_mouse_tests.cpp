@@ -2,7 +2,7 @@
 // gap in front of unit n lies at 2 + 6 n.
 #include <gtest/gtest.h>
 
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 #include "tests/unit/support/text_box_bench.h"
 
 namespace platform {

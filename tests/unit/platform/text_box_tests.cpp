@@ -1,9 +1,9 @@
 // What a text box shows and holds: properties, drawing, and the page with its lines.
-#include "platform/text_box.h"
+#include "platform/widgets/text_box.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 #include "tests/unit/support/text_box_bench.h"
 
 namespace platform {

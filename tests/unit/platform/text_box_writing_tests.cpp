@@ -2,7 +2,7 @@
 // together.
 #include <gtest/gtest.h>
 
-#include "platform/keys.h"
+#include "platform/base/keys.h"
 #include "tests/unit/support/text_box_bench.h"
 
 namespace platform {

@@ -1,6 +1,6 @@
 // Text on surfaces. In the fixed-width driver each unit but a blank is a block that fills the
 // columns 1 to 4 and the rows 3 to 9 of its 6 x 13 pixels.
-#include "platform/text_drawing.h"
+#include "platform/drawing/text_drawing.h"
 
 #include <gtest/gtest.h>
 

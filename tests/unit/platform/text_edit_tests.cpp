@@ -1,5 +1,5 @@
 // Caret, selection and editing of a text, without a window.
-#include "platform/text_edit.h"
+#include "platform/widgets/text_edit.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Where lines end. In the fixed-width driver a unit is 6 pixels wide, so that 30 pixels take five.
-#include "platform/text_lines.h"
+#include "platform/drawing/text_lines.h"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/headless/headless_driver.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 namespace platform {
 namespace {

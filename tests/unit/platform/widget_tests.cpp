@@ -1,5 +1,5 @@
 // What every control is made of: place, looks, face, and messages that become events.
-#include "platform/widget.h"
+#include "platform/windows/widget.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <stdexcept>
 
 #include "platform/headless/headless_driver.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 namespace platform {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/headless/headless_driver.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 #include "tests/unit/support/pictures.h"
 #include "tests/unit/support/window_log.h"
 

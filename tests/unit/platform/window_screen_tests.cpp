@@ -5,7 +5,7 @@
 #include <list>
 #include <random>
 
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 #include "tests/unit/support/pictures.h"
 #include "tests/unit/support/screen_driver.h"
 

@@ -1,5 +1,5 @@
 // Windows themselves: places, the tree, showing, minimising, destroying, and what the driver hears.
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 #include <gtest/gtest.h>
 

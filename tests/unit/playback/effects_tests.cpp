@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/text.h"
+#include "platform/base/text.h"
 #include "playback/mPlayback.h"
 #include "tests/unit/support/world.h"
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "controls/list/rowtext.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 #include "playback/playedhistory.h"
 
 namespace sarnel {

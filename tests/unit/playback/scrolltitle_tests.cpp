@@ -1,7 +1,7 @@
 // The pulse's colours and the swinging title at their limits.
 #include <gtest/gtest.h>
 
-#include "core/failure.h"
+#include "core/base/failure.h"
 #include "playback/mPlayback.h"
 #include "tests/unit/support/world.h"
 

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/text.h"
+#include "platform/base/text.h"
 #include "tests/unit/support/world.h"
 
 namespace sarnel {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/text.h"
-#include "playlist/mMedia.h"
+#include "platform/base/text.h"
+#include "playlist/media.h"
 #include "tests/unit/support/world.h"
 
 namespace sarnel {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "core/impulses.h"
+#include "core/base/impulses.h"
 #include "menus/jpopupmenu.h"
-#include "platform/text.h"
+#include "platform/base/text.h"
 #include "skin/skin.h"
 #include "tests/unit/support/skin_text.h"
 #include "tests/unit/support/world.h"

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/impulses.h"
-#include "core/mGeneral.h"
+#include "core/base/impulses.h"
+#include "core/state/mGeneral.h"
 #include "menus/commandmenu.h"
 #include "menus/jpopupmenu.h"
 #include "playback/mPlayback.h"

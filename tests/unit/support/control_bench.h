@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/widget.h"
-#include "platform/window_system.h"
+#include "platform/windows/widget.h"
+#include "platform/windows/window_system.h"
 #include "tests/unit/support/screen_driver.h"
 
 namespace support {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 namespace support {
 

@@ -9,7 +9,7 @@
 
 #include "controls/list/jlist.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 namespace support {
 

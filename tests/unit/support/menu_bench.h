@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/base/keys.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/keys.h"
-#include "platform/menu.h"
-#include "platform/window_system.h"
+#include "platform/menus/menu.h"
+#include "platform/windows/window_system.h"
 
 namespace support {
 

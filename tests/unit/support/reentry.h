@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/widget.h"
+#include "platform/windows/widget.h"
 #include "tests/unit/support/world.h"
 
 namespace support {

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/failure.h"
-#include "platform/text.h"
+#include "core/base/failure.h"
+#include "platform/base/text.h"
 
 namespace support {
 

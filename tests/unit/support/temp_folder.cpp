@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "platform/text.h"
+#include "platform/base/text.h"
 
 namespace support {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/headless/headless_driver.h"
-#include "platform/text_box.h"
+#include "platform/widgets/text_box.h"
 
 namespace support {
 

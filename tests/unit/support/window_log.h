@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 
 namespace support {
 

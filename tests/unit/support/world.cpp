@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "platform/messages.h"
-#include "platform/text.h"
+#include "platform/base/messages.h"
+#include "platform/base/text.h"
 
 namespace support {
 

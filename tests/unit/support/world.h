@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "core/ambrisor.h"
-#include "core/frmmain.h"
-#include "core/program.h"
+#include "core/state/frmmain.h"
+#include "core/state/program.h"
 #include "platform/headless/headless_driver.h"
-#include "platform/window_system.h"
+#include "platform/windows/window_system.h"
 #include "tests/unit/support/fake_host.h"
 #include "tests/unit/support/temp_folder.h"
 

@@ -1,0 +1,86 @@
+#include "core/state/program.h"
+
+#include <utility>
+
+#include "core/base/component.h"
+#include "core/state/frmmain.h"
+
+namespace sarnel {
+
+namespace {
+
+// The one mutable pointer at namespace scope; see App().
+Program* runningProgram = nullptr;
+
+}  // namespace
+
+Program& App() {
+    return *runningProgram;
+}
+
+void SetApp(Program* program) {
+    runningProgram = program;
+}
+
+Program::Program(platform::WindowSystem& windowSystem, std::string componentDirectory,
+                 std::string userGuide)
+    : windows(windowSystem),
+      directory(std::move(componentDirectory)),
+      guide(std::move(userGuide)),
+      Popups(std::make_shared<mJPopupMenu>(windowSystem)) {}
+
+Program::~Program() {
+    main_.reset();
+    tip_.reset();
+    if (runningProgram == this) {  // a host may have begun anew already
+        runningProgram = nullptr;
+    }
+}
+
+frmMAIN& Program::Main() {
+    if (!main_) {
+        main_ = std::make_shared<frmMAIN>(windows);
+    }
+    return *main_;
+}
+
+frmTIP& Program::Tip() {
+    if (!tip_) {
+        tip_ = std::make_shared<frmTIP>(windows);
+    }
+    return *tip_;
+}
+
+void Program::UnloadTip() {
+    if (const auto tip = std::exchange(tip_, nullptr)) {
+        windows.DestroyWindow(tip->HWnd());
+        windows.DeferDelete(tip);
+    }
+}
+
+void Program::UnloadMain() {
+    // Unloading talks to the host, which may ask for the same once more: the first time does it
+    // all.
+    if (!main_ || unloading_) {
+        return;
+    }
+    unloading_ = true;
+    main_->Unload();
+    const auto main = std::exchange(main_, nullptr);
+    windows.DestroyWindow(main->HWnd());
+    windows.DeferDelete(main);
+    unloading_ = false;
+}
+
+Long SendImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue lParam1, ImpulseValue lParam2) {
+    Component* component = App().component;
+    return component != nullptr
+               ? component->sendVeldrinImpulse(uMsg, std::move(wParam), lParam1, lParam2)
+               : 0;
+}
+
+JList& Playlist() {
+    return App().Main().lstPlaylist;
+}
+
+}  // namespace sarnel

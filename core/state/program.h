@@ -1,0 +1,113 @@
+// The state of one run. It is born with the component and dies with it, so that two runs in one
+// process start clean. App() is the way of the free routines in the modules to it: the one pointer
+// at namespace scope, set while an Ambrisor lives.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "core/base/impulsevalue.h"
+#include "core/state/windowhooks.h"
+#include "menus/mJPopupMenu.h"
+#include "platform/windows/window_system.h"
+#include "playback/playedhistory.h"
+#include "skin/skintable.h"
+
+namespace sarnel {
+
+class Component;
+class frmMAIN;
+class frmTIP;
+
+/// Blue, green, red.
+using ColourBytes = std::array<std::uint8_t, 3>;
+
+struct Program {
+    Program(platform::WindowSystem& windowSystem, std::string componentDirectory,
+            std::string userGuide);
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    platform::WindowSystem& windows;
+    /// Raw bytes, without a separator at the end.
+    const std::string directory;
+    /// Path or address.
+    const std::string guide;
+
+    /// Stored by impulse 3; nothing can be sent before.
+    Component* component = nullptr;
+
+    // Playback modes, independent of each other.
+    bool Random = false;
+    bool RepeatList = false;
+    bool RepeatItem = false;
+    bool ManualAdvance = false;  ///< stop at the end of an item
+    bool PlayAtStartup = false;
+
+    /// Which fact picInfoDisplay shows: 0 played, 1 remaining, 2 format, 3 bit rate.
+    Long DisplayMode = 0;
+    Long SortFilesMode = 0;
+    Long CurrentSkin = 0;
+
+    /// The tick timer runs and the position is followed: False when stopped and when paused.
+    bool Playing = false;
+    /// The host's last answer to the tick.
+    bool StreamAlive = true;
+    PlayedHistory History;
+
+    std::u16string InfoText;
+    /// The scrolling title, four copies long, and where it is drawn in picScrollText.
+    std::u16string ScrollText;
+    platform::Rect ScrollRect;
+    bool ScrollBack = false;
+    Long PulseLevel = 0;
+    bool PulseFalling = false;
+    /// The two ends of the pulse.
+    ColourBytes PulseColorFrom{};
+    ColourBytes PulseColorTo{};
+    /// Where InfoText is drawn in picInfoDisplay.
+    platform::Rect DisplayRect;
+
+    /// Where the button went down on the window's surface, in pixels of the surface.
+    platform::Point DragOrigin;
+    /// The desktop less its panels; read at impulse 3 and after each change of it.
+    platform::Rect WorkArea;
+
+    WindowHooks Hooks;
+    /// What all popup menus share; each holds it while it lives.
+    std::shared_ptr<mJPopupMenu> Popups;
+
+    SkinTable Skins;
+
+    /// The main window, created on demand; only its load event runs start-up.
+    frmMAIN& Main();
+    /// The main window if there is one.
+    frmMAIN* ExistingMain() const { return main_.get(); }
+    frmTIP& Tip();
+    /// Unloads the tooltip, then the main window. The objects live on until no message is handled.
+    void UnloadTip();
+    void UnloadMain();
+
+  private:
+    std::shared_ptr<frmMAIN> main_;
+    std::shared_ptr<frmTIP> tip_;
+    bool unloading_ = false;
+};
+
+/// The run in progress. There is one while an Ambrisor lives.
+Program& App();
+/// For Ambrisor alone.
+void SetApp(Program* program);
+
+/// Sends an impulse through the component reference; lost, with answer 0, before impulse 3.
+Long SendImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue lParam1, ImpulseValue lParam2);
+
+/// The playlist control of the main window.
+class JList;
+JList& Playlist();
+
+}  // namespace sarnel

@@ -1,0 +1,65 @@
+// The running instance's ear: takes what later starts send over the local socket, from the main
+// loop and without ever blocking it. Whoever is not this user, says something that is no message,
+// too much, or nothing for too long is dropped without an answer.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <vector>
+
+#include "host/descriptor.h"
+#include "host/instance/handover_message.h"
+#include "platform/windows/window_system.h"
+
+namespace veldrin {
+
+class HandoverServer {
+  public:
+    /// What a sender may cost.
+    struct Limits {
+        platform::Millis silence = 1000;  ///< without a byte
+        platform::Millis whole = 5000;    ///< from the connection to the end of the message
+        std::size_t connections = 16;     ///< at a time
+    };
+
+    /// One whole message of a sender who has had his answer.
+    using Deliver = std::function<void(const std::vector<Request>&)>;
+
+    /// `deliver` runs from the event pump. The window system must outlive the server and is not
+    /// pumped any more once the server is gone.
+    HandoverServer(platform::WindowSystem& windows, Descriptor listening, Deliver deliver,
+                   Limits limits);
+    ~HandoverServer();
+    HandoverServer(const HandoverServer&) = delete;
+    HandoverServer& operator=(const HandoverServer&) = delete;
+
+    /// Nobody is heard any more. Answers the connections of those who asked to quit: once they are
+    /// closed, the senders know that this instance has ended.
+    std::vector<Descriptor> StopListening();
+
+  private:
+    struct Connection {
+        Descriptor socket;
+        MessageReader reader;
+        platform::Millis begun = 0;
+        platform::Millis lastHeard = 0;
+        long serial = 0;  ///< a descriptor's number is used again, this is not
+    };
+
+    void Accept();
+    void Read(int number);
+    void Complete(int number);
+    void Drop(int number);
+    void ScheduleExpiry(int number, long serial, platform::Millis delay);
+    void Expire(int number, long serial);
+
+    platform::WindowSystem& windows_;
+    Descriptor listening_;
+    Deliver deliver_;
+    Limits limits_;
+    std::map<int, Connection> connections_;  ///< by descriptor
+    std::vector<Descriptor> waitingForEnd_;
+    long lastSerial_ = 0;
+};
+
+}  // namespace veldrin

@@ -1,0 +1,139 @@
+// A surface is a rectangle of pixels to draw on: the face of a control, a picture of the skin, the
+// finished picture of a window. Drawing is exact: the same calls give the same pixels on every
+// desktop. Whatever lies outside a surface is dropped. Nobody but the drawing routines and a driver
+// that shows a finished surface touches its pixels, so that surfaces can one day be finer than
+// coordinates are.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/base/types.h"
+
+namespace platform {
+
+/// One pixel as it lies in memory: 0x00RRGGBB.
+using Pixel = std::uint32_t;
+
+inline constexpr Pixel PixelOf(Colour colour) {
+    const auto bits = static_cast<std::uint32_t>(colour);
+    return ((bits & 0xFF) << 16) | (bits & 0xFF00) | ((bits >> 16) & 0xFF);
+}
+inline constexpr Colour ColourOf(Pixel pixel) {
+    return static_cast<Colour>(((pixel & 0xFF) << 16) | (pixel & 0xFF00) | ((pixel >> 16) & 0xFF));
+}
+
+// Raster operations of a copy.
+inline constexpr Long SRCCOPY = 13369376;  ///< the source replaces what was there
+inline constexpr Long SRCAND = 8913094;    ///< bits that both have stay
+
+// Styles of a pen one pixel wide.
+inline constexpr Long PS_SOLID = 0;
+inline constexpr Long PS_DOT = 2;  ///< three pixels drawn, three left as they are
+
+/// Coverage of one line of text, 0 to 255 a pixel, row by row from the top.
+struct TextPicture {
+    Long width = 0;
+    Long height = 0;
+    std::vector<std::uint8_t> coverage;
+};
+
+/// A rectangle of a source that may lie between its pixels: an image strip of three rows need not
+/// be a multiple of 3 high.
+struct SourceRect {
+    double left = 0;
+    double top = 0;
+    double width = 0;
+    double height = 0;
+};
+
+class Surface {
+  public:
+    Surface() = default;
+    /// Black. A negative size counts as 0.
+    explicit Surface(Size size);
+
+    Long Width() const { return size_.width; }
+    Long Height() const { return size_.height; }
+    Size GetSize() const { return size_; }
+    Rect Bounds() const { return {0, 0, size_.width, size_.height}; }
+    bool IsEmpty() const { return pixels_.empty(); }
+
+    /// The colour of a point, -1 outside.
+    Colour GetPixel(Point point) const;
+    void SetPixel(Point point, Colour colour);
+
+    /// Another size; what fits of the old content stays at the top left, the rest is `fill`.
+    void Resize(Size size, Colour fill);
+
+    void FillRect(const Rect& rect, Colour colour);
+
+    /// Copies `to.Width()` x `to.Height()` pixels from `from` on; source and target may be the same
+    /// surface only if the rectangles do not overlap.
+    void BitBlt(const Rect& to, const Surface& source, Point from, Long operation = SRCCOPY);
+
+    /// Draws `ink` where the top left part of a source is black, and leaves the rest alone: a
+    /// picture of one bit a pixel in a colour of one's choice.
+    void Stamp(const Rect& to, const Surface& source, Colour ink);
+
+    /// Copies a source rectangle, stretched or squeezed to fill `to`: each pixel takes the source
+    /// pixel that lies under its centre. Outside of the source nothing is drawn.
+    void StretchBlt(const Rect& to, const Surface& source, const SourceRect& from);
+
+    /// The outline of a rectangle, one pixel wide, inside of it; what lies within is left alone.
+    void Outline(const Rect& rect, Colour colour, Long penStyle);
+
+    /// A line one pixel wide. The end point is not drawn.
+    void Line(Point from, Point to, Colour colour);
+
+    /// Blends a colour over the surface by a text's coverage, whose top left corner goes to `at`;
+    /// only within `clip`.
+    void BlendText(const TextPicture& text, Point at, const Rect& clip, Colour colour);
+
+    // For the drawing routines and drivers alone.
+
+    const Pixel* Row(Long y) const { return pixels_.data() + RowStart(y); }
+    Pixel* Row(Long y) { return pixels_.data() + RowStart(y); }
+
+  private:
+    std::size_t RowStart(Long y) const {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width);
+    }
+
+    Size size_;
+    std::vector<Pixel> pixels_;
+};
+
+/// A picture that many controls share and nobody changes. A null pointer is "no picture".
+using PictureRef = std::shared_ptr<const Surface>;
+
+/// Which points of a control belong to it: those of a mask picture that have not the transparent
+/// colour.
+class Mask {
+  public:
+    Mask(const Surface& picture, Colour transparent);
+
+    /// Whether the point is drawn and can be clicked; False outside the picture.
+    bool Contains(Point point) const;
+    Size GetSize() const { return size_; }
+
+  private:
+    Size size_;
+    std::vector<bool> inside_;
+};
+
+// Rectangles, as far as drawing needs them.
+
+inline bool IsEmpty(const Rect& rect) {
+    return rect.right <= rect.left || rect.bottom <= rect.top;
+}
+Rect Intersect(const Rect& a, const Rect& b);
+/// The smallest rectangle around both; an empty one counts for nothing.
+Rect Unite(const Rect& a, const Rect& b);
+inline Rect Offset(const Rect& rect, Point by) {
+    return {rect.left + by.x, rect.top + by.y, rect.right + by.x, rect.bottom + by.y};
+}
+
+}  // namespace platform

@@ -1,0 +1,138 @@
+#include "platform/drawing/text_drawing.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "platform/drawing/text_lines.h"
+
+namespace platform {
+
+namespace {
+
+constexpr Long kPieceWidth = 2048;
+// Enough for the rows of several screens; a piece of a row takes some 4 KiB.
+constexpr std::size_t kMostBytes = 1U << 20;
+// No surface is wide enough for more, and shaping takes time that grows with the text.
+constexpr std::size_t kMostUnits = 8192;
+
+// A text as its format reads it; kept in `room` where that differs from how it is written.
+std::u16string_view WithoutMarks(std::u16string_view text, Long format, std::u16string& room) {
+    constexpr char16_t kMark = u'&';
+    if ((format & DT_NOPREFIX) != 0 || text.find(kMark) == std::u16string_view::npos) {
+        return text;
+    }
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == kMark && ++i == text.size()) {
+            break;  // a mark of nothing
+        }
+        room.push_back(text[i]);
+    }
+    return room;
+}
+
+}  // namespace
+
+std::size_t TextDrawing::KeyHash::operator()(const Key& key) const {
+    const std::size_t text = std::hash<std::u16string_view>()(key.text);
+    const std::size_t font = std::hash<std::u16string_view>()(key.font->name);
+    return text ^ (font << 1) ^ static_cast<std::size_t>(key.font->size * 8 + key.number);
+}
+
+std::size_t TextDrawing::BytesOf(const Piece& piece) {
+    return sizeof(Piece) + piece.text.size() * sizeof(char16_t) + piece.picture.coverage.size();
+}
+
+const TextPicture& TextDrawing::Rendered(const Font& font, std::u16string_view text, Long number) {
+    const auto found = found_.find({&font, text, number});
+    if (found != found_.end()) {
+        pieces_.splice(pieces_.begin(), pieces_, found->second);
+        return pieces_.front().picture;
+    }
+    pieces_.push_front({font, std::u16string(text), number,
+                        driver_.RenderText(font, text, number * kPieceWidth, kPieceWidth)});
+    const Piece& piece = pieces_.front();
+    found_[{&piece.font, piece.text, number}] = pieces_.begin();
+    bytes_ += BytesOf(piece);
+    while (bytes_ > kMostBytes && pieces_.size() > 1) {
+        const Piece& last = pieces_.back();
+        bytes_ -= BytesOf(last);
+        found_.erase({&last.font, last.text, last.number});
+        pieces_.pop_back();
+    }
+    return piece.picture;
+}
+
+Long TextDrawing::WidthOf(const Font& font, std::u16string_view text) {
+    const Long width = Rendered(font, text, 0).width;
+    return width < kPieceWidth ? width : driver_.MeasureText(font, text).width;
+}
+
+void TextDrawing::DrawLine(Surface& surface, const Font& font, std::u16string_view text,
+                           const Rect& rect, Long format, Colour colour) {
+    text = text.substr(0, kMostUnits);
+    Point at{rect.left, rect.top};
+    if ((format & DT_CENTER) != 0) {
+        at.x += (rect.Width() - WidthOf(font, text)) / 2;
+    } else if ((format & DT_RIGHT) != 0) {
+        at.x = rect.right - WidthOf(font, text);
+    }
+    if ((format & DT_VCENTER) != 0 && (format & DT_SINGLELINE) != 0) {
+        at.y += (rect.Height() - Rendered(font, text, 0).height) / 2;
+    }
+    const bool clips = (format & DT_NOCLIP) == 0;
+    const Rect clip = clips ? Intersect(rect, surface.Bounds()) : surface.Bounds();
+    Long number = std::max(clip.left - at.x, 0) / kPieceWidth;
+    for (; at.x + number * kPieceWidth < clip.right; ++number) {
+        const TextPicture& piece = Rendered(font, text, number);
+        surface.BlendText(piece, {at.x + number * kPieceWidth, at.y}, clip, colour);
+        if (piece.width < kPieceWidth) {
+            return;
+        }
+    }
+}
+
+void TextDrawing::Draw(Surface& surface, const Font& font, std::u16string_view text,
+                       const Rect& rect, Long format, Colour colour) {
+    std::u16string room;
+    text = WithoutMarks(text, format, room);
+    const bool clips = (format & DT_NOCLIP) == 0;
+    if (text.empty() || (clips && IsEmpty(Intersect(rect, surface.Bounds())))) {
+        return;
+    }
+    if ((format & DT_SINGLELINE) != 0) {
+        DrawLine(surface, font, text, rect, format, colour);
+        return;
+    }
+    const Long height = Rendered(font, u"^j", 0).height;
+    const Long width = (format & DT_WORDBREAK) != 0 ? rect.Width() : 0;
+    Rect line = rect;
+    for (const std::u16string_view words : BreakLines(driver_, font, text, width)) {
+        if (!words.empty()) {
+            DrawLine(surface, font, words, line, format & ~DT_VCENTER, colour);
+        }
+        line.top += height;
+        if (line.top >= rect.bottom) {
+            return;
+        }
+    }
+}
+
+Rect TextDrawing::Calculate(const Font& font, std::u16string_view text, const Rect& rect,
+                            Long format) const {
+    std::u16string room;
+    text = WithoutMarks(text, format, room);
+    Size size = driver_.MeasureText(font, u"^j");
+    if ((format & DT_SINGLELINE) != 0) {
+        size.width = driver_.MeasureText(font, text).width;
+    } else {
+        const Long width = (format & DT_WORDBREAK) != 0 ? rect.Width() : 0;
+        const auto lines = BreakLines(driver_, font, text, width);
+        size = {0, size.height * static_cast<Long>(lines.size())};
+        for (const std::u16string_view line : lines) {
+            size.width = std::max(size.width, driver_.MeasureText(font, line).width);
+        }
+    }
+    return {rect.left, rect.top, rect.left + size.width, rect.top + size.height};
+}
+
+}  // namespace platform

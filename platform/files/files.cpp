@@ -1,0 +1,217 @@
+#include "platform/files/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "platform/base/text.h"
+
+namespace platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t kBufferSize = 1 << 16;
+
+std::optional<struct stat> Status(std::u16string_view path) {
+    struct stat status {};
+    if (path.find(u'\0') != std::u16string_view::npos || stat(Narrow(path).c_str(), &status) != 0) {
+        return std::nullopt;
+    }
+    return status;
+}
+
+bool IsHidden(std::u16string_view path) {
+    const std::size_t slash = path.rfind(kPathSeparator);
+    const std::size_t name = slash == std::u16string_view::npos ? 0 : slash + 1;
+    return name < path.size() && path[name] == u'.';
+}
+
+bool WriteAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR) {
+            return false;
+        }
+        bytes.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+bool BeforeIgnoringCase(const FolderEntry& a, const FolderEntry& b) {
+    const auto less = [](char16_t x, char16_t y) { return UpperUnit(x) < UpperUnit(y); };
+    if (std::lexicographical_compare(a.name.begin(), a.name.end(), b.name.begin(), b.name.end(),
+                                     less)) {
+        return true;
+    }
+    return EqualIgnoringCase(a.name, b.name) && a.name < b.name;
+}
+
+}  // namespace
+
+std::u16string JoinPath(std::u16string_view directory, std::u16string_view name) {
+    std::u16string path(directory);
+    path += kPathSeparator;
+    path += name;
+    return path;
+}
+
+std::optional<std::int64_t> FileLength(std::u16string_view path) {
+    const auto status = Status(path);
+    if (!status || S_ISDIR(status->st_mode)) {
+        return std::nullopt;
+    }
+    return status->st_size;
+}
+
+bool DirectoryMatches(std::u16string_view path) {
+    return Status(path).has_value();
+}
+
+bool OrdinaryFileMatches(std::u16string_view path) {
+    const auto status = Status(path);
+    return status && S_ISREG(status->st_mode) && !IsHidden(path);
+}
+
+std::vector<FolderEntry> ListFolder(std::u16string_view path) {
+    std::vector<FolderEntry> entries;
+    std::error_code error;
+    fs::directory_iterator it(Narrow(path), error);
+    for (; !error && it != fs::directory_iterator(); it.increment(error)) {
+        const std::string name = it->path().filename().native();
+        if (name.empty() || name.front() == '.') {
+            continue;
+        }
+        std::error_code ignored;
+        entries.push_back({Widen(name), it->is_directory(ignored)});
+    }
+    std::sort(entries.begin(), entries.end(), BeforeIgnoringCase);
+    return entries;
+}
+
+bool LeadsUpwards(std::u16string_view folder) {
+    std::error_code error;
+    const fs::path path = fs::path(Narrow(folder)).parent_path();  // without the last separator
+    const fs::path target = fs::canonical(path, error);
+    for (fs::path above = path.parent_path(); !error; above = above.parent_path()) {
+        if (fs::canonical(above, error) == target) {
+            return !error;
+        }
+        if (above == above.parent_path()) {
+            return false;
+        }
+    }
+    return true;  // what cannot be resolved is not worth a search
+}
+
+std::optional<std::string> ReadWholeFile(std::u16string_view path) {
+    FileReader file(path);
+    if (!file.IsOpen()) {
+        return std::nullopt;
+    }
+    std::string bytes;
+    while (file.Append(bytes)) {
+    }
+    return bytes;
+}
+
+bool ReplaceFile(std::u16string_view path, std::string_view bytes, Disk disk) {
+    if (disk == Disk::kFull) {
+        return false;
+    }
+    std::error_code error;
+    fs::path target(Narrow(path));
+    const fs::path resolved = fs::canonical(target, error);
+    if (!error) {
+        target = resolved;
+    }
+    struct stat status {};
+    const bool existed = stat(target.c_str(), &status) == 0;
+    if (existed && access(target.c_str(), W_OK) != 0) {
+        return false;
+    }
+    std::string temporary = target.native() + ".XXXXXX";
+    const int descriptor = mkostemp(temporary.data(), O_CLOEXEC);
+    if (descriptor < 0) {
+        return false;
+    }
+    bool good = WriteAll(descriptor, bytes);
+    good = fchmod(descriptor, existed ? status.st_mode & 07777 : 0600) == 0 && good;
+    good = close(descriptor) == 0 && good;
+    good = good && rename(temporary.c_str(), target.c_str()) == 0;
+    if (!good) {
+        unlink(temporary.c_str());
+    }
+    return good;
+}
+
+bool RemoveFile(std::u16string_view path, Disk disk) {
+    return disk == Disk::kWritable && unlink(Narrow(path).c_str()) == 0;
+}
+
+FileReader::FileReader(std::u16string_view path)
+    : descriptor_(open(Narrow(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+    struct stat status {};
+    // A pipe or device in the file's place could feed us for ever.
+    if (descriptor_ >= 0 && (fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode))) {
+        close(descriptor_);
+        descriptor_ = -1;
+    }
+}
+
+FileReader::~FileReader() {
+    if (descriptor_ >= 0) {
+        close(descriptor_);
+    }
+}
+
+bool FileReader::Append(std::string& buffer) {
+    const std::size_t filled = buffer.size();
+    buffer.resize(filled + kBufferSize);
+    ssize_t count = 0;
+    do {
+        count = read(descriptor_, buffer.data() + filled, kBufferSize);
+    } while (count < 0 && errno == EINTR);
+    buffer.resize(filled + (count > 0 ? static_cast<std::size_t>(count) : 0));
+    return count > 0;
+}
+
+FileWriter::FileWriter(std::u16string_view path, Disk disk) {
+    if (disk == Disk::kWritable) {
+        descriptor_ = open(Narrow(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        buffer_.reserve(kBufferSize);
+    }
+}
+
+FileWriter::~FileWriter() {
+    if (descriptor_ >= 0) {
+        close(descriptor_);
+    }
+}
+
+void FileWriter::Write(std::string_view bytes) {
+    buffer_ += bytes;
+    if (buffer_.size() >= kBufferSize - 4096) {
+        Flush();
+    }
+}
+
+void FileWriter::Flush() {
+    failed_ = failed_ || descriptor_ < 0 || !WriteAll(descriptor_, buffer_);
+    buffer_.clear();
+}
+
+bool FileWriter::Close() {
+    Flush();
+    const int descriptor = std::exchange(descriptor_, -1);
+    return descriptor >= 0 && close(descriptor) == 0 && !failed_;
+}
+
+}  // namespace platform

@@ -1,0 +1,93 @@
+// Files and folders, as the rules need them. Paths are text with "/" between names (bytes that are
+// not UTF-8 survive, see platform/base/text.h). Nothing here throws; a failure is an empty answer.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/base/types.h"
+
+namespace platform {
+
+inline constexpr char16_t kPathSeparator = u'/';
+
+/// `directory` (without a separator at its end), a separator, `name`.
+std::u16string JoinPath(std::u16string_view directory, std::u16string_view name);
+
+/// Length in bytes of an ordinary file, or of what a link to one leads to.
+std::optional<std::int64_t> FileLength(std::u16string_view path);
+
+/// Whether a search for `path` finds a folder, or also a file if the path does not end in a
+/// separator. Hidden (dot) entries are found by their own name.
+bool DirectoryMatches(std::u16string_view path);
+
+/// Whether a search that sees ordinary files only finds `path`: no folder, no hidden (dot) file.
+bool OrdinaryFileMatches(std::u16string_view path);
+
+struct FolderEntry {
+    std::u16string name;
+    bool isFolder = false;
+};
+
+/// A folder's names without dot files, ignoring case in alphabetical order (names that differ only
+/// in case: by code unit). Links count as what they lead to. Empty if the folder cannot be read.
+std::vector<FolderEntry> ListFolder(std::u16string_view path);
+
+/// Whether a folder is a link that leads to a folder above itself: following it would never end.
+bool LeadsUpwards(std::u16string_view folder);
+
+std::optional<std::string> ReadWholeFile(std::u16string_view path);
+
+/// Whether files can be written, made, renamed and deleted at all. On a full disk they cannot;
+/// reading goes on.
+enum class Disk { kWritable, kFull };
+
+/// Puts `bytes` in the place of the file in one step: whoever reads meanwhile, or after a crash,
+/// finds the old content or the new, never a part. A link stays a link. False if that failed, and
+/// then the old file is as it was.
+[[nodiscard]] bool ReplaceFile(std::u16string_view path, std::string_view bytes,
+                               Disk disk = Disk::kWritable);
+
+bool RemoveFile(std::u16string_view path, Disk disk = Disk::kWritable);
+
+/// An ordinary file that is read from its beginning, piece by piece.
+class FileReader {
+  public:
+    explicit FileReader(std::u16string_view path);
+    ~FileReader();
+    FileReader(const FileReader&) = delete;
+    FileReader& operator=(const FileReader&) = delete;
+
+    bool IsOpen() const { return descriptor_ >= 0; }
+    /// Appends the next piece to `buffer`. False at the end, and after a failure.
+    [[nodiscard]] bool Append(std::string& buffer);
+
+  private:
+    int descriptor_ = -1;
+};
+
+/// A file that is written from its beginning; an existing one is emptied. Buffered.
+class FileWriter {
+  public:
+    explicit FileWriter(std::u16string_view path, Disk disk = Disk::kWritable);
+    ~FileWriter();
+    FileWriter(const FileWriter&) = delete;
+    FileWriter& operator=(const FileWriter&) = delete;
+
+    bool IsOpen() const { return descriptor_ >= 0; }
+    /// After a failure nothing more is written.
+    void Write(std::string_view bytes);
+    /// True if all that was written has reached the file.
+    [[nodiscard]] bool Close();
+
+  private:
+    void Flush();
+
+    int descriptor_ = -1;
+    bool failed_ = false;
+    std::string buffer_;
+};
+
+}  // namespace platform

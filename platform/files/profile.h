@@ -1,0 +1,26 @@
+// A private-profile text file: sections in brackets, "key=value" lines, ";" comments. Sections and
+// keys are found ignoring case. A write changes one line and keeps all others to the byte:
+// comments, order, blank lines and line ends. It replaces the file in one step, so that a crash
+// never leaves half a file.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/files/files.h"
+
+namespace platform {
+
+/// The value without the blanks around it, cut to `bufferSize` - 1 bytes; the default (cut
+/// likewise) if file, section or key is missing.
+std::string GetPrivateProfileString(std::string_view section, std::string_view key,
+                                    std::string_view defaultValue, std::size_t bufferSize,
+                                    std::u16string_view file);
+
+/// False, with the file as it was, if the write failed. A value ends at its first line end or NUL,
+/// since the file has no way to hold one.
+bool WritePrivateProfileString(std::string_view section, std::string_view key,
+                               std::string_view value, std::u16string_view file,
+                               Disk disk = Disk::kWritable);
+
+}  // namespace platform

@@ -1,0 +1,43 @@
+// A picture box: a flat area that holds other controls or that its owner draws on.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/windows/widget.h"
+
+namespace platform {
+
+class PictureBox : public Widget {
+  public:
+    using Widget::Widget;
+
+    /// Size of what can be drawn on, in pixels.
+    Long ScaleWidth() const { return Width(); }
+    Long ScaleHeight() const { return Height(); }
+
+    /// Fills the whole with BackColor.
+    void Cls();
+    /// Draws text in ForeColor and the box's font, by a format of text_drawing.h.
+    void DrawText(std::u16string_view text, const Rect& rect, Long format);
+    /// Cls, then DrawText; nothing if that is all the box shows already.
+    void ShowText(std::u16string_view text, const Rect& rect, Long format);
+    /// Brings what has been drawn since to the screen.
+    void Refresh() { ShowFace(); }
+
+  protected:
+    void MouseUp(const MouseEvent& event) override;
+    void Resized() override { Cls(); }
+    void LooksChanged() override { Cls(); }
+
+  private:
+    /// What ShowText drew, if nothing has been drawn since.
+    struct Shown {
+        std::u16string text;
+        Rect rect;
+        Long format = 0;
+    };
+    std::optional<Shown> shown_;
+};
+
+}  // namespace platform

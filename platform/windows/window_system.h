@@ -1,0 +1,326 @@
+// The window system, written once for every desktop: windows with handles, parents and procedures,
+// messages, focus, pointer, timers, the event pump, waiting, and the picture of each top-level
+// window, put together from the faces of the windows in it. Child windows are not native windows; a
+// driver only ever hears of top-level ones. Operations are named as the system's rules name them. A
+// handle that names no window makes an operation do nothing and answer 0 or False.
+//
+// Everything runs on one thread, and everything may be re-entered: a procedure may pump, close or
+// destroy its own window. What must outlive the dispatch that ends it goes to DeferDelete.
+#pragma once
+
+#include <bitset>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/base/messages.h"
+#include "platform/base/types.h"
+#include "platform/drawing/surface.h"
+#include "platform/drawing/text_drawing.h"
+#include "platform/driver.h"
+#include "platform/menus/menu.h"
+
+namespace platform {
+
+struct Message {
+    Handle window = 0;
+    Long id = 0;
+    Long wParam = 0;
+    Long lParam = 0;
+};
+
+using WindowProc = std::function<Long(const Message&)>;
+
+/// A timer's callback: the window and the id it was set with.
+using TimerProc = std::function<void(Handle window, Long id)>;
+
+/// Sees a key before the focus does: a virtual-key code, the modifiers 1 Shift, 2 Ctrl, 4 Alt, and
+/// whether it goes down. True eats it. Keys that the focus writes with are not shown to it.
+using KeyboardProc = std::function<bool(Long code, Long modifiers, bool down)>;
+
+/// What WM_COPYDATA hands over: a second start's command line, in the narrow code page.
+struct CopyDataRecord {
+    Long data = 0;
+    std::string bytes;
+};
+
+class WindowSystem {
+  public:
+    /// The driver must outlive the window system.
+    explicit WindowSystem(Driver& driver);
+    ~WindowSystem();
+    WindowSystem(const WindowSystem&) = delete;
+    WindowSystem& operator=(const WindowSystem&) = delete;
+
+    Driver& GetDriver() { return driver_; }
+    const Driver& GetDriver() const { return driver_; }
+
+    // Windows. Rectangles are in pixels of the parent's client area, of the screen for a top-level
+    // window (parent 0).
+
+    /// A hidden, enabled window above its siblings.
+    Handle CreateWindow(Handle parent, const Rect& rect, WindowProc proc);
+    /// A hidden top-level window for a popup of `owner`: it lies above all others, and neither
+    /// takes the focus nor stands in any list of windows.
+    Handle CreatePopup(Handle owner);
+    /// A number that names nothing else, for other things that are known by handles.
+    Handle NewHandle() { return ++lastHandle_; }
+    /// Sends WM_DESTROY to the window and its children, kills their timers and forgets them.
+    void DestroyWindow(Handle window);
+    bool IsWindow(Handle window) const;
+    Handle GetParent(Handle window) const;
+    /// The top-level window above, or the window itself.
+    Handle GetTopLevel(Handle window) const;
+    Rect GetRect(Handle window) const;
+    /// In screen pixels.
+    Rect GetWindowRect(Handle window) const;
+    /// Size and place as the flags (SWP_...) leave them; `insertAfter` may be HWND_TOPMOST or
+    /// HWND_NOTOPMOST for a top-level window. A change of size sends WM_SIZE once the window has
+    /// been shown.
+    void SetWindowPos(Handle window, Handle insertAfter, Long x, Long y, Long width, Long height,
+                      Long flags);
+    void BringToFront(Handle window);
+    bool IsTopMost(Handle window) const;
+
+    /// Shows or hides. The first showing of a top-level window, and one that restores it, sends
+    /// WM_SIZE with SIZE_RESTORED; SW_MINIMIZE sends SIZE_MINIMIZED.
+    void ShowWindow(Handle window, Long command);
+    /// The window's own flag, whatever its parents' are.
+    bool IsVisible(Handle window) const;
+    bool IsIconic(Handle window) const;
+    void SetMinimised(Handle window, bool minimised);
+    /// Whether the desktop has ever put this top-level window somewhere by itself.
+    bool WasMovedByDesktop(Handle window) const;
+    void EnableWindow(Handle window, bool enabled);
+    bool IsEnabled(Handle window) const;
+    void SetWindowText(Handle window, std::u16string_view text);
+    std::u16string GetWindowText(Handle window) const;
+    Long GetWindowLong(Handle window, Long index) const;
+    /// Answers the former value.
+    Long SetWindowLong(Handle window, Long index, Long value);
+
+    /// The window that shows at a screen point, 0 if none: the uppermost one that is visible and
+    /// enabled and whose mask has the point. A windowless one is answered by its parent.
+    Handle WindowFromPoint(Point ptScreen) const;
+
+    // Faces and the screen. A window's face is what it shows of its own; its children lie over it,
+    // clipped by it.
+
+    /// The face is not owned and must be taken back (null) before it ends. Without a face a window
+    /// lets its parent shine through. Points that the face does not have show the parent, too.
+    void SetFace(Handle window, const Surface* face);
+    const Surface* GetFace(Handle window) const;
+    /// Only the points of the mask are shown and can be hit; null: all of them.
+    void SetMask(Handle window, std::shared_ptr<const Mask> mask);
+    /// Marks a window that is only a mark on its parent, as labels are.
+    void SetWindowless(Handle window, bool windowless);
+    /// A part of the face has changed; it is on the screen after the next pump or UpdateScreen.
+    void InvalidateRect(Handle window, const Rect& rectClient);
+    /// Brings what has changed to the screen now. Pixels that are as they were are not sent.
+    void UpdateScreen();
+    /// The whole picture of a top-level window as it would be shown.
+    Surface Compose(Handle topLevel) const;
+    /// The whole screen, with all visible windows on it.
+    Surface ComposeScreen() const;
+
+    TextDrawing& Text() { return text_; }
+    Menus& PopupMenus() { return menus_; }
+
+    // The pointer and the keyboard.
+
+    Point GetCursorPos() const { return driver_.Pointer(); }
+    /// The window that a button was pressed on and that gets the pointer's messages until all
+    /// buttons are up; 0 if none.
+    Handle GetCapture() const { return capture_; }
+    /// One WM_MOUSELEAVE to the window when the pointer leaves it.
+    void TrackMouseLeave(Handle window);
+    /// Modifiers of the last input: 1 Shift, 2 Ctrl, 4 Alt.
+    Long Modifiers() const { return modifiers_; }
+
+    /// Whether the key with that code is down.
+    bool GetAsyncKeyState(Long code) const;
+    /// Puts a procedure in front of all keys, of others that are there too; the answer names it. An
+    /// open menu takes keys before it. Of a key that is eaten nobody gets the text either.
+    Handle SetWindowsHookEx(KeyboardProc proc);
+    void UnhookWindowsHookEx(Handle hook);
+
+    /// What happens when the driver reports this event; the pump calls it.
+    void Deliver(const DriverEvent& event);
+
+    // Focus. One window of the whole system has it, or none.
+
+    void SetFocus(Handle window);
+    Handle GetFocus() const { return focus_; }
+    void SetForegroundWindow(Handle window);
+
+    // Writing.
+
+    /// Says that the user writes in the window, and where the caret stands in its client area;
+    /// none: he does not. While such a window has the focus, the keys to write with (IsWritingKey)
+    /// are its own, and input methods take part.
+    void SetTextInput(Handle window, const std::optional<Rect>& rectCaret);
+    /// What an input method is putting together for the window that has the focus, which hears of
+    /// each change by WM_IME_COMPOSITION.
+    const TextComposed& Composition() const { return composition_; }
+    /// Takes it as typed, before the caret goes elsewhere. A change of the focus does so, too.
+    void EndComposition();
+
+    // Messages.
+
+    /// Calls the window's procedure now and answers its result.
+    Long SendMessage(Handle window, Long id, Long wParam, Long lParam);
+    /// Queues the message for the next pump.
+    void PostMessage(Handle window, Long id, Long wParam, Long lParam);
+    /// Puts `proc` in front and answers the procedure that stood there: subclassing.
+    WindowProc SetWindowProc(Handle window, WindowProc proc);
+    /// The procedure that stands there now.
+    WindowProc GetWindowProc(Handle window) const;
+    /// Calls `proc` if there is one, else answers 0.
+    static Long CallWindowProc(const WindowProc& proc, const Message& message);
+
+    /// Hands `line` to a window as WM_COPYDATA, as a second start does.
+    void SendCopyData(Handle window, CopyDataRecord record);
+    /// The record that lParam of WM_COPYDATA names, while that message is handled; else null.
+    const CopyDataRecord* CopyData(Long lParam) const;
+
+    // Drops.
+
+    /// What a window does with files dropped right on it.
+    using DropTarget = std::function<void(const std::vector<std::string>& paths)>;
+    void SetDropTarget(Handle window, DropTarget target);
+    /// Files dropped on a window: its drop target takes them, else the next parent that has one,
+    /// else the top-level window gets WM_DROPFILES if it accepts files (WS_EX_ACCEPTFILES).
+    void DropFiles(Handle window, std::vector<std::string> paths);
+    /// The number of files in a drop.
+    Long DragQueryFileCount(Handle drop) const;
+    /// The name at a 0-based index, cut to `bufferSize` bytes. Empty when there is none.
+    std::string DragQueryFile(Handle drop, Long index, std::size_t bufferSize) const;
+    void DragFinish(Handle drop);
+
+    // Time. Timers and scheduled calls fall due in order of time, at equal times in the order in
+    // which they were set.
+
+    Millis Now() const { return driver_.Now(); }
+    /// Starts, or starts afresh, the window's timer `id` with a period in milliseconds (at least
+    /// 1).
+    void SetTimer(Handle window, Long id, Long period, TimerProc proc);
+    void KillTimer(Handle window, Long id);
+    /// The window's running timers: id and period, in order of id.
+    std::vector<std::pair<Long, Long>> Timers(Handle window) const;
+    /// Runs `call` once, when `delay` milliseconds have passed.
+    void Schedule(Millis delay, std::function<void()> call);
+
+    /// Delivers all that is pending now: driver events, posted messages, what is due.
+    void DoEvents();
+    /// Lets time pass, delivering what falls due meanwhile.
+    void Sleep(Millis duration);
+    /// Waits for the next thing to happen and delivers it: one turn of a host's main loop.
+    void WaitMessage();
+    /// A loop within the main loop: delivers things one by one, and asks `goesOn` before each.
+    void RunWhile(const std::function<bool()>& goesOn);
+    /// Whether anything but timers can still happen: a posted message, a scheduled call, or
+    /// whatever the desktop reports.
+    bool ExpectsInput() const;
+
+    /// Keeps `object` until no message, timer or call of this window system is being handled.
+    void DeferDelete(std::shared_ptr<void> object);
+    /// Whether a message, timer or call is being handled.
+    bool IsDispatching() const { return depth_ > 0; }
+    /// Holds deferred deletion back while it lives: for calls that enter from outside.
+    class Dispatching {
+      public:
+        explicit Dispatching(WindowSystem& windows) : windows_(windows) { ++windows_.depth_; }
+        ~Dispatching() { windows_.LeaveDispatch(); }
+        Dispatching(const Dispatching&) = delete;
+        Dispatching& operator=(const Dispatching&) = delete;
+
+      private:
+        WindowSystem& windows_;
+    };
+
+    // The screen.
+
+    Rect WorkArea() const { return driver_.WorkArea(); }
+    Size ScreenSize() const { return driver_.ScreenSize(); }
+    Size MeasureText(const Font& font, std::u16string_view text) const {
+        return driver_.MeasureText(font, text);
+    }
+
+  private:
+    struct Window;
+    struct Due;
+
+    Window* Find(Handle window) const;
+    void OnPointerMoved(Point ptScreen);
+    void OnButton(const ButtonChanged& event);
+    void OnWheel(const WheelTurned& event);
+    void OnKey(const KeyChanged& event);
+    void OnText(const TextTyped& event);
+    void OnComposed(const TextComposed& event);
+    std::u16string TakeComposition();
+    void SendText(Handle window, std::u16string_view text);
+    std::optional<TextInput> TextInputNow() const;
+    void TellTextInput();
+    bool EatenByHook(const KeyChanged& event);
+    bool IsDoubleClick(const ButtonChanged& press, Handle target);
+    void SendMouse(Handle window, Long message, Point ptScreen);
+    void Leave();
+    void LeaveUnlessAt(Point ptScreen);
+    Handle HitTest(Point ptScreen, bool windowless) const;
+    const Window* ChildAt(const Window& window, Point point, bool windowless) const;
+    void InvalidateWindow(const Window& window);
+    void UpdateTopLevel(Window& topLevel);
+    static void ComposeFace(const Window& window, Point origin, const Rect& area, Surface& picture);
+    void ComposeInto(const Window& window, Point origin, const Rect& clip, Surface& picture) const;
+    void SendSize(Window& window, Long state);
+    void DeliverPosted();
+    bool RunNextDue(Millis until);
+    void RunUntil(Millis deadline);
+    std::optional<Millis> NextDue() const;  ///< when to wake up
+    void LeaveDispatch();
+    void Unlink(Window& window);
+
+    Driver& driver_;
+    TextDrawing text_{driver_};
+    Menus menus_{*this};
+    Handle lastHandle_ = 0;
+    std::unordered_map<Handle, std::shared_ptr<Window>> windows_;  ///< looked up at every turn
+    std::vector<Handle> topLevels_;                                ///< bottom to top
+    Handle focus_ = 0;
+    Handle capture_ = 0;
+    Handle tracked_ = 0;  ///< waits for the pointer to leave
+    Long modifiers_ = 0;
+    Long buttons_ = 0;  ///< held down: MK_...
+    Long buttonsOfMenu_ =
+        0;  ///< went down while a menu was open, and belong to it until they are up
+    using Keys = std::bitset<256>;
+    Keys keysDown_;
+    Keys keysOfMenu_;                                     ///< as buttonsOfMenu_
+    Keys keysOfWriting_;                                  ///< went down in a window to write in
+    bool textIsEaten_ = false;                            ///< belongs to a key that was
+    std::vector<std::pair<Handle, KeyboardProc>> hooks_;  ///< the latest is asked first
+    // The press that another one may follow as a double click.
+    struct Press {
+        Handle window = 0;
+        Long button = 0;
+        Point ptScreen;
+        Millis when = 0;
+    };
+    Press lastPress_;
+    TextComposed composition_;
+    std::optional<TextInput> toldTextInput_;  ///< to the driver
+    std::deque<Message> posted_;
+    std::vector<Due> due_;
+    std::uint64_t lastOrder_ = 0;
+    std::map<Handle, std::vector<std::string>> drops_;
+    std::map<Long, CopyDataRecord> records_;
+    int depth_ = 0;
+    std::vector<std::shared_ptr<void>> graveyard_;
+};
+
+}  // namespace platform
