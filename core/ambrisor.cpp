@@ -114,7 +114,7 @@ void Ambrisor::ControlShow(const ImpulseValue& lParam1, const ImpulseValue& lPar
     }
     Step([] { App().UnloadTip(); });
     Step([] { App().UnloadMain(); });
-    SendImpulse(ImpulseClosed, Long{0}, Long{0}, Long{0});
+    SendImpulse(ImpulseClosed);
 }
 
 void Ambrisor::ControlMinimise(const ImpulseValue& lParam1, ImpulseValue& lParam2) {

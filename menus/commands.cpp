@@ -85,7 +85,7 @@ void OpenGuide() {
 }
 
 void RequestExit() {
-    SendImpulse(ImpulseRequestExit, kControlShow, false, Long{0});
+    SendImpulse(ImpulseRequestExit, kControlShow, false);
 }
 
 // A command takes the opposite of its item's mark, as it was when the command began.

@@ -15,27 +15,15 @@ namespace sarnel {
 
 namespace {
 
-std::u16string AskText(Long impulse, ImpulseValue argument) {
-    std::u16string text;
-    SendImpulse(impulse, std::move(argument), &text, Long{0});
-    return text;
-}
-
-Long AskNumber(Long impulse) {
-    Long number = 0;
-    SendImpulse(impulse, Long{0}, &number, Long{0});
-    return number;
-}
-
 std::u16string TimeFact(bool remaining) {
-    const std::u16string time = AskText(ImpulseGetTimeText, remaining);
-    return time + u" | " + AskText(ImpulseGetLengthText, Long{0});
+    const std::u16string time = Ask(ImpulseGetTimeText, std::u16string(), remaining);
+    return time + u" | " + Ask(ImpulseGetLengthText, std::u16string());
 }
 
 // Such as 44kHz.stereo: the plain point is meant.
 std::u16string FormatFact() {
-    const std::u16string rate = LongToText(AskNumber(ImpulseGetSampleRate) / 1000);
-    const Long channels = AskNumber(ImpulseGetChannels);
+    const std::u16string rate = LongToText(Ask(ImpulseGetSampleRate, Long{0}) / 1000);
+    const Long channels = Ask(ImpulseGetChannels, Long{0});
     const std::u16string channelText = channels == 1   ? u"mono"
                                        : channels == 2 ? u"stereo"
                                                        : LongToText(channels) + u"multi";
@@ -73,7 +61,7 @@ void RefreshInfoDisplay() {
             App().InfoText = FormatFact();
             break;
         case 3:
-            App().InfoText = AskText(ImpulseGetBitRate, Long{0}) + u" kb/s";
+            App().InfoText = Ask(ImpulseGetBitRate, std::u16string()) + u" kb/s";
             break;
         default:
             break;  // the text stays as it was
@@ -88,7 +76,7 @@ void DrawInfoDisplay() {
 void ShowItemInfo() {
     const Long current = Playlist().ListCurrent();
     const std::u16string path = current >= 0 ? Playlist().ListData(current) : std::u16string();
-    App().Main().lblFrameInfoDescription->Caption(AskText(ImpulseGetInfo, path));
+    App().Main().lblFrameInfoDescription->Caption(Ask(ImpulseGetInfo, std::u16string(), path));
 }
 
 void NextDisplayMode() {

@@ -42,7 +42,7 @@ void SetEffect(const Effect& effect, Long value) {
         std::max(value, std::numeric_limits<Long>::min() + effect.centre) - effect.centre;
     WriteSetting(effect.setting, LongToText(value));
     App().Main().lblEffects(effect.slider).Caption(effect.label + LongToText(shown));
-    SendImpulse(effect.impulse, shown, Long{0}, Long{0});
+    SendImpulse(effect.impulse, shown);
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ void SetVolume(Long volume) {
     slider.Value(volume);
     slider.Refresh();
     const Long value = slider.Value();
-    SendImpulse(ImpulseSetVolume, value, Long{0}, Long{0});
+    SendImpulse(ImpulseSetVolume, value);
     WriteSetting(u"MusicVolume", LongToText(App().Main().sldSkin(1).Value()));
 }
 
@@ -22,7 +22,7 @@ void SetPosition(Long position) {
     JSlider& slider = App().Main().sldSkin(0);
     slider.Value(position);
     slider.Refresh();
-    SendImpulse(ImpulseSeek, slider.Value(), Long{0}, Long{0});
+    SendImpulse(ImpulseSeek, slider.Value());
 }
 
 void UpdatePosition() {
@@ -30,8 +30,7 @@ void UpdatePosition() {
     if (App().Main().sldSkin(0).IsSliderMouseControled()) {
         return;
     }
-    Long position = 0;
-    SendImpulse(ImpulseGetPosition, Long{0}, &position, Long{0});
+    const Long position = Ask(ImpulseGetPosition, Long{0});
     App().Main().sldSkin(0).Value(position);
 }
 

@@ -16,8 +16,7 @@ namespace {
 
 // The item that still sounds is left to finish; the tick comes back here when it has ended.
 void EndStep() {
-    bool alive = true;
-    SendImpulse(ImpulseIsPlaying, Long{0}, &alive, Long{0});
+    const bool alive = Ask(ImpulseIsPlaying, true);
     if (App().Main().sldSkin(0).Enabled() && !alive) {
         StopPlayback();
     }

@@ -37,8 +37,7 @@ bool PlayCurrentItem() {
     if (App().Main().picFrame(0).Visible()) {
         seams::ShowLyrics(false);
     }
-    Long length = 0;
-    SendImpulse(ImpulseGetLength, Long{0}, &length, Long{0});
+    const Long length = Ask(ImpulseGetLength, Long{0});
     // Without a known length nothing follows the item: it sounds, and never advances by itself.
     if (length > 0) {
         JSlider& position = App().Main().sldSkin(0);
@@ -59,12 +58,12 @@ void StopPlayback() {
     DrawInfoDisplay();
     StopTickTimer();
     App().Main().sldSkin(0).Enabled(false);
-    SendImpulse(ImpulseStop, Long{0}, Long{0}, Long{0});
+    SendImpulse(ImpulseStop);
 }
 
 void SuspendPlayback() {
     App().Playing = false;
-    SendImpulse(ImpulsePause, true, Long{0}, Long{0});
+    SendImpulse(ImpulsePause, true);
 }
 
 void TogglePlayback() {
@@ -74,7 +73,7 @@ void TogglePlayback() {
     } else {
         StopTickTimer();
     }
-    SendImpulse(ImpulsePause, false, Long{0}, Long{0});
+    SendImpulse(ImpulsePause, false);
 }
 
 void StartTickTimer() {
@@ -90,7 +89,7 @@ void TickTimerProc(Handle /*window*/, Long /*id*/) {
         return;
     }
     App().StreamAlive = true;
-    SendImpulse(ImpulseIsPlaying, Long{0}, &App().StreamAlive, Long{0});
+    SendImpulse(ImpulseIsPlaying, Long{0}, &App().StreamAlive);
     if (App().StreamAlive) {
         UpdatePosition();
         RefreshInfoDisplay();

@@ -109,13 +109,10 @@ void ProcessCommandLine(std::u16string_view line, bool startup) {
 }
 
 void AddFileToList(std::u16string_view filename, std::u16string_view path) {
-    bool supported = false;
-    SendImpulse(ImpulseIsSupported, path, &supported, Long{0});
-    if (!supported) {
+    if (!Ask(ImpulseIsSupported, false, path)) {
         return;
     }
-    std::u16string title(filename);
-    SendImpulse(ImpulseGetTitle, path, &title, Long{0});
+    const std::u16string title = Ask(ImpulseGetTitle, std::u16string(filename), path);
     Playlist().AddItem(title, path);
 }
 

@@ -92,9 +92,8 @@ void LayAssociations(const PanelPlace& place) {
     Label& close = *main.lblFrameFileAssocOK;
     Step([&] { types.AutoSize(false); });
     Step([&] { types.Move(5, 5, place.width - 10, 80); });
-    std::u16string answer;
-    Step([&] { SendImpulse(ImpulseGetFileTypes, {}, &answer, {}); });
-    Step([&] { types.Caption(TypesText(Split(answer, u';'))); });
+    const std::u16string known = Ask(ImpulseGetFileTypes, std::u16string(), {}, {});
+    Step([&] { types.Caption(TypesText(Split(known, u';'))); });
     Step([&] { types.AutoSize(true); });
     Step([&] { types.ForeColor(main.lstPlaylist.TextColor()); });
     Step(

@@ -8,6 +8,8 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 #include "core/base/impulsevalue.h"
 #include "core/state/windowhooks.h"
@@ -104,7 +106,18 @@ Program& App();
 void SetApp(Program* program);
 
 /// Sends an impulse through the component reference; lost, with answer 0, before impulse 3.
-Long SendImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue lParam1, ImpulseValue lParam2);
+Long SendImpulse(Long uMsg, ImpulseValue wParam = Long{0}, ImpulseValue lParam1 = Long{0},
+                 ImpulseValue lParam2 = Long{0});
+
+/// Sends an impulse and gives what the host has put into its second argument, a variable that holds
+/// `start` before; a host that does not answer leaves it so. T is Long, bool or std::u16string.
+template <class T>
+T Ask(Long impulse, T start, ImpulseValue wParam = Long{0}, ImpulseValue lParam2 = Long{0}) {
+    static_assert(std::is_same_v<T, Long> || std::is_same_v<T, bool> ||
+                  std::is_same_v<T, std::u16string>);
+    SendImpulse(impulse, std::move(wParam), &start, std::move(lParam2));
+    return start;
+}
 
 /// The playlist control of the main window.
 class JList;

@@ -257,6 +257,34 @@ TEST(Ambrisor, AHostThatThrowsOrIsSilentOrAbsentLeavesEveryOutValue) {
     check("absent");
 }
 
+TEST(Ambrisor, AskGivesTheHostsAnswerOrElseTheStart) {
+    const auto world = WorldBuilder().Started();
+    world->host.titles[u"/a.mp3"] = u"A title";
+    EXPECT_EQ(Ask(ImpulseGetLength, Long{-1}), 200);
+    EXPECT_EQ(Ask(ImpulseIsPlaying, true), false);
+    EXPECT_EQ(Ask(ImpulseGetTitle, std::u16string(u"a"), u"/a.mp3"), u"A title");
+    EXPECT_EQ(Ask(ImpulseGetFileTypes, std::u16string(), {}, {}), u"");
+    world->host.silent = true;
+    EXPECT_EQ(Ask(ImpulseGetLength, Long{-1}), -1);
+    EXPECT_EQ(Ask(ImpulseIsPlaying, true), true);
+    EXPECT_EQ(Ask(ImpulseGetTitle, std::u16string(u"b"), u"/a.mp3"), u"b");
+    EXPECT_EQ(world->host.calls, (std::vector<FakeHost::Call>{{32, "0", "-1", "0"},
+                                                              {33, "0", "True", "0"},
+                                                              {13, "\"/a.mp3\"", "\"a\"", "0"},
+                                                              {11, "null", "\"\"", "null"},
+                                                              {32, "0", "-1", "0"},
+                                                              {33, "0", "True", "0"},
+                                                              {13, "\"/a.mp3\"", "\"b\"", "0"}}));
+}
+
+TEST(Ambrisor, WhatASenderLeavesOutIsTheWholeNumberZero) {
+    const auto world = WorldBuilder().Started();
+    SendImpulse(ImpulseStop);
+    SendImpulse(ImpulsePause, true);
+    EXPECT_EQ(world->host.calls,
+              (std::vector<FakeHost::Call>{{28, "0", "0", "0"}, {27, "True", "0", "0"}}));
+}
+
 TEST(Ambrisor, BeforeImpulseThreeTheWindowLoadsAndWhatIsSentIsLost) {
     const auto world = WorldBuilder().Created();
     const auto answered = world->Impulse(15, Long{16});
