@@ -6,9 +6,10 @@
 #include "core/base/failure.h"
 #include "core/mAmbrisor.h"
 #include "core/state/frmmain.h"
-#include "core/state/mGeneral.h"
 #include "core/state/mainmenu.h"
+#include "core/state/modes.h"
 #include "core/state/program.h"
+#include "core/state/settings.h"
 #include "menus/commandmenu.h"
 #include "platform/base/keys.h"
 #include "playback/mPlayback.h"
@@ -38,29 +39,17 @@ constexpr std::array<GlobalKey, 10> kGlobalKeys{{{u"Exit", VK_F12},
                                                  {u"VolUp", VK_UP},
                                                  {u"VolDown", VK_DOWN}}};
 
-struct Mode {
-    bool Program::*state;
-    const char16_t* setting;
-    const char16_t* menuKey;
-};
-constexpr std::array<Mode, 5> kModes{{{&Program::Random, u"Random", u"kPRdm"},
-                                      {&Program::RepeatItem, u"RepeatItem", u"kPRpI"},
-                                      {&Program::RepeatList, u"RepeatList", u"kPRpP"},
-                                      {&Program::ManualAdvance, u"ManualAdvance", u"kPMA"},
-                                      {&Program::PlayAtStartup, u"PlayAtStartup", u"kPPAS"}}};
-
 void PlaceWindow() {
     frmMAIN& main = App().Main();
     const Size screen = App().windows.ScreenSize();
     Long x = 0;
     Long y = 0;
-    bool topMost = false;
     const Long centredX = (screen.width - main.Width()) / 2;
     const Long centredY = (screen.height - main.Height()) / 2;
-    Take(x, TextToLong(ReadSetting(u"X", LongToText(centredX))));
-    Take(y, TextToLong(ReadSetting(u"Y", LongToText(centredY))));
-    Take(topMost, TextToBoolean(ReadSetting(u"TopMost", u"False")));
-    Step([&] { Mark(u"kTMst", topMost); });
+    Take(x, settings::kX.Read(centredX));
+    Take(y, settings::kY.Read(centredY));
+    const bool topMost = IsOn(settings::kTopMost);
+    Step([&] { Mark(modes::kTopMost.menuKey, topMost); });
     main.tglSkin(0).Value(topMost);
     constexpr Long kNoSizeNoActivate = SWP_NOSIZE | SWP_NOACTIVATE;
     App().windows.SetWindowPos(main.HWnd(), topMost ? HWND_TOPMOST : HWND_NOTOPMOST, x, y, 0, 0,
@@ -68,9 +57,11 @@ void PlaceWindow() {
 }
 
 void LoadModes() {
-    for (const Mode& mode : kModes) {
-        Take(App().*mode.state, TextToBoolean(ReadSetting(mode.setting, u"False")));
-        Step([&] { Mark(mode.menuKey, App().*mode.state); });
+    for (const Mode& mode : modes::kAll) {
+        if (mode.state != nullptr) {
+            Take(App().*mode.state, mode.setting.Read());
+            Step([&] { Mark(mode.menuKey, App().*mode.state); });
+        }
     }
 }
 
@@ -93,7 +84,7 @@ void InstallWindowHooks() {
 
 void LoadSettings() {
     Program& app = App();
-    Take(app.CurrentSkin, TextToLong(ReadSetting(u"Skin", u"1")));
+    Take(app.CurrentSkin, settings::kSkin.Read());
     SetWindowTitle(RestingTitle());
     SetScrollText(app.Main().Caption());
     Step(BuildMenu);
@@ -102,14 +93,14 @@ void LoadSettings() {
     Step([&] { LoadSkin(app.CurrentSkin); });
     Step(PlaceWindow);
     Step([] {
-        if (const auto volume = TextToLong(ReadSetting(u"MusicVolume", u"80"))) {
+        if (const auto volume = settings::kMusicVolume.Read()) {
             SetVolume(*volume);
         }
     });
-    Take(app.DisplayMode, TextToLong(ReadSetting(u"DisplayMode", u"1")));
+    Take(app.DisplayMode, settings::kDisplayMode.Read());
     app.Main().sldSkin(0).Enabled(false);
     Step(LoadModes);
-    Take(app.SortFilesMode, TextToLong(ReadSetting(u"SortFilesMode", u"0")));
+    Take(app.SortFilesMode, settings::kSortFilesMode.Read());
     app.Main().picFrame(0).FontName(app.Main().txtLyrics->FontName());
     Step(LoadEffects);
 }

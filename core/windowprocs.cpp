@@ -6,10 +6,10 @@
 #include "core/base/failure.h"
 #include "core/mAmbrisor.h"
 #include "core/state/frmmain.h"
-#include "core/state/mGeneral.h"
 #include "core/state/mainmenu.h"
 #include "core/state/program.h"
 #include "core/state/seams.h"
+#include "core/state/settings.h"
 #include "menus/commandmenu.h"
 #include "platform/base/text.h"
 #include "playback/mPlayback.h"
@@ -21,14 +21,8 @@ using namespace platform;
 
 namespace {
 
-bool HidesInSystray() {
-    bool hides = false;
-    Take(hides, TextToBoolean(ReadSetting(u"HideInSystray", u"False")));
-    return hides;
-}
-
 void OnSize(const Message& message) {
-    const bool hides = HidesInSystray();
+    const bool hides = IsOn(settings::kHideInSystray);
     WindowSystem& windows = App().windows;
     if (message.wParam == SIZE_RESTORED) {
         StartScrollTimer();

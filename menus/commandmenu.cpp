@@ -1,6 +1,5 @@
 #include "menus/commandmenu.h"
 
-#include <array>
 #include <map>
 #include <memory>
 #include <string>
@@ -9,8 +8,9 @@
 #include "core/base/failure.h"
 #include "core/base/hostobject.h"
 #include "core/state/frmmain.h"
-#include "core/state/mGeneral.h"
+#include "core/state/modes.h"
 #include "core/state/program.h"
+#include "core/state/settings.h"
 #include "skin/skin.h"
 
 namespace sarnel {
@@ -78,36 +78,14 @@ constexpr Row kTree[] = {
     {u"Exit#Alt+F4", u"", u"kExt"},
 };
 
-// Where the mark of a switch comes from when its item is made: a setting, or a mode's state. The
-// settings of the modes are read later, and correct it.
-struct Switch {
-    std::u16string_view key;
-    const char16_t* setting;
-    bool Program::*state;
-};
-constexpr std::array<Switch, 7> kSwitches{{
-    {u"kTMst", u"TopMost", nullptr},
-    {u"kHIS", u"HideInSystray", nullptr},
-    {u"kPMA", nullptr, &Program::ManualAdvance},
-    {u"kPPAS", nullptr, &Program::PlayAtStartup},
-    {u"kPRpI", nullptr, &Program::RepeatItem},
-    {u"kPRpP", nullptr, &Program::RepeatList},
-    {u"kPRdm", nullptr, &Program::Random},
-}};
-
+// The settings of the modes that have a state are read later, and correct it.
 bool FirstMark(std::u16string_view key) {
-    bool mark = false;
-    for (const Switch& known : kSwitches) {
-        if (known.key != key) {
-            continue;
-        }
-        if (known.state != nullptr) {
-            mark = App().*known.state;
-        } else {
-            Take(mark, TextToBoolean(ReadSetting(known.setting, u"False")));
+    for (const Mode& mode : modes::kAll) {
+        if (mode.menuKey == key) {
+            return mode.state != nullptr ? App().*mode.state : IsOn(mode.setting);
         }
     }
-    return mark;
+    return false;
 }
 
 void AddSkins(JPopupMenu& menu, Long parent) {

@@ -8,10 +8,11 @@
 #include "core/base/failure.h"
 #include "core/base/impulses.h"
 #include "core/state/frmmain.h"
-#include "core/state/mGeneral.h"
 #include "core/state/mainmenu.h"
+#include "core/state/modes.h"
 #include "core/state/program.h"
 #include "core/state/seams.h"
+#include "core/state/settings.h"
 #include "menus/commandmenu.h"
 #include "platform/base/text.h"
 #include "playback/mPlayback.h"
@@ -25,13 +26,12 @@ namespace {
 
 constexpr std::u16string_view kSkinKey = u"kSk";
 
-// A mode has a state, a mark on its menu item and a setting.
-void SetMode(bool Program::*state, std::u16string_view key, std::u16string_view setting, bool on) {
-    if (state != nullptr) {
-        App().*state = on;
+void SetMode(const Mode& mode, bool on) {
+    if (mode.state != nullptr) {
+        App().*mode.state = on;
     }
-    Step([&] { Mark(key, on); });
-    WriteSetting(setting, BooleanToText(on));
+    Step([&] { Mark(mode.menuKey, on); });
+    mode.setting.Write(on);
 }
 
 void TogglePanel(Long toggle, Long panel, bool open) {
@@ -72,7 +72,7 @@ void ShowAssociationPanel(bool open) {
 
 void ShowBrowserPanel(bool open) {
     if (open) {
-        Step([] { seams::FillBrowser(ReadSetting(u"LastDir", u"")); });
+        Step([] { seams::FillBrowser(settings::kLastDir.Read()); });
     }
     ShowPanel(1, open);
     if (!IsMarked(u"kAL")) {
@@ -96,13 +96,13 @@ struct Command {
 constexpr std::array<Command, 22> kCommands{{
     {u"kExt", [](bool) { RequestExit(); }},
     {u"kAbt", [](bool) { OpenGuide(); }},
-    {u"kTMst", SetTopMost},
-    {u"kHIS", SetHideInSystray},
-    {u"kPMA", SetManualAdvance},
-    {u"kPPAS", SetPlayAtStartup},
-    {u"kPRdm", SetRandom},
-    {u"kPRpI", SetRepeatItem},
-    {u"kPRpP", SetRepeatList},
+    {modes::kTopMost.menuKey, SetTopMost},
+    {modes::kHideInSystray.menuKey, SetHideInSystray},
+    {modes::kManualAdvance.menuKey, SetManualAdvance},
+    {modes::kPlayAtStartup.menuKey, SetPlayAtStartup},
+    {modes::kRandom.menuKey, SetRandom},
+    {modes::kRepeatItem.menuKey, SetRepeatItem},
+    {modes::kRepeatList.menuKey, SetRepeatList},
     {u"kPkLy", ShowLyricsPanel},
     {u"kPkEFX", ShowEffectsPanel},
     {u"kPkNFO", ShowInfoPanel},
@@ -145,27 +145,27 @@ void RunCommand(Long item) {
 }  // namespace
 
 void SetHideInSystray(bool on) {
-    SetMode(nullptr, u"kHIS", u"HideInSystray", on);
+    SetMode(modes::kHideInSystray, on);
 }
 
 void SetPlayAtStartup(bool on) {
-    SetMode(&Program::PlayAtStartup, u"kPPAS", u"PlayAtStartup", on);
+    SetMode(modes::kPlayAtStartup, on);
 }
 
 void SetManualAdvance(bool on) {
-    SetMode(&Program::ManualAdvance, u"kPMA", u"ManualAdvance", on);
+    SetMode(modes::kManualAdvance, on);
 }
 
 void SetRandom(bool on) {
-    SetMode(&Program::Random, u"kPRdm", u"Random", on);
+    SetMode(modes::kRandom, on);
 }
 
 void SetRepeatItem(bool on) {
-    SetMode(&Program::RepeatItem, u"kPRpI", u"RepeatItem", on);
+    SetMode(modes::kRepeatItem, on);
 }
 
 void SetRepeatList(bool on) {
-    SetMode(&Program::RepeatList, u"kPRpP", u"RepeatList", on);
+    SetMode(modes::kRepeatList, on);
 }
 
 void hMenu_Click(Long ItemNumber) {

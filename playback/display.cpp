@@ -2,13 +2,12 @@
 #include <limits>
 #include <string>
 
-#include "core/base/failure.h"
 #include "core/base/impulses.h"
 #include "core/base/version.h"
 #include "core/state/frmmain.h"
-#include "core/state/mGeneral.h"
 #include "core/state/program.h"
 #include "core/state/seams.h"
+#include "core/state/settings.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {
@@ -44,9 +43,7 @@ void SetWindowTitle(std::u16string_view title) {
     windows.SetWindowLong(
         main.HWnd(), platform::GWL_STYLE,
         windows.GetWindowLong(main.HWnd(), platform::GWL_STYLE) | platform::kSystemMenuAndMinimise);
-    bool hides = false;
-    Take(hides, TextToBoolean(ReadSetting(u"HideInSystray", u"False")));
-    if (hides && !main.Visible()) {
+    if (IsOn(settings::kHideInSystray) && !main.Visible()) {
         seams::TrayModify(main.Caption());
     }
 }
@@ -89,7 +86,7 @@ void NextDisplayMode() {
     if (mode == kModes) {
         mode = 0;
     }
-    WriteSetting(u"DisplayMode", LongToText(mode));
+    settings::kDisplayMode.Write(mode);
     RefreshInfoDisplay();
 }
 

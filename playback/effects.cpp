@@ -8,8 +8,8 @@
 #include "core/base/failure.h"
 #include "core/base/impulses.h"
 #include "core/state/frmmain.h"
-#include "core/state/mGeneral.h"
 #include "core/state/program.h"
+#include "core/state/settings.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {
@@ -19,28 +19,27 @@ namespace {
 struct Effect {
     Long slider;  // also the index of its label
     Long centre;  // a slider's value is never negative: what is sent and shown is less by this
-    Long initial;
-    const char16_t* setting;
+    Setting<Long> setting;
     const char16_t* label;
     Long impulse;
     void (*set)(Long value);
 };
 
 constexpr std::array<Effect, 7> kEffects{{
-    {3, 50, 50, u"Effect_Tempo", u"Tempo = ", ImpulseSetTempo, SetTempo},
-    {4, 20, 20, u"Effect_Pitch", u"Pitch = ", ImpulseSetPitch, SetPitch},
-    {5, 0, 0, u"Effect_Echo", u"Echo = ", ImpulseSetEcho, SetEcho},
-    {6, 0, 0, u"Effect_Reverb", u"Reverb = ", ImpulseSetReverb, SetReverb},
-    {7, 15, 15, u"Effect_Bass", u"Bass = ", ImpulseSetBass, SetBass},
-    {8, 15, 15, u"Effect_Mid", u"Mid = ", ImpulseSetMid, SetMid},
-    {9, 15, 15, u"Effect_Treble", u"Treble = ", ImpulseSetTreble, SetTreble},
+    {3, 50, settings::kEffectTempo, u"Tempo = ", ImpulseSetTempo, SetTempo},
+    {4, 20, settings::kEffectPitch, u"Pitch = ", ImpulseSetPitch, SetPitch},
+    {5, 0, settings::kEffectEcho, u"Echo = ", ImpulseSetEcho, SetEcho},
+    {6, 0, settings::kEffectReverb, u"Reverb = ", ImpulseSetReverb, SetReverb},
+    {7, 15, settings::kEffectBass, u"Bass = ", ImpulseSetBass, SetBass},
+    {8, 15, settings::kEffectMid, u"Mid = ", ImpulseSetMid, SetMid},
+    {9, 15, settings::kEffectTreble, u"Treble = ", ImpulseSetTreble, SetTreble},
 }};
 
 void SetEffect(const Effect& effect, Long value) {
     // No slider comes near the lowest number, a direct call may.
     const Long shown =
         std::max(value, std::numeric_limits<Long>::min() + effect.centre) - effect.centre;
-    WriteSetting(effect.setting, LongToText(value));
+    effect.setting.Write(value);
     App().Main().lblEffects(effect.slider).Caption(effect.label + LongToText(shown));
     SendImpulse(effect.impulse, shown);
 }
@@ -86,7 +85,7 @@ void SetEffectOf(Long slider, Long value) {
 // All sliders are written before the first routine, so that the host gets seven impulses in a row.
 void ResetEffects() {
     for (const Effect& effect : kEffects) {
-        Step([&] { App().Main().sldSkin(effect.slider).Value(effect.initial); });
+        Step([&] { App().Main().sldSkin(effect.slider).Value(effect.setting.initial); });
     }
     for (const Effect& effect : kEffects) {
         Step([&] { effect.set(App().Main().sldSkin(effect.slider).Value()); });
@@ -96,8 +95,7 @@ void ResetEffects() {
 void LoadEffects() {
     for (const Effect& effect : kEffects) {
         Step([&] {
-            const auto stored = TextToLong(ReadSetting(effect.setting, LongToText(effect.initial)));
-            if (stored) {
+            if (const auto stored = effect.setting.Read()) {
                 App().Main().sldSkin(effect.slider).Value(*stored);
             }
             effect.set(App().Main().sldSkin(effect.slider).Value());

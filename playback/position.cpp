@@ -3,8 +3,8 @@
 
 #include "core/base/impulses.h"
 #include "core/state/frmmain.h"
-#include "core/state/mGeneral.h"
 #include "core/state/program.h"
+#include "core/state/settings.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {
@@ -15,7 +15,7 @@ void SetVolume(Long volume) {
     slider.Refresh();
     const Long value = slider.Value();
     SendImpulse(ImpulseSetVolume, value);
-    WriteSetting(u"MusicVolume", LongToText(App().Main().sldSkin(1).Value()));
+    settings::kMusicVolume.Write(App().Main().sldSkin(1).Value());
 }
 
 void SetPosition(Long position) {

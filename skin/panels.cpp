@@ -5,9 +5,10 @@
 
 #include "core/base/failure.h"
 #include "core/state/frmmain.h"
-#include "core/state/mGeneral.h"
 #include "core/state/mainmenu.h"
+#include "core/state/modes.h"
 #include "core/state/program.h"
+#include "core/state/settings.h"
 
 namespace sarnel {
 
@@ -57,9 +58,9 @@ void ApplyTopMost(Widget& form, bool on) {
 void SetTopMost(bool on) {
     frmMAIN& main = App().Main();
     ApplyTopMost(main, on);
-    Step([&] { Mark(u"kTMst", on); });
+    Step([&] { Mark(modes::kTopMost.menuKey, on); });
     main.tglSkin(0).Value(on);
-    WriteSetting(u"TopMost", BooleanToText(on));
+    settings::kTopMost.Write(on);
 }
 
 void BeginDrag(Long X, Long Y) {
@@ -78,8 +79,8 @@ void DragWindow(Handle window, Long X, Long Y) {
 
 void EndDrag() {
     const Rect rect = App().windows.GetWindowRect(App().Main().HWnd());
-    WriteSetting(u"X", LongToText(rect.left));
-    WriteSetting(u"Y", LongToText(rect.top));
+    settings::kX.Write(rect.left);
+    settings::kY.Write(rect.top);
 }
 
 void RemoveSystemMenuItems() {

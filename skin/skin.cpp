@@ -2,9 +2,9 @@
 
 #include "core/base/failure.h"
 #include "core/state/frmmain.h"
-#include "core/state/mGeneral.h"
 #include "core/state/mainmenu.h"
 #include "core/state/program.h"
+#include "core/state/settings.h"
 #include "platform/base/rounding.h"
 #include "skin/skin_steps.h"
 
@@ -151,7 +151,7 @@ std::u16string SkinName(Long skin) {
 void LoadSkin(Long skin) {
     Program& app = App();
     app.CurrentSkin = skin > SkinCount() || skin < 1 ? 1 : skin;
-    Step([&] { WriteSetting(u"Skin", LongToText(app.CurrentSkin)); });
+    Step([&] { settings::kSkin.Write(app.CurrentSkin); });
     Long base = 0;
     Step([&] { base = app.Skins.Number(app.CurrentSkin); });
     const SkinRows rows(app.Skins, base);

@@ -1,0 +1,36 @@
+// The modes: what the user switches on and off by an item of the command menu, and what is
+// remembered.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "core/state/program.h"
+#include "core/state/settings.h"
+
+namespace sarnel {
+
+struct Mode {
+    std::u16string_view menuKey;
+    Setting<bool> setting;
+    /// Null: the mark and the setting are all there is of it.
+    bool Program::*state = nullptr;
+};
+
+namespace modes {
+
+inline constexpr Mode kTopMost{u"kTMst", settings::kTopMost};
+inline constexpr Mode kHideInSystray{u"kHIS", settings::kHideInSystray};
+inline constexpr Mode kRandom{u"kPRdm", settings::kRandom, &Program::Random};
+inline constexpr Mode kRepeatItem{u"kPRpI", settings::kRepeatItem, &Program::RepeatItem};
+inline constexpr Mode kRepeatList{u"kPRpP", settings::kRepeatList, &Program::RepeatList};
+inline constexpr Mode kManualAdvance{u"kPMA", settings::kManualAdvance, &Program::ManualAdvance};
+inline constexpr Mode kPlayAtStartup{u"kPPAS", settings::kPlayAtStartup, &Program::PlayAtStartup};
+
+/// In the order in which a start reads those that have a state.
+inline constexpr std::array<Mode, 7> kAll{kTopMost,    kHideInSystray, kRandom,       kRepeatItem,
+                                          kRepeatList, kManualAdvance, kPlayAtStartup};
+
+}  // namespace modes
+
+}  // namespace sarnel
