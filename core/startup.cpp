@@ -8,6 +8,7 @@
 #include "core/state/frmmain.h"
 #include "core/state/mGeneral.h"
 #include "core/state/mainmenu.h"
+#include "core/state/menukeys.h"
 #include "core/state/program.h"
 #include "menus/commandmenu.h"
 #include "platform/base/keys.h"
@@ -60,8 +61,8 @@ void PlaceWindow() {
     Take(x, TextToLong(ReadSetting(u"X", LongToText(centredX))));
     Take(y, TextToLong(ReadSetting(u"Y", LongToText(centredY))));
     Take(topMost, TextToBoolean(ReadSetting(u"TopMost", u"False")));
-    Step([&] { Mark(u"kTMst", topMost); });
-    main.tglSkin(0).Value(topMost);
+    Step([&] { Mark(menukeys::kTopMost, topMost); });
+    main.tglSkin(kTopMostToggle).Value(topMost);
     constexpr Long kNoSizeNoActivate = SWP_NOSIZE | SWP_NOACTIVATE;
     App().windows.SetWindowPos(main.HWnd(), topMost ? HWND_TOPMOST : HWND_NOTOPMOST, x, y, 0, 0,
                                kNoSizeNoActivate);
@@ -107,10 +108,10 @@ void LoadSettings() {
         }
     });
     Take(app.DisplayMode, TextToLong(ReadSetting(u"DisplayMode", u"1")));
-    app.Main().sldSkin(0).Enabled(false);
+    app.Main().sldSkin(kPositionSlider).Enabled(false);
     Step(LoadModes);
     Take(app.SortFilesMode, TextToLong(ReadSetting(u"SortFilesMode", u"0")));
-    app.Main().picFrame(0).FontName(app.Main().txtLyrics->FontName());
+    app.Main().picFrame(kLyricsPanel).FontName(app.Main().txtLyrics->FontName());
     Step(LoadEffects);
 }
 

@@ -18,7 +18,7 @@ namespace {
 void EndStep() {
     bool alive = true;
     SendImpulse(ImpulseIsPlaying, Long{0}, &alive, Long{0});
-    if (App().Main().sldSkin(0).Enabled() && !alive) {
+    if (App().Main().sldSkin(kPositionSlider).Enabled() && !alive) {
         StopPlayback();
     }
 }

@@ -7,6 +7,7 @@
 #include "core/state/frmmain.h"
 #include "core/state/mGeneral.h"
 #include "core/state/mainmenu.h"
+#include "core/state/menukeys.h"
 #include "core/state/program.h"
 
 namespace sarnel {
@@ -57,8 +58,8 @@ void ApplyTopMost(Widget& form, bool on) {
 void SetTopMost(bool on) {
     frmMAIN& main = App().Main();
     ApplyTopMost(main, on);
-    Step([&] { Mark(u"kTMst", on); });
-    main.tglSkin(0).Value(on);
+    Step([&] { Mark(menukeys::kTopMost, on); });
+    main.tglSkin(kTopMostToggle).Value(on);
     WriteSetting(u"TopMost", BooleanToText(on));
 }
 
