@@ -1,5 +1,4 @@
 // The panels that can lie over the playlist, and what lies in them.
-#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -7,7 +6,7 @@
 #include "core/base/failure.h"
 #include "core/base/impulses.h"
 #include "core/state/frmmain.h"
-#include "core/state/menukeys.h"
+#include "core/state/paneltable.h"
 #include "skin/skin_offsets.h"
 #include "skin/skin_steps.h"
 
@@ -37,11 +36,6 @@ PanelPlace ReadPlace(const SkinRows& skin) {
     return place;
 }
 
-// The key of the command that opens a panel.
-constexpr std::array<const char16_t*, kPanelCount> kPanelTags{
-    menukeys::kLyrics,  menukeys::kAddFiles,    menukeys::kAssociateFiles,
-    menukeys::kEffects, menukeys::kInformation, menukeys::kSearch};
-
 void LayPanels(const PanelPlace& place) {
     frmMAIN& main = App().Main();
     for (Long i = main.picFrame.LowestIndex(); i <= main.picFrame.HighestIndex(); ++i) {
@@ -49,8 +43,9 @@ void LayPanels(const PanelPlace& place) {
         Step([&] { panel.Move(place.left, place.top, place.width, place.height); });
         Step([&] { panel.BackColor(main.lstPlaylist.BackColor()); });
     }
-    for (std::size_t i = 0; i < kPanelTags.size(); ++i) {
-        Step([&] { main.picFrame(static_cast<Long>(i)).Tag(kPanelTags[i]); });
+    // By its tag a panel finds the menu item that has its mark.
+    for (const PanelRow& row : kPanelRows) {
+        Step([&] { main.picFrame(row.frame).Tag(std::u16string(row.menuKey)); });
     }
 }
 
