@@ -1,8 +1,12 @@
 // What the skin's buttons, toggles and sliders do.
+#include <array>
+
 #include "core/base/component.h"
 #include "core/base/impulses.h"
 #include "core/mAmbrisor.h"
 #include "core/state/frmmain.h"
+#include "core/state/menukeys.h"
+#include "core/state/paneltable.h"
 #include "core/state/program.h"
 #include "core/state/seams.h"
 #include "menus/commandmenu.h"
@@ -28,83 +32,56 @@ void RequestClose() {
 }
 
 void btnSkin_Click(Long Index) {
-    switch (Index) {
-        case 0:
-            RequestClose();
-            break;
-        case 1:
-            RequestControl(kControlMinimise, true);
-            break;
-        case 2:
-            ShowMenu(u"", kCentred);
-            break;
-        case 3:
-            PreviousItem();
-            break;
-        case 4:
-            PlayCurrentItem();
-            break;
-        case 5:
-            TogglePlayback();
-            break;
-        case 6:
-            StopPlayback();
-            break;
-        case 7:
-            NextItem();
-            break;
-        case 8:
-            ShowMenu(u"kAHe", kCentredAbove);
-            break;
-        case 9:
-            ShowMenu(u"kRHe", kCentredAbove);
-            break;
-        case 10:
-            ShowMenu(u"kSHe", kCentredAbove);
-            break;
-        case 11:
-            ShowMenu(u"kLHD", kCentredAbove);
-            break;
-        case 12:
-            ResetEffects();
-            break;
-        default:
-            break;
+    struct Action {
+        Long button;
+        void (*run)();
+    };
+    static constexpr std::array<Action, kButtonCount> kActions{{
+        {kExitButton, RequestClose},
+        {kMinimiseButton, [] { RequestControl(kControlMinimise, true); }},
+        {kMenuButton, [] { ShowMenu(u"", kCentred); }},
+        {kPreviousButton, PreviousItem},
+        {kPlayButton, [] { PlayCurrentItem(); }},
+        {kPauseButton, TogglePlayback},
+        {kStopButton, StopPlayback},
+        {kNextButton, NextItem},
+        {kAddButton, [] { ShowMenu(menukeys::kAddHeader, kCentredAbove); }},
+        {kRemoveButton, [] { ShowMenu(menukeys::kRemoveHeader, kCentredAbove); }},
+        {kMiscButton, [] { ShowMenu(menukeys::kMiscHeader, kCentredAbove); }},
+        {kListsButton, [] { ShowMenu(menukeys::kListsHeader, kCentredAbove); }},
+        {kResetEffectsButton, ResetEffects},
+    }};
+    for (const Action& action : kActions) {
+        if (action.button == Index) {
+            action.run();
+        }
     }
 }
 
 void tglSkin_Click(Long Index) {
-    switch (Index) {
-        case 0:
-            SetTopMost(App().Main().tglSkin(0).Value());
-            break;
-        case 1:
-            RunMenuCommand(u"kPkLy");
-            break;
-        case 2:
-            RunMenuCommand(u"kPkEFX");
-            break;
-        case 3:
-            RunMenuCommand(u"kPkNFO");
-            break;
-        default:
-            break;
+    if (Index == kTopMostToggle) {
+        SetTopMost(App().Main().tglSkin(kTopMostToggle).Value());
+    }
+    for (const PanelRow& panel : kPanelRows) {
+        if (panel.toggle == Index) {
+            RunMenuCommand(panel.menuKey);
+        }
     }
 }
 
 void sldSkin_Scroll(Long Index) {
     JSlider& slider = App().Main().sldSkin(Index);
     switch (Index) {
-        case 0:
+        case kPositionSlider:
             // One seek, when the button goes up. The item may have ended under the user's hand.
             if (!slider.IsSliderMouseControled() && slider.Enabled()) {
                 SetPosition(slider.Value());
             }
             break;
-        case 1:
+        case kVolumeSlider:
             SetVolume(slider.Value());
             break;
-        case 2:
+        case kLyricsSlider:
             seams::ScrollLyrics();
             break;
         default:

@@ -18,13 +18,13 @@ namespace {
 constexpr Long kSeekStep = 3;
 
 void ChangeVolume(Long by) {
-    SetVolume(App().Main().sldSkin(1).Value() + by);
+    SetVolume(App().Main().sldSkin(kVolumeSlider).Value() + by);
 }
 
 // A held key goes on winding; the item stays paused until the key is released.
 void Wind(Long direction, Long shift) {
     const Long step = shift == kCtrlBit ? 6 : shift == kShiftBit ? 12 : kSeekStep;
-    if (App().Main().sldSkin(0).Enabled()) {
+    if (App().Main().sldSkin(kPositionSlider).Enabled()) {
         SuspendPlayback();
         MovePosition(direction * step);
     }
@@ -104,7 +104,8 @@ void lstPlaylist_KeyDown(Long KeyCode, Long Shift) {
 }
 
 void lstPlaylist_KeyUp(Long KeyCode, Long /*Shift*/) {
-    if ((KeyCode == VK_LEFT || KeyCode == VK_RIGHT) && App().Main().sldSkin(0).Enabled()) {
+    if ((KeyCode == VK_LEFT || KeyCode == VK_RIGHT) &&
+        App().Main().sldSkin(kPositionSlider).Enabled()) {
         TogglePlayback();
     }
 }

@@ -7,6 +7,7 @@
 #include "core/mAmbrisor.h"
 #include "core/state/frmmain.h"
 #include "core/state/mainmenu.h"
+#include "core/state/menukeys.h"
 #include "core/state/modes.h"
 #include "core/state/program.h"
 #include "core/state/settings.h"
@@ -49,8 +50,8 @@ void PlaceWindow() {
     Take(x, settings::kX.Read(centredX));
     Take(y, settings::kY.Read(centredY));
     const bool topMost = IsOn(settings::kTopMost);
-    Step([&] { Mark(modes::kTopMost.menuKey, topMost); });
-    main.tglSkin(0).Value(topMost);
+    Step([&] { Mark(menukeys::kTopMost, topMost); });
+    main.tglSkin(kTopMostToggle).Value(topMost);
     constexpr Long kNoSizeNoActivate = SWP_NOSIZE | SWP_NOACTIVATE;
     App().windows.SetWindowPos(main.HWnd(), topMost ? HWND_TOPMOST : HWND_NOTOPMOST, x, y, 0, 0,
                                kNoSizeNoActivate);
@@ -98,10 +99,10 @@ void LoadSettings() {
         }
     });
     Take(app.DisplayMode, settings::kDisplayMode.Read());
-    app.Main().sldSkin(0).Enabled(false);
+    app.Main().sldSkin(kPositionSlider).Enabled(false);
     Step(LoadModes);
     Take(app.SortFilesMode, settings::kSortFilesMode.Read());
-    app.Main().picFrame(0).FontName(app.Main().txtLyrics->FontName());
+    app.Main().picFrame(kLyricsPanel).FontName(app.Main().txtLyrics->FontName());
     Step(LoadEffects);
 }
 

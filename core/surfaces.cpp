@@ -4,6 +4,7 @@
 #include "core/mAmbrisor.h"
 #include "core/state/frmmain.h"
 #include "core/state/mainmenu.h"
+#include "core/state/menukeys.h"
 #include "core/state/program.h"
 #include "menus/commandmenu.h"
 #include "platform/base/rounding.h"
@@ -42,7 +43,7 @@ void lstPlaylist_MouseDown(const MouseEvent& event) {
     const Long row = Playlist().MouseOverIndex(event.Y);
     if (event.Button == kRightButton && row != -1) {
         Playlist().ListIndex(row);
-        ShowMenu(u"kMMH", kCentred);
+        ShowMenu(menukeys::kPlaylistHeader, kCentred);
     }
 }
 
@@ -66,7 +67,7 @@ void AttachSurfaceHandlers(frmMAIN& main) {
     };
     main.lstPlaylist.onDblClick = PlayListIndex;
     main.lstPlaylist.onMouseDown = lstPlaylist_MouseDown;
-    main.lblFrameFileAssocOK->onClick = [] { RunMenuCommand(u"kAsF"); };
+    main.lblFrameFileAssocOK->onClick = [] { RunMenuCommand(menukeys::kAssociateFiles); };
 }
 
 }  // namespace sarnel

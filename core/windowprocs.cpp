@@ -54,7 +54,8 @@ void OnMouseWheel(const Message& message) {
         (under != message.window && windows.GetParent(under) != message.window)) {
         return;
     }
-    SetVolume(App().Main().sldSkin(1).Value() + (message.wParam < 1 ? -kVolumeStep : kVolumeStep));
+    SetVolume(App().Main().sldSkin(kVolumeSlider).Value() +
+              (message.wParam < 1 ? -kVolumeStep : kVolumeStep));
 }
 
 void OnTray(Long mouseMessage) {
@@ -157,9 +158,9 @@ Long LyricsWindowProc(const Message& message) {
     constexpr Long kWheelStep = 3;
     if (message.id == WM_MOUSEWHEEL &&
         App().windows.WindowFromPoint(PointOf(message.lParam)) == message.window) {
-        JSlider& slider = App().Main().sldSkin(2);
+        JSlider& slider = App().Main().sldSkin(kLyricsSlider);
         slider.Value(slider.Value() + (message.wParam < 1 ? kWheelStep : -kWheelStep));
-        sldSkin_Scroll(2);
+        sldSkin_Scroll(kLyricsSlider);
     }
     // Swallowed, so that the text box shows no menu of its own.
     return message.id == WM_CONTEXTMENU ? 0

@@ -8,6 +8,7 @@
 #include "core/base/failure.h"
 #include "core/base/hostobject.h"
 #include "core/state/frmmain.h"
+#include "core/state/menukeys.h"
 #include "core/state/modes.h"
 #include "core/state/program.h"
 #include "core/state/settings.h"
@@ -27,55 +28,55 @@ struct Row {
 // In the order of creation, which is the order on the screen.
 constexpr Row kTree[] = {
     {u"Playlist", u"", u""},
-    {u"Playlist menu", u"Playlist", u"kMMH", Row::kHeader},
+    {u"Playlist menu", u"Playlist", menukeys::kPlaylistHeader, Row::kHeader},
     {u"Add", u"Playlist", u""},
-    {u"Add media", u"Add", u"kAHe", Row::kHeader},
-    {u"Add files, dirs#Insert", u"Add", u"kAL"},
-    {u"Add streams#Ctrl+Insert", u"Add", u"kAEx", Row::kDisabled},
+    {u"Add media", u"Add", menukeys::kAddHeader, Row::kHeader},
+    {u"Add files, dirs#Insert", u"Add", menukeys::kAddFiles},
+    {u"Add streams#Ctrl+Insert", u"Add", menukeys::kAddStreams, Row::kDisabled},
     {u"Remove", u"Playlist", u""},
-    {u"Remove media", u"Remove", u"kRHe", Row::kHeader},
-    {u"Remove selected#Del", u"Remove", u"kRS"},
-    {u"Crop selected#Ctrl+Del", u"Remove", u"kRCS"},
-    {u"Remove dead entries#Alt+Del", u"Remove", u"kRD"},
+    {u"Remove media", u"Remove", menukeys::kRemoveHeader, Row::kHeader},
+    {u"Remove selected#Del", u"Remove", menukeys::kRemoveSelected},
+    {u"Crop selected#Ctrl+Del", u"Remove", menukeys::kCropSelected},
+    {u"Remove dead entries#Alt+Del", u"Remove", menukeys::kRemoveDead},
     {u"-", u"Remove", u""},
-    {u"Clear all entries#Shift+C", u"Remove", u"kRAll"},
+    {u"Clear all entries#Shift+C", u"Remove", menukeys::kClearAll},
     {u"Misc", u"Playlist", u""},
-    {u"Misc", u"Misc", u"kSHe", Row::kHeader},
-    {u"Select all#Ctrl+A", u"Misc", u"kSeA"},
-    {u"Select none", u"Misc", u"kSeN"},
-    {u"Invert selection", u"Misc", u"kSeI"},
+    {u"Misc", u"Misc", menukeys::kMiscHeader, Row::kHeader},
+    {u"Select all#Ctrl+A", u"Misc", menukeys::kSelectAll},
+    {u"Select none", u"Misc", menukeys::kSelectNone},
+    {u"Invert selection", u"Misc", menukeys::kInvertSelection},
     {u"-", u"Playlist", u""},
     {u"Lists", u"Playlist", u""},
-    {u"Lists", u"Lists", u"kLHD", Row::kHeader},
-    {u"List manager#Ctrl+M", u"Lists", u"kLMgr", Row::kDisabled},
+    {u"Lists", u"Lists", menukeys::kListsHeader, Row::kHeader},
+    {u"List manager#Ctrl+M", u"Lists", menukeys::kListManager, Row::kDisabled},
     {u"-", u"Lists", u""},
     {u"Settings", u"", u""},
     {u"Settings", u"Settings", u"", Row::kHeader},
-    {u"Always on top#Shift+A", u"Settings", u"kTMst"},
-    {u"Minimize in systray", u"Settings", u"kHIS"},
-    {u"Associate files", u"Settings", u"kAsF"},
+    {u"Always on top#Shift+A", u"Settings", menukeys::kTopMost},
+    {u"Minimize in systray", u"Settings", menukeys::kHideInSystray},
+    {u"Associate files", u"Settings", menukeys::kAssociateFiles},
     {u"Skins", u"Settings", u"", Row::kHeader},
-    {u"", u"Settings", u"kSk", Row::kSkins},
-    {u"Playback", u"", u"kPbk"},
+    {u"", u"Settings", menukeys::kSkin, Row::kSkins},
+    {u"Playback", u"", menukeys::kPlayback},
     {u"Playback", u"Playback", u"", Row::kHeader},
-    {u"Show lyrics#Ctrl+L", u"Playback", u"kPkLy"},
-    {u"Audio effects#Ctrl+E", u"Playback", u"kPkEFX"},
-    {u"Item information#Ctrl+I", u"Playback", u"kPkNFO"},
+    {u"Show lyrics#Ctrl+L", u"Playback", menukeys::kLyrics},
+    {u"Audio effects#Ctrl+E", u"Playback", menukeys::kEffects},
+    {u"Item information#Ctrl+I", u"Playback", menukeys::kInformation},
     {u"-", u"Playback", u""},
-    {u"Search items#Ctrl+F", u"Playback", u"kPkSh"},
+    {u"Search items#Ctrl+F", u"Playback", menukeys::kSearch},
     {u"-", u"Playback", u""},
-    {u"Manual advance", u"Playback", u"kPMA"},
-    {u"Play at startup", u"Playback", u"kPPAS"},
+    {u"Manual advance", u"Playback", menukeys::kManualAdvance},
+    {u"Play at startup", u"Playback", menukeys::kPlayAtStartup},
     {u"-", u"Playback", u""},
-    {u"Repeat single item", u"Playback", u"kPRpI"},
-    {u"Repeat whole playlist", u"Playback", u"kPRpP"},
-    {u"Random playback#Ctrl+R", u"Playback", u"kPRdm"},
-    {u"Components", u"", u"kCell"},
+    {u"Repeat single item", u"Playback", menukeys::kRepeatItem},
+    {u"Repeat whole playlist", u"Playback", menukeys::kRepeatList},
+    {u"Random playback#Ctrl+R", u"Playback", menukeys::kRandom},
+    {u"Components", u"", menukeys::kComponents},
     {u"Components", u"Components", u"", Row::kHeader},
-    {u"", u"Components", u"kCell", Row::kComponents},
+    {u"", u"Components", menukeys::kComponents, Row::kComponents},
     {u"-", u"", u""},
-    {u"About#F1", u"", u"kAbt"},
-    {u"Exit#Alt+F4", u"", u"kExt"},
+    {u"About#F1", u"", menukeys::kAbout},
+    {u"Exit#Alt+F4", u"", menukeys::kExit},
 };
 
 // The settings of the modes that have a state are read later, and correct it.
@@ -92,10 +93,11 @@ void AddSkins(JPopupMenu& menu, Long parent) {
     for (Long i = 1; i <= SkinCount(); ++i) {
         const std::u16string number = LongToText(i);
         Step([&] {
-            menu.AddItem(SkinName(i) + u"#Shift+" + number, parent, u"kSk" + number, false, true);
+            menu.AddItem(SkinName(i) + u"#Shift+" + number, parent, menukeys::kSkin + number, false,
+                         true);
         });
     }
-    menu.RadioCheck(menu.IndexForKey(u"kSk" + LongToText(App().CurrentSkin)), true);
+    menu.RadioCheck(menu.IndexForKey(menukeys::kSkin + LongToText(App().CurrentSkin)), true);
 }
 
 void AddComponents(JPopupMenu& menu, Long parent) {
@@ -107,7 +109,8 @@ void AddComponents(JPopupMenu& menu, Long parent) {
             Long number = i;
             HostCell* cell = host->CellItem(number);
             if (cell != nullptr) {
-                menu.AddItem(cell->getClass(), parent, u"kCell" + LongToText(i), false, false);
+                menu.AddItem(cell->getClass(), parent, menukeys::kComponents + LongToText(i), false,
+                             false);
             }
         });
     }

@@ -9,7 +9,9 @@
 #include "core/base/impulses.h"
 #include "core/state/frmmain.h"
 #include "core/state/mainmenu.h"
+#include "core/state/menukeys.h"
 #include "core/state/modes.h"
+#include "core/state/paneltable.h"
 #include "core/state/program.h"
 #include "core/state/seams.h"
 #include "core/state/settings.h"
@@ -24,7 +26,7 @@ namespace sarnel {
 
 namespace {
 
-constexpr std::u16string_view kSkinKey = u"kSk";
+constexpr std::u16string_view kSkinKey = menukeys::kSkin;
 
 void SetMode(const Mode& mode, bool on) {
     if (mode.state != nullptr) {
@@ -34,48 +36,38 @@ void SetMode(const Mode& mode, bool on) {
     mode.setting.Write(on);
 }
 
-void TogglePanel(Long toggle, Long panel, bool open) {
-    App().Main().tglSkin(toggle).Value(open);
-    ShowPanel(panel, open);
-}
-
-void ShowLyricsPanel(bool open) {
-    if (open) {
-        Step([] { seams::ShowLyrics(false); });
+// What a panel shows is fetched before it opens.
+void FillPanel(Long panel) {
+    switch (panel) {
+        case kLyricsPanel:
+            Step([] { seams::ShowLyrics(false); });
+            break;
+        case kBrowserPanel:
+            Step([] { seams::FillBrowser(settings::kLastDir.Read()); });
+            break;
+        case kInformationPanel:
+            Step(ShowItemInfo);
+            break;
+        case kSearchPanel: {
+            frmMAIN& main = App().Main();
+            Step([&] { seams::RefreshSearch(main.txt_SearchFilter->Text()); });
+            App().windows.SetFocus(main.txt_SearchFilter->HWnd());
+            break;
+        }
+        default:
+            break;
     }
-    TogglePanel(1, 0, open);
 }
 
-void ShowEffectsPanel(bool open) {
-    TogglePanel(2, 3, open);
-}
-
-void ShowInfoPanel(bool open) {
+void TogglePanel(const PanelRow& panel, bool open) {
     if (open) {
-        Step(ShowItemInfo);
+        FillPanel(panel.frame);
     }
-    TogglePanel(3, 4, open);
-}
-
-void ShowSearchPanel(bool open) {
-    frmMAIN& main = App().Main();
-    if (open) {
-        Step([&] { seams::RefreshSearch(main.txt_SearchFilter->Text()); });
-        App().windows.SetFocus(main.txt_SearchFilter->HWnd());
+    if (panel.toggle) {
+        App().Main().tglSkin(*panel.toggle).Value(open);
     }
-    ShowPanel(5, open);
-}
-
-void ShowAssociationPanel(bool open) {
-    ShowPanel(2, open);
-}
-
-void ShowBrowserPanel(bool open) {
-    if (open) {
-        Step([] { seams::FillBrowser(settings::kLastDir.Read()); });
-    }
-    ShowPanel(1, open);
-    if (!IsMarked(u"kAL")) {
+    ShowPanel(panel.frame, open);
+    if (panel.frame == kBrowserPanel && !IsMarked(panel.menuKey)) {
         App().Main().lstFilesAndFolders->Clear();
     }
 }
@@ -93,29 +85,23 @@ struct Command {
     std::u16string_view key;
     void (*run)(bool on);
 };
-constexpr std::array<Command, 22> kCommands{{
-    {u"kExt", [](bool) { RequestExit(); }},
-    {u"kAbt", [](bool) { OpenGuide(); }},
-    {modes::kTopMost.menuKey, SetTopMost},
-    {modes::kHideInSystray.menuKey, SetHideInSystray},
-    {modes::kManualAdvance.menuKey, SetManualAdvance},
-    {modes::kPlayAtStartup.menuKey, SetPlayAtStartup},
-    {modes::kRandom.menuKey, SetRandom},
-    {modes::kRepeatItem.menuKey, SetRepeatItem},
-    {modes::kRepeatList.menuKey, SetRepeatList},
-    {u"kPkLy", ShowLyricsPanel},
-    {u"kPkEFX", ShowEffectsPanel},
-    {u"kPkNFO", ShowInfoPanel},
-    {u"kPkSh", ShowSearchPanel},
-    {u"kAsF", ShowAssociationPanel},
-    {u"kAL", ShowBrowserPanel},
-    {u"kRAll", [](bool) { ClearAllEntries(); }},
-    {u"kRS", [](bool) { RemoveSelected(); }},
-    {u"kRCS", [](bool) { CropSelected(); }},
-    {u"kRD", [](bool) { RemoveDeadEntries(); }},
-    {u"kSeA", [](bool) { SelectAll(); }},
-    {u"kSeN", [](bool) { SelectNone(); }},
-    {u"kSeI", [](bool) { InvertSelection(); }},
+constexpr std::array<Command, 16> kCommands{{
+    {menukeys::kExit, [](bool) { RequestExit(); }},
+    {menukeys::kAbout, [](bool) { OpenGuide(); }},
+    {menukeys::kTopMost, SetTopMost},
+    {menukeys::kHideInSystray, SetHideInSystray},
+    {menukeys::kManualAdvance, SetManualAdvance},
+    {menukeys::kPlayAtStartup, SetPlayAtStartup},
+    {menukeys::kRandom, SetRandom},
+    {menukeys::kRepeatItem, SetRepeatItem},
+    {menukeys::kRepeatList, SetRepeatList},
+    {menukeys::kClearAll, [](bool) { ClearAllEntries(); }},
+    {menukeys::kRemoveSelected, [](bool) { RemoveSelected(); }},
+    {menukeys::kCropSelected, [](bool) { CropSelected(); }},
+    {menukeys::kRemoveDead, [](bool) { RemoveDeadEntries(); }},
+    {menukeys::kSelectAll, [](bool) { SelectAll(); }},
+    {menukeys::kSelectNone, [](bool) { SelectNone(); }},
+    {menukeys::kInvertSelection, [](bool) { InvertSelection(); }},
 }};
 
 // The skin in use is not put in force again.
@@ -131,6 +117,12 @@ void RunCommand(Long item) {
     const auto menu = Menu();
     const std::u16string key = menu->ItemKey(item);
     const bool on = !menu->Checked(item);
+    for (const PanelRow& panel : kPanelRows) {
+        if (panel.menuKey == key) {
+            TogglePanel(panel, on);
+            return;
+        }
+    }
     for (const Command& command : kCommands) {
         if (command.key == key) {
             command.run(on);

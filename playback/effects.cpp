@@ -25,15 +25,20 @@ struct Effect {
     void (*set)(Long value);
 };
 
-constexpr std::array<Effect, 7> kEffects{{
-    {3, 50, settings::kEffectTempo, u"Tempo = ", ImpulseSetTempo, SetTempo},
-    {4, 20, settings::kEffectPitch, u"Pitch = ", ImpulseSetPitch, SetPitch},
-    {5, 0, settings::kEffectEcho, u"Echo = ", ImpulseSetEcho, SetEcho},
-    {6, 0, settings::kEffectReverb, u"Reverb = ", ImpulseSetReverb, SetReverb},
-    {7, 15, settings::kEffectBass, u"Bass = ", ImpulseSetBass, SetBass},
-    {8, 15, settings::kEffectMid, u"Mid = ", ImpulseSetMid, SetMid},
-    {9, 15, settings::kEffectTreble, u"Treble = ", ImpulseSetTreble, SetTreble},
+constexpr std::array<Effect, kEffectCount> kEffects{{
+    {kTempoSlider, 50, settings::kEffectTempo, u"Tempo = ", ImpulseSetTempo, SetTempo},
+    {kPitchSlider, 20, settings::kEffectPitch, u"Pitch = ", ImpulseSetPitch, SetPitch},
+    {kEchoSlider, 0, settings::kEffectEcho, u"Echo = ", ImpulseSetEcho, SetEcho},
+    {kReverbSlider, 0, settings::kEffectReverb, u"Reverb = ", ImpulseSetReverb, SetReverb},
+    {kBassSlider, 15, settings::kEffectBass, u"Bass = ", ImpulseSetBass, SetBass},
+    {kMidSlider, 15, settings::kEffectMid, u"Mid = ", ImpulseSetMid, SetMid},
+    {kTrebleSlider, 15, settings::kEffectTreble, u"Treble = ", ImpulseSetTreble, SetTreble},
 }};
+
+// The rows stand in the order of the sliders.
+const Effect& EffectOf(Long slider) {
+    return kEffects.at(static_cast<std::size_t>(slider - kFirstEffect));
+}
 
 void SetEffect(const Effect& effect, Long value) {
     // No slider comes near the lowest number, a direct call may.
@@ -47,7 +52,7 @@ void SetEffect(const Effect& effect, Long value) {
 }  // namespace
 
 void SetTempo(Long value) {
-    const Effect& tempo = kEffects[0];
+    const Effect& tempo = EffectOf(kTempoSlider);
     if (value >= tempo.centre - 1 && value <= tempo.centre + 1) {
         value = tempo.centre;
         App().Main().sldSkin(tempo.slider).Value(value);
@@ -56,22 +61,22 @@ void SetTempo(Long value) {
 }
 
 void SetPitch(Long value) {
-    SetEffect(kEffects[1], value);
+    SetEffect(EffectOf(kPitchSlider), value);
 }
 void SetEcho(Long value) {
-    SetEffect(kEffects[2], value);
+    SetEffect(EffectOf(kEchoSlider), value);
 }
 void SetReverb(Long value) {
-    SetEffect(kEffects[3], value);
+    SetEffect(EffectOf(kReverbSlider), value);
 }
 void SetBass(Long value) {
-    SetEffect(kEffects[4], value);
+    SetEffect(EffectOf(kBassSlider), value);
 }
 void SetMid(Long value) {
-    SetEffect(kEffects[5], value);
+    SetEffect(EffectOf(kMidSlider), value);
 }
 void SetTreble(Long value) {
-    SetEffect(kEffects[6], value);
+    SetEffect(EffectOf(kTrebleSlider), value);
 }
 
 void SetEffectOf(Long slider, Long value) {

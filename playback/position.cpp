@@ -10,16 +10,16 @@
 namespace sarnel {
 
 void SetVolume(Long volume) {
-    JSlider& slider = App().Main().sldSkin(1);
+    JSlider& slider = App().Main().sldSkin(kVolumeSlider);
     slider.Value(volume);
     slider.Refresh();
     const Long value = slider.Value();
     SendImpulse(ImpulseSetVolume, value);
-    settings::kMusicVolume.Write(App().Main().sldSkin(1).Value());
+    settings::kMusicVolume.Write(App().Main().sldSkin(kVolumeSlider).Value());
 }
 
 void SetPosition(Long position) {
-    JSlider& slider = App().Main().sldSkin(0);
+    JSlider& slider = App().Main().sldSkin(kPositionSlider);
     slider.Value(position);
     slider.Refresh();
     SendImpulse(ImpulseSeek, slider.Value());
@@ -27,15 +27,16 @@ void SetPosition(Long position) {
 
 void UpdatePosition() {
     // The stick is not moved away under the user's hand.
-    if (App().Main().sldSkin(0).IsSliderMouseControled()) {
+    if (App().Main().sldSkin(kPositionSlider).IsSliderMouseControled()) {
         return;
     }
     const Long position = Ask(ImpulseGetPosition, Long{0});
-    App().Main().sldSkin(0).Value(position);
+    App().Main().sldSkin(kPositionSlider).Value(position);
 }
 
 void MovePosition(Long units) {
-    const std::int64_t position = std::int64_t{App().Main().sldSkin(0).Value()} + units;
+    const std::int64_t position =
+        std::int64_t{App().Main().sldSkin(kPositionSlider).Value()} + units;
     // A sum past the numbers is a failed step.
     if (position <= std::numeric_limits<Long>::max()) {
         SetPosition(static_cast<Long>(position));
@@ -43,7 +44,7 @@ void MovePosition(Long units) {
 }
 
 void SeekBy(Long units) {
-    if (!App().Main().sldSkin(0).Enabled()) {
+    if (!App().Main().sldSkin(kPositionSlider).Enabled()) {
         return;
     }
     SuspendPlayback();

@@ -17,7 +17,7 @@ namespace {
 // The item that still sounds is left to finish; the tick comes back here when it has ended.
 void EndStep() {
     const bool alive = Ask(ImpulseIsPlaying, true);
-    if (App().Main().sldSkin(0).Enabled() && !alive) {
+    if (App().Main().sldSkin(kPositionSlider).Enabled() && !alive) {
         StopPlayback();
     }
 }

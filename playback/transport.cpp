@@ -34,13 +34,13 @@ bool PlayCurrentItem() {
     SetWindowTitle(Playlist().List(Playlist().ListCurrent()));
     SetScrollText(App().Main().Caption());
     RefreshInfoDisplay();
-    if (App().Main().picFrame(0).Visible()) {
+    if (App().Main().picFrame(kLyricsPanel).Visible()) {
         seams::ShowLyrics(false);
     }
     const Long length = Ask(ImpulseGetLength, Long{0});
     // Without a known length nothing follows the item: it sounds, and never advances by itself.
     if (length > 0) {
-        JSlider& position = App().Main().sldSkin(0);
+        JSlider& position = App().Main().sldSkin(kPositionSlider);
         position.Value(0);
         position.Max(length);
         position.Enabled(true);
@@ -57,7 +57,7 @@ void StopPlayback() {
     App().InfoText.clear();
     DrawInfoDisplay();
     StopTickTimer();
-    App().Main().sldSkin(0).Enabled(false);
+    App().Main().sldSkin(kPositionSlider).Enabled(false);
     SendImpulse(ImpulseStop);
 }
 

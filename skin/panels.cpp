@@ -6,7 +6,7 @@
 #include "core/base/failure.h"
 #include "core/state/frmmain.h"
 #include "core/state/mainmenu.h"
-#include "core/state/modes.h"
+#include "core/state/menukeys.h"
 #include "core/state/program.h"
 #include "core/state/settings.h"
 
@@ -58,8 +58,8 @@ void ApplyTopMost(Widget& form, bool on) {
 void SetTopMost(bool on) {
     frmMAIN& main = App().Main();
     ApplyTopMost(main, on);
-    Step([&] { Mark(modes::kTopMost.menuKey, on); });
-    main.tglSkin(0).Value(on);
+    Step([&] { Mark(menukeys::kTopMost, on); });
+    main.tglSkin(kTopMostToggle).Value(on);
     settings::kTopMost.Write(on);
 }
 

@@ -6,82 +6,67 @@
 #include "core/state/program.h"
 #include "core/state/settings.h"
 #include "platform/base/rounding.h"
+#include "skin/skin_offsets.h"
 #include "skin/skin_steps.h"
 
 namespace sarnel {
 
 namespace {
 
-/// An item of a control array and the offset of its rows.
-struct Block {
-    Long index;
-    Long offset;
-};
-constexpr Block kButtons[] = {{0, 9},   {1, 14},  {2, 19}, {3, 140}, {4, 145},  {5, 150},
-                              {6, 155}, {7, 160}, {8, 90}, {9, 95},  {10, 100}, {11, 270}};
-constexpr Block kToggles[] = {{1, 105}, {3, 110}, {2, 190}, {0, 24}};
-constexpr Block kSliders[] = {{0, 120}, {1, 130}, {2, 180}, {3, 195}, {4, 205},
-                              {5, 215}, {6, 225}, {7, 235}, {8, 245}, {9, 255}};
-constexpr Block kResetButton{12, 265};
-
-// Offsets of the other fields.
-constexpr Long kMenuPicture = 2;
-constexpr Long kTipLeftPicture = 6;
-constexpr Long kTipMiddlePicture = 7;
-constexpr Long kTipForeColor = 7;
-constexpr Long kTipRightPicture = 8;
-constexpr Long kSkinName = 8;
-constexpr Long kScrollText = 29;
-constexpr Long kListLeft = 39;
-constexpr Long kListTop = 40;
-constexpr Long kListWidth = 41;
-constexpr Long kListHeight = 42;
-constexpr Long kListBackColor = 47;
-constexpr Long kListTextColor = 53;
-constexpr Long kMenu = 65;
-constexpr Long kInfoDisplay = 170;
-
 void ApplyWindow(const SkinRows& skin) {
     frmMAIN& main = App().Main();
-    Step([&] { main.Picture(skin.PictureOf(0)); });
+    Step([&] { main.Picture(skin.PictureOf(kWindowPicture)); });
     Step([&] { main.SizeToPicture(); });
 }
 
 void ApplyControls(const SkinRows& skin) {
-    for (const Block& block : kButtons) {
-        ApplyButtonRows(block.index, skin.From(block.offset));
+    for (const ControlRows& rows : kButtonRows) {
+        ApplyButtonRows(rows.index, skin.From(rows.offset));
     }
-    for (const Block& block : kToggles) {
-        ApplyToggleRows(block.index, skin.From(block.offset));
+    for (const ControlRows& rows : kToggleRows) {
+        ApplyToggleRows(rows.index, skin.From(rows.offset));
     }
-    for (const Block& block : kSliders) {
-        ApplySliderRows(block.index, skin.From(block.offset));
+    for (const ControlRows& rows : kSliderRows) {
+        ApplySliderRows(rows.index, skin.From(rows.offset));
     }
-    ApplyButtonRows(kResetButton.index, skin.From(kResetButton.offset));
+    ApplyButtonRows(kResetEffectsButtonRows.index, skin.From(kResetEffectsButtonRows.offset));
 }
 
 void ApplyInfoDisplay(const SkinRows& skin) {
     platform::PictureBox& display = App().Main().picInfoDisplay;
-    ApplyTextPanelRows(display, skin.From(kInfoDisplay));
+    ApplyTextPanelRows(display, skin.From(kInfoDisplayRows));
     App().DisplayRect = {0, 0, display.ScaleWidth(), display.ScaleHeight()};
 }
 
 MenuFont MenuFontOf(const SkinRows& rows) {
     constexpr Long kRegular = 400;
     constexpr Long kBold = 700;
-    return {rows.Text(0), rows.Number(1), rows.Boolean(2), rows.Boolean(3) ? kBold : kRegular, 1};
+    return {.fName = rows.Text(FontBlock::kName),
+            .fSize = rows.Number(FontBlock::kSize),
+            .fItalic = rows.Boolean(FontBlock::kItalic),
+            .fWeight = rows.Boolean(FontBlock::kBold) ? kBold : kRegular,
+            .fCharset = 1};
 }
 
 MenuColours MenuColoursOf(const SkinRows& rows) {
-    return {rows.Number(0), rows.Number(1), rows.Number(2),  rows.Number(3),
-            rows.Number(4), rows.Number(5), rows.Number(6),  rows.Number(7),
-            rows.Number(8), rows.Number(9), rows.Number(10), rows.Number(11)};
+    return {.bkText = rows.Number(MenuColourBlock::kBkText),
+            .txtColor = rows.Number(MenuColourBlock::kTxtColor),
+            .cDisabled1 = rows.Number(MenuColourBlock::kDisabled1),
+            .cDisabled2 = rows.Number(MenuColourBlock::kDisabled2),
+            .selGrad1 = rows.Number(MenuColourBlock::kSelGrad1),
+            .selGrad2 = rows.Number(MenuColourBlock::kSelGrad2),
+            .selText = rows.Number(MenuColourBlock::kSelText),
+            .headGrad1 = rows.Number(MenuColourBlock::kHeadGrad1),
+            .headGrad2 = rows.Number(MenuColourBlock::kHeadGrad2),
+            .headText = rows.Number(MenuColourBlock::kHeadText),
+            .cSep1 = rows.Number(MenuColourBlock::kSep1),
+            .cSep2 = rows.Number(MenuColourBlock::kSep2)};
 }
 
 void ApplyMenu(const SkinRows& skin) {
     Step([&] { Menu()->BackgroundPicture(skin.PictureOf(kMenuPicture)); });
-    Step([&] { Menu()->SetFontData(MenuFontOf(skin.From(kMenu))); });
-    Step([&] { Menu()->SetColors(MenuColoursOf(skin.From(kMenu + 4))); });
+    Step([&] { Menu()->SetFontData(MenuFontOf(skin.From(kMenuFontRows))); });
+    Step([&] { Menu()->SetColors(MenuColoursOf(skin.From(kMenuColourRows))); });
 }
 
 void ApplyTip(const SkinRows& skin) {
@@ -139,7 +124,7 @@ void ApplyLists(const SkinRows& skin) {
 
 Long SkinCount() {
     Long count = 0;
-    Step([&] { count = App().Skins.Number(0); });
+    Step([&] { count = App().Skins.Number(kSkinCountRow); });
     return count;
 }
 
@@ -156,7 +141,7 @@ void LoadSkin(Long skin) {
     Step([&] { base = app.Skins.Number(app.CurrentSkin); });
     const SkinRows rows(app.Skins, base);
     ApplyWindow(rows);
-    ApplyTextPanelRows(app.Main().picScrollText, rows.From(kScrollText));
+    ApplyTextPanelRows(app.Main().picScrollText, rows.From(kScrollTextRows));
     ApplyControls(rows);
     ApplyInfoDisplay(rows);
     ApplyMenu(rows);

@@ -1,6 +1,7 @@
 // The rows of one control, applied to it.
 #include "core/base/failure.h"
 #include "core/state/frmmain.h"
+#include "skin/skin_offsets.h"
 #include "skin/skin_steps.h"
 
 namespace sarnel {
@@ -10,14 +11,13 @@ namespace {
 // Buttons and toggles have the same five rows.
 template <class T>
 void ApplyStripRows(ControlArray<T>& array, Long index, const SkinRows& first) {
-    enum Offset : Long { kPicture, kMaskPicture, kToolTip, kLeft, kTop };
     Step([&] { array.Load(index); });  // fails where it is there already
     T& control = array(index);
-    Step([&] { control.MaskPicture(first.PictureNamed(kMaskPicture)); });
-    Step([&] { control.Picture(first.PictureNamed(kPicture)); });
+    Step([&] { control.MaskPicture(first.PictureNamed(ButtonBlock::kMaskPicture)); });
+    Step([&] { control.Picture(first.PictureNamed(ButtonBlock::kPicture)); });
     // The size is the mask's.
-    Step([&] { control.Move(first.Number(kLeft), first.Number(kTop)); });
-    Step([&] { control.ToolTipText(first.Text(kToolTip)); });
+    Step([&] { control.Move(first.Number(ButtonBlock::kLeft), first.Number(ButtonBlock::kTop)); });
+    Step([&] { control.ToolTipText(first.Text(ButtonBlock::kToolTip)); });
     Step([&] { control.Visible(true); });
 }
 
@@ -32,56 +32,34 @@ void ApplyToggleRows(Long index, const SkinRows& first) {
 }
 
 void ApplySliderRows(Long index, const SkinRows& first) {
-    enum Offset : Long {
-        kPicture,
-        kStickPicture,
-        kStickMaskPicture,
-        kStickPosition,
-        kStyle,
-        kLeft,
-        kTop,
-        kWidth,
-        kHeight
-    };
     ControlArray<JSlider>& array = App().Main().sldSkin;
     Step([&] { array.Load(index); });  // fails where it is there already
     JSlider& slider = array(index);
-    Step([&] { slider.Picture(first.PictureNamed(kPicture)); });
-    Step([&] { slider.StickMaskPicture(first.PictureNamed(kStickMaskPicture)); });
-    Step([&] { slider.StickPicture(first.PictureNamed(kStickPicture)); });
-    Step([&] { slider.StickPosition(first.Number(kStickPosition)); });
-    Step([&] { slider.Style(first.Boolean(kStyle)); });
+    Step([&] { slider.Picture(first.PictureNamed(SliderBlock::kPicture)); });
+    Step([&] { slider.StickMaskPicture(first.PictureNamed(SliderBlock::kStickMaskPicture)); });
+    Step([&] { slider.StickPicture(first.PictureNamed(SliderBlock::kStickPicture)); });
+    Step([&] { slider.StickPosition(first.Number(SliderBlock::kStickPosition)); });
+    Step([&] { slider.Style(first.Boolean(SliderBlock::kStyle)); });
     // A height of 0 is meant: the slider corrects it.
     Step([&] {
-        slider.Move(first.Number(kLeft), first.Number(kTop), first.Number(kWidth),
-                    first.Number(kHeight));
+        slider.Move(first.Number(SliderBlock::kLeft), first.Number(SliderBlock::kTop),
+                    first.Number(SliderBlock::kWidth), first.Number(SliderBlock::kHeight));
     });
     Step([&] { slider.Visible(true); });
 }
 
 void ApplyTextPanelRows(platform::PictureBox& panel, const SkinRows& first) {
-    enum Offset : Long {
-        kLeft,
-        kTop,
-        kWidth,
-        kHeight,
-        kBackColor,
-        kForeColor,
-        kFontName,
-        kFontSize,
-        kFontItalic,
-        kFontBold
-    };
     Step([&] {
-        panel.Move(first.Number(kLeft), first.Number(kTop), first.Number(kWidth),
-                   first.Number(kHeight));
+        panel.Move(first.Number(TextPanelBlock::kLeft), first.Number(TextPanelBlock::kTop),
+                   first.Number(TextPanelBlock::kWidth), first.Number(TextPanelBlock::kHeight));
     });
-    Step([&] { panel.BackColor(first.Number(kBackColor)); });
-    Step([&] { panel.ForeColor(first.Number(kForeColor)); });
-    Step([&] { panel.FontName(first.Text(kFontName)); });
-    Step([&] { panel.FontSize(first.Number(kFontSize)); });
-    Step([&] { panel.FontItalic(first.Boolean(kFontItalic)); });
-    Step([&] { panel.FontBold(first.Boolean(kFontBold)); });
+    Step([&] { panel.BackColor(first.Number(TextPanelBlock::kBackColor)); });
+    Step([&] { panel.ForeColor(first.Number(TextPanelBlock::kForeColor)); });
+    const SkinRows font = first.From(TextPanelBlock::kFontRows);
+    Step([&] { panel.FontName(font.Text(FontBlock::kName)); });
+    Step([&] { panel.FontSize(font.Number(FontBlock::kSize)); });
+    Step([&] { panel.FontItalic(font.Boolean(FontBlock::kItalic)); });
+    Step([&] { panel.FontBold(font.Boolean(FontBlock::kBold)); });
 }
 
 namespace {
@@ -93,29 +71,28 @@ void ApplyListFont(JList& list, const SkinRows& font) {
         part(changed);
         list.ListFont(changed);
     };
-    change([&](platform::Font& changed) { changed.name = font.Text(0); });
-    change([&](platform::Font& changed) { changed.size = font.Number(1); });
-    change([&](platform::Font& changed) { changed.italic = font.Boolean(2); });
-    change([&](platform::Font& changed) { changed.bold = font.Boolean(3); });
+    change([&](platform::Font& changed) { changed.name = font.Text(FontBlock::kName); });
+    change([&](platform::Font& changed) { changed.size = font.Number(FontBlock::kSize); });
+    change([&](platform::Font& changed) { changed.italic = font.Boolean(FontBlock::kItalic); });
+    change([&](platform::Font& changed) { changed.bold = font.Boolean(FontBlock::kBold); });
 }
 
 }  // namespace
 
 void ApplyListRows(JList& list, const SkinRows& skin) {
-    constexpr Long kFont = 43;
     list.RedrawFlag(false);
-    ApplyListFont(list, skin.From(kFont));
-    list.BackColor(skin.Number(47));
-    list.FocusRectColor(skin.Number(48));
-    list.SelColor1(skin.Number(49));
-    list.SelColor2(skin.Number(50));
-    list.SelTextColor(skin.Number(52));
-    SplitColor(skin.Number(51), App().PulseColorFrom);
-    SplitColor(skin.Number(52), App().PulseColorTo);
-    list.TextColor(skin.Number(53));
-    list.ThumbBorderColor(skin.Number(54));
-    list.ThumbColor1(skin.Number(55));
-    list.ThumbColor2(skin.Number(56));
+    ApplyListFont(list, skin.From(kListFontRows));
+    list.BackColor(skin.Number(kListBackColor));
+    list.FocusRectColor(skin.Number(kListFocusRectColor));
+    list.SelColor1(skin.Number(kListSelColor1));
+    list.SelColor2(skin.Number(kListSelColor2));
+    list.SelTextColor(skin.Number(kListSelTextColor));
+    SplitColor(skin.Number(kListPulseColorFrom), App().PulseColorFrom);
+    SplitColor(skin.Number(kListSelTextColor), App().PulseColorTo);
+    list.TextColor(skin.Number(kListTextColor));
+    list.ThumbBorderColor(skin.Number(kListThumbBorderColor));
+    list.ThumbColor1(skin.Number(kListThumbColor1));
+    list.ThumbColor2(skin.Number(kListThumbColor2));
     list.Enabled(true);
     list.RedrawFlag(true);
 }

@@ -1,5 +1,4 @@
 // The panels that can lie over the playlist, and what lies in them.
-#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -7,6 +6,8 @@
 #include "core/base/failure.h"
 #include "core/base/impulses.h"
 #include "core/state/frmmain.h"
+#include "core/state/paneltable.h"
+#include "skin/skin_offsets.h"
 #include "skin/skin_steps.h"
 
 namespace sarnel {
@@ -28,16 +29,12 @@ PanelPlace ReadPlace(const SkinRows& skin) {
     // What cannot be read stays as it is.
     const JList& list = App().Main().lstPlaylist;
     PanelPlace place{list.Left(), list.Top(), list.Width(), list.Height()};
-    Step([&] { place.left = skin.Number(39); });
-    Step([&] { place.top = skin.Number(40); });
-    Step([&] { place.width = skin.Number(41); });
-    Step([&] { place.height = skin.Number(42); });
+    Step([&] { place.left = skin.Number(kListLeft); });
+    Step([&] { place.top = skin.Number(kListTop); });
+    Step([&] { place.width = skin.Number(kListWidth); });
+    Step([&] { place.height = skin.Number(kListHeight); });
     return place;
 }
-
-// The key of the command that opens a panel.
-constexpr std::array<const char16_t*, 6> kPanelTags{u"kPkLy",  u"kAL",    u"kAsF",
-                                                    u"kPkEFX", u"kPkNFO", u"kPkSh"};
 
 void LayPanels(const PanelPlace& place) {
     frmMAIN& main = App().Main();
@@ -46,8 +43,9 @@ void LayPanels(const PanelPlace& place) {
         Step([&] { panel.Move(place.left, place.top, place.width, place.height); });
         Step([&] { panel.BackColor(main.lstPlaylist.BackColor()); });
     }
-    for (std::size_t i = 0; i < kPanelTags.size(); ++i) {
-        Step([&] { main.picFrame(static_cast<Long>(i)).Tag(kPanelTags[i]); });
+    // By its tag a panel finds the menu item that has its mark.
+    for (const PanelRow& row : kPanelRows) {
+        Step([&] { main.picFrame(row.frame).Tag(std::u16string(row.menuKey)); });
     }
 }
 
@@ -102,13 +100,12 @@ void LayAssociations(const PanelPlace& place) {
 }
 
 void LayBrowser(const SkinRows& skin, const PanelPlace& place) {
-    constexpr Long kFirstImage = 3;
     frmMAIN& main = App().Main();
     JList& files = *main.lstFilesAndFolders;
     Label& path = *main.lblFrameAddPathName;
     Step([&] { files.RemoveImages(); });
-    for (Long i = kFirstImage; i < kFirstImage + 3; ++i) {
-        Step([&] { files.AddImage(skin.PictureOf(i)); });
+    for (const Long image : {kBrowserPicture1, kBrowserPicture2, kBrowserPicture3}) {
+        Step([&] { files.AddImage(skin.PictureOf(image)); });
     }
     Step([&] { path.Move(0, place.height - path.Height(), place.width, path.Height()); });
     Step([&] { path.BackColor(files.BackColor()); });
@@ -126,8 +123,8 @@ void LayInformation(const PanelPlace& place) {
 void LayLyrics() {
     frmMAIN& main = App().Main();
     const JList& list = main.lstPlaylist;
-    PictureBox& panel = main.picFrame(0);
-    JSlider& slider = main.sldSkin(2);
+    PictureBox& panel = main.picFrame(kLyricsPanel);
+    JSlider& slider = main.sldSkin(kLyricsSlider);
     Step([&] { main.txtLyrics->BackColor(list.BackColor()); });
     Step([&] { main.txtLyrics->ForeColor(list.TextColor()); });
     Step([&] { main.txtLyrics->SetFont(list.ListFont()); });
@@ -140,13 +137,14 @@ struct EffectRange {
     Long slider;
     Long max;
 };
-constexpr EffectRange kEffectRanges[] = {{3, 100}, {4, 40}, {5, 6}, {6, 20},
-                                         {7, 30},  {8, 30}, {9, 30}};
+constexpr EffectRange kEffectRanges[] = {{kTempoSlider, 100}, {kPitchSlider, 40}, {kEchoSlider, 6},
+                                         {kReverbSlider, 20}, {kBassSlider, 30},  {kMidSlider, 30},
+                                         {kTrebleSlider, 30}};
 
 // Each label stands in the column to the left of its slider.
 void LayEffects() {
     frmMAIN& main = App().Main();
-    PictureBox& panel = main.picFrame(3);
+    PictureBox& panel = main.picFrame(kEffectsPanel);
     Step([&] { panel.SetFont(main.lstPlaylist.ListFont()); });
     for (const EffectRange& range : kEffectRanges) {
         JSlider& slider = main.sldSkin(range.slider);

@@ -18,13 +18,6 @@ constexpr Rect kScrollText{54, 10, 239, 24};
 constexpr Rect kInfoDisplay{128, 250, 200, 264};
 constexpr Rect kOneLine{0, 0, 100, 13};
 
-constexpr Long kPanels = 6;
-constexpr Long kButtons = 13;
-constexpr Long kToggles = 4;
-constexpr Long kSliders = 10;
-constexpr Long kFirstEffect = 3;
-constexpr Long kEffectsPanel = 3;
-
 // What the lists of the window have in common.
 JListStored ListOfLayout() {
     JListStored stored;
@@ -47,37 +40,39 @@ frmMAIN::frmMAIN(platform::WindowSystem& windows)
 }
 
 void frmMAIN::MakePanels() {
-    for (Long i = 0; i < kPanels; ++i) {
+    for (Long i = 0; i < kPanelCount; ++i) {
         auto& panel =
             picFrame.Add(std::make_unique<platform::PictureBox>(windows_, HWnd(), kListArea));
         panel.SetFont({u"Tahoma", 9.75, true, false});
         panel.Visible(false);
     }
     const auto panel = [this](Long index) { return picFrame(index).HWnd(); };
-    txtLyrics = std::make_unique<platform::TextBox>(windows_, panel(0), kInsideList,
+    txtLyrics = std::make_unique<platform::TextBox>(windows_, panel(kLyricsPanel), kInsideList,
                                                     platform::TextBox::Kind::kPage);
     txtLyrics->LinesPerNotch(0);  // its slider turns with the wheel and takes the text along
     JListStored browser = ListOfLayout();
     browser.showNumeric = false;
     browser.showItemImages = true;
-    lstFilesAndFolders = std::make_unique<JList>(windows_, panel(1), kInsideList, browser);
-    txt_SearchFilter = std::make_unique<platform::TextBox>(windows_, panel(5), Rect{});
-    lst_Search = std::make_unique<JList>(windows_, panel(5), kInsideList, ListOfLayout());
+    lstFilesAndFolders =
+        std::make_unique<JList>(windows_, panel(kBrowserPanel), kInsideList, browser);
+    txt_SearchFilter = std::make_unique<platform::TextBox>(windows_, panel(kSearchPanel), Rect{});
+    lst_Search =
+        std::make_unique<JList>(windows_, panel(kSearchPanel), kInsideList, ListOfLayout());
 }
 
 void frmMAIN::MakeLabels() {
     const auto label = [this](Long panel) {
         return std::make_unique<platform::Label>(windows_, picFrame(panel).HWnd(), kOneLine);
     };
-    lblFrameAddPathName = label(1);
+    lblFrameAddPathName = label(kBrowserPanel);
     lblFrameAddPathName->Opaque(true);
-    lblFileTypesSupported = label(2);
-    lblFrameFileAssocOK = label(2);
+    lblFileTypesSupported = label(kAssociationPanel);
+    lblFrameFileAssocOK = label(kAssociationPanel);
     lblFrameFileAssocOK->Caption(u"Close frame");
-    lblFrameInfoDescription = label(4);
+    lblFrameInfoDescription = label(kInformationPanel);
     lblFrameInfoDescription->Caption(u"Info");
     lblEffects.First(kFirstEffect);
-    for (Long i = kFirstEffect; i < kSliders; ++i) {
+    for (Long i = kFirstEffect; i < kSliderCount; ++i) {
         lblEffects.Add(label(kEffectsPanel));
     }
 }
@@ -88,17 +83,20 @@ void frmMAIN::MakeControls() {
         control->Visible(inLayout);
         array.Add(std::move(control), inLayout);
     };
-    for (Long i = 0; i < kButtons; ++i) {
-        const bool reset = i == kButtons - 1;
+    for (Long i = 0; i < kButtonCount; ++i) {
+        const bool reset = i == kResetEffectsButton;
         const Handle parent = reset ? effects : HWnd();
-        add(btnSkin, std::make_unique<JButton>(windows_, parent, Rect{}), i == 0 || reset);
+        add(btnSkin, std::make_unique<JButton>(windows_, parent, Rect{}),
+            i == kExitButton || reset);
     }
-    for (Long i = 0; i < kToggles; ++i) {
-        add(tglSkin, std::make_unique<JToogle>(windows_, HWnd(), Rect{}), i == 0);
+    for (Long i = 0; i < kToggleCount; ++i) {
+        add(tglSkin, std::make_unique<JToogle>(windows_, HWnd(), Rect{}), i == kTopMostToggle);
     }
-    for (Long i = 0; i < kSliders; ++i) {
-        const Handle parent = i >= kFirstEffect ? effects : i == 2 ? picFrame(0).HWnd() : HWnd();
-        add(sldSkin, std::make_unique<JSlider>(windows_, parent, Rect{}), i != 1);
+    for (Long i = 0; i < kSliderCount; ++i) {
+        const Handle parent = i >= kFirstEffect    ? effects
+                              : i == kLyricsSlider ? picFrame(kLyricsPanel).HWnd()
+                                                   : HWnd();
+        add(sldSkin, std::make_unique<JSlider>(windows_, parent, Rect{}), i != kVolumeSlider);
     }
 }
 

@@ -10,6 +10,7 @@
 #include "controls/jtoogle.h"
 #include "controls/list/jlist.h"
 #include "core/base/failure.h"
+#include "core/state/controlnames.h"
 #include "menus/jpopupmenu.h"
 #include "platform/widgets/label.h"
 #include "platform/widgets/picture_box.h"
@@ -76,11 +77,12 @@ class frmMAIN : public platform::Widget {
     std::shared_ptr<JPopupMenu> hMenu;  ///< null until the menu is built
     std::unique_ptr<JHotKeys> hKeys;
 
-    ControlArray<platform::PictureBox> picFrame;  ///< 0 to 5, the panels
-    ControlArray<JButton> btnSkin;                ///< 0 to 12
-    ControlArray<JToogle> tglSkin;                ///< 0 to 3
-    ControlArray<JSlider> sldSkin;             ///< 0 position, 1 volume, 2 lyrics, 3 to 9 effects
-    ControlArray<platform::Label> lblEffects;  ///< 3 to 9
+    // Their items by name: core/state/controlnames.h.
+    ControlArray<platform::PictureBox> picFrame;
+    ControlArray<JButton> btnSkin;
+    ControlArray<JToogle> tglSkin;
+    ControlArray<JSlider> sldSkin;
+    ControlArray<platform::Label> lblEffects;  ///< from kFirstEffect on
     platform::PictureBox picScrollText;
     platform::PictureBox picInfoDisplay;
     JList lstPlaylist;

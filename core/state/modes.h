@@ -5,6 +5,7 @@
 #include <array>
 #include <string_view>
 
+#include "core/state/menukeys.h"
 #include "core/state/program.h"
 #include "core/state/settings.h"
 
@@ -19,13 +20,17 @@ struct Mode {
 
 namespace modes {
 
-inline constexpr Mode kTopMost{u"kTMst", settings::kTopMost};
-inline constexpr Mode kHideInSystray{u"kHIS", settings::kHideInSystray};
-inline constexpr Mode kRandom{u"kPRdm", settings::kRandom, &Program::Random};
-inline constexpr Mode kRepeatItem{u"kPRpI", settings::kRepeatItem, &Program::RepeatItem};
-inline constexpr Mode kRepeatList{u"kPRpP", settings::kRepeatList, &Program::RepeatList};
-inline constexpr Mode kManualAdvance{u"kPMA", settings::kManualAdvance, &Program::ManualAdvance};
-inline constexpr Mode kPlayAtStartup{u"kPPAS", settings::kPlayAtStartup, &Program::PlayAtStartup};
+inline constexpr Mode kTopMost{menukeys::kTopMost, settings::kTopMost};
+inline constexpr Mode kHideInSystray{menukeys::kHideInSystray, settings::kHideInSystray};
+inline constexpr Mode kRandom{menukeys::kRandom, settings::kRandom, &Program::Random};
+inline constexpr Mode kRepeatItem{menukeys::kRepeatItem, settings::kRepeatItem,
+                                  &Program::RepeatItem};
+inline constexpr Mode kRepeatList{menukeys::kRepeatList, settings::kRepeatList,
+                                  &Program::RepeatList};
+inline constexpr Mode kManualAdvance{menukeys::kManualAdvance, settings::kManualAdvance,
+                                     &Program::ManualAdvance};
+inline constexpr Mode kPlayAtStartup{menukeys::kPlayAtStartup, settings::kPlayAtStartup,
+                                     &Program::PlayAtStartup};
 
 /// In the order in which a start reads those that have a state.
 inline constexpr std::array<Mode, 7> kAll{kTopMost,    kHideInSystray, kRandom,       kRepeatItem,
