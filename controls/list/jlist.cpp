@@ -1,215 +1,112 @@
-// Rows, indices and selection.
+// Rows, indices and selection, with what of them repaints.
 #include "controls/list/jlist.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "controls/list/moved.h"
 #include "core/base/failure.h"
 
 namespace sarnel {
 
-namespace {
-
-// A row has come in at `row`: an index from there on names the row it named.
-void RaiseFrom(Long row, Long& index) {
-    if (index >= row) {
-        index = Moved(index, 1);
-    }
-}
-
-}  // namespace
-
-std::u16string JList::List(Long Index) const {
-    return itemText_.Has(Index) ? itemText_[Index].Text() : std::u16string();
-}
-
-std::u16string JList::ListData(Long Index) const {
-    return itemData_.Has(Index) ? itemData_[Index].Text() : std::u16string();
-}
-
-void JList::ListData(Long Index, std::u16string_view value) {
-    if (itemData_.Has(Index)) {
-        itemData_[Index] = RowText(value);
-    }
-}
-
 void JList::AddItem(std::u16string_view ItemToAdd, std::u16string_view ItemDataToAdd,
                     Long ItemIndex) {
-    ++listCount_;
+    const Long at = rows_.AddItem(ItemToAdd, ItemDataToAdd, ItemIndex);
     thumb_.dirty = true;
-    Long at = listCount_ - 1;  // in front of the spare
-    if (ItemIndex != -1) {
-        at = ItemIndex;
-    } else if (sorted_) {
-        at = InsertSorted(ItemToAdd);
+    index_.RowAdded(at, SelCount() != 0);
+    if (range_.first == -1) {
+        range_.first = 0;
     }
-    itemText_.Insert(at, RowText(ItemToAdd));
-    itemData_.Insert(at, RowText(ItemDataToAdd));
-    itemSelected_.Insert(at, 0);
-    if (showItemImages_) {
-        itemImage_.Insert(at, -1);
-    }
-    newIndex_ = at;
-    // One condition for all three, so with nothing selected and ListIndex 0 none of them moves.
-    if (listIndex_ > 0 || selCount_ != 0) {
-        for (Long* index : {&listIndex_, &focusIndex_, &caretIndex_}) {
-            RaiseFrom(newIndex_, *index);
-        }
-    }
-    // A current row 0 stays 0 even when a row comes in front of it: meant.
-    if (listCurrent_ > 0) {
-        RaiseFrom(newIndex_, listCurrent_);
-    }
-    if (displayFirst_ == -1) {
-        displayFirst_ = 0;
-    }
-    if (redrawFlag_) {
-        DisplayList();
-    }
+    RepaintIfAllowed();
 }
 
 void JList::RemoveItem(Long ItemIndex) {
-    // The spare slot passes this test: removing it makes the last row the new spare.
-    if (listCount_ <= 0 || !itemText_.Has(ItemIndex)) {
-        return;
-    }
-    --listCount_;
-    thumb_.dirty = true;
-    if (Selected(ItemIndex)) {
-        --selCount_;
-    }
-    itemText_.Remove(ItemIndex);
-    itemData_.Remove(ItemIndex);
-    itemSelected_.Remove(ItemIndex);
-    itemImage_.Remove(ItemIndex);
-    const auto lower = [ItemIndex](Long& index) {
-        index -= index > 0 && index >= ItemIndex ? 1 : 0;
-    };
-    lower(listIndex_);
-    if (listCurrent_ == ItemIndex) {
-        listCurrent_ = -1;
-    } else if (listCurrent_ >= 0 && listCurrent_ > ItemIndex) {
-        --listCurrent_;
-    }
-    lower(caretIndex_);
-    lower(focusIndex_);
-    newIndex_ = -1;
-    if (redrawFlag_) {
-        DisplayList();
+    if (rows_.RemoveItem(ItemIndex)) {
+        thumb_.dirty = true;
+        index_.RowRemoved(ItemIndex);
+        RepaintIfAllowed();
     }
 }
 
 void JList::Clear() {
-    itemText_.Reset(1);
-    itemData_.Reset(1);
-    itemSelected_.Reset(1);
-    itemImage_.Reset(1);
-    selCount_ = 0;
-    listCount_ = 0;
-    caretIndex_ = -1;
-    focusIndex_ = 0;
-    displayFirst_ = displayLast_ = -1;
-    scrollBarShown_ = false;
+    rows_.Clear();
+    index_.RowsCleared();
+    range_.first = range_.last = -1;
+    thumb_.shown = false;
     thumb_.dirty = true;
-    listIndex_ = 0;
-    newIndex_ = -1;
     redrawFlag_ = true;
     ClearFace();
     ShowFace();
 }
 
 void JList::ListIndex(Long value) {
-    listIndex_ = value;
-    focusIndex_ = value;
+    index_.list = value;
+    index_.focus = value;
     DisplayList();
 }
 
 void JList::ListCurrent(Long value) {
-    listCurrent_ = value;
-    if (redrawFlag_) {
-        DisplayList();
-    }
+    index_.current = value;
+    RepaintIfAllowed();
 }
 
 std::u16string JList::Text() const {
-    if (!itemText_.Has(listIndex_)) {
+    if (!rows_.Has(index_.list)) {
         throw BoundsError();
     }
-    return itemText_[listIndex_].Text();
-}
-
-bool JList::Selected(Long Index) const {
-    return itemSelected_.Has(Index) && itemSelected_[Index] != 0;
+    return List(index_.list);
 }
 
 void JList::Selected(Long Index, bool value) {
-    const bool former = Selected(Index);
-    if (itemSelected_.Has(Index)) {
-        itemSelected_[Index] = value ? 1 : 0;
-    }
-    caretIndex_ = Index;
-    selCount_ += value == former ? 0 : value ? 1 : -1;
-    if (redrawFlag_) {
-        DisplayList();
-    }
+    rows_.Selected(Index, value);
+    index_.caret = Index;
+    RepaintIfAllowed();
 }
 
 void JList::ClearOrSelect(Long StartIdx, Long EndIdx, bool SelectFlag) {
-    if ((StartIdx < 0 && EndIdx > 0) || (StartIdx > 0 && EndIdx < 0)) {
-        return;
+    if (rows_.ClearOrSelect(StartIdx, EndIdx, SelectFlag)) {
+        DisplayList();
     }
-    if (StartIdx >= 0 && EndIdx >= 0 && StartIdx > EndIdx) {
-        std::swap(StartIdx, EndIdx);
-    }
-    EndIdx = std::min(EndIdx, listCount_ - 1);
-    if (StartIdx == -1 && EndIdx == -1) {
-        StartIdx = 0;
-        EndIdx = listCount_ - 1;
-    }
-    if (listCount_ < 1 || (!SelectFlag && selCount_ < 1)) {
-        return;
-    }
-    if (std::int64_t{EndIdx} - StartIdx + 1 < listCount_) {
-        const Long changes = itemSelected_.Count(StartIdx, EndIdx, SelectFlag ? 0 : 1);
-        FillSelected(StartIdx, EndIdx, SelectFlag);
-        selCount_ += SelectFlag ? changes : -changes;
-    } else {
-        FillSelected(StartIdx, EndIdx, SelectFlag);
-        selCount_ = SelectFlag ? listCount_ : 0;
-    }
-    DisplayList();
-}
-
-void JList::FillSelected(Long from, Long to, bool value) {
-    itemSelected_.Fill(std::min(from, to), std::max(from, to), value ? 1 : 0);
-}
-
-Long JList::ImageIndex(Long Index) const {
-    if (!itemImage_.Has(Index)) {
-        throw BoundsError();
-    }
-    return itemImage_[Index];
 }
 
 void JList::ImageIndex(Long Index, Long value) {
-    if (!itemImage_.Has(Index)) {
-        throw BoundsError();
+    rows_.ImageIndex(Index, value);
+    if (range_.Has(Index)) {
+        RepaintIfAllowed();
     }
-    itemImage_[Index] = value;
-    if (IsRowVisible(Index) && redrawFlag_) {
-        DisplayList();
+}
+
+Long JList::FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive) const {
+    return rows_.FindDataIndex(sStringToMatch, CaseSensitive);
+}
+
+void JList::Sort(bool SortAscending) {
+    rows_.Sort(SortAscending);
+    range_.first = 0;
+    range_.last = std::min(ListCount(), VisibleRows()) - 1;
+    index_.caret = -1;
+    index_.list = 0;
+    index_.focus = 0;
+    DisplayList();
+}
+
+void JList::Sorted(bool value) {
+    rows_.Sorted(value);
+    if (value && !sortedLoaded_) {
+        Sort(true);
+    }
+    if (!value) {
+        sortedLoaded_ = false;
     }
 }
 
 void JList::AddImage(platform::PictureRef ImageStd) {
     images_.push_back(std::move(ImageStd));
-    ++looks_;
+    ++painted_.looks;
 }
 
 void JList::RemoveImages() {
     images_.clear();
-    ++looks_;
+    ++painted_.looks;
 }
 
 }  // namespace sarnel

@@ -23,29 +23,25 @@ JList::JList(platform::WindowSystem& windows, Handle parent, const Rect& rect,
     SetFont(stored.listFont);
     Widget::BackColor(stored.backColor);
     Widget::Enabled(stored.enabled);
-    itemImageSize_ = stored.itemImageSize;
-    listCurrent_ = stored.listCurrent;
-    newIndex_ = stored.newIndex;
+    layout_.itemImageSize = stored.itemImageSize;
+    index_.current = stored.listCurrent;
+    index_.added = stored.newIndex;
     redrawFlag_ = stored.redrawFlag;
     colours_ = stored.colours;
-    selCount_ = stored.selCount;
-    showItemImages_ = stored.showItemImages;
+    rows_.SelCount(stored.selCount);
+    rows_.KeepsImages(stored.showItemImages);
     showSelectRect_ = stored.showSelectRect;
     showNumeric_ = stored.showNumeric;
-    sorted_ = stored.sorted;
-    topIndex_ = stored.topIndex;
-    mouse_.dragArmed = dragStored_ = stored.dragEnabled;
+    rows_.Sorted(stored.sorted);
+    range_.top = stored.topIndex;
+    mouse_.dragArmed = mouse_.dragStored = stored.dragEnabled;
     sortedLoaded_ = stored.sorted;
-    listIndex_ = 0;
+    index_.list = 0;
     SetupMetrics();
     Refresh();
 }
 
 void JList::Create() {
-    itemText_.Reset(1);
-    itemData_.Reset(1);
-    itemSelected_.Reset(1);
-    itemImage_.Reset(1);
     AcceptDrops([this](const std::vector<std::string>& paths) {
         // The button that carried the files is up by now.
         constexpr Long kCopied = 1;
@@ -64,9 +60,9 @@ void JList::Create() {
 // The face is left blank, and not shown: the next repaint brings the rows back.
 void JList::SetupMetrics() {
     constexpr Long kRowMargin = 2;
-    rowHeight_ = TextHeight(u"^j") + kRowMargin;
-    imageColumn_ = showItemImages_ ? ImageWidth() + 2 : 0;
-    ComputeRows();
+    layout_.rowHeight = TextHeight(u"^j") + kRowMargin;
+    layout_.imageColumn = ShowItemImages() ? layout_.ImageWidth() + 2 : 0;
+    layout_.PlaceRows(ScaleHeight(), ShowItemImages());
     backDC_ = platform::Surface({ScaleWidth(), ScaleHeight()});
     RebuildGradients();
     backBrush_ = BackColor();
@@ -76,8 +72,8 @@ void JList::SetupMetrics() {
 
 void JList::ListFont(const platform::Font& font) {
     SetFont(font);
-    rowHeight_ = TextHeight(u"^j");
-    ComputeRows();
+    layout_.rowHeight = TextHeight(u"^j");
+    layout_.PlaceRows(ScaleHeight(), ShowItemImages());
 }
 
 void JList::Enabled(bool value) {
@@ -86,19 +82,19 @@ void JList::Enabled(bool value) {
 }
 
 void JList::ItemImageSize(Long value) {
-    itemImageSize_ = value;
+    layout_.itemImageSize = value;
     SetupMetrics();
 }
 
 void JList::ShowItemImages(bool value) {
-    showItemImages_ = value;
+    rows_.KeepsImages(value);
     SetupMetrics();
     RepaintIfAllowed();
 }
 
 void JList::ShowSelectRect(bool value) {
     showSelectRect_ = value;
-    ++looks_;
+    ++painted_.looks;
 }
 
 void JList::BackColor(Colour value) {
@@ -118,7 +114,7 @@ void JList::SelColor2(Colour value) {
 
 void JList::ThumbBorderColor(Colour value) {
     colours_.thumbBorder = value;
-    ++looks_;
+    ++painted_.looks;
 }
 
 void JList::ThumbColor1(Colour value) {
@@ -134,15 +130,15 @@ void JList::ThumbColor2(Colour value) {
 }
 
 void JList::BuildSelectionBar() {
-    selectionBar_.Build(ScaleWidth(), rowHeight_, OleTranslateColor(colours_.sel1),
+    selectionBar_.Build(ScaleWidth(), RowHeight(), OleTranslateColor(colours_.sel1),
                         OleTranslateColor(colours_.sel2), 0);
-    ++looks_;
+    ++painted_.looks;
 }
 
 void JList::BuildThumbBar() {
     thumbBar_.Build(ListThumb::kWidth, thumb_.barHeight, OleTranslateColor(colours_.thumb1),
                     OleTranslateColor(colours_.thumb2), 180);
-    ++looks_;
+    ++painted_.looks;
 }
 
 void JList::RebuildGradients() {

@@ -98,11 +98,11 @@ bool JList::Serialize(std::u16string_view path) const {
     }
     file.Write(kSignature);
     file.Write(kLineEnd);
-    file.Write(NumberLine(listCount_));
-    file.Write(NumberLine(listCurrent_));
-    for (Long i = 0; i < listCount_ && itemText_.Has(i); ++i) {
-        WriteLine(file, itemText_[i]);
-        WriteLine(file, itemData_[i]);
+    file.Write(NumberLine(ListCount()));
+    file.Write(NumberLine(index_.current));
+    for (Long i = 0; i < ListCount() && rows_.Has(i); ++i) {
+        WriteLine(file, rows_.TextAt(i));
+        WriteLine(file, rows_.DataAt(i));
     }
     return file.Close();
 }
@@ -137,7 +137,7 @@ bool JList::Deserialize(std::u16string_view path) {
         AddItem(text, data);
     }
     ListCurrent(*current);
-    listIndex_ = caretIndex_ = focusIndex_ = *current;
+    index_.list = index_.caret = index_.focus = *current;
     HighlightCurrent();
     return true;
 }

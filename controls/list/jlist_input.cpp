@@ -21,7 +21,7 @@ Long JList::HandleMessage(const Message& message) {
     if (down) {
         KeyDown(message.wParam, message.lParam);
     } else {
-        UpdateModifiers(message.lParam);
+        mouse_.KeyModifiers(message.lParam);
     }
     Raised(down ? "KeyDown" : "KeyUp", {message.wParam, message.lParam});
     if (const auto handler = down ? onKeyDown : onKeyUp) {

@@ -11,9 +11,9 @@ namespace sarnel {
 using namespace platform;
 
 void JList::KeyDown(Long keyCode, Long shift) {
-    UpdateModifiers(shift);
+    mouse_.KeyModifiers(shift);
     if (mouse_.shiftDown) {
-        mouse_.shiftAnchor = focusIndex_;
+        mouse_.shiftAnchor = index_.focus;
     }
     if (mouse_.mode != ListMouse::kNoPress) {
         return;
@@ -45,33 +45,20 @@ void JList::KeyDown(Long keyCode, Long shift) {
     }
 }
 
-void JList::UpdateModifiers(Long shift) {
-    mouse_.shiftDown = (shift & kShiftBit) != 0;
-    mouse_.ctrlDown = (shift & kCtrlBit) != 0;
-}
-
-void JList::ClearSelection() {
-    FillSelected(0, listCount_ - 1, false);
-}
-
-void JList::RecountSelected() {
-    selCount_ = itemSelected_.Count(0, listCount_ - 1, 1);
-}
-
 void JList::CommitCaret() {
-    focusIndex_ = caretIndex_;
-    listIndex_ = focusIndex_;
-    FillSelected(caretIndex_, caretIndex_, true);
-    DrawRow(caretIndex_, true);
+    index_.focus = index_.caret;
+    index_.list = index_.focus;
+    rows_.FillSelected(index_.caret, index_.caret, true);
+    DrawRow(index_.caret, true);
     ShowFace();
 }
 
 void JList::EraseCaret() {
-    if (caretIndex_ != -1) {
-        DrawRow(caretIndex_, false);
+    if (index_.caret != -1) {
+        DrawRow(index_.caret, false);
     }
-    if (focusIndex_ != caretIndex_) {
-        DrawRow(focusIndex_);
+    if (index_.focus != index_.caret) {
+        DrawRow(index_.focus);
     }
 }
 
@@ -79,32 +66,32 @@ void JList::EraseCaret() {
 // ends with a count of 1 all the same.
 void JList::CountAfterStep() {
     if (mouse_.shiftDown) {
-        RecountSelected();
+        rows_.RecountSelected();
     } else {
-        selCount_ = 1;
+        rows_.SelCount(1);
     }
 }
 
 void JList::LineDown() {
-    const Long before = selCount_;
-    if (caretIndex_ >= listCount_ - 1) {
+    const Long before = SelCount();
+    if (index_.caret >= ListCount() - 1) {
         if (mouse_.shiftDown) {
             return;
         }
-        ClearSelection();
-        selCount_ = 1;
+        rows_.DeselectAll();
+        rows_.SelCount(1);
         CommitCaret();
         AdjustDisplayRange();
         DisplayList();
         return;
     }
     if (!mouse_.shiftDown) {
-        ClearSelection();
+        rows_.DeselectAll();
     }
-    if (focusIndex_ != displayLast_) {
-        DrawRow(focusIndex_);
+    if (index_.focus != range_.last) {
+        DrawRow(index_.focus);
     }
-    ++caretIndex_;
+    ++index_.caret;
     CommitCaret();
     CountAfterStep();
     AdjustDisplayRange();
@@ -112,15 +99,15 @@ void JList::LineDown() {
 }
 
 void JList::LineUp() {
-    const Long before = selCount_;
+    const Long before = SelCount();
     if (!mouse_.shiftDown) {
-        ClearSelection();
+        rows_.DeselectAll();
     }
-    if (focusIndex_ != displayFirst_) {
-        DrawRow(focusIndex_);
+    if (index_.focus != range_.first) {
+        DrawRow(index_.focus);
     }
-    if (caretIndex_ > 0) {
-        --caretIndex_;
+    if (index_.caret > 0) {
+        --index_.caret;
     }
     CommitCaret();
     CountAfterStep();
@@ -130,7 +117,7 @@ void JList::LineUp() {
 
 void JList::ShowStep(Long selectedBefore) {
     if (selectedBefore < 2) {
-        DrawRow(focusIndex_);
+        DrawRow(index_.focus);
         ShowFace();
     } else {
         DisplayList();
@@ -139,78 +126,78 @@ void JList::ShowStep(Long selectedBefore) {
 
 void JList::HomeKey() {
     if (mouse_.shiftDown) {
-        FillSelected(0, focusIndex_, true);
-        RecountSelected();
+        rows_.FillSelected(0, index_.focus, true);
+        rows_.RecountSelected();
     } else {
-        ClearSelection();
-        selCount_ = 1;
+        rows_.DeselectAll();
+        rows_.SelCount(1);
     }
-    if (caretIndex_ != 0) {
+    if (index_.caret != 0) {
         EraseCaret();
     }
-    caretIndex_ = 0;
+    index_.caret = 0;
     CommitCaret();
-    displayFirst_ = 0;
-    displayLast_ = std::min(listCount_, visibleRows_) - 1;
+    range_.first = 0;
+    range_.last = std::min(ListCount(), VisibleRows()) - 1;
     DisplayList();
 }
 
 void JList::EndKey() {
     if (mouse_.shiftDown) {
-        FillSelected(focusIndex_, listCount_ - 1, true);
-        RecountSelected();
+        rows_.FillSelected(index_.focus, ListCount() - 1, true);
+        rows_.RecountSelected();
     } else {
-        ClearSelection();
-        selCount_ = 1;
+        rows_.DeselectAll();
+        rows_.SelCount(1);
     }
-    if (caretIndex_ != listCount_ - 1) {
+    if (index_.caret != ListCount() - 1) {
         EraseCaret();
     }
-    displayLast_ = listCount_ - 1;
-    displayFirst_ = listCount_ >= visibleRows_ ? displayLast_ - visibleRows_ + 1 : 0;
-    caretIndex_ = listCount_ - 1;
+    range_.last = ListCount() - 1;
+    range_.first = ListCount() >= VisibleRows() ? range_.last - VisibleRows() + 1 : 0;
+    index_.caret = ListCount() - 1;
     CommitCaret();
     DisplayList();
 }
 
 // The row that had the focus becomes the top row, and the focus goes to the bottom row.
 void JList::PageDownKey() {
-    if (listCount_ < 1) {
+    if (ListCount() < 1) {
         return;
     }
     if (!mouse_.shiftDown) {
-        ClearSelection();
+        rows_.DeselectAll();
     }
-    if (std::int64_t{focusIndex_} + visibleRows_ - 1 >= listCount_) {
-        displayLast_ = listCount_ - 1;
-        displayFirst_ = listCount_ < visibleRows_ ? 0 : displayLast_ - visibleRows_ + 1;
+    if (std::int64_t{index_.focus} + VisibleRows() - 1 >= ListCount()) {
+        range_.last = ListCount() - 1;
+        range_.first = ListCount() < VisibleRows() ? 0 : range_.last - VisibleRows() + 1;
     } else {
-        displayFirst_ = focusIndex_;
-        displayLast_ = displayFirst_ + visibleRows_ - 1;
+        range_.first = index_.focus;
+        range_.last = range_.first + VisibleRows() - 1;
     }
-    caretIndex_ = displayLast_;
+    index_.caret = range_.last;
     CommitPage();
 }
 
 void JList::PageUpKey() {
     if (!mouse_.shiftDown) {
-        ClearSelection();
+        rows_.DeselectAll();
     }
-    if (std::int64_t{focusIndex_} - visibleRows_ + 1 < 0) {
-        displayFirst_ = 0;
-        displayLast_ = listCount_ < visibleRows_ ? listCount_ - 1 : visibleRows_ - 1;
+    if (std::int64_t{index_.focus} - VisibleRows() + 1 < 0) {
+        range_.first = 0;
+        range_.last = ListCount() < VisibleRows() ? ListCount() - 1 : VisibleRows() - 1;
     } else {
-        displayLast_ = focusIndex_;
-        displayFirst_ = displayLast_ - visibleRows_ + 1;
+        range_.last = index_.focus;
+        range_.first = range_.last - VisibleRows() + 1;
     }
-    caretIndex_ = displayFirst_;
+    index_.caret = range_.first;
     CommitPage();
 }
 
 void JList::CommitPage() {
     CommitCaret();
     if (mouse_.shiftDown) {
-        FillSelected(mouse_.shiftAnchor, focusIndex_, true);
+        rows_.FillSelected(mouse_.shiftAnchor, index_.focus, true);
     }
     CountAfterStep();
     DisplayList();

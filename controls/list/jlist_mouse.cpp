@@ -35,12 +35,12 @@ void JList::MouseDown(const MouseEvent& event) {
 void JList::PressByZone(float y) {
     if (mouse_.zone == ListMouse::kRows) {
         if (MouseOverIndex(y) != -1) {
-            mouse_.dragArmed = dragStored_;
+            mouse_.dragArmed = mouse_.dragStored;
             mouse_.mode = ListMouse::kOnRow;
             ClickSelect();
         }
     } else if (mouse_.zone == ListMouse::kTrack) {
-        if (IsAboveThumb(y)) {
+        if (thumb_.IsAbove(y)) {
             mouse_.mode = ListMouse::kAboveThumb;
             ScrollUpThree();
         } else {
@@ -56,22 +56,22 @@ void JList::PressByZone(float y) {
 }
 
 void JList::ClickSelect() {
-    caretIndex_ = focusIndex_ = listIndex_ = MouseOverIndex(mouse_.y);
+    index_.caret = index_.focus = index_.list = MouseOverIndex(mouse_.y);
     if (!mouse_.shiftDown && !mouse_.ctrlDown) {
-        ClearSelection();
+        rows_.DeselectAll();
     }
-    mouse_.bandStart = mouse_.bandEnd = caretIndex_;
-    const bool selects = !mouse_.ctrlDown || !Selected(caretIndex_);
-    FillSelected(caretIndex_, caretIndex_, selects);
+    mouse_.bandStart = mouse_.bandEnd = index_.caret;
+    const bool selects = !mouse_.ctrlDown || !Selected(index_.caret);
+    rows_.FillSelected(index_.caret, index_.caret, selects);
     // Rows that were selected stay so: Shift adds.
     if (mouse_.shiftDown) {
-        FillSelected(mouse_.shiftAnchor, focusIndex_, true);
-        RecountSelected();
+        rows_.FillSelected(mouse_.shiftAnchor, index_.focus, true);
+        rows_.RecountSelected();
     }
     DisplayList();
-    mouse_.lastHover = caretIndex_;
+    mouse_.lastHover = index_.caret;
     if (!mouse_.shiftDown) {
-        selCount_ = !mouse_.ctrlDown ? 1 : Moved(selCount_, selects ? 1 : -1);
+        rows_.SelCount(!mouse_.ctrlDown ? 1 : Moved(SelCount(), selects ? 1 : -1));
     }
 }
 
@@ -102,22 +102,22 @@ void JList::BandStep() {
 
 void JList::ExtendBand() {
     const bool alone = !mouse_.shiftDown && !mouse_.ctrlDown;
-    DrawRow(focusIndex_);
+    DrawRow(index_.focus);
     ShowFace();
     if (alone) {
-        ClearSelection();
+        rows_.DeselectAll();
     }
-    caretIndex_ = MouseOverIndex(mouse_.y);
-    if (caretIndex_ == -1 || (listCount_<visibleRows_&& double{mouse_.y}> ScaleHeight())) {
-        caretIndex_ = listCount_ - 1;
+    index_.caret = MouseOverIndex(mouse_.y);
+    if (index_.caret == -1 || (ListCount() < VisibleRows() && double{mouse_.y} > ScaleHeight())) {
+        index_.caret = ListCount() - 1;
     }
-    focusIndex_ = listIndex_ = mouse_.bandEnd = caretIndex_;
-    FillSelected(mouse_.bandStart, mouse_.bandEnd, true);
+    index_.focus = index_.list = mouse_.bandEnd = index_.caret;
+    rows_.FillSelected(mouse_.bandStart, mouse_.bandEnd, true);
     if (alone) {
-        selCount_ =
-            Moved(1, std::abs(std::int64_t{mouse_.bandEnd} - std::int64_t{mouse_.bandStart}));
+        rows_.SelCount(
+            Moved(1, std::abs(std::int64_t{mouse_.bandEnd} - std::int64_t{mouse_.bandStart})));
     } else {
-        RecountSelected();
+        rows_.RecountSelected();
     }
     DisplayList();
 }

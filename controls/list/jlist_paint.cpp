@@ -28,11 +28,11 @@ void JList::RepaintIfAllowed() {
 }
 
 void JList::DisplayList(float vThumbYPos) {
-    scrollBarShown_ = listCount_ > visibleRows_;
-    rightReserve_ = scrollBarShown_ ? ListThumb::kWidth : 0;
-    if (displayFirst_ != -1) {
-        SettleRange();
-        if (scrollBarShown_) {
+    thumb_.shown = ListCount() > VisibleRows();
+    layout_.rightReserve = thumb_.shown ? ListThumb::kWidth : 0;
+    if (range_.first != -1) {
+        range_.Settle(ListCount(), VisibleRows(), !thumb_.shown);
+        if (thumb_.shown) {
             PlaceThumb(vThumbYPos);
         }
     }
@@ -40,19 +40,19 @@ void JList::DisplayList(float vThumbYPos) {
 }
 
 void JList::Repaint() {
-    const bool any = displayFirst_ != -1;
-    const PaintedFrame frame{looks_,
+    const bool any = range_.first != -1;
+    const PaintedFrame frame{painted_.looks,
                              {ScaleWidth(), ScaleHeight()},
-                             displayFirst_,
-                             displayLast_,
-                             any && scrollBarShown_ ? thumb_.rect : Rect{}};
+                             range_.first,
+                             range_.last,
+                             any && thumb_.shown ? thumb_.rect : Rect{}};
     const bool known = painted_.valid && painted_.frame == frame;
-    const Long rows = any ? std::max(displayLast_ - displayFirst_ + 1, 0) : 0;
+    const Long rows = any ? std::max(range_.last - range_.first + 1, 0) : 0;
     painted_.rows.resize(static_cast<std::size_t>(rows));
     painted_.changed.clear();
     for (Long row = 0; row < rows; ++row) {
         PaintedRow& former = painted_.rows[static_cast<std::size_t>(row)];
-        Describe(displayFirst_ + row, painted_.described);
+        Describe(range_.first + row, painted_.described);
         if (!(painted_.described == former)) {
             std::swap(painted_.described, former);
             painted_.changed.push_back(row);
@@ -62,38 +62,27 @@ void JList::Repaint() {
         return;
     }
     // Rows without images do not overlap, as far as they have a place of their own.
-    if (known && !showItemImages_ && rows <= kMostRows) {
+    if (known && !ShowItemImages() && rows <= ListLayout::kMostRows) {
         RepaintRows();
         painted_.valid = true;
     } else {
         // A strip that was elsewhere is cleared with all that lies right of it, rows included: they
         // are back with the next repaint.
-        const bool stays = !scrollBarShown_ || thumb_.stripRect.left == ScaleWidth() - 13;
+        const bool stays = !thumb_.shown || thumb_.stripRect.left == ScaleWidth() - 13;
         RepaintAll();
         painted_.valid = stays;
     }
     painted_.frame = frame;
 }
 
-void JList::Describe(Long index, PaintedRow& row) const {
-    row.text.clear();
-    AppendRowString(index, row.text);
-    row.selected = Selected(index);
-    row.current = index == listCurrent_;
-    row.twice = index == focusIndex_;
-    row.ink = InkOf(index, row.selected);
-    row.rectColour = row.current && showSelectRect_ ? colours_.focusRect : 0;
-    row.image = showItemImages_ && itemImage_.Has(index) ? itemImage_[index] : -1;
-}
-
 void JList::RepaintAll() {
     ClearFace();
-    if (displayFirst_ != -1) {
+    if (range_.first != -1) {
         for (Long row = 0; row < static_cast<Long>(painted_.rows.size()); ++row) {
-            DrawRow(displayFirst_ + row);
+            DrawRow(range_.first + row);
         }
-        DrawRow(focusIndex_);
-        if (scrollBarShown_) {
+        DrawRow(index_.focus);
+        if (thumb_.shown) {
             PaintScrollBar();
         }
     }
@@ -102,11 +91,11 @@ void JList::RepaintAll() {
 
 void JList::RepaintRows() {
     for (const Long row : painted_.changed) {
-        const Long index = displayFirst_ + row;
-        const Rect place{0, RowTop(row), ScaleWidth() - rightReserve_, RowTop(row) + rowHeight_};
+        const Long index = range_.first + row;
+        const Rect place{0, RowTop(row), ScaleWidth() - RightReserve(), RowTop(row) + RowHeight()};
         Paint().FillRect(place, backBrush_);
         DrawRow(index);
-        if (index == focusIndex_) {
+        if (index == index_.focus) {
             DrawRow(index);
         }
         ShowFace(place);

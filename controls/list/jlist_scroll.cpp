@@ -34,7 +34,7 @@ bool JList::Pump(platform::Millis wait) {
 // Scrolls by `by` rows at a time until the end of the list is on show, the thumb has come to the
 // pointer or the button is up.
 void JList::AutoScroll(Long by) {
-    const auto isThere = [this, by] { return IsRowVisible(by >= 1 ? listCount_ - 1 : 0); };
+    const auto isThere = [this, by] { return range_.Has(by >= 1 ? ListCount() - 1 : 0); };
     const platform::Millis start = windows_.Now();
     while (!mouse_.edgeScrolling && mouse_.mode != ListMouse::kNoPress &&
            windows_.Now() - start < kRepeatDelay) {
@@ -60,18 +60,18 @@ void JList::AutoScroll(Long by) {
 
 // False once the thumb has come to the pointer.
 bool JList::AutoScrollStep(Long by) {
-    displayFirst_ = std::max(Moved(displayFirst_, by), 0);
-    displayLast_ = std::min(Moved(displayLast_, by), listCount_ - 1);
-    if (Moved(displayFirst_, visibleRows_ - 1) > listCount_) {
-        displayFirst_ = listCount_ - visibleRows_ + 1;
+    range_.first = std::max(Moved(range_.first, by), 0);
+    range_.last = std::min(Moved(range_.last, by), ListCount() - 1);
+    if (Moved(range_.first, VisibleRows() - 1) > ListCount()) {
+        range_.first = ListCount() - VisibleRows() + 1;
     }
-    const bool above = IsAboveThumb(mouse_.y);
+    const bool above = thumb_.IsAbove(mouse_.y);
     if ((above && mouse_.mode == ListMouse::kBelowThumb) ||
         (!above && mouse_.mode == ListMouse::kAboveThumb)) {
         return false;
     }
     if (mouse_.edgeScrolling) {
-        caretIndex_ = by > 0 ? displayLast_ : displayFirst_;
+        index_.caret = by > 0 ? range_.last : range_.first;
         BandStep();
     }
     DisplayList();
@@ -79,26 +79,26 @@ bool JList::AutoScrollStep(Long by) {
 }
 
 void JList::ScrollDownThree() {
-    if (IsRowVisible(listCount_ - 1)) {
+    if (range_.Has(ListCount() - 1)) {
         return;
     }
-    displayFirst_ = Moved(displayFirst_, kStep);
-    displayLast_ = Moved(displayLast_, kStep);
-    if (displayLast_ > listCount_ - 1 || displayFirst_ > listCount_ - visibleRows_) {
-        displayLast_ = listCount_ - 1;
-        displayFirst_ = displayLast_ - visibleRows_;
+    range_.first = Moved(range_.first, kStep);
+    range_.last = Moved(range_.last, kStep);
+    if (range_.last > ListCount() - 1 || range_.first > ListCount() - VisibleRows()) {
+        range_.last = ListCount() - 1;
+        range_.first = range_.last - VisibleRows();
     }
     DisplayList();
     AutoScroll(kStep);
 }
 
 void JList::ScrollUpThree() {
-    if (IsRowVisible(0)) {
+    if (range_.Has(0)) {
         return;
     }
-    displayFirst_ = std::max(Moved(displayFirst_, -kStep), 0);
-    displayLast_ = Moved(displayFirst_, 2) <= listCount_ ? Moved(displayFirst_, visibleRows_ - 1)
-                                                         : listCount_ - 1;
+    range_.first = std::max(Moved(range_.first, -kStep), 0);
+    range_.last = Moved(range_.first, 2) <= ListCount() ? Moved(range_.first, VisibleRows() - 1)
+                                                        : ListCount() - 1;
     DisplayList();
     AutoScroll(-kStep);
 }
@@ -133,14 +133,14 @@ bool JList::EdgeScrollCheck() {
 }
 
 void JList::ShowStart() {
-    displayFirst_ = 0;
-    displayLast_ = visibleRows_ - 1;
+    range_.first = 0;
+    range_.last = VisibleRows() - 1;
     DisplayList();
 }
 
 void JList::ShowEnd() {
-    displayLast_ = listCount_ - 1;
-    displayFirst_ = listCount_ - visibleRows_ + 1;
+    range_.last = ListCount() - 1;
+    range_.first = ListCount() - VisibleRows() + 1;
     DisplayList();
 }
 
@@ -188,18 +188,18 @@ bool JList::ThumbDragStep(Long& rows) {
     const Long span = thumb_.maxY - thumb_.minY + 1;
     if (span != 0) {
         const auto part = static_cast<float>(double{1} * std::abs(moved) / span);
-        rows = static_cast<Long>(std::floor(double{part} * listCount_));
+        rows = static_cast<Long>(std::floor(double{part} * ListCount()));
         rows = moved < 0 ? -rows : rows;
     }
     // Small moves add up until they make a row.
     if (rows == 0) {
         return true;
     }
-    displayFirst_ = std::max(Moved(displayFirst_, rows), 0);
-    if (Moved(displayFirst_, visibleRows_ - 1) > listCount_) {
-        displayFirst_ = listCount_ - visibleRows_ + 1;
+    range_.first = std::max(Moved(range_.first, rows), 0);
+    if (Moved(range_.first, VisibleRows() - 1) > ListCount()) {
+        range_.first = ListCount() - VisibleRows() + 1;
     }
-    displayLast_ = Moved(displayFirst_, visibleRows_ - 1);
+    range_.last = Moved(range_.first, VisibleRows() - 1);
     DisplayList(mouse_.thumbGrabOffset);
     mouse_.thumbGrabOffset = mouse_.y - static_cast<float>(thumb_.rect.top);
     mouse_.thumbLastY = mouse_.y;

@@ -1,6 +1,5 @@
-// The scroll strip: how high the thumb is, where it stands, and what both look like.
+// The scroll strip: where the thumb stands by the rows or the pointer, and what both look like.
 #include <algorithm>
-#include <cmath>
 
 #include "controls/list/jlist.h"
 #include "controls/list/moved.h"
@@ -11,46 +10,13 @@ namespace sarnel {
 using platform::RoundHalfEven;
 using platform::Surface;
 
-Long JList::ComputeThumbHeight() {
-    constexpr Long kLeast = 25;
-    if (listCount_ <= visibleRows_) {
-        return -1;
-    }
-    const auto part = static_cast<float>(double{1} * visibleRows_ / listCount_);
-    Long height = static_cast<Long>(std::floor(double{part} * thumb_.barHeight));
-    if (height < kLeast) {
-        height = kLeast;
-    } else if (height % 2 == 0) {
-        --height;
-    }
-    thumb_.dirty = false;
-    return height;
-}
-
-Long JList::ComputeThumbTop() {
-    const double half = thumb_.height / 2.0;
-    thumb_.minY = RoundHalfEven(half + 1);
-    thumb_.maxY = RoundHalfEven(ScaleHeight() - half + 1);
-    if (displayFirst_ == 0) {
-        return 0;
-    }
-    if (displayLast_ == listCount_ - 1) {
-        return std::max(ScaleHeight() - thumb_.height, 0);
-    }
-    if (listCount_ == visibleRows_) {
-        return 0;
-    }
-    const auto perRow = static_cast<float>((double{1} * thumb_.maxY - thumb_.minY) /
-                                           (double{1} * listCount_ - visibleRows_));
-    return RoundHalfEven(double{perRow} * displayFirst_ + thumb_.minY - half);
-}
-
 // The top is computed with the height as it was: after an add or a remove the thumb stands right
 // with the second repaint.
 void JList::PlaceThumb(float grabOffset) {
-    thumb_.top = ComputeThumbTop();
+    thumb_.top =
+        thumb_.ComputeTop(ScaleHeight(), ListCount(), VisibleRows(), range_.first, range_.last);
     if (thumb_.dirty) {
-        thumb_.height = ComputeThumbHeight();
+        thumb_.height = thumb_.ComputeHeight(ListCount(), VisibleRows());
     }
     Long top = thumb_.top;
     if (grabOffset != -1) {

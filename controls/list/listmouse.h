@@ -1,6 +1,7 @@
 // Where a list stands with the mouse and with the two modifier keys.
 #pragma once
 
+#include "platform/base/keys.h"
 #include "platform/base/types.h"
 
 namespace sarnel {
@@ -34,12 +35,19 @@ struct ListMouse {
     Long bandEnd = 0;
     Long lastHover = -1;         ///< the row that the band last reached
     bool dragArmed = false;      ///< the present press draws no band
+    bool dragStored = false;     ///< what a press on a row copies into dragArmed
     bool edgeScrolling = false;  ///< the band scrolls, as the pointer has left the list
     // The thumb.
     bool thumbDragging = false;
     bool thumbLoopActive = false;
     float thumbGrabOffset = 0;  ///< from the thumb's top to the pointer
     float thumbLastY = 0;       ///< `y` at the last step
+
+    /// Takes the modifiers that a key came with.
+    void KeyModifiers(Long shift) {
+        shiftDown = (shift & platform::kShiftBit) != 0;
+        ctrlDown = (shift & platform::kCtrlBit) != 0;
+    }
 };
 
 }  // namespace sarnel

@@ -32,12 +32,14 @@ struct PaintedFrame {
 };
 
 struct Painted {
-    bool valid = false;  ///< nothing else has drawn on the face since
+    bool valid = false;        ///< nothing else has drawn on the face since
+    platform::Long looks = 0;  ///< goes up with each change that all rows show
     PaintedFrame frame;
     std::vector<PaintedRow> rows;
     // Kept for their memory.
     std::vector<platform::Long> changed;  ///< rows that a repaint found different, from 0
     PaintedRow described;
+    std::u16string rowString;
 };
 
 }  // namespace sarnel

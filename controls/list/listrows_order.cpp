@@ -2,7 +2,7 @@
 #include <compare>
 #include <utility>
 
-#include "controls/list/jlist.h"
+#include "controls/list/listrows.h"
 #include "platform/base/rounding.h"
 #include "platform/base/text.h"
 
@@ -43,7 +43,8 @@ bool SameIgnoringCase(const RowText& candidate, std::u16string_view folded) {
 
 }  // namespace
 
-Long JList::InsertSorted(std::u16string_view text) {
+// Where a new row belongs; the count has it already, the columns do not.
+Long ListRows::SortedPlace(std::u16string_view text) const {
     if (listCount_ == 1) {
         return 0;
     }
@@ -68,7 +69,7 @@ Long JList::InsertSorted(std::u16string_view text) {
     }
 }
 
-Long JList::FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive) const {
+Long ListRows::FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive) const {
     const std::u16string needle =
         CaseSensitive ? std::u16string(sStringToMatch) : Folded(sStringToMatch);
     if (!sorted_) {
@@ -88,7 +89,7 @@ Long JList::FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive
         const Long mid = (lo + hi) / 2;
         const std::u16string data = ListData(mid);
         const std::u16string candidate = CaseSensitive ? data : Folded(data);
-        // As in InsertSorted: on an empty list the empty needle meets the spare slot, row 0.
+        // As in SortedPlace: on an empty list the empty needle meets the spare slot, row 0.
         if (candidate == needle && itemData_.Has(mid)) {
             return mid;
         }
@@ -103,34 +104,28 @@ Long JList::FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive
     }
 }
 
-void JList::Sort(bool SortAscending) {
+void ListRows::Sort(bool SortAscending) {
     constexpr Long kLeftToFinalPass = 4;
     QuickSortRange(kLeftToFinalPass, 0, listCount_ - 1);
     InsertionSortRange(0, listCount_ - 1);
     if (!SortAscending) {
         ReverseStringArray();
     }
-    displayFirst_ = 0;
-    displayLast_ = std::min(listCount_, visibleRows_) - 1;
-    caretIndex_ = -1;
-    listIndex_ = 0;
-    focusIndex_ = 0;
-    DisplayList();
 }
 
-void JList::SwapRows(Long a, Long b) {
+void ListRows::SwapRows(Long a, Long b) {
     if (a == b) {
         return;
     }
     std::swap(itemText_[a], itemText_[b]);
     std::swap(itemData_[a], itemData_[b]);
     std::swap(itemSelected_[a], itemSelected_[b]);
-    if (showItemImages_ && itemImage_.Has(a) && itemImage_.Has(b)) {
+    if (keepsImages_ && itemImage_.Has(a) && itemImage_.Has(b)) {
         std::swap(itemImage_[a], itemImage_[b]);
     }
 }
 
-void JList::QuickSortRange(Long threshold, Long lo, Long hi) {
+void ListRows::QuickSortRange(Long threshold, Long lo, Long hi) {
     if (hi - lo <= threshold) {
         return;
     }
@@ -167,7 +162,7 @@ void JList::QuickSortRange(Long threshold, Long lo, Long hi) {
 
 // Only the text of the row in hand is held: its payload, flag and image are overwritten by the
 // shift and not put back. Settled behaviour, not to be mended.
-void JList::InsertionSortRange(Long lo, Long hi) {
+void ListRows::InsertionSortRange(Long lo, Long hi) {
     for (Long i = lo + 1; i <= hi; ++i) {
         RowText held = itemText_[i].Copy();
         Long j = i;
@@ -175,7 +170,7 @@ void JList::InsertionSortRange(Long lo, Long hi) {
             itemText_[j] = std::move(itemText_[j - 1]);
             itemData_[j] = itemData_[j - 1].Copy();
             itemSelected_[j] = itemSelected_[j - 1];
-            if (showItemImages_ && itemImage_.Has(j)) {
+            if (keepsImages_ && itemImage_.Has(j)) {
                 itemImage_[j] = itemImage_[j - 1];
             }
             --j;
@@ -184,19 +179,9 @@ void JList::InsertionSortRange(Long lo, Long hi) {
     }
 }
 
-void JList::ReverseStringArray() {
+void ListRows::ReverseStringArray() {
     for (Long i = 0, j = listCount_ - 1; i < j; ++i, --j) {
         std::swap(itemText_[i], itemText_[j]);
-    }
-}
-
-void JList::Sorted(bool value) {
-    sorted_ = value;
-    if (value && !sortedLoaded_) {
-        Sort(true);
-    }
-    if (!value) {
-        sortedLoaded_ = false;
     }
 }
 

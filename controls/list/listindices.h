@@ -1,0 +1,27 @@
+// The indices that a list keeps into its rows, and how they follow rows that come and go. Each is
+// 0-based, -1 is no row, and none is checked. They follow by rules that differ: meant.
+#pragma once
+
+#include "platform/base/types.h"
+
+namespace sarnel {
+
+struct ListIndices {
+    using Long = platform::Long;
+
+    Long list = -1;     ///< ListIndex
+    Long current = -1;  ///< ListCurrent
+    Long added = -1;    ///< newIndex
+    Long focus = 0;
+    Long caret = -1;
+
+    /// A row has come in at `row`, as it was asked to: what names a row from there on moves down.
+    void RowAdded(Long row, bool anySelected);
+    /// A row has gone. Only `current` knows a row that it named as gone: the others name the row
+    /// above it.
+    void RowRemoved(Long row);
+    /// No row is left; `current` may outlive the rows.
+    void RowsCleared();
+};
+
+}  // namespace sarnel
