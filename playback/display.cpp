@@ -19,7 +19,7 @@ std::u16string TimeFact(bool remaining) {
     return time + u" | " + Ask(ImpulseGetLengthText, std::u16string());
 }
 
-// Such as 44kHz.stereo: the plain point is meant.
+// It reads 44kHz.stereo, for example; the plain point between the two is meant.
 std::u16string FormatFact() {
     const std::u16string rate = LongToText(Ask(ImpulseGetSampleRate, Long{0}) / 1000);
     const Long channels = Ask(ImpulseGetChannels, Long{0});

@@ -56,7 +56,7 @@ void StandOnHistory() {
 }
 
 // False when every row has been played. After a new pick the next step goes to the empty spare
-// slot, finds no row there, and so comes round to the next pick: odd and meant.
+// slot, finds no row there, and so comes round to the next pick. That is odd, and meant.
 bool StepRandomForward() {
     PlayedHistory& history = App().History;
     if (history.Count() >= Playlist().ListCount() && history.Pos() >= history.Count()) {

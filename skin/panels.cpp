@@ -31,7 +31,7 @@ Long Snapped(Long wanted, Long length, Long low, Long high) {
         place = high - length;
     }
     // The screen's 0 and not the work area's edge: beside a panel on the left the window may lie
-    // under it. Meant.
+    // under it. That is meant.
     return std::min(std::max(place, 0), high - length);
 }
 

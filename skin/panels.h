@@ -11,7 +11,7 @@ using platform::Long;
 
 /// Opens or closes a panel, by its place in picFrame: its menu item's mark, the panel, and the
 /// playlist below it. Panels do not know of each other: closing one of two shows the playlist, with
-/// the other one still open in front of it. Meant.
+/// the other one still open in front of it. That is meant.
 void ShowPanel(Long panel, bool show);
 
 /// A top-level window above all others, or among them.

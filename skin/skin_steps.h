@@ -16,7 +16,7 @@ void ApplySliderRows(Long index, const SkinRows& first);
 void ApplyTextPanelRows(platform::PictureBox& panel, const SkinRows& first);
 
 /// Font and colours from the skin's own rows on. The first failure ends it and reaches the caller;
-/// RedrawFlag may then stay False. Meant so.
+/// RedrawFlag may then stay False. That is meant.
 void ApplyListRows(JList& list, const SkinRows& skin);
 
 /// The low byte of a colour goes to position 2, the next one to 1, the next to 0.

@@ -15,7 +15,7 @@ void ListIndices::RowAdded(Long row, bool anySelected) {
         raise(focus);
         raise(caret);
     }
-    // A current row 0 stays 0 even when a row comes in front of it: meant.
+    // A current row 0 stays 0 even when a row comes in front of it, which is meant.
     if (current > 0) {
         raise(current);
     }

@@ -1,5 +1,5 @@
 // The indices that a list keeps into its rows, and how they follow rows that come and go. Each is
-// 0-based, -1 is no row, and none is checked. They follow by rules that differ: meant.
+// 0-based, -1 is no row, and none is checked. They follow by rules that differ, which is meant.
 #pragma once
 
 #include "platform/base/types.h"

@@ -85,7 +85,7 @@ class ListRows {
     // Search and order, both by code units.
 
     /// The row whose payload equals the string, or -1. While Sorted this halves by payload although
-    /// the texts are what is kept in order: meant.
+    /// the texts are what is kept in order, which is meant.
     Long FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive) const;
     /// Orders the texts. Payload, flag and image of the rows that the final pass moves are lost,
     /// which is settled behaviour; SelCount stays.
