@@ -60,8 +60,7 @@ class JList : public platform::Widget {
     /// Removes a row and keeps the indices in step; a removed current row leaves ListCurrent -1.
     /// Removing index ListCount drops the spare slot. Repaints if RedrawFlag.
     void RemoveItem(Long ItemIndex);
-    /// Empties the list. Sets RedrawFlag to True and leaves ListCurrent and the images; both are
-    /// meant.
+    /// Empties the list. That sets RedrawFlag to True, and leaves ListCurrent and the images.
     void Clear();
 
     // Indices.
@@ -94,11 +93,9 @@ class JList : public platform::Widget {
 
     // Search and order.
 
-    /// The row whose payload equals the string, or -1. A Sorted list is halved by payload, which is
-    /// meant.
+    /// The row whose payload equals the string, or -1. A Sorted list is halved by payload.
     Long FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive) const;
-    /// Orders the texts. Rows that the final pass moves lose the rest, which is meant. Repaints
-    /// always.
+    /// Orders the texts. Rows that the final pass moves lose the rest. Repaints always.
     void Sort(bool SortAscending);
     void ReverseStringArray() { rows_.ReverseStringArray(); }  ///< turns round only the texts
     bool Sorted() const { return rows_.Sorted(); }
