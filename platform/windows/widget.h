@@ -13,8 +13,8 @@
 namespace platform {
 
 /// A mouse event in pixels of the control's client area. Of a press or release `Button` is the
-/// button itself, of a move all that are held: 1 left, 2 right, 4 middle. `Shift` adds up 1 Shift,
-/// 2 Ctrl, 4 Alt.
+/// button itself (kLeftButton ...), of a move the sum of all that are held. `Shift` is the sum of
+/// the modifiers (kShiftBit ...).
 struct MouseEvent {
     Long Button = 0;
     Long Shift = 0;

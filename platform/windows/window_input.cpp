@@ -22,14 +22,15 @@ struct ButtonMessages {
     Long doubleClick;
 };
 constexpr std::array<ButtonMessages, 3> kButtons{{
-    {1, MK_LBUTTON, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK},
-    {2, MK_RBUTTON, WM_RBUTTONDOWN, WM_RBUTTONUP, WM_RBUTTONDBLCLK},
-    {4, MK_MBUTTON, WM_MBUTTONDOWN, WM_MBUTTONUP, WM_MBUTTONDBLCLK},
+    {kLeftButton, MK_LBUTTON, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK},
+    {kRightButton, MK_RBUTTON, WM_RBUTTONDOWN, WM_RBUTTONUP, WM_RBUTTONDBLCLK},
+    {kMiddleButton, MK_MBUTTON, WM_MBUTTONDOWN, WM_MBUTTONUP, WM_MBUTTONDBLCLK},
 }};
 
 Long HeldModifiers(Long modifiers) {
-    return ((modifiers & 1) != 0 ? MK_SHIFT : 0) | ((modifiers & 2) != 0 ? MK_CONTROL : 0) |
-           ((modifiers & 4) != 0 ? MK_ALT : 0);
+    return ((modifiers & kShiftBit) != 0 ? MK_SHIFT : 0) |
+           ((modifiers & kCtrlBit) != 0 ? MK_CONTROL : 0) |
+           ((modifiers & kAltBit) != 0 ? MK_ALT : 0);
 }
 
 }  // namespace

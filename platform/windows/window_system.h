@@ -39,8 +39,8 @@ using WindowProc = std::function<Long(const Message&)>;
 /// A timer's callback: the window and the id it was set with.
 using TimerProc = std::function<void(Handle window, Long id)>;
 
-/// Sees a key before the focus does: a virtual-key code, the modifiers 1 Shift, 2 Ctrl, 4 Alt, and
-/// whether it goes down. True eats it. Keys that the focus writes with are not shown to it.
+/// Sees a key before the focus does: a virtual-key code, the modifiers (kShiftBit ...), and whether
+/// it goes down. True eats it. Keys that the focus writes with are not shown to it.
 using KeyboardProc = std::function<bool(Long code, Long modifiers, bool down)>;
 
 /// What WM_COPYDATA hands over: a second start's command line, in the narrow code page.
@@ -139,7 +139,7 @@ class WindowSystem {
     Handle GetCapture() const { return capture_; }
     /// One WM_MOUSELEAVE to the window when the pointer leaves it.
     void TrackMouseLeave(Handle window);
-    /// Modifiers of the last input: 1 Shift, 2 Ctrl, 4 Alt.
+    /// Modifiers of the last input: kShiftBit, kCtrlBit, kAltBit.
     Long Modifiers() const { return modifiers_; }
 
     /// Whether the key with that code is down.
