@@ -8,6 +8,7 @@
 #include "core/state/mGeneral.h"
 #include "core/state/mainmenu.h"
 #include "core/state/program.h"
+#include "platform/menus/menu.h"
 
 namespace sarnel {
 

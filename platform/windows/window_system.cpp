@@ -74,8 +74,10 @@ void WindowSystem::DestroyWindow(Handle window) {
     InvalidateWindow(*found);
     Unlink(*found);
     if (found->parent == 0) {
-        menus_.WindowGone(window);
         driver_.DestroyTopLevel(window);
+    }
+    if (onDestroyed_) {
+        onDestroyed_(window);
     }
     std::erase_if(due_, [window](const Due& due) { return due.window == window; });
     std::erase_if(posted_, [window](const Message& message) { return message.window == window; });
@@ -89,6 +91,10 @@ void WindowSystem::DestroyWindow(Handle window) {
     }
     DeferDelete(windows_[window]);
     windows_.erase(window);
+}
+
+void WindowSystem::ObserveDestroyed(std::function<void(Handle window)> observer) {
+    onDestroyed_ = std::move(observer);
 }
 
 bool WindowSystem::IsWindow(Handle window) const {
