@@ -65,7 +65,7 @@ class WindowSystem {
     // Windows. Rectangles are in pixels of the parent's client area, of the screen for a top-level
     // window (parent 0).
 
-    /// A hidden, enabled window above its siblings.
+    /// A hidden, enabled window above its siblings. A parent that is no window counts as 0.
     Handle CreateWindow(Handle parent, const Rect& rect, WindowProc proc);
     /// A hidden top-level window for a popup of `owner`: it lies above all others, and neither
     /// takes the focus nor stands in any list of windows.
@@ -304,7 +304,7 @@ class WindowSystem {
     void RunUntil(Millis deadline);
     std::optional<Millis> NextDue() const;  ///< when to wake up
     void LeaveDispatch();
-    void Unlink(Window& window);
+    std::vector<Handle>* Siblings(const Window& window);
 
     Driver& driver_;
     TextDrawing text_{driver_};
