@@ -239,6 +239,14 @@ void Widget::RaiseMouseUp(const MouseEvent& event) {
     RaiseMouse("MouseUp", onMouseUp, event);
 }
 
+void Widget::RaiseMouseUpAndClick(const MouseEvent& event) {
+    const bool clicks = EndsClick(event);
+    RaiseMouseUp(event);
+    if (clicks) {
+        RaiseClick();
+    }
+}
+
 bool Widget::EndsClick(const MouseEvent& release) {
     if (pressed_ != release.Button) {
         return false;

@@ -129,6 +129,9 @@ class Widget {
     void RaiseMouseDown(const MouseEvent& event);
     void RaiseMouseMove(const MouseEvent& event);
     void RaiseMouseUp(const MouseEvent& event);
+    /// MouseUp, and Click behind it if the release ends a click: MouseUp of a control that does
+    /// nothing of its own.
+    void RaiseMouseUpAndClick(const MouseEvent& event);
     /// Whether a release ends a click: the same button was pressed on the widget, as MouseDown
     /// told, and is released on it. To be asked once a release.
     bool EndsClick(const MouseEvent& release);
