@@ -1,6 +1,6 @@
 // What every control of a window is made of: a window with a name, a place, colours, a font, a tag
-// and a face to draw on, which turns messages into events. Labels, picture boxes and text boxes lie
-// beside this file; what a skin draws is in controls/.
+// and a face to draw on, which turns messages into events. Labels, picture boxes and text boxes are
+// in platform/widgets/; what a skin draws is in controls/.
 #pragma once
 
 #include <functional>
@@ -72,7 +72,8 @@ class Widget {
     /// Height in pixels of a text in the control's font, broken at its line ends only.
     Long TextHeight(std::u16string_view text) const;
 
-    /// Caption of a label or window, text of a text box.
+    /// The window's own text: the caption of a label or of a top-level window. A text box keeps
+    /// what it shows elsewhere, in its own Text.
     std::u16string Text() const { return windows_.GetWindowText(window_); }
     void Text(std::u16string_view value);
 
@@ -82,7 +83,7 @@ class Widget {
     std::u16string ToolTipText() const { return toolTip_; }
     void ToolTipText(std::u16string value) { toolTip_ = std::move(value); }
 
-    /// What the control shows, as far as it draws itself; in its present size.
+    /// What the control has drawn of itself, in the size that it had then.
     const Surface& Face() const { return face_; }
 
     /// One observer; an empty function ends it.

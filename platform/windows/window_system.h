@@ -193,7 +193,7 @@ class WindowSystem {
     /// Calls `proc` if there is one, else answers 0.
     static Long CallWindowProc(const WindowProc& proc, const Message& message);
 
-    /// Hands `line` to a window as WM_COPYDATA, as a second start does.
+    /// Hands `record` to a window as WM_COPYDATA, as a second start does.
     void SendCopyData(Handle window, CopyDataRecord record);
     /// The record that lParam of WM_COPYDATA names, while that message is handled; else null.
     const CopyDataRecord* CopyData(Long lParam) const;
