@@ -4,12 +4,14 @@
 
 #include <utility>
 
+#include "platform/base/keys.h"
 #include "platform/windows/widget.h"
 
 namespace sarnel {
 
 using platform::Colour;
 using platform::Handle;
+using platform::kLeftButton;
 using platform::Long;
 
 class SkinnedControl : public platform::Widget {
@@ -24,8 +26,6 @@ class SkinnedControl : public platform::Widget {
     void MousePointer(Long value) { mousePointer_ = value; }
 
   protected:
-    static constexpr Long kLeftButton = 1;
-
     static bool HasPixels(const platform::PictureRef& picture) {
         return picture != nullptr && !picture->IsEmpty();
     }

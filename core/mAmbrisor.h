@@ -2,6 +2,7 @@
 // the main window and of three of its controls before these do.
 #pragma once
 
+#include "platform/menus/menu.h"
 #include "platform/windows/window_system.h"
 
 namespace sarnel {

@@ -7,6 +7,7 @@
 #include "core/state/menukeys.h"
 #include "core/state/program.h"
 #include "menus/commandmenu.h"
+#include "platform/base/keys.h"
 #include "platform/base/rounding.h"
 #include "playback/mPlayback.h"
 #include "playlist/listcommands.h"
@@ -14,13 +15,12 @@
 
 namespace sarnel {
 
+using platform::kLeftButton;
+using platform::kRightButton;
 using platform::MouseEvent;
 using platform::RoundHalfEven;
 
 namespace {
-
-constexpr Long kLeftButton = 1;
-constexpr Long kRightButton = 2;
 
 // The window is moved by its background and by the scrolling title.
 void MakeDraggable(platform::Widget& surface) {

@@ -58,7 +58,7 @@ class Desk {
             case 10: {
                 const Point at{3 * number, (byte & 16U) != 0 ? 5 : 40};
                 windows_.Deliver(PointerMoved{at});
-                windows_.Deliver(ButtonChanged{at, 1, (byte & 1U) != 0});
+                windows_.Deliver(ButtonChanged{at, kLeftButton, (byte & 1U) != 0});
                 break;
             }
             case 11:

@@ -6,6 +6,7 @@
 #include "core/base/impulses.h"
 #include "host/paths.h"
 #include "platform/base/text.h"
+#include "platform/menus/menu.h"
 
 namespace veldrin {
 namespace {

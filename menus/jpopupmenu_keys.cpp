@@ -22,20 +22,16 @@ struct NamedPiece {
 // Looked up from the front. Nothing names the Page Down key: the name of Page Up stands twice, and
 // the first one counts. "Break" is not the Pause key. Both are meant so.
 constexpr std::array<NamedPiece, 19> kPieces{{
-    {u"Ctrl", kCtrlBit, 0},        {u"Alt", kAltBit, 0},
-    {u"Shift", kShiftBit, 0},      {u"Home", 0, VK_HOME},
-    {u"End", 0, VK_END},           {u"Left Arrow", 0, VK_LEFT},
-    {u"Right Arrow", 0, VK_RIGHT}, {u"Up Arrow", 0, VK_UP},
-    {u"Down Arrow", 0, VK_DOWN},   {u"Break", 0, 12},
-    {u"Page Up", 0, VK_PRIOR},     {u"Page Up", 0, VK_NEXT},
-    {u"Del", 0, VK_DELETE},        {u"Insert", 0, VK_INSERT},
-    {u"Esc", 0, VK_ESCAPE},        {u"Tab", 0, 9},
-    {u"Enter", 0, VK_RETURN},      {u"Add", 0, VK_ADD},
+    {u"Ctrl", kCtrlBit, 0},        {u"Alt", kAltBit, 0},      {u"Shift", kShiftBit, 0},
+    {u"Home", 0, VK_HOME},         {u"End", 0, VK_END},       {u"Left Arrow", 0, VK_LEFT},
+    {u"Right Arrow", 0, VK_RIGHT}, {u"Up Arrow", 0, VK_UP},   {u"Down Arrow", 0, VK_DOWN},
+    {u"Break", 0, VK_CLEAR},       {u"Page Up", 0, VK_PRIOR}, {u"Page Up", 0, VK_NEXT},
+    {u"Del", 0, VK_DELETE},        {u"Insert", 0, VK_INSERT}, {u"Esc", 0, VK_ESCAPE},
+    {u"Tab", 0, VK_TAB},           {u"Enter", 0, VK_RETURN},  {u"Add", 0, VK_ADD},
     {u"Subtract", 0, VK_SUBTRACT},
 }};
 
 void ReadPiece(std::u16string_view piece, KeyCombination& keys) {
-    constexpr Long kF1 = 112;
     constexpr std::int64_t kHighestCode = 32767;  // a code has 16 bits
     if (piece.size() == 1) {
         keys.code = UpperUnit(piece.front());
@@ -50,7 +46,7 @@ void ReadPiece(std::u16string_view piece, KeyCombination& keys) {
     }
     if (piece.starts_with(u"F")) {
         if (const auto number = TextToLong(std::u16string(piece.substr(1)))) {
-            const std::int64_t code = std::int64_t{kF1} + *number - 1;
+            const std::int64_t code = std::int64_t{VK_F1} + *number - 1;
             keys.code = code <= kHighestCode && code >= -kHighestCode - 1 ? static_cast<Long>(code)
                                                                           : keys.code;
         }

@@ -17,6 +17,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/base/keys.h"
 #include "platform/base/types.h"
 #include "platform/drawing/surface.h"
 #include "platform/files/files.h"
@@ -55,7 +56,7 @@ struct MovedByDesktop {
     Point ptScreen;
 };
 
-// Input. `shift` holds the modifiers 1 Shift, 2 Ctrl, 4 Alt at that moment.
+// Input. `shift` holds the modifiers (kShiftBit ...) at that moment.
 
 /// The pointer has moved over one of our windows, or anywhere while a button is held.
 struct PointerMoved {
@@ -64,10 +65,10 @@ struct PointerMoved {
 };
 /// The pointer is over none of our windows any more.
 struct PointerLeft {};
-/// `button`: 1 left, 2 right, 4 middle. Double clicks are found out by the window system.
+/// Double clicks are found out by the window system.
 struct ButtonChanged {
     Point ptScreen;
-    Long button = 1;
+    Long button = kLeftButton;
     bool down = true;
     Long shift = 0;
 };

@@ -9,6 +9,7 @@
 #include "core/state/menukeys.h"
 #include "core/state/program.h"
 #include "core/state/settings.h"
+#include "platform/menus/menu.h"
 
 namespace sarnel {
 

@@ -13,8 +13,8 @@ using platform::MouseEvent;
 
 namespace {
 
-constexpr Long kLeft = 1;
-constexpr Long kRight = 2;
+constexpr Long kLeft = platform::kLeftButton;
+constexpr Long kRight = platform::kRightButton;
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// Virtual-key codes, as the system's rules give them. Letters and digits are their capital ASCII
-// codes.
+// Keys and the mouse's buttons, as the system's rules number them. A virtual-key code of a letter
+// or a digit is its capital ASCII code.
 #pragma once
 
 #include "platform/base/types.h"
@@ -57,10 +57,16 @@ inline constexpr Long VK_OEM_6 = 221;    ///< ]
 inline constexpr Long VK_OEM_7 = 222;    ///< '
 inline constexpr Long VK_OEM_102 = 226;  ///< beside the left Shift, on keyboards that have it
 
-// Modifiers of a key message.
+// Modifiers that are held, added up. What goes with a mouse message in its wParam are other
+// numbers: MK_... in messages.h.
 inline constexpr Long kShiftBit = 1;
 inline constexpr Long kCtrlBit = 2;
 inline constexpr Long kAltBit = 4;
+
+// A button of the mouse, or, added up, all that are held; again not MK_...
+inline constexpr Long kLeftButton = 1;
+inline constexpr Long kRightButton = 2;
+inline constexpr Long kMiddleButton = 4;
 
 /// Whether the key with these modifiers is one to write with: a character without Ctrl and Alt,
 /// Backspace, Del, Home, End and the arrows with and without Shift and Ctrl, and Ctrl with A, C, V,

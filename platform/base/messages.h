@@ -19,11 +19,11 @@ inline constexpr Long WM_MEASUREITEM = 44;    ///< lParam: a record for Menus::M
 inline constexpr Long WM_COPYDATA = 74;       ///< lParam: a record for WindowSystem::CopyData
 inline constexpr Long WM_CONTEXTMENU = 123;   ///< wParam: the window; lParam: x, y << 16, screen
 // Of a text box that is a page; see TextBox.
-inline constexpr Long EM_LINESCROLL = 182;       ///< lParam: lines, positive to the text's end
-inline constexpr Long EM_GETLINECOUNT = 186;     ///< answers the number of lines as wrapped
-inline constexpr Long WM_KEYDOWN = 256;          ///< wParam: virtual key; lParam: modifiers 1, 2, 4
-inline constexpr Long WM_KEYUP = 257;            ///< the same
-inline constexpr Long WM_CHAR = 258;             ///< wParam: a code unit
+inline constexpr Long EM_LINESCROLL = 182;    ///< lParam: lines, positive to the text's end
+inline constexpr Long EM_GETLINECOUNT = 186;  ///< answers the number of lines as wrapped
+inline constexpr Long WM_KEYDOWN = 256;       ///< wParam: virtual key; lParam: modifiers, of keys.h
+inline constexpr Long WM_KEYUP = 257;         ///< the same
+inline constexpr Long WM_CHAR = 258;          ///< wParam: a code unit
 inline constexpr Long WM_IME_COMPOSITION = 271;  ///< WindowSystem::Composition is another one
 inline constexpr Long WM_SYSCOMMAND = 274;       ///< wParam: SC_...
 // Mouse messages: wParam: MK_...; lParam: x, y << 16, of the client area, each signed. While a

@@ -9,8 +9,8 @@ namespace platform {
 /// 32-bit signed: indices, counts, positions, impulse numbers, message words.
 using Long = std::int32_t;
 
-/// Names a window, a drop or a record. 0 is none. A handle is never given out twice, so that a
-/// stale one is harmless.
+/// Names a window, a menu, a hook, a drop or a record. 0 is none. A handle is never given out
+/// twice, so that a stale one is harmless.
 using Handle = std::int32_t;
 
 /// Red in the low byte, then green, then blue.

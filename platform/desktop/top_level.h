@@ -30,7 +30,7 @@ namespace platform::desktop {
 struct PointerRecord {
     Point ptScreen;
     bool inside = false;  ///< over one of our windows
-    Long held = 0;        ///< buttons: 1 left, 2 right, 4 middle
+    Long held = 0;        ///< buttons: kLeftButton ...
 };
 
 /// What the windows of a driver share; outlives them.

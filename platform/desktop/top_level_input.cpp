@@ -21,14 +21,10 @@ namespace platform::desktop {
 
 namespace {
 
-constexpr Long kLeft = 1;
-constexpr Long kRight = 2;
-constexpr Long kMiddle = 4;
-
 Long ButtonsOf(Qt::MouseButtons buttons) {
-    return ((buttons & Qt::LeftButton) != 0 ? kLeft : 0) |
-           ((buttons & Qt::RightButton) != 0 ? kRight : 0) |
-           ((buttons & Qt::MiddleButton) != 0 ? kMiddle : 0);
+    return ((buttons & Qt::LeftButton) != 0 ? kLeftButton : 0) |
+           ((buttons & Qt::RightButton) != 0 ? kRightButton : 0) |
+           ((buttons & Qt::MiddleButton) != 0 ? kMiddleButton : 0);
 }
 
 std::string HostName() {

@@ -13,8 +13,8 @@ namespace platform::desktop {
 
 struct ServerPointer {
     QPoint place;    ///< device pixels of the screen
-    Long held = 0;   ///< buttons: 1 left, 2 right, 4 middle
-    Long shift = 0;  ///< 1 Shift, 2 Ctrl, 4 Alt
+    Long held = 0;   ///< buttons: kLeftButton ...
+    Long shift = 0;  ///< kShiftBit ...
 };
 
 /// Where the pointer is and what is held, whoever has it.

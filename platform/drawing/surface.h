@@ -1,8 +1,7 @@
 // A surface is a rectangle of pixels to draw on: the face of a control, a picture of the skin, the
 // finished picture of a window. Drawing is exact: the same calls give the same pixels on every
-// desktop. Whatever lies outside a surface is dropped. Nobody but the drawing routines and a driver
-// that shows a finished surface touches its pixels, so that surfaces can one day be finer than
-// coordinates are.
+// desktop. Whatever lies outside a surface is dropped. Controls draw by these operations; whoever
+// needs the pixels themselves, since he works through all of them, takes them a row at a time.
 #pragma once
 
 #include <cstdint>
@@ -92,8 +91,8 @@ class Surface {
     /// only within `clip`.
     void BlendText(const TextPicture& text, Point at, const Rect& clip, Colour colour);
 
-    // For the drawing routines and drivers alone.
-
+    /// The pixels of the row `y`, from the left, Width() of them; the next row follows at once. `y`
+    /// must lie inside, which is not checked. Good until the surface gets another size or ends.
     const Pixel* Row(Long y) const { return pixels_.data() + RowStart(y); }
     Pixel* Row(Long y) { return pixels_.data() + RowStart(y); }
 

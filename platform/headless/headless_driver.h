@@ -20,7 +20,7 @@ class HeadlessDriver : public Driver {
 
     explicit HeadlessDriver(Clock clock);
 
-    // What a test, or a desktop of flesh and blood, does.
+    // What users and desktops do, done by a test.
     void Push(DriverEvent event) { events_.push_back(std::move(event)); }
     /// A key goes down and up.
     void PushKey(Long code, Long shift = 0);

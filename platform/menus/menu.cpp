@@ -25,7 +25,16 @@ Menus::Item MakeItem(Long flags, Long id, std::u16string_view text) {
 
 }  // namespace
 
-Menus::Menus(WindowSystem& windows) : windows_(windows) {}
+Menus& WindowSystem::PopupMenus() {
+    if (menus_ == nullptr) {
+        menus_ = std::make_shared<Menus>(*this);
+    }
+    return *menus_;
+}
+
+Menus::Menus(WindowSystem& windows) : windows_(windows) {
+    windows.ObserveDestroyed([this](Handle window) { WindowGone(window); });
+}
 
 Menus::~Menus() = default;
 
@@ -179,9 +188,13 @@ Long Menus::TrackPopupMenu(Handle menu, Long flags, Point ptScreen, Handle owner
         MenuTracking tracking(windows_, *this, {owner, flags, colours});
         struct Running {
             Menus& menus;
-            ~Running() { menus.tracking_ = nullptr; }
+            ~Running() {
+                menus.windows_.TakeInput(nullptr);
+                menus.tracking_ = nullptr;
+            }
         } const running{*this};
         tracking_ = &tracking;
+        windows_.TakeInput(&tracking);
         tracking.Open(menu, ptScreen);
         if (const auto observer = onOpening_) {
             observer(menu);

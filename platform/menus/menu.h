@@ -142,12 +142,7 @@ class Menus {
     MeasureItemRecord* MeasureRecord(Long lParam);
     const DrawItemRecord* DrawRecord(Long lParam) const;
 
-    // For the window system and the loop alone.
-
-    /// A window is destroyed, and its system menu with it.
-    void WindowGone(Handle window);
-    /// The loop that is running, or null.
-    MenuTracking* Tracking() const { return tracking_; }
+    // For the loop alone.
 
     struct Item {
         Long type = 0;
@@ -174,6 +169,8 @@ class Menus {
     };
     std::optional<Place> FindItem(Handle menu, Long item, Long flags) const;
     void ContentChanged(Handle menu);
+    /// A window has been destroyed, and its system menu goes with it.
+    void WindowGone(Handle window);
 
     WindowSystem& windows_;
     std::map<Handle, std::vector<Item>> menus_;
@@ -181,7 +178,7 @@ class Menus {
     std::map<Long, MeasureItemRecord> measuring_;
     std::map<Long, DrawItemRecord> drawing_;
     Long lastRecord_ = 0;
-    MenuTracking* tracking_ = nullptr;
+    MenuTracking* tracking_ = nullptr;  ///< the loop that is running
     std::function<void(Handle menu)> onOpening_;
 };
 

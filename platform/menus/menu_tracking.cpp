@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "platform/base/keys.h"
+
 namespace platform {
 
 namespace {
@@ -231,8 +233,8 @@ void MenuTracking::ButtonChange(const ButtonChanged& event, bool isOlder) {
         }
         return;
     }
-    const bool chooses =
-        event.button == 1 || (event.button == 2 && (session_.flags & TPM_RIGHTBUTTON) != 0);
+    const bool chooses = event.button == kLeftButton ||
+                         (event.button == kRightButton && (session_.flags & TPM_RIGHTBUTTON) != 0);
     const auto row = levels_[*level].popup->RowAt(event.ptScreen);
     if (!chooses || !row || (isOlder && !moved_) || !CanSelect(*levels_[*level].popup, *row)) {
         return;

@@ -8,10 +8,11 @@
 #include <vector>
 
 #include "platform/menus/menu_popup.h"
+#include "platform/windows/modal_input.h"
 
 namespace platform {
 
-class MenuTracking {
+class MenuTracking : public ModalInput {
   public:
     struct Session {
         Handle owner = 0;
@@ -21,7 +22,7 @@ class MenuTracking {
 
     MenuTracking(WindowSystem& windows, Menus& menus, Session session);
     /// Nothing of it stays on the screen.
-    ~MenuTracking();
+    ~MenuTracking() override;
     MenuTracking(const MenuTracking&) = delete;
     MenuTracking& operator=(const MenuTracking&) = delete;
 
@@ -36,15 +37,13 @@ class MenuTracking {
     /// The windows that were asked to close meanwhile.
     const std::vector<Handle>& CloseRequests() const { return closing_; }
 
-    // Input. Points are screen pixels.
-
-    void PointerMoved(Point ptScreen);
-    /// `isOlder`: the button went down before the menu was there.
-    void ButtonChange(const ButtonChanged& event, bool isOlder);
-    void Wheel(const WheelTurned& event);
-    void KeyDown(Long code);
-    void Text(std::u16string_view text);
-    void CloseRequest(Handle window);
+    void PointerMoved(Point ptScreen) override;
+    void ButtonChange(const ButtonChanged& event, bool isOlder) override;
+    void Wheel(const WheelTurned& event) override;
+    void KeyDown(Long code) override;
+    void Text(std::u16string_view text) override;
+    void CloseRequest(Handle window) override;
+    void InputLost() override { End(0); }
 
   private:
     // A popup, and the row whose submenu is the next level.

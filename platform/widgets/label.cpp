@@ -63,14 +63,6 @@ void Label::Draw() {
     ShowFace();
 }
 
-void Label::MouseUp(const MouseEvent& event) {
-    const bool clicks = EndsClick(event);
-    RaiseMouseUp(event);
-    if (clicks) {
-        RaiseClick();
-    }
-}
-
 void Label::DoubleClick(const MouseEvent& /*event*/) {
     RaiseDblClick();
 }

@@ -23,7 +23,7 @@ class Label : public Widget {
     void Opaque(bool value);
 
   protected:
-    void MouseUp(const MouseEvent& event) override;
+    void MouseUp(const MouseEvent& event) override { RaiseMouseUpAndClick(event); }
     void DoubleClick(const MouseEvent& event) override;
     void Resized() override;
     void Relocated() override;

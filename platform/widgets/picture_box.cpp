@@ -24,12 +24,4 @@ void PictureBox::ShowText(std::u16string_view text, const Rect& rect, Long forma
     shown_ = {std::u16string(text), rect, format};
 }
 
-void PictureBox::MouseUp(const MouseEvent& event) {
-    const bool clicks = EndsClick(event);
-    RaiseMouseUp(event);
-    if (clicks) {
-        RaiseClick();
-    }
-}
-
 }  // namespace platform

@@ -26,7 +26,7 @@ class PictureBox : public Widget {
     void Refresh() { ShowFace(); }
 
   protected:
-    void MouseUp(const MouseEvent& event) override;
+    void MouseUp(const MouseEvent& event) override { RaiseMouseUpAndClick(event); }
     void Resized() override { Cls(); }
     void LooksChanged() override { Cls(); }
 

@@ -267,7 +267,7 @@ void TextBox::Undo() {
 void TextBox::MouseDown(const MouseEvent& event) {
     windows_.SetFocus(HWnd());
     windows_.EndComposition();
-    if (event.Button == 1) {
+    if (event.Button == kLeftButton) {
         dragging_ = true;
         MoveCaret(PlaceAt(event, Nearest::kGap), (event.Shift & kShiftBit) != 0);
     }
@@ -285,12 +285,12 @@ void TextBox::MouseMove(const MouseEvent& event) {
 }
 
 void TextBox::MouseUp(const MouseEvent& event) {
-    const bool clicks = EndsClick(event) && event.Button == 1;
-    dragging_ = dragging_ && event.Button != 1;
+    const bool clicks = EndsClick(event) && event.Button == kLeftButton;
+    dragging_ = dragging_ && event.Button != kLeftButton;
     RaiseMouseUp(event);
     if (clicks) {
         RaiseClick();
-    } else if (event.Button == 2) {
+    } else if (event.Button == kRightButton) {
         const Rect place = windows_.GetWindowRect(HWnd());
         const Point at{place.left + static_cast<Long>(event.X),
                        place.top + static_cast<Long>(event.Y)};
@@ -299,7 +299,7 @@ void TextBox::MouseUp(const MouseEvent& event) {
 }
 
 void TextBox::DoubleClick(const MouseEvent& event) {
-    if (event.Button != 1) {
+    if (event.Button != kLeftButton) {
         MouseDown(event);
         return;
     }

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "platform/base/keys.h"
 #include "platform/drawing/text_lines.h"
 
 namespace platform {
@@ -128,25 +129,26 @@ struct MouseMessage {
 };
 constexpr std::array<MouseMessage, 10> kMouseMessages{{
     {WM_MOUSEMOVE, Kind::kMove, 0},
-    {WM_LBUTTONDOWN, Kind::kDown, 1},
-    {WM_LBUTTONUP, Kind::kUp, 1},
-    {WM_LBUTTONDBLCLK, Kind::kDouble, 1},
-    {WM_RBUTTONDOWN, Kind::kDown, 2},
-    {WM_RBUTTONUP, Kind::kUp, 2},
-    {WM_RBUTTONDBLCLK, Kind::kDouble, 2},
-    {WM_MBUTTONDOWN, Kind::kDown, 4},
-    {WM_MBUTTONUP, Kind::kUp, 4},
-    {WM_MBUTTONDBLCLK, Kind::kDouble, 4},
+    {WM_LBUTTONDOWN, Kind::kDown, kLeftButton},
+    {WM_LBUTTONUP, Kind::kUp, kLeftButton},
+    {WM_LBUTTONDBLCLK, Kind::kDouble, kLeftButton},
+    {WM_RBUTTONDOWN, Kind::kDown, kRightButton},
+    {WM_RBUTTONUP, Kind::kUp, kRightButton},
+    {WM_RBUTTONDBLCLK, Kind::kDouble, kRightButton},
+    {WM_MBUTTONDOWN, Kind::kDown, kMiddleButton},
+    {WM_MBUTTONUP, Kind::kUp, kMiddleButton},
+    {WM_MBUTTONDBLCLK, Kind::kDouble, kMiddleButton},
 }};
 
 Long HeldButtons(Long wParam) {
-    return ((wParam & MK_LBUTTON) != 0 ? 1 : 0) | ((wParam & MK_RBUTTON) != 0 ? 2 : 0) |
-           ((wParam & MK_MBUTTON) != 0 ? 4 : 0);
+    return ((wParam & MK_LBUTTON) != 0 ? kLeftButton : 0) |
+           ((wParam & MK_RBUTTON) != 0 ? kRightButton : 0) |
+           ((wParam & MK_MBUTTON) != 0 ? kMiddleButton : 0);
 }
 
 Long ShiftState(Long wParam) {
-    return ((wParam & MK_SHIFT) != 0 ? 1 : 0) | ((wParam & MK_CONTROL) != 0 ? 2 : 0) |
-           ((wParam & MK_ALT) != 0 ? 4 : 0);
+    return ((wParam & MK_SHIFT) != 0 ? kShiftBit : 0) |
+           ((wParam & MK_CONTROL) != 0 ? kCtrlBit : 0) | ((wParam & MK_ALT) != 0 ? kAltBit : 0);
 }
 
 }  // namespace
@@ -235,6 +237,14 @@ void Widget::RaiseMouseMove(const MouseEvent& event) {
 
 void Widget::RaiseMouseUp(const MouseEvent& event) {
     RaiseMouse("MouseUp", onMouseUp, event);
+}
+
+void Widget::RaiseMouseUpAndClick(const MouseEvent& event) {
+    const bool clicks = EndsClick(event);
+    RaiseMouseUp(event);
+    if (clicks) {
+        RaiseClick();
+    }
 }
 
 bool Widget::EndsClick(const MouseEvent& release) {

@@ -1,6 +1,6 @@
 // What every control of a window is made of: a window with a name, a place, colours, a font, a tag
-// and a face to draw on, which turns messages into events. Labels, picture boxes and text boxes lie
-// beside this file; what a skin draws is in controls/.
+// and a face to draw on, which turns messages into events. Labels, picture boxes and text boxes are
+// in platform/widgets/; what a skin draws is in controls/.
 #pragma once
 
 #include <functional>
@@ -13,8 +13,8 @@
 namespace platform {
 
 /// A mouse event in pixels of the control's client area. Of a press or release `Button` is the
-/// button itself, of a move all that are held: 1 left, 2 right, 4 middle. `Shift` adds up 1 Shift,
-/// 2 Ctrl, 4 Alt.
+/// button itself (kLeftButton ...), of a move the sum of all that are held. `Shift` is the sum of
+/// the modifiers (kShiftBit ...).
 struct MouseEvent {
     Long Button = 0;
     Long Shift = 0;
@@ -72,7 +72,8 @@ class Widget {
     /// Height in pixels of a text in the control's font, broken at its line ends only.
     Long TextHeight(std::u16string_view text) const;
 
-    /// Caption of a label or window, text of a text box.
+    /// The window's own text: the caption of a label or of a top-level window. A text box keeps
+    /// what it shows elsewhere, in its own Text.
     std::u16string Text() const { return windows_.GetWindowText(window_); }
     void Text(std::u16string_view value);
 
@@ -82,7 +83,7 @@ class Widget {
     std::u16string ToolTipText() const { return toolTip_; }
     void ToolTipText(std::u16string value) { toolTip_ = std::move(value); }
 
-    /// What the control shows, as far as it draws itself; in its present size.
+    /// What the control has drawn of itself, in the size that it had then.
     const Surface& Face() const { return face_; }
 
     /// One observer; an empty function ends it.
@@ -129,6 +130,9 @@ class Widget {
     void RaiseMouseDown(const MouseEvent& event);
     void RaiseMouseMove(const MouseEvent& event);
     void RaiseMouseUp(const MouseEvent& event);
+    /// MouseUp, and Click behind it if the release ends a click: MouseUp of a control that does
+    /// nothing of its own.
+    void RaiseMouseUpAndClick(const MouseEvent& event);
     /// Whether a release ends a click: the same button was pressed on the widget, as MouseDown
     /// told, and is released on it. To be asked once a release.
     bool EndsClick(const MouseEvent& release);

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "platform/base/keys.h"
-#include "platform/menus/menu_tracking.h"
+#include "platform/windows/modal_input.h"
 #include "platform/windows/window_system.h"
 #include "platform/windows/window_system_detail.h"
 
@@ -22,14 +22,15 @@ struct ButtonMessages {
     Long doubleClick;
 };
 constexpr std::array<ButtonMessages, 3> kButtons{{
-    {1, MK_LBUTTON, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK},
-    {2, MK_RBUTTON, WM_RBUTTONDOWN, WM_RBUTTONUP, WM_RBUTTONDBLCLK},
-    {4, MK_MBUTTON, WM_MBUTTONDOWN, WM_MBUTTONUP, WM_MBUTTONDBLCLK},
+    {kLeftButton, MK_LBUTTON, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK},
+    {kRightButton, MK_RBUTTON, WM_RBUTTONDOWN, WM_RBUTTONUP, WM_RBUTTONDBLCLK},
+    {kMiddleButton, MK_MBUTTON, WM_MBUTTONDOWN, WM_MBUTTONUP, WM_MBUTTONDBLCLK},
 }};
 
 Long HeldModifiers(Long modifiers) {
-    return ((modifiers & 1) != 0 ? MK_SHIFT : 0) | ((modifiers & 2) != 0 ? MK_CONTROL : 0) |
-           ((modifiers & 4) != 0 ? MK_ALT : 0);
+    return ((modifiers & kShiftBit) != 0 ? MK_SHIFT : 0) |
+           ((modifiers & kCtrlBit) != 0 ? MK_CONTROL : 0) |
+           ((modifiers & kAltBit) != 0 ? MK_ALT : 0);
 }
 
 }  // namespace
@@ -91,18 +92,25 @@ void WindowSystem::SendMouse(Handle window, Long message, Point ptScreen) {
     SendMessage(window, message, buttons_ | HeldModifiers(modifiers_), WordOf(ptClient));
 }
 
-void WindowSystem::OnPointerMoved(Point ptScreen) {
-    if (MenuTracking* const menu = menus_.Tracking()) {
+void WindowSystem::On(const PointerMoved& event) {
+    modifiers_ = event.shift;
+    if (ModalInput* const taker = modalInput_) {
         Leave();
-        menu->PointerMoved(ptScreen);
+        taker->PointerMoved(event.ptScreen);
         return;
     }
     if (capture_ != 0) {
-        SendMouse(capture_, WM_MOUSEMOVE, ptScreen);
+        SendMouse(capture_, WM_MOUSEMOVE, event.ptScreen);
         return;
     }
-    LeaveUnlessAt(ptScreen);
-    SendMouse(HitTest(ptScreen, true), WM_MOUSEMOVE, ptScreen);
+    LeaveUnlessAt(event.ptScreen);
+    SendMouse(HitTest(event.ptScreen, true), WM_MOUSEMOVE, event.ptScreen);
+}
+
+void WindowSystem::On(const PointerLeft& /*event*/) {
+    if (tracked_ != capture_) {
+        Leave();
+    }
 }
 
 bool WindowSystem::IsDoubleClick(const ButtonChanged& press, Handle target) {
@@ -116,27 +124,29 @@ bool WindowSystem::IsDoubleClick(const ButtonChanged& press, Handle target) {
     return follows;
 }
 
-void WindowSystem::OnButton(const ButtonChanged& event) {
+// Tells who takes the input of a button; the answer: whether the windows must not hear of it.
+bool WindowSystem::TakenFromWindows(const ButtonChanged& event, Long held) {
+    ModalInput* const taker = modalInput_;
+    const bool isTakers = event.down ? taker != nullptr : (takenButtons_ & held) != 0;
+    if (isTakers) {
+        takenButtons_ = event.down ? takenButtons_ | held : takenButtons_ & ~held;
+        lastPress_ = {};
+    }
+    if (taker != nullptr) {
+        taker->ButtonChange(event, !isTakers);
+    }
+    return isTakers;
+}
+
+void WindowSystem::On(const ButtonChanged& event) {
+    modifiers_ = event.shift;
     const auto button =
         std::find_if(kButtons.begin(), kButtons.end(),
                      [&](const ButtonMessages& known) { return known.button == event.button; });
-    if (button == kButtons.end()) {
+    if (button == kButtons.end() || TakenFromWindows(event, button->held)) {
         return;
     }
-    MenuTracking* const menu = menus_.Tracking();
-    const bool isMenus = event.down ? menu != nullptr : (buttonsOfMenu_ & button->held) != 0;
-    if (isMenus) {
-        buttonsOfMenu_ =
-            event.down ? buttonsOfMenu_ | button->held : buttonsOfMenu_ & ~button->held;
-        lastPress_ = {};
-    }
-    if (menu != nullptr) {
-        menu->ButtonChange(event, !isMenus);
-    }
-    if (isMenus) {
-        return;
-    }
-    // Whoever got the press gets the release, even while a menu is open.
+    // Whoever got the press gets the release, even while input is taken.
     const Handle target = capture_ != 0 ? capture_ : HitTest(event.ptScreen, true);
     if (event.down) {
         buttons_ |= button->held;
@@ -156,9 +166,10 @@ void WindowSystem::OnButton(const ButtonChanged& event) {
     }
 }
 
-void WindowSystem::OnWheel(const WheelTurned& event) {
-    if (MenuTracking* const menu = menus_.Tracking()) {
-        menu->Wheel(event);
+void WindowSystem::On(const WheelTurned& event) {
+    modifiers_ = event.shift;
+    if (modalInput_ != nullptr) {
+        modalInput_->Wheel(event);
         return;
     }
     const Long delta = event.notches < 0 ? -WHEEL_DELTA : WHEEL_DELTA;
@@ -192,23 +203,29 @@ bool WindowSystem::EatenByHook(const KeyChanged& event) {
     });
 }
 
-void WindowSystem::OnKey(const KeyChanged& event) {
-    if (event.code < 0 || static_cast<std::size_t>(event.code) >= keysDown_.size()) {
-        return;
-    }
+// A key that went down in a menu is the menu's until it is up: repeated by being held, it must not
+// act on what lies behind. One that was down before the menu opened stays that of its window.
+bool WindowSystem::TakenFromWindows(const KeyChanged& event) {
     const auto code = static_cast<std::size_t>(event.code);
-    MenuTracking* const menu = menus_.Tracking();
-    // A key that went down in a menu is the menu's until it is up: repeated by being held, it must
-    // not act on what lies behind. One that was down before it opened stays that of its window.
-    const bool isOlder = keysDown_[code] && !keysOfMenu_[code];
+    ModalInput* const taker = modalInput_;
+    const bool isOlder = keysDown_[code] && !takenKeys_[code];
     keysDown_[code] = event.down;
-    textIsEaten_ = event.down && menu != nullptr;
-    if (keysOfMenu_[code] || (menu != nullptr && event.down)) {
-        keysOfMenu_[code] = event.down && !isOlder;
-        textIsEaten_ = event.down;
-        if (menu != nullptr && event.down && !isOlder) {
-            menu->KeyDown(event.code);
-        }
+    textIsEaten_ = event.down && taker != nullptr;
+    if (!takenKeys_[code] && (taker == nullptr || !event.down)) {
+        return false;
+    }
+    takenKeys_[code] = event.down && !isOlder;
+    textIsEaten_ = event.down;
+    if (taker != nullptr && event.down && !isOlder) {
+        taker->KeyDown(event.code);
+    }
+    return true;
+}
+
+void WindowSystem::On(const KeyChanged& event) {
+    modifiers_ = event.shift;
+    const auto code = static_cast<std::size_t>(event.code);
+    if (code >= keysDown_.size() || TakenFromWindows(event)) {
         return;
     }
     // Whoever sees the press sees the release.
@@ -224,9 +241,9 @@ void WindowSystem::OnKey(const KeyChanged& event) {
     SendMessage(focus_, event.down ? WM_KEYDOWN : WM_KEYUP, event.code, event.shift);
 }
 
-void WindowSystem::OnText(const TextTyped& event) {
-    if (MenuTracking* const menu = menus_.Tracking()) {
-        menu->Text(event.text);
+void WindowSystem::On(const TextTyped& event) {
+    if (modalInput_ != nullptr) {
+        modalInput_->Text(event.text);
         return;
     }
     if (textIsEaten_) {
@@ -235,75 +252,53 @@ void WindowSystem::OnText(const TextTyped& event) {
     SendText(focus_, event.text);
 }
 
-namespace {
+void WindowSystem::On(const InputLost& /*event*/) {
+    if (modalInput_ != nullptr) {
+        modalInput_->InputLost();
+    }
+}
 
-// One call for each kind of event.
-template <class... F>
-struct Cases : F... {
-    using F::operator()...;
-};
-template <class... F>
-Cases(F...) -> Cases<F...>;
+// What a window manager does.
 
-}  // namespace
+void WindowSystem::On(const CloseRequested& event) {
+    if (modalInput_ != nullptr) {
+        modalInput_->CloseRequest(event.window);
+    } else {
+        SendMessage(event.window, WM_CLOSE, 0, 0);
+    }
+}
+
+void WindowSystem::On(const MinimisedByDesktop& event) {
+    SetMinimised(event.window, true);
+}
+
+void WindowSystem::On(const RestoredByDesktop& event) {
+    SetMinimised(event.window, false);
+}
+
+void WindowSystem::On(const WorkAreaChanged& /*event*/) {
+    const std::vector<Handle> all = topLevels_;  // a copy: windows may end meanwhile
+    for (const Handle window : all) {
+        SendMessage(window, WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
+    }
+}
+
+void WindowSystem::On(const FilesDropped& event) {
+    const Handle hit = HitTest(event.ptScreen, true);
+    DropFiles(hit != 0 ? hit : event.window, event.paths);
+}
+
+void WindowSystem::On(const MovedByDesktop& event) {
+    if (Window* found = Find(event.window)) {
+        found->movedByDesktop = true;
+        found->rect = {event.ptScreen.x, event.ptScreen.y, event.ptScreen.x + found->rect.Width(),
+                       event.ptScreen.y + found->rect.Height()};
+    }
+}
 
 void WindowSystem::Deliver(const DriverEvent& event) {
     const Dispatching dispatching(*this);
-    std::visit(Cases{
-                   [&](const CloseRequested& close) {
-                       if (MenuTracking* const menu = menus_.Tracking()) {
-                           menu->CloseRequest(close.window);
-                       } else {
-                           SendMessage(close.window, WM_CLOSE, 0, 0);
-                       }
-                   },
-                   [&](const InputLost&) { menus_.EndMenu(0); },
-                   [&](const MinimisedByDesktop& change) { SetMinimised(change.window, true); },
-                   [&](const RestoredByDesktop& change) { SetMinimised(change.window, false); },
-                   [&](const WorkAreaChanged&) {
-                       const std::vector<Handle> all = topLevels_;
-                       for (const Handle window : all) {
-                           SendMessage(window, WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
-                       }
-                   },
-                   [&](const FilesDropped& drop) {
-                       const Handle hit = HitTest(drop.ptScreen, true);
-                       DropFiles(hit != 0 ? hit : drop.window, drop.paths);
-                   },
-                   [&](const MovedByDesktop& move) {
-                       if (Window* found = Find(move.window)) {
-                           found->movedByDesktop = true;
-                           const Size size{found->rect.Width(), found->rect.Height()};
-                           found->rect = {move.ptScreen.x, move.ptScreen.y,
-                                          move.ptScreen.x + size.width,
-                                          move.ptScreen.y + size.height};
-                       }
-                   },
-                   [&](const PointerMoved& move) {
-                       modifiers_ = move.shift;
-                       OnPointerMoved(move.ptScreen);
-                   },
-                   [&](const PointerLeft&) {
-                       if (tracked_ != capture_) {
-                           SendMessage(std::exchange(tracked_, 0), WM_MOUSELEAVE, 0, 0);
-                       }
-                   },
-                   [&](const ButtonChanged& change) {
-                       modifiers_ = change.shift;
-                       OnButton(change);
-                   },
-                   [&](const WheelTurned& turn) {
-                       modifiers_ = turn.shift;
-                       OnWheel(turn);
-                   },
-                   [&](const KeyChanged& key) {
-                       modifiers_ = key.shift;
-                       OnKey(key);
-                   },
-                   [&](const TextTyped& typed) { OnText(typed); },
-                   [&](const TextComposed& composed) { OnComposed(composed); },
-               },
-               event);
+    std::visit([this](const auto& known) { On(known); }, event);
 }
 
 }  // namespace platform

@@ -54,9 +54,13 @@ Handle WindowSystem::CreatePopup(Handle owner) {
     return popup;
 }
 
-void WindowSystem::Unlink(Window& window) {
+// Those beside the window, and itself; null once its parent has gone before it.
+std::vector<Handle>* WindowSystem::Siblings(const Window& window) {
+    if (window.parent == 0) {
+        return &topLevels_;
+    }
     Window* above = Find(window.parent);
-    std::erase(above != nullptr ? above->children : topLevels_, window.handle);
+    return above != nullptr ? &above->children : nullptr;
 }
 
 void WindowSystem::DestroyWindow(Handle window) {
@@ -67,15 +71,25 @@ void WindowSystem::DestroyWindow(Handle window) {
     found->dying = true;
     const Dispatching dispatching(*this);
     SendMessage(window, WM_DESTROY, 0, 0);
-    const std::vector<Handle> children = found->children;
-    for (const Handle child : children) {
-        DestroyWindow(child);
+    // Looked up afresh each time: what a child does in its end may end others, or make them.
+    const auto lives = [this](Handle child) { return !Find(child)->dying; };
+    const std::vector<Handle>& children = found->children;
+    for (;;) {
+        const auto child = std::find_if(children.begin(), children.end(), lives);
+        if (child == children.end()) {
+            break;
+        }
+        DestroyWindow(*child);
     }
     InvalidateWindow(*found);
-    Unlink(*found);
+    if (std::vector<Handle>* siblings = Siblings(*found)) {
+        std::erase(*siblings, window);
+    }
     if (found->parent == 0) {
-        menus_.WindowGone(window);
         driver_.DestroyTopLevel(window);
+    }
+    if (onDestroyed_) {
+        onDestroyed_(window);
     }
     std::erase_if(due_, [window](const Due& due) { return due.window == window; });
     std::erase_if(posted_, [window](const Message& message) { return message.window == window; });
@@ -89,6 +103,10 @@ void WindowSystem::DestroyWindow(Handle window) {
     }
     DeferDelete(windows_[window]);
     windows_.erase(window);
+}
+
+void WindowSystem::ObserveDestroyed(std::function<void(Handle window)> observer) {
+    onDestroyed_ = std::move(observer);
 }
 
 bool WindowSystem::IsWindow(Handle window) const {
@@ -173,10 +191,11 @@ void WindowSystem::SendSize(Window& window, Long state) {
 }
 
 void WindowSystem::BringToFront(Handle window) {
-    if (Window* found = Find(window)) {
-        Unlink(*found);
-        Window* above = Find(found->parent);
-        (above != nullptr ? above->children : topLevels_).push_back(window);
+    Window* found = Find(window);
+    std::vector<Handle>* siblings = found != nullptr ? Siblings(*found) : nullptr;
+    if (siblings != nullptr) {
+        std::erase(*siblings, window);
+        siblings->push_back(window);
         InvalidateWindow(*found);
     }
 }

@@ -23,9 +23,11 @@
 #include "platform/drawing/surface.h"
 #include "platform/drawing/text_drawing.h"
 #include "platform/driver.h"
-#include "platform/menus/menu.h"
 
 namespace platform {
+
+class Menus;
+class ModalInput;
 
 struct Message {
     Handle window = 0;
@@ -39,8 +41,8 @@ using WindowProc = std::function<Long(const Message&)>;
 /// A timer's callback: the window and the id it was set with.
 using TimerProc = std::function<void(Handle window, Long id)>;
 
-/// Sees a key before the focus does: a virtual-key code, the modifiers 1 Shift, 2 Ctrl, 4 Alt, and
-/// whether it goes down. True eats it. Keys that the focus writes with are not shown to it.
+/// Sees a key before the focus does: a virtual-key code, the modifiers (kShiftBit ...), and whether
+/// it goes down. True eats it. Keys that the focus writes with are not shown to it.
 using KeyboardProc = std::function<bool(Long code, Long modifiers, bool down)>;
 
 /// What WM_COPYDATA hands over: a second start's command line, in the narrow code page.
@@ -63,7 +65,7 @@ class WindowSystem {
     // Windows. Rectangles are in pixels of the parent's client area, of the screen for a top-level
     // window (parent 0).
 
-    /// A hidden, enabled window above its siblings.
+    /// A hidden, enabled window above its siblings. A parent that is no window counts as 0.
     Handle CreateWindow(Handle parent, const Rect& rect, WindowProc proc);
     /// A hidden top-level window for a popup of `owner`: it lies above all others, and neither
     /// takes the focus nor stands in any list of windows.
@@ -72,6 +74,8 @@ class WindowSystem {
     Handle NewHandle() { return ++lastHandle_; }
     /// Sends WM_DESTROY to the window and its children, kills their timers and forgets them.
     void DestroyWindow(Handle window);
+    /// Told of each window that has been destroyed. One observer; an empty function ends it.
+    void ObserveDestroyed(std::function<void(Handle window)> observer);
     bool IsWindow(Handle window) const;
     Handle GetParent(Handle window) const;
     /// The top-level window above, or the window itself.
@@ -129,7 +133,9 @@ class WindowSystem {
     Surface ComposeScreen() const;
 
     TextDrawing& Text() { return text_; }
-    Menus& PopupMenus() { return menus_; }
+    /// The menus of this window system, made when they are first called for. They lie above the
+    /// windows, in platform/menus/menu.h, and this is defined beside them.
+    Menus& PopupMenus();
 
     // The pointer and the keyboard.
 
@@ -139,15 +145,19 @@ class WindowSystem {
     Handle GetCapture() const { return capture_; }
     /// One WM_MOUSELEAVE to the window when the pointer leaves it.
     void TrackMouseLeave(Handle window);
-    /// Modifiers of the last input: 1 Shift, 2 Ctrl, 4 Alt.
+    /// Modifiers of the last input: kShiftBit, kCtrlBit, kAltBit.
     Long Modifiers() const { return modifiers_; }
 
     /// Whether the key with that code is down.
     bool GetAsyncKeyState(Long code) const;
-    /// Puts a procedure in front of all keys, of others that are there too; the answer names it. An
-    /// open menu takes keys before it. Of a key that is eaten nobody gets the text either.
+    /// Puts a procedure in front of all keys, of others that are there too; the answer names it.
+    /// Who has taken the input (TakeInput) gets keys before it. Of a key that is eaten nobody gets
+    /// the text either.
     Handle SetWindowsHookEx(KeyboardProc proc);
     void UnhookWindowsHookEx(Handle hook);
+
+    /// From now on all input is the taker's; null: the windows' again. Not owned.
+    void TakeInput(ModalInput* taker) { modalInput_ = taker; }
 
     /// What happens when the driver reports this event; the pump calls it.
     void Deliver(const DriverEvent& event);
@@ -183,7 +193,7 @@ class WindowSystem {
     /// Calls `proc` if there is one, else answers 0.
     static Long CallWindowProc(const WindowProc& proc, const Message& message);
 
-    /// Hands `line` to a window as WM_COPYDATA, as a second start does.
+    /// Hands `record` to a window as WM_COPYDATA, as a second start does.
     void SendCopyData(Handle window, CopyDataRecord record);
     /// The record that lParam of WM_COPYDATA names, while that message is handled; else null.
     const CopyDataRecord* CopyData(Long lParam) const;
@@ -256,12 +266,23 @@ class WindowSystem {
     struct Due;
 
     Window* Find(Handle window) const;
-    void OnPointerMoved(Point ptScreen);
-    void OnButton(const ButtonChanged& event);
-    void OnWheel(const WheelTurned& event);
-    void OnKey(const KeyChanged& event);
-    void OnText(const TextTyped& event);
-    void OnComposed(const TextComposed& event);
+    // What Deliver does with each kind of event.
+    void On(const CloseRequested& event);
+    void On(const MinimisedByDesktop& event);
+    void On(const RestoredByDesktop& event);
+    void On(const WorkAreaChanged& event);
+    void On(const FilesDropped& event);
+    void On(const MovedByDesktop& event);
+    void On(const PointerMoved& event);
+    void On(const PointerLeft& event);
+    void On(const ButtonChanged& event);
+    void On(const WheelTurned& event);
+    void On(const KeyChanged& event);
+    void On(const TextTyped& event);
+    void On(const TextComposed& event);
+    void On(const InputLost& event);
+    bool TakenFromWindows(const ButtonChanged& event, Long held);
+    bool TakenFromWindows(const KeyChanged& event);
     std::u16string TakeComposition();
     void SendText(Handle window, std::u16string_view text);
     std::optional<TextInput> TextInputNow() const;
@@ -283,11 +304,13 @@ class WindowSystem {
     void RunUntil(Millis deadline);
     std::optional<Millis> NextDue() const;  ///< when to wake up
     void LeaveDispatch();
-    void Unlink(Window& window);
+    std::vector<Handle>* Siblings(const Window& window);
 
     Driver& driver_;
     TextDrawing text_{driver_};
-    Menus menus_{*this};
+    std::shared_ptr<Menus> menus_;  ///< shared, since nobody here knows how to delete them
+    ModalInput* modalInput_ = nullptr;
+    std::function<void(Handle window)> onDestroyed_;
     Handle lastHandle_ = 0;
     std::unordered_map<Handle, std::shared_ptr<Window>> windows_;  ///< looked up at every turn
     std::vector<Handle> topLevels_;                                ///< bottom to top
@@ -295,12 +318,11 @@ class WindowSystem {
     Handle capture_ = 0;
     Handle tracked_ = 0;  ///< waits for the pointer to leave
     Long modifiers_ = 0;
-    Long buttons_ = 0;  ///< held down: MK_...
-    Long buttonsOfMenu_ =
-        0;  ///< went down while a menu was open, and belong to it until they are up
+    Long buttons_ = 0;       ///< held down: MK_...
+    Long takenButtons_ = 0;  ///< went down while the input was taken: the taker's until they are up
     using Keys = std::bitset<256>;
     Keys keysDown_;
-    Keys keysOfMenu_;                                     ///< as buttonsOfMenu_
+    Keys takenKeys_;                                      ///< as takenButtons_
     Keys keysOfWriting_;                                  ///< went down in a window to write in
     bool textIsEaten_ = false;                            ///< belongs to a key that was
     std::vector<std::pair<Handle, KeyboardProc>> hooks_;  ///< the latest is asked first

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/menus/menu_tracking.h"
 #include "platform/windows/window_system.h"
 #include "platform/windows/window_system_detail.h"
 
@@ -25,10 +24,10 @@ void WindowSystem::SetTextInput(Handle window, const std::optional<Rect>& rectCa
     }
 }
 
-// An open menu has all keys for itself.
+// Who takes all input has all keys for itself.
 std::optional<TextInput> WindowSystem::TextInputNow() const {
     const Window* focused = Find(focus_);
-    if (focused == nullptr || !focused->caret || menus_.Tracking() != nullptr) {
+    if (focused == nullptr || !focused->caret || modalInput_ != nullptr) {
         return std::nullopt;
     }
     const Handle top = GetTopLevel(focus_);
@@ -56,7 +55,7 @@ void WindowSystem::SendText(Handle window, std::u16string_view text) {
     }
 }
 
-void WindowSystem::OnComposed(const TextComposed& event) {
+void WindowSystem::On(const TextComposed& event) {
     if (TextInputNow()) {
         composition_ = event;
         SendMessage(focus_, WM_IME_COMPOSITION, 0, 0);

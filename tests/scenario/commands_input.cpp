@@ -16,17 +16,18 @@ Handle WindowOf(const ObjectReference& window, World& world) {
     return std::get<Widget*>(window.Find(world))->HWnd();
 }
 
-// Modifiers of a key: 1 Shift, 2 Ctrl, 4 Alt.
 Long Modifiers(CommandLine& line) {
-    static constexpr std::array<std::string_view, 3> kNames{"shift", "ctrl", "alt"};
+    static constexpr std::array<std::pair<std::string_view, Long>, 3> kNames{
+        {{"shift", kShiftBit}, {"ctrl", kCtrlBit}, {"alt", kAltBit}}};
     Long modifiers = 0;
     while (!line.AtEnd()) {
         const Word& word = line.Next();
-        const auto* name = std::find(kNames.begin(), kNames.end(), word.raw);
+        const auto* name = std::find_if(kNames.begin(), kNames.end(),
+                                        [&](const auto& known) { return known.first == word.raw; });
         if (word.quoted || name == kNames.end()) {
             throw Mistake("no modifier of a key: " + word.raw);
         }
-        modifiers |= 1 << (name - kNames.begin());
+        modifiers |= name->second;
     }
     return modifiers;
 }

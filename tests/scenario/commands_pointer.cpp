@@ -39,7 +39,9 @@ void Click(World& world, Long button) {
 }
 
 Long Button(CommandLine& line) {
-    return line.SkipWord("right") ? 2 : line.SkipWord("middle") ? 4 : 1;
+    return line.SkipWord("right")    ? kRightButton
+           : line.SkipWord("middle") ? kMiddleButton
+                                     : kLeftButton;
 }
 
 bool IsNumber(const std::string& word) {
@@ -72,7 +74,7 @@ std::optional<ObjectReference> Target(CommandLine& line) {
 
 Command ClickOnce(CommandLine& line) {
     const auto target = Target(line);
-    const Long button = line.SkipWord("right") ? 2 : 1;
+    const Long button = line.SkipWord("right") ? kRightButton : kLeftButton;
     return [=](World& world) {
         if (target) {
             MoveToMiddle(world, WindowOf(target, world));
@@ -86,8 +88,8 @@ Command ClickTwice(CommandLine& line) {
         if (target) {
             MoveToMiddle(world, WindowOf(target, world));
         }
-        Click(world, 1);
-        Click(world, 1);
+        Click(world, kLeftButton);
+        Click(world, kLeftButton);
     };
 }
 

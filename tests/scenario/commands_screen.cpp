@@ -4,6 +4,7 @@
 
 #include "core/state/frmmain.h"
 #include "platform/base/text.h"
+#include "platform/menus/menu.h"
 #include "tests/scenario/commands.h"
 
 namespace scenario {

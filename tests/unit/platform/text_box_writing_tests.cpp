@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/base/keys.h"
+#include "platform/menus/menu.h"
 #include "tests/unit/support/text_box_bench.h"
 
 namespace platform {

@@ -1,13 +1,10 @@
-// The picture of a top-level window: put together from faces, and sent to the driver where it has
-// changed and nowhere else.
+// The picture of a top-level window is sent to the driver where it has changed and nowhere else.
 #include <gtest/gtest.h>
 
-#include <list>
 #include <random>
+#include <vector>
 
-#include "platform/windows/window_system.h"
-#include "tests/unit/support/pictures.h"
-#include "tests/unit/support/screen_driver.h"
+#include "tests/unit/support/screen_windows.h"
 
 namespace platform {
 namespace {
@@ -15,48 +12,8 @@ namespace {
 using support::Picture;
 using support::Rows;
 using support::RowsOf;
+using support::WindowScreen;
 using Rects = std::vector<Rect>;
-
-class WindowScreen : public ::testing::Test {
-  protected:
-    // A window whose face has one colour.
-    Handle Window(Handle parent, const Rect& rect, Colour colour) {
-        const Handle window = windows_.CreateWindow(parent, rect, {});
-        Surface& face = faces_.emplace_back(Size{rect.Width(), rect.Height()});
-        face.FillRect(face.Bounds(), colour);
-        faceOf_[window] = &face;
-        windows_.SetFace(window, &face);
-        windows_.ShowWindow(window, SW_SHOW);
-        return window;
-    }
-    Handle Top(const Rect& rect = {0, 0, 8, 4}) {
-        top_ = Window(0, rect, 1);
-        return top_;
-    }
-    // Draws on a face and says where.
-    void Paint(Handle window, const Rect& rect, Colour colour) {
-        faceOf_[window]->FillRect(rect, colour);
-        windows_.InvalidateRect(window, rect);
-    }
-    // What is sent now. The copy on the screen is then as the whole picture would be.
-    Rects Sent() {
-        driver_.Sent();
-        windows_.UpdateScreen();
-        EXPECT_EQ(OnScreen(), RowsOf(windows_.Compose(top_)));
-        return driver_.Sent();
-    }
-    Rows OnScreen() { return RowsOf(driver_.screens[top_]); }
-    void Move(Handle window, const Rect& rect) {
-        windows_.SetWindowPos(window, 0, rect.left, rect.top, rect.Width(), rect.Height(),
-                              SWP_NOZORDER);
-    }
-
-    support::ScreenDriver driver_;
-    WindowSystem windows_{driver_};
-    std::list<Surface> faces_;
-    std::map<Handle, Surface*> faceOf_;
-    Handle top_ = 0;
-};
 
 TEST_F(WindowScreen, TheFirstShowingSendsTheWholePicture) {
     Top();
@@ -180,27 +137,6 @@ TEST_F(WindowScreen, AChangeFromBeforeAWindowBecameSmallerIsCut) {
     EXPECT_EQ(OnScreen(), (Rows{"311", "111"}));
 }
 
-TEST_F(WindowScreen, WhereAFaceDoesNotReachTheWindowIsBlack) {
-    Top();
-    Window(top_, {3, 0, 5, 1}, 2);
-    Sent();
-    *faceOf_[top_] = Picture({"33", "33"});
-    windows_.InvalidateRect(top_, {0, 0, 8, 4});
-    Sent();
-    EXPECT_EQ(OnScreen(), (Rows{"33.22...", "33......", "........", "........"}));
-    windows_.SetFace(top_, nullptr);
-    Sent();
-    EXPECT_EQ(OnScreen(), (Rows{"...22...", "........", "........", "........"}));
-}
-
-TEST_F(WindowScreen, ChildrenLieOverTheirParentInTheOrderInWhichTheyCame) {
-    Top();
-    Window(top_, {1, 0, 4, 2}, 2);
-    Window(top_, {3, 1, 6, 3}, 3);
-    Sent();
-    EXPECT_EQ(OnScreen(), (Rows{"12221111", "12233311", "11133311", "11111111"}));
-}
-
 TEST_F(WindowScreen, AWindowBroughtToTheFrontSendsWhereItWasCovered) {
     Top();
     const Handle a = Window(top_, {1, 0, 4, 2}, 2);
@@ -209,16 +145,6 @@ TEST_F(WindowScreen, AWindowBroughtToTheFrontSendsWhereItWasCovered) {
     windows_.BringToFront(a);
     EXPECT_EQ(Sent(), (Rects{{3, 1, 4, 2}}));
     EXPECT_EQ(OnScreen()[1], "12223311");
-}
-
-TEST_F(WindowScreen, ChildrenAreCutByTheirParents) {
-    Top();
-    const Handle a = Window(top_, {5, 2, 12, 9}, 2);
-    Window(a, {1, 1, 20, 20}, 3);
-    const Handle b = Window(top_, {-1, -1, 2, 1}, 4);
-    Window(b, {0, 0, 2, 2}, 5);
-    Sent();
-    EXPECT_EQ(OnScreen(), (Rows{"54111111", "11111111", "11111222", "11111233"}));
 }
 
 TEST_F(WindowScreen, AChangeOfAChildIsCutByItsParents) {
@@ -273,88 +199,6 @@ TEST_F(WindowScreen, AChildOfAHiddenParentSendsNothing) {
     windows_.ShowWindow(a, SW_SHOW);
     EXPECT_EQ(Sent(), (Rects{{1, 0, 4, 2}}));
     EXPECT_EQ(OnScreen()[1], "12421111");
-}
-
-TEST_F(WindowScreen, WithoutAFaceTheParentShinesThrough) {
-    Top();
-    const Handle a = windows_.CreateWindow(top_, {1, 0, 6, 3}, {});
-    windows_.ShowWindow(a, SW_SHOW);
-    Window(a, {1, 1, 2, 2}, 2);
-    Sent();
-    EXPECT_EQ(OnScreen(), (Rows{"11111111", "11211111", "11111111", "11111111"}));
-}
-
-TEST_F(WindowScreen, WhereAChildsFaceDoesNotReachItsParentShinesThrough) {
-    Top();
-    const Handle a = Window(top_, {1, 0, 6, 3}, 2);
-    faceOf_[a]->Resize({2, 1}, 0);
-    Sent();
-    EXPECT_EQ(OnScreen(), (Rows{"12211111", "11111111", "11111111", "11111111"}));
-    Paint(a, {0, 0, 5, 3}, 3);
-    EXPECT_EQ(Sent(), (Rects{{1, 0, 3, 1}}));
-}
-
-TEST_F(WindowScreen, OnlyThePointsOfAMaskAreShown) {
-    Top();
-    const Handle a = Window(top_, {1, 1, 4, 3}, 2);
-    Sent();
-    windows_.SetMask(a, std::make_shared<Mask>(Picture({"1.1", ".1."}), 0));
-    EXPECT_EQ(Sent(), (Rects{{1, 1, 4, 3}}));
-    EXPECT_EQ(OnScreen(), (Rows{"11111111", "12121111", "11211111", "11111111"}));
-    Paint(a, {0, 0, 2, 1}, 3);
-    EXPECT_EQ(Sent(), (Rects{{1, 1, 2, 2}}));  // its neighbour is not shown
-    Paint(top_, {0, 0, 8, 4}, 4);
-    Sent();
-    EXPECT_EQ(OnScreen()[1], "43424444");
-    windows_.SetMask(a, nullptr);
-    EXPECT_EQ(Sent(), (Rects{{1, 1, 4, 3}}));  // the box around the three points that were not
-}
-
-TEST_F(WindowScreen, AMaskSmallerThanItsWindowHidesTheRest) {
-    Top({0, 0, 4, 2});
-    windows_.SetMask(Window(top_, {0, 0, 3, 2}, 2), std::make_shared<Mask>(Picture({"11"}), 0));
-    Sent();
-    EXPECT_EQ(OnScreen(), (Rows{"2211", "1111"}));
-}
-
-TEST_F(WindowScreen, EachTopLevelWindowHasAPictureOfItsOwn) {
-    const Handle a = Top();
-    const Handle b = Window(0, {4, 2, 6, 4}, 2);
-    windows_.UpdateScreen();
-    EXPECT_EQ(RowsOf(driver_.screens[a])[2], "11111111");
-    EXPECT_EQ(RowsOf(driver_.screens[b]), (Rows{"22", "22"}));
-    windows_.DestroyWindow(b);
-}
-
-TEST_F(WindowScreen, TheWholeScreenHasTheVisibleWindowsInTheirOrder) {
-    const Handle a = Top({-1, 0, 3, 2});
-    const Handle b = Window(0, {2, 1, 6, 3}, 2);
-    const Handle c = Window(0, {0, 0, 9, 9}, 3);
-    windows_.ShowWindow(c, SW_HIDE);
-    const auto corner = [&] {
-        Rows rows = RowsOf(windows_.ComposeScreen());
-        EXPECT_EQ(rows.size(), 768U);
-        EXPECT_EQ(rows[0].size(), 1024U);
-        rows.resize(4);
-        for (std::string& row : rows) {
-            row.resize(7);
-        }
-        return rows;
-    };
-    EXPECT_EQ(corner(), (Rows{"111....", "112222.", "..2222.", "......."}));
-    windows_.BringToFront(a);
-    EXPECT_EQ(corner(), (Rows{"111....", "111222.", "..2222.", "......."}));
-    windows_.SetMinimised(b, true);
-    EXPECT_EQ(corner(), (Rows{"111....", "111....", ".......", "......."}));
-}
-
-TEST_F(WindowScreen, NoWindowHasNoPicture) {
-    EXPECT_TRUE(windows_.Compose(99).IsEmpty());
-    windows_.InvalidateRect(99, {0, 0, 5, 5});
-    windows_.SetFace(99, nullptr);
-    EXPECT_EQ(windows_.GetFace(99), nullptr);
-    windows_.UpdateScreen();
-    EXPECT_EQ(driver_.Sent(), Rects{});
 }
 
 // Whatever happens, what was sent adds up to the whole picture.

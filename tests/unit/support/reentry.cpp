@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "menus/commandmenu.h"
+#include "platform/menus/menu.h"
 #include "playback/mPlayback.h"
 
 namespace support {
