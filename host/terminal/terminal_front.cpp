@@ -2,16 +2,15 @@
 
 #include <unistd.h>
 
-#include <cctype>
 #include <string_view>
 #include <utility>
+
+#include "platform/base/keys.h"
+#include "platform/base/text.h"
 
 namespace veldrin {
 namespace {
 
-// Virtual-key codes; letters are their upper-case ASCII codes.
-constexpr platform::Long kKeyEnter = 13;
-constexpr platform::Long kKeyHome = 36;
 constexpr platform::Long kKeyNext = 'B';
 constexpr platform::Long kKeyPlay = 'X';
 
@@ -54,8 +53,8 @@ void TerminalFront::Begin(bool restored) {
             Press(kKeyNext);
         }
         if (!HasPlayed() && !triedFirstRow) {
-            Press(kKeyHome);
-            Press(kKeyEnter);
+            Press(platform::VK_HOME);
+            Press(platform::VK_RETURN);
         }
         if (!HasPlayed() && !triedFirstRow) {
             Press(kKeyNext);
@@ -104,10 +103,10 @@ void TerminalFront::Press(platform::Long code) {
 }
 
 void TerminalFront::KeyTyped(char key) {
-    const int upper = std::toupper(static_cast<unsigned char>(key));
+    const char upper = platform::UpperAscii(key);
     if (upper == 'Q') {
         s_->requestEnd();
-    } else if (std::string_view("ZXCVB").find(static_cast<char>(upper)) != std::string_view::npos) {
+    } else if (std::string_view("ZXCVB").find(upper) != std::string_view::npos) {
         driver_.PushKey(upper);
     }
 }

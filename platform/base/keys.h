@@ -1,5 +1,5 @@
-// Virtual-key codes, as the system's rules give them. Letters and digits are their capital ASCII
-// codes.
+// Virtual-key codes, as the system's rules give them, and the bits of modifiers and buttons.
+// Letters and digits are their capital ASCII codes.
 #pragma once
 
 #include "platform/base/types.h"
@@ -57,10 +57,15 @@ inline constexpr Long VK_OEM_6 = 221;    ///< ]
 inline constexpr Long VK_OEM_7 = 222;    ///< '
 inline constexpr Long VK_OEM_102 = 226;  ///< beside the left Shift, on keyboards that have it
 
-// Modifiers of a key message.
+// Modifiers of a key message and of every event.
 inline constexpr Long kShiftBit = 1;
 inline constexpr Long kCtrlBit = 2;
 inline constexpr Long kAltBit = 4;
+
+// Buttons of the pointer in the events of a driver and of a control; window messages have MK_...
+inline constexpr Long kLeftButton = 1;
+inline constexpr Long kRightButton = 2;
+inline constexpr Long kMiddleButton = 4;
 
 /// Whether the key with these modifiers is one to write with: a character without Ctrl and Alt,
 /// Backspace, Del, Home, End and the arrows with and without Shift and Ctrl, and Ctrl with A, C, V,

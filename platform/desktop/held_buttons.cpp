@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/base/keys.h"
 #include "platform/desktop/x_server.h"
 
 namespace platform::desktop {
@@ -14,7 +15,7 @@ constexpr Millis kPause = 50;  // between two questions
 }  // namespace
 
 void ReleaseAllBut(Shared& shared, Long held, Point ptScreen, Long shift) {
-    for (const Long button : {1, 2, 4}) {
+    for (const Long button : {kLeftButton, kRightButton, kMiddleButton}) {
         if ((shared.pointer.held & ~held & button) != 0) {
             shared.pointer.held &= ~button;
             shared.events.Push(ButtonChanged{ptScreen, button, false, shift});

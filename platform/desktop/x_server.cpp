@@ -8,6 +8,8 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/base/keys.h"
+
 namespace platform::desktop {
 
 namespace {
@@ -46,10 +48,12 @@ std::optional<ServerPointer> AskForPointer() {
         return std::nullopt;
     }
     const auto bit = [&](int mask, Long ours) { return (answer->mask & mask) != 0 ? ours : 0; };
-    return ServerPointer{
-        {answer->root_x, answer->root_y},
-        bit(XCB_BUTTON_MASK_1, 1) | bit(XCB_BUTTON_MASK_3, 2) | bit(XCB_BUTTON_MASK_2, 4),
-        bit(XCB_MOD_MASK_SHIFT, 1) | bit(XCB_MOD_MASK_CONTROL, 2) | bit(XCB_MOD_MASK_1, 4)};
+    return ServerPointer{{answer->root_x, answer->root_y},
+                         bit(XCB_BUTTON_MASK_1, kLeftButton) |
+                             bit(XCB_BUTTON_MASK_3, kRightButton) |
+                             bit(XCB_BUTTON_MASK_2, kMiddleButton),
+                         bit(XCB_MOD_MASK_SHIFT, kShiftBit) | bit(XCB_MOD_MASK_CONTROL, kCtrlBit) |
+                             bit(XCB_MOD_MASK_1, kAltBit)};
 }
 
 bool IsSaidToBeMinimised(const QWindow& window) {
