@@ -150,7 +150,7 @@ std::unique_ptr<Front> MakeFront(const Options& options, Console& console) {
     if (options.noWindow) {
         return std::make_unique<TerminalFront>(console);
     }
-    return std::make_unique<WindowFront>(options.scale);
+    return std::make_unique<WindowFront>(console, options.scale);
 }
 
 int Play(const Options& options, const std::string& directory, Console& console) {

@@ -31,7 +31,7 @@ std::string NameOf(const std::string& path) {
 }  // namespace
 
 TerminalFront::TerminalFront(Console& console)
-    : console_(console),
+    : Front(console),
       driver_(platform::HeadlessDriver::Clock::kReal),
       keyboard_(STDIN_FILENO, driver_, [this](char key) { KeyTyped(key); }) {}
 
@@ -80,7 +80,8 @@ void TerminalFront::ItemOpened(const std::string& path) {
     console_.Line(line);
 }
 
-void TerminalFront::ItemFailed() {
+void TerminalFront::ItemFailed(const std::string& path) {
+    Front::ItemFailed(path);
     ++failed_;
 }
 
