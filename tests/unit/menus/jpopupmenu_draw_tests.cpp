@@ -1,5 +1,4 @@
-// The sizes and pictures of rows. The virtual screen's letters are 6 x 13
-// pixels: a block of 4 x 7, from the second column and the fourth row on.
+// The sizes and pictures of rows.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -9,56 +8,13 @@
 #include "menus/jpopupmenu.h"
 #include "platform/base/keys.h"
 #include "platform/headless/headless_driver.h"
+#include "tests/unit/support/menu_rows.h"
 
 namespace sarnel {
 namespace {
 
 using namespace platform;
 using Longs = std::vector<Long>;
-
-// A menu over a window that passes the two messages on. Without a skin the colours are the
-// defaults, and a row is 18 high: 13 is below 15.
-class MenuRows : public ::testing::Test {
-  protected:
-    MenuRows() {
-        windows_.ShowWindow(owner_, SW_SHOW);
-        menu_.hWndOwner(owner_);
-    }
-    Long Add(std::u16string_view caption, Long parent = 0, bool enabled = true) {
-        return menu_.AddItem(caption, parent, u"", false, enabled);
-    }
-    /// Shows the whole menu at 100,100 and looks at it after some keys, 10 ms apart.
-    Surface Shown(const std::vector<KeyChanged>& keys = {}, Point pointer = {0, 0}) {
-        Surface content;
-        Millis when = 0;
-        windows_.Schedule(when, [=, this] { windows_.Deliver(PointerMoved{pointer, 0}); });
-        for (const KeyChanged& key : keys) {
-            windows_.Schedule(when += 10, [=, this] { windows_.Deliver(key); });
-        }
-        windows_.Schedule(when + 5, [&] { content = windows_.ComposeScreen(); });
-        menu_.ShowPopup(100, 100, 0, 0, 2, true);
-        // Without the frame of 1 pixel.
-        Surface rows({400, 400});
-        rows.BitBlt(rows.Bounds(), content, {101, 101});
-        return rows;
-    }
-    using Keys = std::vector<KeyChanged>;
-
-    HeadlessDriver driver_{HeadlessDriver::Clock::kVirtual};
-    WindowSystem windows_{driver_};
-    std::shared_ptr<mJPopupMenu> shared_ = std::make_shared<mJPopupMenu>(windows_);
-    JPopupMenu menu_{shared_};
-    Handle owner_ = windows_.CreateWindow(0, {0, 0, 10, 10}, [this](const Message& message) {
-        if (message.id == WM_MEASUREITEM) {
-            return menu_.WM_MEASUREITEM_Msg(message.lParam) ? 1 : 0;
-        }
-        if (message.id == WM_DRAWITEM) {
-            return menu_.WM_DRAWITEM_Msg(message.lParam) ? 1 : 0;
-        }
-        return 0;
-    });
-    const MenuColours colours_;
-};
 
 TEST_F(MenuRows, BeforeTheyAreMeasuredHaveTheHeightsOfAddItem) {
     EXPECT_EQ(menu_.MenuItemHeight(Add(u"-")), 18 / 6);
@@ -352,51 +308,6 @@ TEST(MenuRowHeight, IsTheLinesAnd4From15On) {
         menu.hWndOwner(windows.CreateWindow(0, {0, 0, 10, 10}, {}));
         EXPECT_EQ(menu.MenuItemHeight(menu.AddItem(u"a", 0, u"", false, true)), row) << line;
     }
-}
-
-TEST_F(MenuRows, ShowPopupTellsItsOwnerAndRaisesClickInBetween) {
-    const Long parent = Add(u"Parent");
-    const Long child = Add(u"Child", parent);
-    std::vector<std::string> order;
-    windows_.SetWindowProc(owner_, [&](const Message& message) {
-        order.push_back(std::to_string(message.id));
-        return 0;
-    });
-    menu_.onClick = [&](Long& item) { order.push_back("click " + std::to_string(item)); };
-    windows_.PopupMenus().ObserveOpening([&](Handle menu) {
-        order.push_back(menu == menu_.Submenu(parent) ? "submenu" : "root");
-        windows_.PopupMenus().EndMenu(menu_.MenuId(child));
-    });
-    EXPECT_EQ(menu_.ShowPopup(1, 1, child, 4, 2, true), child);
-    // 44 asks for the size, 43 for the picture of its one row.
-    EXPECT_EQ(order, (std::vector<std::string>{"529", "44", "43", "submenu", "click 2", "530"}));
-    windows_.PopupMenus().ObserveOpening({});
-    order.clear();
-    EXPECT_EQ(menu_.ShowPopup(1, 1, 0, 4, 2, true), 0);
-    EXPECT_EQ(order, (std::vector<std::string>{"529", "44", "43", "530"}));
-    order.clear();
-    EXPECT_EQ(menu_.ShowPopup(1, 1, 3, 4, 2, true), 0);  // no such item
-    menu_.Clear();
-    EXPECT_EQ(menu_.ShowPopup(1, 1, 0, 4, 2, true), 0);
-    EXPECT_EQ(order, std::vector<std::string>());
-}
-
-TEST_F(MenuRows, MinusOneIsThePointersPlace) {
-    Add(u"Item");  // 42 + 2 wide, 18 + 2 high
-    driver_.MovePointer({300, 200});
-    Surface screen;
-    windows_.PopupMenus().ObserveOpening([&](Handle) {
-        screen = windows_.ComposeScreen();
-        windows_.PopupMenus().EndMenu(0);
-    });
-    menu_.ShowPopup(-1, -1, 0, 36, 2, true);  // centred on x, ending at y
-    EXPECT_EQ(screen.GetPixel({277, 190}), 0);
-    EXPECT_EQ(screen.GetPixel({278, 180}), colours_.headGrad2);
-    EXPECT_EQ(screen.GetPixel({321, 199}), colours_.headGrad2);
-    EXPECT_EQ(screen.GetPixel({322, 199}), 0);
-    menu_.ShowPopup(-1, 50, 0, 8, 2, true);
-    EXPECT_EQ(screen.GetPixel({299, 69}), colours_.headGrad2);
-    EXPECT_EQ(screen.GetPixel({300, 69}), 0);
 }
 
 }  // namespace
