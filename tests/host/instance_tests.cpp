@@ -1,4 +1,4 @@
-// The lock, the socket and the server, with real sockets in a folder of the test's own.
+// How starts find one another: the lock and the socket, both real, in a folder of the test's own.
 #include "host/instance/instance.h"
 
 #include <gtest/gtest.h>

@@ -34,7 +34,7 @@ Rect PlaceOf(const Widget& widget) {
             widget.Top() + widget.Height()};
 }
 
-/// From left, top, width and height.
+/// A rectangle from left, top, width and height.
 Rect At(Long left, Long top, Long width, Long height) {
     return {left, top, left + width, top + height};
 }
