@@ -26,7 +26,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
           [this](const std::string& notice) { console_.Complain(Printable(notice)); },
           std::move(beginning.typesFile)),
       windows_(front.GetDriver()),
-      host_(engine_, tags_, *this),
+      host_(engine_, tags_, front, *this),
       component_(windows_, {beginning.directory, UserGuide()}),
       lines_(std::move(beginning.lines)),
       restored_(beginning.restored) {
@@ -115,14 +115,6 @@ void Application::SignalArrived(int number) {
             RequestEnd();
             break;
     }
-}
-
-// Once a run: a list that is repeated comes to the same file again and again.
-void Application::ItemFailed(const std::string& path) {
-    if (complained_.insert(path).second) {
-        console_.Complain("cannot play '" + Printable(path) + "'");
-    }
-    front_.ItemFailed();
 }
 
 // An open menu and a button held on a list would keep the main loop waiting; both let messages

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -32,9 +31,9 @@ struct Beginning {
     MeetingPlace place;                ///< of the lock
 };
 
-class Application : private HostListener {
+class Application : private RunListener {
   public:
-    /// What is referred to must outlive it.
+    /// The three that are referred to must outlive it.
     Application(Beginning beginning, Signals& signals, Front& front, Console& console);
 
     ~Application() override;
@@ -46,9 +45,6 @@ class Application : private HostListener {
     int Run();
 
   private:
-    void ItemOpened(const std::string& path) override { front_.ItemOpened(path); }
-    void ItemFailed(const std::string& path) override;
-    void Stopped(bool ended) override { front_.Stopped(ended); }
     void ExitRequested() override { RequestEnd(); }
     void Closed() override { closed_ = true; }
 
@@ -61,7 +57,7 @@ class Application : private HostListener {
     void EndNow();
     void End();
 
-    // What others wait for comes first, so that it goes last.
+    // The connections of those who wait for the end come first, so that they close last.
     std::vector<Descriptor> waitingForEnd_;
     std::optional<InstanceLock> lock_;
     MeetingPlace place_;
@@ -77,7 +73,6 @@ class Application : private HostListener {
     std::vector<std::string> lines_;
     bool restored_;
     platform::Handle window_ = 0;
-    std::set<std::string> complained_;  ///< files that were said to be unplayable
     bool endRequested_ = false;
     bool closed_ = false;
     bool ended_ = false;

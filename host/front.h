@@ -1,45 +1,49 @@
 // How the program meets its user: in a window or in the terminal. A front brings the driver that
-// goes with it, hears what the host hears, and has its say when the run begins and ends.
+// goes with it, hears from the host what becomes of the items, and has its say when the run begins
+// and ends.
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 
 #include "host/engine/engine.h"
 #include "host/engine/tags.h"
+#include "host/terminal/console.h"
+#include "host/veldrin_host.h"
 #include "platform/driver.h"
 #include "platform/windows/window_system.h"
 
 namespace veldrin {
 
-class Front {
+class Front : public ItemListener {
   public:
-    /// What it works with once the rest of the program stands; outlives its use.
+    /// What a front works with once the rest of the program stands. All of it outlives that use.
     struct Surroundings {
         platform::WindowSystem& windows;
         Engine& engine;
         TagReader& tags;
         /// Asks for the orderly end of the program, once the main loop has control.
         std::function<void()> requestEnd;
-        /// The same at once where that can be: what asks may not leave time for more.
+        /// Ends it at once where that can be: whoever asks may not leave time for more.
         std::function<void()> endNow;
     };
 
-    virtual ~Front() = default;
+    /// The console must outlive it.
+    explicit Front(Console& console) : console_(console) {}
 
     virtual platform::Driver& GetDriver() = 0;
 
-    /// Before the component begins.
+    /// Called before the component begins.
     virtual void Enter(const Surroundings& surroundings) = 0;
     /// The component has handled the command line; `restored` if the list came back from the last
     /// run.
-    virtual void Begin(bool restored) = 0;
+    virtual void Begin(bool /*restored*/) {}
 
-    // From the host.
-    virtual void ItemOpened(const std::string& /*path*/) {}
-    /// The user has been told.
-    virtual void ItemFailed() {}
-    virtual void Stopped(bool /*ended*/) {}
+    void ItemOpened(const std::string& /*path*/) override {}
+    /// Tells the user, once a run for each file.
+    void ItemFailed(const std::string& path) override;
+    void Stopped(bool /*ended*/) override {}
 
     /// The program is about to be stopped, and the terminal goes back to the shell.
     virtual void Suspending() {}
@@ -48,6 +52,12 @@ class Front {
 
     /// The exit status of a run that ended in order.
     virtual int Status() const = 0;
+
+  protected:
+    Console& console_;
+
+  private:
+    std::set<std::string> complained_;  ///< files that were said to be unplayable
 };
 
 }  // namespace veldrin

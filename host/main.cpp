@@ -35,12 +35,7 @@ constexpr int kMisuse = 2;
 /// disk takes a while.
 constexpr milliseconds kEndTime(30000);
 
-bool IsFolder(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-/// As seen from where the user stands.
+/// The absolute path of what the user names from where he stands.
 std::string Here(const std::string& path) {
     return AbsolutePath(path, CurrentFolder().value_or("/"));
 }
@@ -150,7 +145,7 @@ std::unique_ptr<Front> MakeFront(const Options& options, Console& console) {
     if (options.noWindow) {
         return std::make_unique<TerminalFront>(console);
     }
-    return std::make_unique<WindowFront>(options.scale);
+    return std::make_unique<WindowFront>(console, options.scale);
 }
 
 int Play(const Options& options, const std::string& directory, Console& console) {

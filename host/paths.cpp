@@ -132,14 +132,18 @@ std::optional<std::string> CacheFolder() {
     return OwnFolder("XDG_CACHE_HOME", ".cache");
 }
 
+bool IsFolder(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 bool MakeFolder(const std::string& path) {
     for (std::size_t end = 1; end != std::string::npos;) {
         end = path.find('/', end + 1);
         // Whether each exists, and whether it was made just now by somebody else, does not matter.
         mkdir(path.substr(0, end).c_str(), 0700);
     }
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    return IsFolder(path);
 }
 
 std::optional<std::string> RuntimeFolder(const std::string& tmp) {

@@ -31,6 +31,9 @@ std::optional<std::string> DefaultDirectory();
 /// has no home.
 std::optional<std::string> CacheFolder();
 
+/// Whether it leads to a folder.
+bool IsFolder(const std::string& path);
+
 /// Makes the folder, and those above it that are missing, for the owner only. False if there is no
 /// such folder afterwards.
 [[nodiscard]] bool MakeFolder(const std::string& path);

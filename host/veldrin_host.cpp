@@ -28,8 +28,8 @@ class VeldrinHost::Cell : public sarnel::HostCell {
     std::u16string name_;
 };
 
-VeldrinHost::VeldrinHost(Engine& engine, TagReader& tags, HostListener& listener)
-    : engine_(engine), tags_(tags), listener_(listener) {}
+VeldrinHost::VeldrinHost(Engine& engine, TagReader& tags, ItemListener& items, RunListener& run)
+    : engine_(engine), tags_(tags), items_(items), run_(run) {}
 
 VeldrinHost::~VeldrinHost() = default;
 
@@ -39,10 +39,10 @@ ImpulseValue VeldrinHost::ProcessImpulse(sarnel::Ambrisor& /*sender*/, ImpulseVa
     const Long number = uMsg.AsLong().value_or(0);
     switch (number) {
         case sarnel::ImpulseClosed:
-            listener_.Closed();
+            run_.Closed();
             return Long{1};
         case sarnel::ImpulseRequestExit:
-            listener_.ExitRequested();
+            run_.ExitRequested();
             return Long{1};
         case sarnel::ImpulseOpen:
             Open(lParam1, lParam2);
@@ -86,9 +86,9 @@ void VeldrinHost::Open(ImpulseValue& lParam1, ImpulseValue& lParam2) {
     lParam2.Assign(opened);
     if (opened) {
         opened_ = true;
-        listener_.ItemOpened(path);
+        items_.ItemOpened(path);
     } else {
-        listener_.ItemFailed(path);
+        items_.ItemFailed(path);
     }
 }
 
@@ -96,7 +96,7 @@ void VeldrinHost::Stop() {
     const bool ended = opened_ && !engine_.IsPlaying();
     opened_ = false;
     engine_.Stop();
-    listener_.Stopped(ended);
+    items_.Stopped(ended);
 }
 
 bool VeldrinHost::AnswerQuestion(Long number, const ImpulseValue& wParam, ImpulseValue& lParam1) {

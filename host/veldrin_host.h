@@ -1,5 +1,5 @@
-// The host object of the component: answers its impulses with the engine and the tag reader. What
-// the program beyond wants to know, it hears as a HostListener.
+// The host object of the component: answers its impulses with the engine and the tag reader. Two
+// others hear of some of them: who shows the user what plays, and who runs the program.
 #pragma once
 
 #include <memory>
@@ -12,15 +12,24 @@
 
 namespace veldrin {
 
-/// Called from within impulses: take note, and act once the component has returned.
-class HostListener {
-  public:
-    virtual ~HostListener() = default;
+// Both are called from within impulses: take note, and act once the component has returned.
 
-    virtual void ItemOpened(const std::string& /*path*/) {}
-    virtual void ItemFailed(const std::string& /*path*/) {}
+/// Hears what becomes of the items.
+class ItemListener {
+  public:
+    virtual ~ItemListener() = default;
+
+    virtual void ItemOpened(const std::string& path) = 0;
+    virtual void ItemFailed(const std::string& path) = 0;
     /// The component stopped the sound; `ended` if the stream had come to its end by itself.
-    virtual void Stopped(bool /*ended*/) {}
+    virtual void Stopped(bool ended) = 0;
+};
+
+/// Hears what concerns the run of the program.
+class RunListener {
+  public:
+    virtual ~RunListener() = default;
+
     /// The user wishes to end the program.
     virtual void ExitRequested() = 0;
     /// The component's windows are gone.
@@ -30,7 +39,7 @@ class HostListener {
 class VeldrinHost : public sarnel::HostObject {
   public:
     /// All must outlive the host.
-    VeldrinHost(Engine& engine, TagReader& tags, HostListener& listener);
+    VeldrinHost(Engine& engine, TagReader& tags, ItemListener& items, RunListener& run);
     ~VeldrinHost() override;
 
     sarnel::ImpulseValue ProcessImpulse(sarnel::Ambrisor& sender, sarnel::ImpulseValue& uMsg,
@@ -52,7 +61,8 @@ class VeldrinHost : public sarnel::HostObject {
 
     Engine& engine_;
     TagReader& tags_;
-    HostListener& listener_;
+    ItemListener& items_;
+    RunListener& run_;
     bool opened_ = false;  ///< something was opened and not stopped since
     std::vector<std::unique_ptr<Cell>> cells_;
 };

@@ -12,11 +12,13 @@ namespace veldrin {
 class WindowFront : public Front {
   public:
     /// Only where DesktopDriver::WhyNoDisplay finds nothing. Starts threads of the toolkit's own.
-    explicit WindowFront(std::optional<double> scale) : driver_("veldrin", scale) {}
+    WindowFront(Console& console, std::optional<double> scale)
+        : Front(console), driver_("veldrin", scale) {}
 
     platform::Driver& GetDriver() override { return driver_; }
-    void Enter(const Surroundings& surroundings) override;
-    void Begin(bool restored) override;
+    void Enter(const Surroundings& surroundings) override {
+        driver_.WatchSessionEnd(surroundings.endNow);
+    }
     int Status() const override { return 0; }
 
   private:

@@ -20,10 +20,7 @@ std::u16string MnemonicOf(std::u16string_view caption) {
     if (at == std::u16string_view::npos || at + 1 >= caption.size()) {
         return {};
     }
-    const char16_t unit = caption[at + 1];
-    constexpr char16_t kApart = 32;
-    const bool isSmall = unit >= u'a' && unit <= u'z';
-    return {isSmall ? static_cast<char16_t>(unit - kApart) : unit};
+    return {UpperAscii(caption[at + 1])};
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ import sys
 UNITS = 0x10000
 PAGE = 32  # units; the size at which both tables together are smallest
 UPPER_CASE = 12  # field of UnicodeData.txt
-TARGET = pathlib.Path(__file__).resolve().parent.parent / "platform" / "letter_case.h"
+TARGET = pathlib.Path(__file__).resolve().parent.parent / "platform" / "base" / "letter_case.h"
 
 TEXT = """\
 // Written by tools/letter_case.py from the data of Unicode {version}. Not to be edited.

@@ -18,8 +18,7 @@ Long Middle(Long lo, Long hi) {
 // Letters are the same if their capitals are. In the order, which matters to a list that sorts,
 // those of ASCII stand as small ones: behind "_".
 char16_t Folded(char16_t unit) {
-    const char16_t upper = platform::UpperUnit(unit);
-    return upper >= u'A' && upper <= u'Z' ? static_cast<char16_t>(upper + 32) : upper;
+    return platform::LowerAscii(platform::UpperUnit(unit));
 }
 
 std::u16string Folded(std::u16string_view text) {

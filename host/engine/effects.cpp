@@ -13,7 +13,7 @@ constexpr const char* kStretchElement = "pitch";
 
 // Seconds of sound that go through the chain at once. Decoders give a quarter of it, and each trip
 // through a dozen elements that the processor has forgotten in between costs more than the sound.
-// Longer, and a moved slider would be heard late.
+// With more, a moved slider would be heard late.
 constexpr const char* kGathered = "1/10";
 
 // The delay buffer is laid out once, from the longest delay; later changes of the delay are cut to

@@ -6,17 +6,9 @@
 #include <utility>
 
 #include "host/engine/player.h"
+#include "host/engine/time_text.h"
 
 namespace veldrin {
-
-namespace {
-
-std::string MinutesAndSeconds(int total) {
-    const int rest = total % 60;
-    return std::to_string(total / 60) + (rest < 10 ? ":0" : ":") + std::to_string(rest);
-}
-
-}  // namespace
 
 Engine::Engine(const Output& output, Notice notice, std::string typesFile)
     : player_(std::make_unique<Player>(output, std::move(notice), std::move(typesFile))) {}

@@ -1,6 +1,6 @@
 // Engine plays one file at a time: it opens, pauses, seeks, sets the volume and the seven effects,
 // and tells where it stands. It knows nothing of lists or windows. Below it lies GStreamer, which
-// no other file needs to see.
+// nobody above needs to see.
 //
 // All members are called from one thread. Nothing has to be run in between: no main loop, no call
 // back. What happens on the streaming threads (the end of the stream, a device that goes away) is

@@ -12,6 +12,7 @@
 
 #include "host/engine/adts.h"
 #include "host/engine/tag_stream.h"
+#include "host/engine/time_text.h"
 
 namespace veldrin {
 
@@ -52,7 +53,7 @@ template <typename Read>
 void Guarded(Read read) {
     try {
         read();
-    } catch (const std::exception&) {
+    } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): nothing is found
     }
 }
 
@@ -77,12 +78,6 @@ SoundFacts FactsOf(const TagLib::FileRef& file) {
     return {std::chrono::milliseconds(std::max(0, sound->lengthInMilliseconds())),
             std::max(0, sound->bitrate()), std::max(0, sound->sampleRate()),
             std::max(0, sound->channels())};
-}
-
-std::string MinutesAndSeconds(std::chrono::milliseconds length) {
-    const auto total = (length.count() + 500) / 1000;
-    const auto rest = total % 60;
-    return std::to_string(total / 60) + (rest < 10 ? ":0" : ":") + std::to_string(rest);
 }
 
 std::string SizeText(std::int64_t bytes) {
@@ -129,7 +124,7 @@ void AddTags(InfoText& info, const TagLib::Tag& tag) {
 
 void AddFacts(InfoText& info, const SoundFacts& facts) {
     if (facts.length.count() > 0) {
-        info.Add("Length", MinutesAndSeconds(facts.length));
+        info.Add("Length", MinutesAndSeconds((facts.length.count() + 500) / 1000));
     }
     info.AddNumber("Bit rate", static_cast<unsigned>(facts.bitRate), " kb/s");
     info.AddNumber("Sample rate", static_cast<unsigned>(facts.sampleRate), " Hz");

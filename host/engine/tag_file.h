@@ -1,6 +1,6 @@
 // Reading the tags of one music file: the title to show, everything that is known, or the facts
-// about the sound. Here lies TagLib, which no other file needs to see. All of it may be called from
-// several threads at once.
+// about the sound. Below it lies TagLib, which nobody above needs to see. All of it may be called
+// from several threads at once.
 //
 // The file is read through a small window and up to a bounded number of bytes: a gigabyte of
 // rubbish with a musical name costs a moment and not a minute.

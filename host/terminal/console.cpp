@@ -13,20 +13,13 @@ namespace {
 /// Back to the left edge, and erase to the end of the line.
 constexpr std::string_view kEraseLine = "\r\x1b[K";
 
-bool IsHighSurrogate(char16_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-bool IsLowSurrogate(char16_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
-}
-
 bool SteersTerminal(char16_t unit) {
     return unit < 0x20 || (unit >= 0x7F && unit < 0xA0) || unit == 0x061C ||
            (unit >= 0x200E && unit <= 0x200F) || (unit >= 0x2028 && unit <= 0x202E) ||
            (unit >= 0x2066 && unit <= 0x2069) || unit == 0xFEFF;
 }
 
-/// As much as goes out; a terminal that has gone away is no error.
+/// Writes as much as goes out; a terminal that has gone away is no error.
 void Write(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = write(descriptor, bytes.data(), bytes.size());
@@ -49,9 +42,9 @@ std::size_t Columns(int terminal) {
 std::string Printable(std::string_view bytes) {
     std::u16string text = platform::Widen(bytes);
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (IsHighSurrogate(text[i]) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
+        if (platform::InsidePair(text, i + 1)) {
             ++i;
-        } else if (IsHighSurrogate(text[i]) || IsLowSurrogate(text[i])) {
+        } else if (platform::IsSurrogate(text[i])) {
             text[i] = 0xFFFD;
         } else if (SteersTerminal(text[i])) {
             text[i] = ' ';

@@ -13,7 +13,7 @@ std::string Printable(std::string_view bytes);
 
 class Console {
   public:
-    /// Not owned; in the program 1 and 2.
+    /// The two descriptors are not owned; in the program they are 1 and 2.
     Console(int output, int errors);
 
     /// A line on standard output.

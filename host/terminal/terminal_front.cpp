@@ -2,16 +2,15 @@
 
 #include <unistd.h>
 
-#include <cctype>
 #include <string_view>
 #include <utility>
+
+#include "platform/base/keys.h"
+#include "platform/base/text.h"
 
 namespace veldrin {
 namespace {
 
-// Virtual-key codes; letters are their upper-case ASCII codes.
-constexpr platform::Long kKeyEnter = 13;
-constexpr platform::Long kKeyHome = 36;
 constexpr platform::Long kKeyNext = 'B';
 constexpr platform::Long kKeyPlay = 'X';
 
@@ -32,7 +31,7 @@ std::string NameOf(const std::string& path) {
 }  // namespace
 
 TerminalFront::TerminalFront(Console& console)
-    : console_(console),
+    : Front(console),
       driver_(platform::HeadlessDriver::Clock::kReal),
       keyboard_(STDIN_FILENO, driver_, [this](char key) { KeyTyped(key); }) {}
 
@@ -54,8 +53,8 @@ void TerminalFront::Begin(bool restored) {
             Press(kKeyNext);
         }
         if (!HasPlayed() && !triedFirstRow) {
-            Press(kKeyHome);
-            Press(kKeyEnter);
+            Press(platform::VK_HOME);
+            Press(platform::VK_RETURN);
         }
         if (!HasPlayed() && !triedFirstRow) {
             Press(kKeyNext);
@@ -81,7 +80,8 @@ void TerminalFront::ItemOpened(const std::string& path) {
     console_.Line(line);
 }
 
-void TerminalFront::ItemFailed() {
+void TerminalFront::ItemFailed(const std::string& path) {
+    Front::ItemFailed(path);
     ++failed_;
 }
 
@@ -104,10 +104,10 @@ void TerminalFront::Press(platform::Long code) {
 }
 
 void TerminalFront::KeyTyped(char key) {
-    const int upper = std::toupper(static_cast<unsigned char>(key));
+    const char upper = platform::UpperAscii(key);
     if (upper == 'Q') {
         s_->requestEnd();
-    } else if (std::string_view("ZXCVB").find(static_cast<char>(upper)) != std::string_view::npos) {
+    } else if (std::string_view("ZXCVB").find(upper) != std::string_view::npos) {
         driver_.PushKey(upper);
     }
 }

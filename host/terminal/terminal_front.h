@@ -25,7 +25,7 @@ class TerminalFront : public Front {
     /// nothing in it can be played.
     void Begin(bool restored) override;
     void ItemOpened(const std::string& path) override;
-    void ItemFailed() override;
+    void ItemFailed(const std::string& path) override;
     void Stopped(bool ended) override;
     void Suspending() override;
     void Continued() override { keyboard_.Resume(); }
@@ -40,7 +40,6 @@ class TerminalFront : public Front {
     void FollowEnd();
     void ShowProgress();
 
-    Console& console_;
     platform::HeadlessDriver driver_;
     Keyboard keyboard_;
     std::optional<Surroundings> s_;  ///< set by Enter

@@ -77,7 +77,6 @@ inline constexpr Long SC_CLOSE = 61536;
 inline constexpr Long SC_RESTORE = 61728;
 
 inline constexpr Long SPI_SETWORKAREA = 47;
-inline constexpr Long SPI_GETWORKAREA = 48;
 
 // ShowWindow.
 inline constexpr Long SW_HIDE = 0;
@@ -93,7 +92,6 @@ inline constexpr Handle HWND_NOTOPMOST = -2;
 inline constexpr Long SWP_NOSIZE = 1;
 inline constexpr Long SWP_NOMOVE = 2;
 inline constexpr Long SWP_NOZORDER = 4;
-inline constexpr Long SWP_NOREDRAW = 8;
 inline constexpr Long SWP_NOACTIVATE = 16;
 
 // SetWindowLong and GetWindowLong.

@@ -120,8 +120,7 @@ std::string Narrow(std::u16string_view text) {
     bytes.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         const std::uint32_t unit = text[i];
-        const bool isHigh = unit >= 0xD800 && unit <= 0xDBFF;
-        if (isHigh && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00) {
+        if (InsidePair(text, i + 1)) {
             const std::uint32_t low = text[++i];
             AppendUtf8(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00), bytes);
         } else if (unit >= kEscape + 0x80u && unit <= kEscape + 0xFFu) {

@@ -25,24 +25,36 @@ inline bool IsHighSurrogate(char16_t unit) {
 inline bool IsLowSurrogate(char16_t unit) {
     return (unit & 0xFC00) == 0xDC00;
 }
+/// Either; one that stands alone is a byte that is no UTF-8.
+inline bool IsSurrogate(char16_t unit) {
+    return (unit & 0xF800) == 0xD800;
+}
 /// Whether the place in front of unit `index` lies between the two halves of one character.
 inline bool InsidePair(std::u16string_view text, std::size_t index) {
     return index > 0 && index < text.size() && IsHighSurrogate(text[index - 1]) &&
            IsLowSurrogate(text[index]);
 }
 
-// Case is ignored in one way everywhere: both sides as capitals, unit by unit. It is Unicode's
-// simple upper-case mapping below U+10000, so a letter is never two (\u00DF stays), and letters
-// that share a capital are one: \u03C2 and \u03C3, \u0131 and i.
+// Of ASCII alone, for bytes and for units; everything else is answered as it is.
+
+template <class Unit>
+constexpr Unit LowerAscii(Unit unit) {
+    return unit >= 'A' && unit <= 'Z' ? static_cast<Unit>(unit + 32) : unit;
+}
+template <class Unit>
+constexpr Unit UpperAscii(Unit unit) {
+    return unit >= 'a' && unit <= 'z' ? static_cast<Unit>(unit - 32) : unit;
+}
+
+// Text is compared in one way where case is ignored: both sides as capitals, unit by unit. It is
+// Unicode's simple upper-case mapping below U+10000, so a letter is never two (\u00DF stays), and
+// letters that share a capital are one: \u03C2 and \u03C3, \u0131 and i.
 
 /// The capital of a unit that is no ASCII; the unit itself if it has none.
 char16_t UpperBeyondAscii(char16_t unit);
 /// The capital of any unit.
 inline char16_t UpperUnit(char16_t unit) {
-    if (unit < 0x80) {
-        return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
-    }
-    return UpperBeyondAscii(unit);
+    return unit < 0x80 ? UpperAscii(unit) : UpperBeyondAscii(unit);
 }
 std::u16string Upper(std::u16string_view text);
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);

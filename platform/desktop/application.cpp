@@ -27,7 +27,7 @@ bool HasSessionBus() {
            (!folder.isEmpty() && access((folder + "/bus").constData(), F_OK) == 0);
 }
 
-// Before the application object, which reads it.
+// Has to run before the application object is made, which reads the environment.
 void PrepareEnvironment() {
     // The plainest of the toolkit's event loops: it wakes for half the price.
     SetUnlessSet("QT_NO_GLIB", "1");
@@ -38,7 +38,7 @@ void PrepareEnvironment() {
     // With shared memory each change would wait for the window server to have read the last one. A
     // change is usually small, and cheaper to send.
     SetUnlessSet("QT_XCB_NO_MITSHM", "1");
-    // Its remarks on the surroundings are of no use to whoever listens to music.
+    // The toolkit's remarks on the surroundings are of no use to whoever listens to music.
     SetUnlessSet("QT_LOGGING_RULES", "default.warning=false");
     if (!HasSessionBus()) {
         qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");

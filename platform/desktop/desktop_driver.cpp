@@ -42,7 +42,8 @@ struct DesktopDriver::Parts {
                                                                       : found->second.get();
     }
 
-    // Those that the screens no longer show as they did. Whoever hung over an edge before, may.
+    // Brings windows back that the screens no longer show as they did. Hanging over an edge that
+    // was there before is allowed.
     void ScreenLost(const QRegion& lost) {
         for (const auto& window : windows) {
             if (window.second->isVisible() && lost.intersects(window.second->Place())) {
@@ -51,7 +52,7 @@ struct DesktopDriver::Parts {
         }
     }
 
-    // After a drag: between screens of different sizes there are places that none shows.
+    // The same after a drag: screens of different sizes leave places between them that none shows.
     void BringBack() {
         for (const auto& window : windows) {
             if (window.second->isVisible()) {
@@ -84,10 +85,6 @@ void DesktopDriver::WatchSessionEnd(std::function<void()> onEnd) {
     parts_->application.WatchSessionEnd(std::move(onEnd));
 }
 
-bool DesktopDriver::HasShownPicture() const {
-    return parts_->shared.shownPicture;
-}
-
 Millis DesktopDriver::Now() const {
     const auto passed = std::chrono::steady_clock::now() - parts_->start;
     return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();
@@ -113,7 +110,7 @@ void DesktopDriver::WaitUntil(std::optional<Millis> deadline) {
     }
 }
 
-// Those that move something on the screen come evenly; the others join them.
+// Timers that move something on the screen come evenly; slower ones may be late and join them.
 Millis DesktopDriver::Lateness(Long period) const {
     constexpr Long kSlowest = 30;  // of what moves
     return period > kSlowest ? kSlowest : 0;
@@ -246,7 +243,7 @@ void DesktopDriver::SetTextInput(const std::optional<TextInput>& input) {
     }
 }
 
-// Methods answer by handing over what they have.
+// Input methods answer by handing over what they have.
 void DesktopDriver::EndComposing() {
     Shared& shared = parts_->shared;
     shared.composing = false;

@@ -35,8 +35,6 @@ class DesktopDriver : public Driver {
     /// Calls `onEnd` from WaitUntil when the desktop's session ends or the display goes away. What
     /// is to be saved must be saved when it returns: the process may be ended at once after.
     void WatchSessionEnd(std::function<void()> onEnd);
-    /// Whether the first picture has been handed to the screen.
-    bool HasShownPicture() const;
 
     Millis Now() const override;
     void WaitUntil(std::optional<Millis> deadline) override;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "platform/base/text.h"
+
 namespace platform::desktop {
 
 namespace {
@@ -11,7 +13,7 @@ int HexDigit(char c) {
     if (c >= '0' && c <= '9') {
         return c - '0';
     }
-    const char lower = static_cast<char>(c | 0x20);
+    const char lower = LowerAscii(c);
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
@@ -36,25 +38,22 @@ std::optional<std::string> Unescaped(std::string_view text) {
     return bytes;
 }
 
-bool EqualIgnoringCase(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
-    };
+// The names of schemes and hosts know no case but that of ASCII.
+bool SameName(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [&](char x, char y) { return lower(x) == lower(y); });
+                      [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
 }
 
 std::optional<std::string> PathOfAddress(std::string_view address, std::string_view hostName) {
     constexpr std::string_view kScheme = "file:";
-    if (!EqualIgnoringCase(address.substr(0, kScheme.size()), kScheme)) {
+    if (!SameName(address.substr(0, kScheme.size()), kScheme)) {
         return std::nullopt;
     }
     address.remove_prefix(kScheme.size());
     if (address.starts_with("//")) {
         address.remove_prefix(2);
         const std::string_view host = address.substr(0, address.find('/'));
-        const bool local = host.empty() || EqualIgnoringCase(host, "localhost") ||
-                           EqualIgnoringCase(host, hostName);
+        const bool local = host.empty() || SameName(host, "localhost") || SameName(host, hostName);
         if (!local) {
             return std::nullopt;
         }

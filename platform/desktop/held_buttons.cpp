@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/base/keys.h"
 #include "platform/desktop/x_server.h"
 
 namespace platform::desktop {

@@ -26,7 +26,7 @@ class HeldButtons {
 
   private:
     Shared& shared_;
-    Millis asked_ = 0;  ///< when
+    Millis asked_ = 0;  ///< when the server was asked last
     bool wasHeld_ = false;
 };
 

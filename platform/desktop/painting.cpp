@@ -30,7 +30,7 @@ QImage Blocks(const Surface& picture, const QRect& shown, int factor) {
     return image;
 }
 
-// The whole picture through a window: a pixel looks the same whatever part it is painted with.
+// Draws the whole picture through a gap: a pixel looks the same whatever part it is painted with.
 QImage Smooth(const Surface& picture, const QRect& shown, const Magnification& scale) {
     const QImage wrapped(reinterpret_cast<const uchar*>(picture.Row(0)), picture.Width(),
                          picture.Height(), picture.Width() * static_cast<qsizetype>(sizeof(Pixel)),

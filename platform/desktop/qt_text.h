@@ -7,7 +7,7 @@
 
 namespace platform::desktop {
 
-/// Unit for unit.
+/// The text with each such unit replaced; all units keep their places.
 QString WholeCharacters(std::u16string_view text);
 /// The same on one line: control characters become blanks.
 QString OneLine(std::u16string_view text);

@@ -47,18 +47,18 @@ class Screens {
     Screens(const Magnification& scale, std::function<void()> onWorkArea,
             std::function<void(const QRegion& lost)> onLost);
 
-    /// Of the first screen.
+    /// The size of the first screen.
     Size GetSize() const;
     /// The smallest rectangle around the work areas of all screens.
     Rect WorkArea() const;
-    /// Of the screen that a point is on, that of all if it is on none.
+    /// The work area of the screen that a point is on, that of all if it is on none.
     Rect WorkAreaAt(Point ptScreen) const;
 
   private:
     void Follow(QScreen* screen);
     void Changed();
     void Settle();
-    /// The component's pixels that lie in it as a whole.
+    /// The component's pixels that lie in an area as a whole.
     Rect Within(const QRect& area) const;
 
     const Magnification& scale_;

@@ -138,7 +138,7 @@ void TopLevel::timerEvent(QTimerEvent* /*event*/) {
     }
 }
 
-// A change of the record's own doing is no news.
+// What this window did itself is no news.
 void TopLevel::StateChanged() {
     const bool minimised = (windowStates() & Qt::WindowMinimized) != 0;
     if (isVisible() && minimised != minimised_) {
@@ -160,7 +160,7 @@ void TopLevel::Activate() {
     }
 }
 
-// Past the window manager, which would give it the focus and a place in its lists.
+// A popup goes past the window manager, which would give it the focus and a place in its lists.
 void TopLevel::SetPopup(TopLevel* owner) {
     setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
     setTransientParent(owner);
@@ -208,7 +208,7 @@ void TopLevel::PaintStale() {
     }
 }
 
-// Small changes only; false if it is not for this way.
+// Paints small changes only; false if these are too large for this way.
 bool TopLevel::PaintDirectly(std::span<const Rect> changed) {
     const QRect bounds(0, 0, shared_.scale.ToDevice(picture_->Width()),
                        shared_.scale.ToDevice(picture_->Height()));
@@ -236,7 +236,7 @@ bool TopLevel::PaintDirectly(std::span<const Rect> changed) {
     return true;
 }
 
-// What is to be painted, and from now on counts as painted.
+// Answers what is to be painted; from now on it counts as painted.
 QRegion TopLevel::TakeStale() {
     const QRect picture(0, 0, shared_.scale.ToDevice(picture_->Width()),
                         shared_.scale.ToDevice(picture_->Height()));
@@ -258,7 +258,6 @@ void TopLevel::PaintInStore(const QRegion& region) {
     }
     store_.endPaint();
     store_.flush(region);
-    shared_.shownPicture = true;
 }
 
 // The store may lag behind what was painted past it, so all of it is painted anew.

@@ -38,7 +38,6 @@ struct Shared {
     Magnification scale;
     EventQueue events;
     PointerRecord pointer;
-    bool shownPicture = false;
     std::optional<TextInput> input{};  ///< where the user writes
     bool composing = false;            ///< what was reported last is still being composed
     bool ignoresMethods = false;       ///< what input methods say now has been taken already

@@ -12,6 +12,8 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/base/keys.h"
+#include "platform/base/messages.h"
 #include "platform/desktop/drop_paths.h"
 #include "platform/desktop/held_buttons.h"
 #include "platform/desktop/key_codes.h"
@@ -44,7 +46,7 @@ std::vector<std::string> PathsOf(const QMimeData& data) {
 
 }  // namespace
 
-// By the window's own place, so that a point of the window is the same whatever the rounding of
+// Goes by the window's own place, so that a point of it is the same whatever the rounding of
 // places under a fractional scale.
 Point TopLevel::ToScreen(QPointF ptGlobal) const {
     const QPointF inside = ptGlobal - position();
@@ -90,7 +92,6 @@ void TopLevel::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TopLevel::wheelEvent(QWheelEvent* event) {
-    constexpr Long kNotch = 120;
     // With Alt held the toolkit turns a vertical wheel into a horizontal one.
     const QPoint delta = event->angleDelta();
     const bool turned = (event->modifiers() & Qt::AltModifier) != 0 && delta.y() == 0;
@@ -99,8 +100,8 @@ void TopLevel::wheelEvent(QWheelEvent* event) {
         wheel_ = 0;
     }
     wheel_ += step;
-    if (const Long notches = wheel_ / kNotch) {
-        wheel_ %= kNotch;
+    if (const Long notches = wheel_ / WHEEL_DELTA) {
+        wheel_ %= WHEEL_DELTA;
         shared_.events.Push(
             WheelTurned{ToScreen(event->globalPosition()), notches, ShiftOf(event->modifiers())});
     }

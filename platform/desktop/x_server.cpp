@@ -8,6 +8,8 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/base/keys.h"
+
 namespace platform::desktop {
 
 namespace {

@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 // A single line takes no more than can be drawn of it.
-constexpr std::size_t kMostUnits = 8192;
+constexpr std::size_t kLongestText = 8192;
 
 bool IsControl(char16_t unit) {
     return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
@@ -222,7 +222,7 @@ void TextBox::Changed() {
 
 void TextBox::Insert(std::u16string_view text) {
     const std::size_t others = edit_.Text().size() - edit_.Selected().size();
-    std::size_t room = others < kMostUnits ? kMostUnits - others : 0;
+    std::size_t room = others < kLongestText ? kLongestText - others : 0;
     room -= InsidePair(text, room) ? 1 : 0;
     text = text.substr(0, room);
     if (!text.empty()) {

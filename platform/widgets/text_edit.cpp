@@ -9,22 +9,22 @@ namespace platform {
 
 namespace {
 
-enum class Kind { kBlank, kLineEnd, kMark, kWord };
+enum class UnitKind { kBlank, kLineEnd, kMark, kWord };
 
-Kind KindOf(char16_t unit) {
+UnitKind KindOf(char16_t unit) {
     constexpr std::u16string_view kBlanks = u" \t\u00A0\u3000";
     constexpr std::u16string_view kMarks = u"!\"#$%&()*+,-./:;<=>?@[\\]^`{|}~";
     if (unit == u'\r' || unit == u'\n') {
-        return Kind::kLineEnd;
+        return UnitKind::kLineEnd;
     }
     if (kBlanks.find(unit) != std::u16string_view::npos) {
-        return Kind::kBlank;
+        return UnitKind::kBlank;
     }
-    return kMarks.find(unit) != std::u16string_view::npos ? Kind::kMark : Kind::kWord;
+    return kMarks.find(unit) != std::u16string_view::npos ? UnitKind::kMark : UnitKind::kWord;
 }
 
 bool IsSpace(char16_t unit) {
-    return KindOf(unit) <= Kind::kLineEnd;
+    return KindOf(unit) <= UnitKind::kLineEnd;
 }
 
 bool IsCombining(char16_t unit) {
@@ -66,11 +66,11 @@ void TextEdit::Select(std::size_t from, std::size_t to) {
 }
 
 void TextEdit::SelectWordAt(std::size_t place) {
-    if (place >= text_.size() || KindOf(text_[place]) == Kind::kLineEnd) {
+    if (place >= text_.size() || KindOf(text_[place]) == UnitKind::kLineEnd) {
         MoveTo(place, false);
         return;
     }
-    const Kind kind = KindOf(text_[place]);
+    const UnitKind kind = KindOf(text_[place]);
     std::size_t from = place;
     while (from > 0 && KindOf(text_[from - 1]) == kind) {
         --from;
@@ -155,7 +155,7 @@ std::size_t TextEdit::WordBefore(std::size_t place) const {
     while (place > 0 && IsSpace(text_[place - 1])) {
         --place;
     }
-    const Kind kind = place > 0 ? KindOf(text_[place - 1]) : Kind::kBlank;
+    const UnitKind kind = place > 0 ? KindOf(text_[place - 1]) : UnitKind::kBlank;
     while (place > 0 && KindOf(text_[place - 1]) == kind) {
         --place;
     }
@@ -163,7 +163,7 @@ std::size_t TextEdit::WordBefore(std::size_t place) const {
 }
 
 std::size_t TextEdit::WordAfter(std::size_t place) const {
-    const Kind kind = place < text_.size() ? KindOf(text_[place]) : Kind::kBlank;
+    const UnitKind kind = place < text_.size() ? KindOf(text_[place]) : UnitKind::kBlank;
     while (place < text_.size() && KindOf(text_[place]) == kind) {
         ++place;
     }

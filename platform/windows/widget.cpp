@@ -121,23 +121,23 @@ Long Widget::HandleMessage(const Message& message) {
 
 namespace {
 
-enum class Kind { kMove, kDown, kUp, kDouble };
+enum class MouseKind { kMove, kDown, kUp, kDouble };
 struct MouseMessage {
     Long id;
-    Kind kind;
+    MouseKind kind;
     Long button;
 };
 constexpr std::array<MouseMessage, 10> kMouseMessages{{
-    {WM_MOUSEMOVE, Kind::kMove, 0},
-    {WM_LBUTTONDOWN, Kind::kDown, kLeftButton},
-    {WM_LBUTTONUP, Kind::kUp, kLeftButton},
-    {WM_LBUTTONDBLCLK, Kind::kDouble, kLeftButton},
-    {WM_RBUTTONDOWN, Kind::kDown, kRightButton},
-    {WM_RBUTTONUP, Kind::kUp, kRightButton},
-    {WM_RBUTTONDBLCLK, Kind::kDouble, kRightButton},
-    {WM_MBUTTONDOWN, Kind::kDown, kMiddleButton},
-    {WM_MBUTTONUP, Kind::kUp, kMiddleButton},
-    {WM_MBUTTONDBLCLK, Kind::kDouble, kMiddleButton},
+    {WM_MOUSEMOVE, MouseKind::kMove, 0},
+    {WM_LBUTTONDOWN, MouseKind::kDown, kLeftButton},
+    {WM_LBUTTONUP, MouseKind::kUp, kLeftButton},
+    {WM_LBUTTONDBLCLK, MouseKind::kDouble, kLeftButton},
+    {WM_RBUTTONDOWN, MouseKind::kDown, kRightButton},
+    {WM_RBUTTONUP, MouseKind::kUp, kRightButton},
+    {WM_RBUTTONDBLCLK, MouseKind::kDouble, kRightButton},
+    {WM_MBUTTONDOWN, MouseKind::kDown, kMiddleButton},
+    {WM_MBUTTONUP, MouseKind::kUp, kMiddleButton},
+    {WM_MBUTTONDBLCLK, MouseKind::kDouble, kMiddleButton},
 }};
 
 Long HeldButtons(Long wParam) {
@@ -160,19 +160,19 @@ bool Widget::HandleMouse(const Message& message) {
         }
         const Point at = PointOf(message.lParam);
         const MouseEvent event{
-            known.kind == Kind::kMove ? HeldButtons(message.wParam) : known.button,
+            known.kind == MouseKind::kMove ? HeldButtons(message.wParam) : known.button,
             ShiftState(message.wParam), static_cast<float>(at.x), static_cast<float>(at.y)};
         switch (known.kind) {
-            case Kind::kMove:
+            case MouseKind::kMove:
                 MouseMove(event);
                 break;
-            case Kind::kDown:
+            case MouseKind::kDown:
                 MouseDown(event);
                 break;
-            case Kind::kUp:
+            case MouseKind::kUp:
                 MouseUp(event);
                 break;
-            case Kind::kDouble:
+            case MouseKind::kDouble:
                 DoubleClick(event);
                 break;
         }

@@ -5,7 +5,7 @@ what the window makes of its place and of a button that is held meanwhile."""
 import os
 
 from desktop import Display, main, wait_for
-from driver_tests import HEIGHT, WIDTH, Driver, colour
+from driver import HEIGHT, WIDTH, Driver, colour
 from player import HEIGHT as TALL
 from player import LEFT, LIST, ROW, TITLE, TOP, Player
 from player import WIDTH as WIDE

@@ -99,7 +99,8 @@ class ConsoleOnTerminal : public testing::Test {
         terminal_ = Descriptor(terminal);
         console_.emplace(terminal, terminal);
     }
-    /// All since it was last asked. It takes a moment on its way, so a mark is sent behind it.
+    /// All that has come since the last question. It takes a moment on its way, so a mark is sent
+    /// behind it.
     std::string Shown() const {
         constexpr std::string_view kMark = "<end>";
         EXPECT_EQ(write(terminal_.Number(), kMark.data(), kMark.size()), ssize_t{kMark.size()});

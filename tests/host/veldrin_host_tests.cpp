@@ -23,7 +23,7 @@ using Calls = std::vector<std::string>;
 /// A name with a byte that is not UTF-8.
 const std::string kPath = "/m/b\xE9.aa";
 
-class VeldrinHostTest : public testing::Test, private HostListener {
+class VeldrinHostTest : public testing::Test, private ItemListener, private RunListener {
   protected:
     /// Sends an impulse and answers what the host gives back as its result.
     Long Send(Long number, ImpulseValue wParam, ImpulseValue lParam1 = Long{0},
@@ -72,7 +72,7 @@ class VeldrinHostTest : public testing::Test, private HostListener {
     platform::HeadlessDriver driver_{platform::HeadlessDriver::Clock::kReal};
     platform::WindowSystem windows_{driver_};
     sarnel::Ambrisor component_{windows_, {scratch_.Path()}};
-    VeldrinHost host_{engine_, tags_, *this};
+    VeldrinHost host_{engine_, tags_, *this, *this};
 };
 
 TEST_F(VeldrinHostTest, EachSettingReachesItsOwn) {

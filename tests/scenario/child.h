@@ -15,7 +15,8 @@ namespace scenario {
 
 class Child {
   public:
-    /// What it does: it says how far it has come, and prints. Whatever it throws is a crash.
+    /// What the process does: it says how far it has come, and prints. Whatever it throws is a
+    /// crash.
     using Work = std::function<void(Progress& progress, std::ostream& out)>;
 
     /// Begins at once; IsStarted() tells whether that could be. The process may use so many seconds
@@ -32,7 +33,7 @@ class Child {
     void Ended(int status);
     bool HasEnded() const { return hasEnded_; }
 
-    // Once it has ended.
+    // These are known once it has ended.
 
     const Progress& Reached() const { return *progress_; }
     /// All that it has printed.

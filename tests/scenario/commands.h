@@ -36,10 +36,10 @@ class CommandLine {
     std::string Path();
     /// A path strictly inside the scratch folder, which a scenario may change.
     std::filesystem::path PathInside();
-    /// The same; a path that is not absolute lies in the scratch folder.
+    /// The same, where a path that is not absolute lies in the scratch folder.
     std::filesystem::path NewFile();
     Long Integer();
-    /// Not negative.
+    /// An integer that is not negative.
     Long Natural();
     bool Boolean();
     Operand Value();

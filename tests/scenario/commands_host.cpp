@@ -100,7 +100,7 @@ Command Throws(CommandLine& line) {
         [impulse = line.Integer()](World& world) { world.Host().answers.throws.insert(impulse); };
 }
 
-// Of whatever kind the value is, whether the impulse asks for it or not.
+// Any kind of value is an answer, whether the impulse asks for that kind or not.
 Command ForcedAnswer(CommandLine& line) {
     const Long impulse = line.Integer();
     if (line.SkipWord("none")) {

@@ -41,7 +41,7 @@ struct ObjectReference {
 
     /// Raises Mistake if it is not there.
     Object Find(World& world) const;
-    /// As the events of the object are printed: `sldSkin(0)`.
+    /// The name under which the object's events are printed: `sldSkin(0)`.
     std::string PrintedName(World& world) const;
 };
 
@@ -59,7 +59,7 @@ class Operand {
 
     Kind ResultKind() const;
     Value Evaluate(World& world) const;
-    /// Null if it is no literal.
+    /// The value of a literal; null if it is none.
     const Value* AsLiteral() const { return std::get_if<Value>(&what_); }
 
   private:

@@ -49,7 +49,7 @@ struct StoredProperty {
     Kind kind;
     void (*set)(sarnel::JListStored& stored, const Value& value);
 };
-/// By its key, ignoring case; null if there is none.
+/// The property with this key, ignoring case; null if there is none.
 const StoredProperty* FindStoredProperty(std::u16string_view key);
 
 /// The member of a class or of its bases; null if there is none.

@@ -45,7 +45,7 @@ bool IsReached(const JPopupMenu& menu, Long index, platform::Handle shown) {
     return false;
 }
 
-// By key, else by caption; 0 if there is none.
+// The row with this key, else with this caption; 0 if there is none.
 Long FindRow(const JPopupMenu& menu, platform::Handle shown, const std::u16string& text) {
     for (const bool byKey : {true, false}) {
         for (Long i = 1; i <= menu.Count(); ++i) {

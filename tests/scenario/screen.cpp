@@ -8,7 +8,7 @@ namespace scenario {
 
 namespace {
 
-// As long as a list of a hundred thousand rows takes to scroll to its end.
+// A list of a hundred thousand rows takes as long to scroll to its end.
 constexpr platform::Millis kPatience = 1'800'000;
 
 }  // namespace

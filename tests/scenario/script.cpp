@@ -126,8 +126,8 @@ void PrintTrouble(std::ostream& out, const std::string& file, const World::Troub
     out << file << ':' << trouble.line << ": " << trouble.what << '\n';
 }
 
-// What went wrong in the course of a command but for its checks. False if the scenario itself is
-// wrong, and ends here.
+// Tells what went wrong in the course of a command but for its checks. False if the scenario itself
+// is wrong, and ends here.
 bool ReportTroubles(const std::string& file, World& world, Tally& tally, std::ostream& out) {
     for (const World::Trouble& failure : world.TakeFailures()) {
         PrintTrouble(out, file, {failure.line, "the component threw: " + failure.what});

@@ -21,7 +21,7 @@ using platform::Long;
 /// What the component reaches of a host beside impulses.
 enum class HostMember { kCapacity, kCellItem, kGetClass };
 
-/// As a scenario names it.
+/// The name that a scenario has for it.
 std::string_view NameOf(HostMember member);
 
 /// What the host answers; the start values are what a scenario finds when it begins.

@@ -47,10 +47,10 @@ bool Accepts(Kind wanted, Kind given);
 /// An integer beyond 32 bits is a Mistake.
 std::optional<Value> Literal(std::string_view word);
 
-/// As it is printed, with texts in quotes.
+/// The value as it is printed, with texts in quotes.
 std::string Printed(const Value& value);
 
-/// As it stands after an impulse, references followed.
+/// The value as it stands after an impulse, references followed.
 Value FromImpulse(const sarnel::ImpulseValue& value);
 /// `object` stands for whatever object the scenario names.
 sarnel::ImpulseValue ToImpulse(const Value& value, sarnel::Object& object);

@@ -72,11 +72,6 @@ std::string HexEscape(char letter, unsigned number, int digits) {
     return escape;
 }
 
-// A unit that is no character by itself: half of a pair, or a byte that is no UTF-8.
-bool IsSurrogate(char16_t unit) {
-    return (unit & 0xF800) == 0xD800;
-}
-
 std::string QuotedUnit(char16_t unit) {
     switch (unit) {
         case u'\r':
@@ -98,8 +93,8 @@ std::string QuotedUnit(char16_t unit) {
     if (unit >= 0xDC80 && unit <= 0xDCFF) {
         return HexEscape('x', unit & 0xFFu, 2);
     }
-    return IsSurrogate(unit) ? HexEscape('u', unit, 4)
-                             : platform::Narrow(std::u16string_view(&unit, 1));
+    return platform::IsSurrogate(unit) ? HexEscape('u', unit, 4)
+                                       : platform::Narrow(std::u16string_view(&unit, 1));
 }
 
 }  // namespace
@@ -163,9 +158,7 @@ std::u16string Unescape(std::string_view raw) {
 std::string Quote(std::u16string_view text) {
     std::string quoted = "\"";
     for (std::size_t at = 0; at < text.size(); ++at) {
-        const bool isPair = (text[at] & 0xFC00) == 0xD800 && at + 1 < text.size() &&
-                            (text[at + 1] & 0xFC00) == 0xDC00;
-        if (isPair) {
+        if (platform::InsidePair(text, at + 1)) {
             quoted += platform::Narrow(text.substr(at, 2));
             ++at;
         } else {

@@ -78,7 +78,7 @@ class World {
     // Printing.
 
     void Print(std::string line) { output_.push_back(std::move(line)); }
-    /// As a value is printed, with $D put back.
+    /// A value as it is printed, with $D put back.
     std::string Printed(const Value& value) const;
     /// A text without quotes, with $D put back.
     std::string Bare(std::u16string_view text) const;
@@ -104,9 +104,9 @@ class World {
         int line;
         std::string what;
     };
-    /// Why a command could not run: the scenario is wrong. Once.
+    /// Why a command could not run: the scenario is wrong. Told once.
     std::optional<Trouble> TakeMistake() { return std::exchange(mistake_, std::nullopt); }
-    /// What the component threw although its routines keep their failures to themselves. Once.
+    /// What the component threw although its routines keep their failures to themselves. Told once.
     std::vector<Trouble> TakeFailures() { return std::exchange(failures_, {}); }
 
   private:

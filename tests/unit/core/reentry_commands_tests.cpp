@@ -31,7 +31,7 @@ void WithAnotherSkin(World& world) {
     world.State().CurrentSkin = 2;
 }
 
-// In the next popup that opens, once a tick has come while it is open.
+// Picks a row of the next popup that opens, once a tick has come while it is open.
 std::function<void(World&)> Pick(std::u16string_view key, std::function<void(World&)> open) {
     return [key, open = std::move(open)](World& world) {
         ChooseLater(world, key, 60);

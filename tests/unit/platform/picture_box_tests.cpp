@@ -11,7 +11,7 @@ namespace {
 
 // Without a screen each unit of a text is a block of 6 by 13 pixels with a margin of one pixel at
 // the left and three above.
-constexpr Point kInk{1, 3};
+constexpr Point kInkAt{1, 3};
 constexpr Point kInkOfSecond{7, 3};
 
 class PictureBoxes : public ::testing::Test {
@@ -34,13 +34,13 @@ TEST_F(PictureBoxes, ShowTextReplacesWhatWasThere) {
     Show(u"aa");
     EXPECT_EQ(Pixel(kInkOfSecond), 2);
     Show(u"a");
-    EXPECT_EQ(Pixel(kInk), 2);
+    EXPECT_EQ(Pixel(kInkAt), 2);
     EXPECT_EQ(Pixel(kInkOfSecond), 1);
 }
 
 TEST_F(PictureBoxes, TheSameTextElsewhereIsDrawnThere) {
     box_.ShowText(u"a", {6, 0, 40, 13}, DT_SINGLELINE);
-    EXPECT_EQ(Pixel(kInk), 1);
+    EXPECT_EQ(Pixel(kInkAt), 1);
     EXPECT_EQ(Pixel(kInkOfSecond), 2);
     box_.ShowText(u"a", {6, 0, 40, 13}, DT_SINGLELINE | DT_RIGHT);
     EXPECT_EQ(Pixel(kInkOfSecond), 1);
@@ -48,9 +48,9 @@ TEST_F(PictureBoxes, TheSameTextElsewhereIsDrawnThere) {
 
 TEST_F(PictureBoxes, TheSameTextIsBackAfterAnythingElseWasDrawn) {
     box_.Cls();
-    EXPECT_EQ(Pixel(kInk), 1);
+    EXPECT_EQ(Pixel(kInkAt), 1);
     Show(u"a");
-    EXPECT_EQ(Pixel(kInk), 2);
+    EXPECT_EQ(Pixel(kInkAt), 2);
     box_.DrawText(u"aa", {0, 0, 40, 13}, DT_SINGLELINE);
     Show(u"a");
     EXPECT_EQ(Pixel(kInkOfSecond), 1);
@@ -59,10 +59,10 @@ TEST_F(PictureBoxes, TheSameTextIsBackAfterAnythingElseWasDrawn) {
 TEST_F(PictureBoxes, TheSameTextIsBackAfterAChangeOfLooksOrSize) {
     box_.ForeColor(4);
     Show(u"a");
-    EXPECT_EQ(Pixel(kInk), 4);
+    EXPECT_EQ(Pixel(kInkAt), 4);
     box_.Width(50);
     Show(u"a");
-    EXPECT_EQ(Pixel(kInk), 4);
+    EXPECT_EQ(Pixel(kInkAt), 4);
     EXPECT_EQ(Pixel({45, 10}), 1);
 }
 

@@ -84,6 +84,17 @@ TEST(Text, OverlongFormsAreNoCharacters) {
     }
 }
 
+TEST(Text, HalvesOfACharacterAreToldApart) {
+    EXPECT_FALSE(IsSurrogate(0xD7FF));
+    for (const char16_t unit : {char16_t{0xD800}, char16_t{0xDBFF}}) {
+        EXPECT_TRUE(IsSurrogate(unit) && IsHighSurrogate(unit) && !IsLowSurrogate(unit));
+    }
+    for (const char16_t unit : {char16_t{0xDC00}, char16_t{0xDFFF}}) {
+        EXPECT_TRUE(IsSurrogate(unit) && IsLowSurrogate(unit) && !IsHighSurrogate(unit));
+    }
+    EXPECT_FALSE(IsSurrogate(0xE000));
+}
+
 TEST(Text, EncodedSurrogatesAreNoCharacters) {
     for (int second = 0xA0; second <= 0xBF; ++second) {
         for (const int third : {0x80, 0x9E, 0xBF}) {
@@ -173,6 +184,22 @@ constexpr std::u16string_view kCapitals =
     u"ἈἏὈὙὫ\u1FBAᾈᾯᾸᾼΙῌῬῼ"
     u"ℲⅠⅯↃⒶⓏⰀⱠȺⱫⲀⳢႠჅꙀꚀꜢꝎꝹꞋꟄꟂꞳＡＺ";
 static_assert(kCapitals.size() == kSmall.size());
+
+TEST(Text, TheCaseOfAsciiChangesItsLettersAlone) {
+    const std::string capitals = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    const std::string small = "abcdefghijklmnopqrstuvwxyz";
+    for (int value = 0; value < 256; ++value) {
+        const char byte = static_cast<char>(value);
+        const std::size_t capital = capitals.find(byte);
+        const std::size_t letter = small.find(byte);
+        EXPECT_EQ(LowerAscii(byte), capital != std::string::npos ? small[capital] : byte) << value;
+        EXPECT_EQ(UpperAscii(byte), letter != std::string::npos ? capitals[letter] : byte) << value;
+    }
+    EXPECT_EQ(LowerAscii(u'Z'), u'z');
+    EXPECT_EQ(UpperAscii(u'z'), u'Z');
+    EXPECT_EQ(LowerAscii(u'\u0141'), u'\u0141');  // whose low byte is an A
+    EXPECT_EQ(UpperAscii(u'\u0161'), u'\u0161');  // and an a
+}
 
 TEST(Text, SmallLettersOfEveryAlphabetHaveTheirCapitals) {
     for (std::size_t i = 0; i < kSmall.size(); ++i) {

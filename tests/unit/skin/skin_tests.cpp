@@ -26,15 +26,15 @@ using platform::Widget;
 using support::World;
 using support::WorldBuilder;
 
-constexpr Colour kBack = 0x64463C;
-constexpr Colour kText = 0xFFC0C0;
+constexpr Colour kSkinBack = 0x64463C;
+constexpr Colour kSkinText = 0xFFC0C0;
 
 Rect PlaceOf(const Widget& widget) {
     return {widget.Left(), widget.Top(), widget.Left() + widget.Width(),
             widget.Top() + widget.Height()};
 }
 
-/// From left, top, width and height.
+/// A rectangle from left, top, width and height.
 Rect At(Long left, Long top, Long width, Long height) {
     return {left, top, left + width, top + height};
 }
@@ -65,8 +65,8 @@ TEST_F(SkinInForce, TextPanelsHaveTheirPlaceColoursAndFonts) {
     EXPECT_EQ(PlaceOf(Main().picScrollText), At(54, 10, 185, 14));
     EXPECT_EQ(PlaceOf(Main().picInfoDisplay), At(128, 250, 72, 14));
     for (const Widget* panel : {&Main().picScrollText, &Main().picInfoDisplay}) {
-        EXPECT_EQ(panel->BackColor(), kBack);
-        EXPECT_EQ(panel->ForeColor(), kText);
+        EXPECT_EQ(panel->BackColor(), kSkinBack);
+        EXPECT_EQ(panel->ForeColor(), kSkinText);
     }
     EXPECT_EQ(Main().picScrollText.GetFont(), (platform::Font{u"Tahoma", 8, false, true}));
     EXPECT_EQ(Main().picInfoDisplay.GetFont(), (platform::Font{u"Tahoma", 8, false, false}));
@@ -162,14 +162,14 @@ TEST_F(SkinInForce, ListsHaveTheirPlaceFontAndColours) {
     for (const JList* list :
          {&Main().lstPlaylist, Main().lstFilesAndFolders.get(), Main().lst_Search.get()}) {
         EXPECT_EQ(list->ListFont(), (platform::Font{u"Tahoma", 8, false, false}));
-        EXPECT_EQ(list->BackColor(), kBack);
-        EXPECT_EQ(list->FocusRectColor(), kText);
+        EXPECT_EQ(list->BackColor(), kSkinBack);
+        EXPECT_EQ(list->FocusRectColor(), kSkinText);
         EXPECT_EQ(list->SelColor1(), 0xEE7070);
-        EXPECT_EQ(list->SelColor2(), kBack);
+        EXPECT_EQ(list->SelColor2(), kSkinBack);
         EXPECT_EQ(list->SelTextColor(), 0xFFFFFF);
-        EXPECT_EQ(list->TextColor(), kText);
+        EXPECT_EQ(list->TextColor(), kSkinText);
         EXPECT_EQ(list->ThumbBorderColor(), 0x523631);
-        EXPECT_EQ(list->ThumbColor1(), kBack);
+        EXPECT_EQ(list->ThumbColor1(), kSkinBack);
         EXPECT_EQ(list->ThumbColor2(), 0xBB8080);
         EXPECT_TRUE(list->Enabled());
         EXPECT_TRUE(list->RedrawFlag());
@@ -226,7 +226,7 @@ TEST_F(SkinInForce, TheTooltipHasItsFrameAndItsColour) {
     EXPECT_EQ(tip.imgTip1, Skins().Bitmap(106));
     EXPECT_EQ(tip.imgTip2, Skins().Bitmap(107));
     EXPECT_EQ(tip.imgTip3, Skins().Bitmap(108));
-    EXPECT_EQ(tip.ForeColor(), kText);
+    EXPECT_EQ(tip.ForeColor(), kSkinText);
     EXPECT_EQ(tip.GetFont(), (platform::Font{u"Arial", 9.75, true, false}));
 }
 
@@ -235,7 +235,7 @@ TEST_F(SkinInForce, PanelsLieWhereTheListLiesWithTheKeysOfTheirCommands) {
                                            u"kPkEFX", u"kPkNFO", u"kPkSh"};
     for (Long i = 0; i < 6; ++i) {
         EXPECT_EQ(PlaceOf(Main().picFrame(i)), At(6, 27, 281, 181)) << i;
-        EXPECT_EQ(Main().picFrame(i).BackColor(), kBack) << i;
+        EXPECT_EQ(Main().picFrame(i).BackColor(), kSkinBack) << i;
         EXPECT_EQ(Main().picFrame(i).Tag(), keys[static_cast<std::size_t>(i)]);
         EXPECT_FALSE(Main().picFrame(i).Visible()) << i;
     }
@@ -243,20 +243,20 @@ TEST_F(SkinInForce, PanelsLieWhereTheListLiesWithTheKeysOfTheirCommands) {
 
 TEST_F(SkinInForce, WhatLiesInThePanels) {
     EXPECT_EQ(PlaceOf(*Main().txt_SearchFilter), At(0, 0, 281, 16));
-    EXPECT_EQ(Main().txt_SearchFilter->BackColor(), kBack);
-    EXPECT_EQ(Main().txt_SearchFilter->ForeColor(), kText);
+    EXPECT_EQ(Main().txt_SearchFilter->BackColor(), kSkinBack);
+    EXPECT_EQ(Main().txt_SearchFilter->ForeColor(), kSkinText);
     EXPECT_EQ(PlaceOf(*Main().txtLyrics), At(2, 0, 279, 181));
-    EXPECT_EQ(Main().txtLyrics->BackColor(), kBack);
-    EXPECT_EQ(Main().txtLyrics->ForeColor(), kText);
+    EXPECT_EQ(Main().txtLyrics->BackColor(), kSkinBack);
+    EXPECT_EQ(Main().txtLyrics->ForeColor(), kSkinText);
     EXPECT_EQ(Main().txtLyrics->GetFont(), Main().lstPlaylist.ListFont());
     EXPECT_EQ(PlaceOf(*Main().lblFrameInfoDescription), At(10, 10, 261, 161));
-    EXPECT_EQ(Main().lblFrameInfoDescription->BackColor(), kBack);
-    EXPECT_EQ(Main().lblFrameInfoDescription->ForeColor(), kText);
+    EXPECT_EQ(Main().lblFrameInfoDescription->BackColor(), kSkinBack);
+    EXPECT_EQ(Main().lblFrameInfoDescription->ForeColor(), kSkinText);
     const platform::Label& path = *Main().lblFrameAddPathName;
     EXPECT_EQ(path.Left(), 0);
     EXPECT_EQ(path.Width(), 281);
     EXPECT_EQ(path.Top(), 181 - path.Height());
-    EXPECT_EQ(path.BackColor(), kBack);
+    EXPECT_EQ(path.BackColor(), kSkinBack);
     EXPECT_EQ(path.ForeColor(), 0xFFFFFF);
 }
 
@@ -267,19 +267,19 @@ TEST_F(SkinInForce, TheAssociationsLabelsLieOneBelowTheOther) {
     EXPECT_EQ(types.Top(), 5);
     EXPECT_EQ(types.Width(), 271);
     EXPECT_TRUE(types.AutoSize());
-    EXPECT_EQ(types.ForeColor(), kText);
+    EXPECT_EQ(types.ForeColor(), kSkinText);
     EXPECT_EQ(close.Left(), 5);
     EXPECT_EQ(close.Top(), 5 + types.Height() + 5);
     EXPECT_EQ(close.Width(), 271);
     EXPECT_GT(close.Height(), 0);
-    EXPECT_EQ(close.ForeColor(), kText);
+    EXPECT_EQ(close.ForeColor(), kSkinText);
 }
 
 TEST_F(SkinInForce, EffectLabelsStandInTheColumnBeforeTheirSliders) {
     EXPECT_EQ(Main().picFrame(3).GetFont(), Main().lstPlaylist.ListFont());
     for (Long i = 3; i <= 9; ++i) {
         EXPECT_EQ(PlaceOf(Main().lblEffects(i)), At(0, 10 + 15 * (i - 3), 75, 13)) << i;
-        EXPECT_EQ(Main().lblEffects(i).ForeColor(), kText) << i;
+        EXPECT_EQ(Main().lblEffects(i).ForeColor(), kSkinText) << i;
     }
 }
 
@@ -351,7 +351,7 @@ TEST_F(SkinInForce, ASecondSkinNeedsNoCode) {
     LoadSkin(3);
     EXPECT_EQ(world_->State().CurrentSkin, 1);
     EXPECT_EQ(Main().btnSkin(0).Left(), 262);
-    EXPECT_EQ(Main().picFrame(5).BackColor(), kBack);
+    EXPECT_EQ(Main().picFrame(5).BackColor(), kSkinBack);
 }
 
 TEST(SkinChosen, InTheMenuIsPutInForceAndGetsTheMark) {

@@ -1,4 +1,5 @@
-// A popup menu whose rows draw themselves, and its owner.
+// A popup menu of the component on the virtual screen, whose letters are 6 x 13 pixels: a block of
+// 4 x 7, from the second column and the fourth row on.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,18 +11,17 @@
 #include "menus/jpopupmenu.h"
 #include "platform/headless/headless_driver.h"
 
-namespace support {
+namespace sarnel {
 
-// A menu over a window that passes the two messages on. Without a skin the colours are the
-// defaults, and a row is 18 high: 13 is below 15.
+/// A menu over a window that passes the two messages on. Without a skin the colours are the
+/// defaults, and a row is 18 high: 13 is below 15.
 class MenuRows : public ::testing::Test {
   protected:
     MenuRows() {
         windows_.ShowWindow(owner_, platform::SW_SHOW);
         menu_.hWndOwner(owner_);
     }
-    platform::Long Add(std::u16string_view caption, platform::Long parent = 0,
-                       bool enabled = true) {
+    Long Add(std::u16string_view caption, Long parent = 0, bool enabled = true) {
         return menu_.AddItem(caption, parent, u"", false, enabled);
     }
     /// Shows the whole menu at 100,100 and looks at it after some keys, 10 ms apart.
@@ -46,9 +46,9 @@ class MenuRows : public ::testing::Test {
 
     platform::HeadlessDriver driver_{platform::HeadlessDriver::Clock::kVirtual};
     platform::WindowSystem windows_{driver_};
-    std::shared_ptr<sarnel::mJPopupMenu> shared_ = std::make_shared<sarnel::mJPopupMenu>(windows_);
-    sarnel::JPopupMenu menu_{shared_};
-    platform::Handle owner_ =
+    std::shared_ptr<mJPopupMenu> shared_ = std::make_shared<mJPopupMenu>(windows_);
+    JPopupMenu menu_{shared_};
+    Handle owner_ =
         windows_.CreateWindow(0, {0, 0, 10, 10}, [this](const platform::Message& message) {
             if (message.id == platform::WM_MEASUREITEM) {
                 return menu_.WM_MEASUREITEM_Msg(message.lParam) ? 1 : 0;
@@ -58,7 +58,7 @@ class MenuRows : public ::testing::Test {
             }
             return 0;
         });
-    const sarnel::MenuColours colours_;
+    const MenuColours colours_;
 };
 
-}  // namespace support
+}  // namespace sarnel

@@ -46,7 +46,7 @@ enum class Ending {
 std::unique_ptr<World> Prepared(const Way& way);
 /// What the way asks the host, in order: numbers of impulses, 0 for a question about its cells.
 std::vector<Long> CallsOf(const Way& way);
-/// Does it inside the host's call with this number, counted from 0.
+/// Ends the run inside the host's call with this number, counted from 0.
 void EndInside(World& world, std::size_t call, Ending ending);
 /// Goes the way again and again, each time with another call as the last one, in every manner of
 /// Ending, and expects the run to be over in order each time. Of calls that are alike the first two
@@ -73,7 +73,7 @@ std::function<void(World&)> Command(std::u16string_view menuKey);
 std::function<void(World&)> KeyPress(Long code, Long shift = 0);
 /// The time until the next tick, and a little more.
 void Tick(World& world);
-/// One after the other.
+/// Does one after the other.
 std::function<void(World&)> Both(std::function<void(World&)> first,
                                  std::function<void(World&)> second);
 
@@ -82,7 +82,7 @@ std::function<void(World&)> Both(std::function<void(World&)> first,
 class Pointer {
   public:
     Pointer(World& world, const platform::Widget& on, Point at);
-    /// In its middle.
+    /// Points at the middle of the control.
     Pointer(World& world, const platform::Widget& on);
 
     void Press(Long button = 1);

@@ -19,7 +19,7 @@ class TempFolder {
 
     const std::string& Path() const { return path_; }
     std::string Path(std::string_view name) const;
-    /// The same as text.
+    /// The same paths as text.
     std::u16string Text() const;
     std::u16string Text(std::string_view name) const;
 

@@ -40,7 +40,7 @@ class TextBoxBench {
         });
     }
 
-    /// With the focus in the box.
+    /// Presses a key with the focus in the box.
     void Key(Long code, Long shift = 0) {
         windows.SetFocus(box.HWnd());
         driver.PushKey(code, shift);

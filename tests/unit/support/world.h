@@ -90,7 +90,7 @@ class WorldBuilder {
     WorldBuilder& Dead(std::initializer_list<std::u16string> paths);
     WorldBuilder& Host(const std::function<void(FakeHost&)>& settle);
 
-    /// With a component that is made and connected only.
+    /// A world whose component is made and connected, no more.
     std::unique_ptr<World> Created();
     std::unique_ptr<World> Loaded();
     /// Running, with what reached the host on the way forgotten.

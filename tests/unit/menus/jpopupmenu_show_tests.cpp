@@ -1,7 +1,4 @@
-// A popup that is shown: what its owner hears, where it is, and menus that are not its own.
-#include <gtest/gtest.h>
-
-#include <memory>
+// A popup on its way: where it opens, and what its owner and the handler of a click hear.
 #include <string>
 #include <vector>
 
@@ -11,52 +8,6 @@ namespace sarnel {
 namespace {
 
 using namespace platform;
-using support::MenuRows;
-
-TEST_F(MenuRows, RecordsOfOthersAreNotTheirs) {
-    EXPECT_FALSE(menu_.WM_MEASUREITEM_Msg(0));
-    EXPECT_FALSE(menu_.WM_DRAWITEM_Msg(12345));
-    // A menu whose items this object does not know.
-    Menus& menus = windows_.PopupMenus();
-    const Handle other = menus.CreatePopupMenu();
-    menus.AppendMenu(other, MF_OWNERDRAW, 1, u"");
-    menus.TrackPopupMenu(other, 0, {0, 0}, owner_);
-    EXPECT_EQ(menus.Items(other)->front().size, (Size{0, 0}));
-}
-
-// A row of an id that is not in the table: whoever owns the popup measures it 20 x 10 and hands its
-// drawing on.
-TEST_F(MenuRows, OfAnUnknownItemGetTheTilesAndTheirMark) {
-    auto picture = std::make_shared<Surface>(Size{5, 7});
-    picture->FillRect(picture->Bounds(), 0x00AA00);
-    menu_.BackgroundPicture(picture);
-    Menus& menus = windows_.PopupMenus();
-    const Handle other = menus.CreatePopupMenu();
-    menus.AppendMenu(other, MF_OWNERDRAW, 1, u"");
-    menus.AppendMenu(other, MF_OWNERDRAW | MF_CHECKED, 2, u"");
-    std::vector<bool> answers;
-    windows_.SetWindowProc(owner_, [&](const Message& message) {
-        if (message.id == WM_MEASUREITEM) {
-            auto* record = menus.MeasureRecord(message.lParam);
-            record->itemWidth = 40;
-            record->itemHeight = 18;
-        } else if (message.id == WM_DRAWITEM) {
-            answers.push_back(menu_.WM_DRAWITEM_Msg(message.lParam));
-        }
-        return 1;
-    });
-    Surface screen;
-    menus.ObserveOpening([&](Handle) {
-        screen = windows_.ComposeScreen();
-        menus.EndMenu(0);
-    });
-    menus.TrackPopupMenu(other, 0, {100, 100}, owner_);
-    EXPECT_EQ(answers, (std::vector<bool>{true, true}));
-    EXPECT_EQ(screen.GetPixel({101, 101}), 0x00AA00);
-    EXPECT_EQ(screen.GetPixel({140, 136}), 0x00AA00);
-    EXPECT_EQ(screen.GetPixel({101 + 5 + 2, 101 + 18 + 5 + 6}), colours_.txtColor);
-    EXPECT_EQ(screen.GetPixel({101 + 5 + 2, 101 + 5 + 6}), 0x00AA00);
-}
 
 TEST_F(MenuRows, ShowPopupTellsItsOwnerAndRaisesClickInBetween) {
     const Long parent = Add(u"Parent");
