@@ -10,8 +10,8 @@ namespace platform {
 namespace {
 
 using Lines = std::vector<std::string>;
-using support::kPaper;
 using support::kInk;
+using support::kPaper;
 using support::TextBoxBench;
 
 // A line of 100 x 20: its 13 pixels of text begin at 2, 3. Each unit but a blank is a block that
@@ -83,9 +83,9 @@ TEST_F(TextBoxLine, TheSelectionHasTheColoursExchanged) {
     box_.Text(u"abc");
     box_.SelStart(1);
     box_.SelLength(1);
-    EXPECT_EQ(bench_.Pixel({7, 6}), kPaper);    // the last column of a
-    EXPECT_EQ(bench_.Pixel({8, 3}), kInk);  // b's cell from its corner on
-    EXPECT_EQ(bench_.Pixel({9, 6}), kPaper);    // b's block
+    EXPECT_EQ(bench_.Pixel({7, 6}), kPaper);  // the last column of a
+    EXPECT_EQ(bench_.Pixel({8, 3}), kInk);    // b's cell from its corner on
+    EXPECT_EQ(bench_.Pixel({9, 6}), kPaper);  // b's block
     EXPECT_EQ(bench_.Pixel({13, 15}), kInk);
     EXPECT_EQ(bench_.Pixel({14, 3}), kPaper);  // c's cell
     EXPECT_EQ(bench_.Pixel({8, 2}), kPaper);   // above and below

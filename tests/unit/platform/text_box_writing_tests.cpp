@@ -10,8 +10,8 @@ namespace platform {
 namespace {
 
 using Lines = std::vector<std::string>;
-using support::kPaper;
 using support::kInk;
+using support::kPaper;
 
 class Writing : public ::testing::Test {
   protected:
