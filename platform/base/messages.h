@@ -24,7 +24,7 @@ inline constexpr Long EM_GETLINECOUNT = 186;  ///< answers the number of lines a
 inline constexpr Long WM_KEYDOWN = 256;       ///< wParam: virtual key; lParam: modifiers, of keys.h
 inline constexpr Long WM_KEYUP = 257;         ///< the same
 inline constexpr Long WM_CHAR = 258;          ///< wParam: a code unit
-inline constexpr Long WM_IME_COMPOSITION = 271;  ///< WindowSystem::Composition is another one
+inline constexpr Long WM_IME_COMPOSITION = 271;  ///< WindowSystem::Composition has changed
 inline constexpr Long WM_SYSCOMMAND = 274;       ///< wParam: SC_...
 // Mouse messages: wParam: MK_...; lParam: x, y << 16, of the client area, each signed. While a
 // button is held they go to the window that it was pressed on.
@@ -38,7 +38,8 @@ inline constexpr Long WM_RBUTTONDBLCLK = 518;
 inline constexpr Long WM_MBUTTONDOWN = 519;
 inline constexpr Long WM_MBUTTONUP = 520;
 inline constexpr Long WM_MBUTTONDBLCLK = 521;
-inline constexpr Long WM_MOUSEWHEEL = 522;     ///< wParam: delta << 16; lParam: x, y << 16, screen
+/// wParam: delta << 16, and below it MK_...; lParam: x, y << 16, of the screen.
+inline constexpr Long WM_MOUSEWHEEL = 522;
 inline constexpr Long WM_ENTERMENULOOP = 529;  ///< a popup menu is about to open
 inline constexpr Long WM_EXITMENULOOP = 530;   ///< it has gone, and the choice has been acted on
 inline constexpr Long WM_DROPFILES = 563;      ///< wParam: a drop for WindowSystem::DragQueryFile

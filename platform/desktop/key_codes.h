@@ -13,7 +13,7 @@ namespace platform::desktop {
 /// those that the key has on the plainest keyboard.
 Long KeyCodeOf(const QKeyEvent& event);
 
-/// 1 Shift, 2 Ctrl, 4 Alt.
+/// kShiftBit, kCtrlBit, kAltBit.
 Long ShiftOf(Qt::KeyboardModifiers modifiers);
 /// The same once the event has taken effect: a modifier key counts from its own press on.
 Long ShiftAfter(const QKeyEvent& event, Long code);
