@@ -40,8 +40,6 @@ class MenuPopup {
     /// The row that shows at a point of the screen.
     std::optional<std::size_t> RowAt(Point ptScreen) const;
     Rect RowOnScreen(std::size_t row) const;
-    /// The rows as drawn, without the frame.
-    const Surface& Content() const { return content_; }
 
     std::optional<std::size_t> Selected() const { return selected_; }
     /// Draws the two rows that change. The selected row is brought into view if wanted.
