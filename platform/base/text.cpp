@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 #include "platform/base/letter_case.h"
 
@@ -45,6 +46,22 @@ std::size_t SequenceLength(std::string_view bytes) {
     return length;
 }
 
+// How many bytes in front of all others are ASCII; eight are looked at together.
+std::size_t AsciiInFront(std::string_view bytes) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    std::size_t count = 0;
+    for (std::uint64_t eight = 0; count + sizeof eight <= bytes.size(); count += sizeof eight) {
+        std::memcpy(&eight, bytes.data() + count, sizeof eight);
+        if ((eight & kHighBits) != 0) {
+            break;
+        }
+    }
+    while (count < bytes.size() && static_cast<unsigned char>(bytes[count]) < 0x80) {
+        ++count;
+    }
+    return count;
+}
+
 void AppendCodePoint(std::uint32_t point, std::u16string& text) {
     if (point < 0x10000) {
         text.push_back(static_cast<char16_t>(point));
@@ -79,13 +96,9 @@ void AppendUtf8(std::uint32_t point, std::string& bytes) {
 }  // namespace
 
 void WidenInto(std::string_view bytes, std::u16string& text) {
-    text.resize(bytes.size());
-    std::size_t plain = 0;  // the long runs are ASCII: copied without a decision per byte
-    while (plain < bytes.size() && static_cast<unsigned char>(bytes[plain]) < 0x80) {
-        text[plain] = static_cast<char16_t>(bytes[plain]);
-        ++plain;
-    }
+    const std::size_t plain = AsciiInFront(bytes);  // most of it is: copied without decisions
     text.resize(plain);
+    std::copy_n(bytes.begin(), plain, text.begin());
     std::size_t i = plain;
     while (i < bytes.size()) {
         const auto byte = static_cast<unsigned char>(bytes[i]);
