@@ -1,7 +1,8 @@
 # add_suites(TARGET PREFIX [SINGLE]) registers the tests of a GoogleTest program with CTest: each by
-# itself, or, under the sanitizers (VELDRIN_TEST_SUITES), where a process takes longer to start than
-# most tests to run, one for each suite. The built program is asked for its suites, so that none is
-# forgotten. SINGLE: each by itself anyway, since they spend their time waiting, and can wait together.
+# itself, or, in ./test (VELDRIN_TEST_SUITES), a suite at a time: a process takes longer to start than
+# most tests to run, above all under the sanitizers. The built program is asked for its suites, so
+# that none is forgotten. SINGLE: each by itself anyway, since they spend their time waiting, and can
+# wait together.
 if(CMAKE_SCRIPT_MODE_FILE)
   execute_process(COMMAND ${PROGRAM} --gtest_list_tests
     OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)

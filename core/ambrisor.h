@@ -7,9 +7,11 @@
 //     component.ProcessImpulse(3, ...);                 // attach
 //     component.ProcessImpulse(15, 16, window, ...);    // load; the window is still hidden
 //     component.ProcessImpulse(15, 17, True, line);     // handle the command line and show
-//     ... windows.WaitMessage() until the user has asked for the end (impulse 15 to the host) ...
-//     component.ProcessImpulse(15, 17, False, ...);     // end; impulse 7 reaches the host in it
+//     ... windows.WaitMessage() until impulse 7 reaches the host ...
 //     component.Disconnect();
+//
+// The window's close button ends a run by itself. To end it from outside, or to grant impulse 15,
+// the user's wish to exit, the host sends (15, 17, False); impulse 7 comes before that returns.
 //
 // All of it happens on one thread. One Ambrisor may be alive at a time in a process; a new one
 // starts with clean state.

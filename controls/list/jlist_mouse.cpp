@@ -9,20 +9,15 @@
 
 namespace sarnel {
 
+using platform::kLeftButton;
+using platform::kRightButton;
 using platform::MouseEvent;
-
-namespace {
-
-constexpr Long kLeft = platform::kLeftButton;
-constexpr Long kRight = platform::kRightButton;
-
-}  // namespace
 
 void JList::MouseDown(const MouseEvent& event) {
     windows_.SetFocus(HWnd());
     mouse_.clickButtons |= event.Button;
     mouse_.dragArmed = false;
-    mouse_.rightDown = event.Button == kRight;
+    mouse_.rightDown = event.Button == kRightButton;
     if (!mouse_.rightDown) {
         mouse_.y = event.Y;
         PressByZone(event.Y);
@@ -123,7 +118,7 @@ void JList::ExtendBand() {
 }
 
 void JList::MouseUp(const MouseEvent& event) {
-    if (event.Button == kLeft) {
+    if (event.Button == kLeftButton) {
         const Long mode = std::exchange(mouse_.mode, ListMouse::kNoPress);
         if (mode == ListMouse::kAboveThumb || mode == ListMouse::kBelowThumb) {
             DrawScrollBar(-1);

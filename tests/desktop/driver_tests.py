@@ -9,6 +9,7 @@ import unittest
 from desktop import Display, Lines, OnDisplay, main, wait_for
 from driver import HEIGHT, WIDTH, Driver, colour
 
+
 class Windows(Driver):
     def test_stands_where_it_was_put_with_size_title_and_class(self):
         self.open(300, 260)
