@@ -13,7 +13,7 @@ namespace sarnel {
 
 Ambrisor::Ambrisor(platform::WindowSystem& windows, AmbrisorOptions options)
     : program_(std::make_unique<Program>(windows, std::move(options.directory),
-                                         std::move(options.guide))) {
+                                         std::move(options.guide), std::move(options.lyrics))) {
     SetApp(program_.get());
 }
 

@@ -40,6 +40,9 @@ struct AmbrisorOptions {
     std::string directory;
     /// Path or address of the user guide, which the command "About" opens.
     std::string guide = {};
+    /// Base address of the lyrics service, http or https, without a separator at its end. With none
+    /// no words are found.
+    std::string lyrics = {};
 };
 
 class Ambrisor : public Component {

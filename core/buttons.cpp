@@ -9,6 +9,7 @@
 #include "core/state/paneltable.h"
 #include "core/state/program.h"
 #include "core/state/seams.h"
+#include "lyrics/lyrics.h"
 #include "menus/commandmenu.h"
 #include "playback/mPlayback.h"
 #include "skin/panels.h"
@@ -82,7 +83,7 @@ void sldSkin_Scroll(Long Index) {
             SetVolume(slider.Value());
             break;
         case kLyricsSlider:
-            seams::ScrollLyrics();
+            ScrollLyrics();
             break;
         default:
             SetEffectOf(Index, slider.Value());

@@ -60,6 +60,11 @@ inline constexpr Long kCentredAbove = platform::TPM_CENTERALIGN | platform::TPM_
 /// menu; else it names an item whose submenu opens by itself.
 void ShowMenu(std::u16string_view key, Long align);
 
+/// The panels that have handlers of their own: lyricspanel.cpp, browserpanel.cpp, searchpanel.cpp.
+void AttachLyricsHandlers(frmMAIN& main);
+void AttachBrowserHandlers(frmMAIN& main);
+void AttachSearchHandlers(frmMAIN& main);
+
 // Keys (keys.cpp).
 
 void hKeys_HotKeyPress(std::u16string_view sName);

@@ -13,6 +13,9 @@ namespace sarnel {
 void frmMAIN::AttachHandlers() {
     AttachButtonHandlers(*this);
     AttachSurfaceHandlers(*this);
+    AttachLyricsHandlers(*this);
+    AttachBrowserHandlers(*this);
+    AttachSearchHandlers(*this);
     lstPlaylist.onKeyDown = [](Long KeyCode, Long Shift) { lstPlaylist_KeyDown(KeyCode, Shift); };
     lstPlaylist.onKeyUp = [](Long KeyCode, Long Shift) { lstPlaylist_KeyUp(KeyCode, Shift); };
     lstPlaylist.onOLEDragDrop = [](const std::vector<std::string>& paths) {

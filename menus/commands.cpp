@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "browser/filebrowser.h"
+#include "browser/search.h"
 #include "core/base/failure.h"
 #include "core/base/impulses.h"
 #include "core/state/frmmain.h"
@@ -13,8 +15,8 @@
 #include "core/state/modes.h"
 #include "core/state/paneltable.h"
 #include "core/state/program.h"
-#include "core/state/seams.h"
 #include "core/state/settings.h"
+#include "lyrics/lyrics.h"
 #include "menus/commandmenu.h"
 #include "platform/base/text.h"
 #include "playback/mPlayback.h"
@@ -40,17 +42,17 @@ void SetMode(const Mode& mode, bool on) {
 void FillPanel(Long panel) {
     switch (panel) {
         case kLyricsPanel:
-            Step([] { seams::ShowLyrics(false); });
+            Step([] { ShowLyrics(false); });
             break;
         case kBrowserPanel:
-            Step([] { seams::FillBrowser(settings::kLastDir.Read()); });
+            Step([] { FillBrowser(*App().Main().lstFilesAndFolders, settings::kLastDir.Read()); });
             break;
         case kInformationPanel:
             Step(ShowItemInfo);
             break;
         case kSearchPanel: {
             frmMAIN& main = App().Main();
-            Step([&] { seams::RefreshSearch(main.txt_SearchFilter->Text()); });
+            Step([&] { RefreshSearch(main.txt_SearchFilter->Text()); });
             App().windows.SetFocus(main.txt_SearchFilter->HWnd());
             break;
         }

@@ -116,6 +116,13 @@ struct TextInput {
     bool operator==(const TextInput&) const = default;
 };
 
+/// A place that folders begin at: the root folder, the user's own, a mounted volume.
+struct Drive {
+    std::u16string root;   ///< with a separator at its end
+    std::u16string label;  ///< of the volume; empty if it has none
+    bool operator==(const Drive&) const = default;
+};
+
 class Driver {
   public:
     virtual ~Driver() = default;
@@ -219,6 +226,24 @@ class Driver {
     virtual void SetClipboardText(std::u16string_view /*text*/) {}
     /// Shows a document, by path or address, with what the desktop has for it.
     virtual void OpenDocument(std::u16string_view /*pathOrAddress*/) {}
+    /// Where folders begin, in the order in which users are to see them.
+    virtual std::vector<Drive> Drives() const { return {}; }
+
+    // Pages of the network. Addresses are http or https, with any character as it stands; a driver
+    // escapes what cannot be sent.
+
+    /// Whether there is any way to where the address leads: always to this machine itself.
+    virtual bool IsOnline(std::u16string_view /*address*/) const { return false; }
+    /// Forgets the copy that was kept of a page, and asks for none at the next download.
+    virtual void ForgetDownload(std::u16string_view /*address*/) {}
+    /// The bytes of a page, or of the copy that was kept of it; none if there is no such page, or
+    /// not in time. Waits; what the desktop reports meanwhile is queued, and windows stay whole.
+    virtual std::optional<std::string> Download(std::u16string_view /*address*/) { return {}; }
+
+    /// Called now and then in work that lets no events run: what the desktop reports is queued, and
+    /// what has been covered and uncovered of the windows is shown again.
+    virtual void KeepShown() {}
+
     /// Two presses within so many milliseconds are a double click.
     virtual Millis DoubleClickTime() const { return 500; }
 };

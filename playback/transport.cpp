@@ -4,7 +4,7 @@
 #include "core/base/impulses.h"
 #include "core/state/frmmain.h"
 #include "core/state/program.h"
-#include "core/state/seams.h"
+#include "lyrics/lyrics.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {
@@ -35,7 +35,7 @@ bool PlayCurrentItem() {
     SetScrollText(App().Main().Caption());
     RefreshInfoDisplay();
     if (App().Main().picFrame(kLyricsPanel).Visible()) {
-        seams::ShowLyrics(false);
+        ShowLyrics(false);
     }
     const Long length = Ask(ImpulseGetLength, Long{0});
     // Without a known length nothing follows the item: it sounds, and never advances by itself.

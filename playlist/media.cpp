@@ -47,6 +47,12 @@ std::u16string_view WithoutQuotes(std::u16string_view line) {
     return line;
 }
 
+// A sign of life: no event runs until the search is over.
+void ShowFolderInWork(std::u16string_view folder) {
+    App().Main().lblFrameAddPathName->Caption(folder);
+    App().windows.UpdateScreen();
+}
+
 // Puts the first row in place for playing what a command line has just brought.
 bool StandOnFirstRow(bool enqueue) {
     if (enqueue || Playlist().ListCount() < 1) {
@@ -118,6 +124,7 @@ void AddFileToList(std::u16string_view filename, std::u16string_view path) {
 
 void SearchFiles(std::u16string_view filePath, std::u16string_view filename, bool Recursive) {
     const std::u16string folder(filePath);
+    Step([&] { ShowFolderInWork(folder); });
     const std::vector<platform::FolderEntry> entries = platform::ListFolder(folder);
     if (Recursive) {
         for (const platform::FolderEntry& entry : entries) {
@@ -132,6 +139,7 @@ void SearchFiles(std::u16string_view filePath, std::u16string_view filename, boo
             filename == kEveryName || platform::EqualIgnoringCase(entry.name, filename);
         if (!entry.isFolder && matches) {
             AddFileToList(entry.name, folder + entry.name);
+            App().windows.KeepShown();
         }
     }
 }

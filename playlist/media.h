@@ -24,9 +24,9 @@ void ProcessCommandLine(std::u16string_view line, bool startup);
 /// Adds a file if the host supports it, under the title that the host gives; `filename` until then.
 void AddFileToList(std::u16string_view filename, std::u16string_view path);
 
-/// Adds the files of a folder. `filePath` ends in a separator; the mask "*.*" means every name.
-/// With Recursive, subfolders come first; a link into a folder that the search is in is not
-/// followed.
+/// Adds the files of a folder; the path label of the file browser shows it. `filePath` ends in a
+/// separator; the mask "*.*" means every name. With Recursive, subfolders come first; a link into a
+/// folder that the search is in is not followed.
 void SearchFiles(std::u16string_view filePath, std::u16string_view filename, bool Recursive);
 
 /// Files dropped on the list: folders are searched, without their subfolders.

@@ -10,7 +10,14 @@ namespace sarnel {
 
 void JList::AddItem(std::u16string_view ItemToAdd, std::u16string_view ItemDataToAdd,
                     Long ItemIndex) {
-    const Long at = rows_.AddItem(ItemToAdd, ItemDataToAdd, ItemIndex);
+    RowAdded(rows_.AddItem(ItemToAdd, ItemDataToAdd, ItemIndex));
+}
+
+void JList::AddLast(RowText ItemToAdd, RowText ItemDataToAdd) {
+    RowAdded(rows_.AddLast(std::move(ItemToAdd), std::move(ItemDataToAdd)));
+}
+
+void JList::RowAdded(Long at) {
     thumb_.dirty = true;
     index_.RowAdded(at, SelCount() != 0);
     if (range_.first == -1) {

@@ -51,12 +51,15 @@ class JList : public platform::Widget {
     /// A row's payload. A write does not repaint.
     std::u16string ListData(Long Index) const { return rows_.ListData(Index); }
     void ListData(Long Index, std::u16string_view value) { rows_.ListData(Index, value); }
-    /// The payload without a copy of it; the row must exist.
+    /// Text and payload without a copy; the row must exist.
+    const RowText& TextAt(Long Index) const { return rows_.TextAt(Index); }
     const RowText& DataAt(Long Index) const { return rows_.DataAt(Index); }
 
     /// Adds a row: at ItemIndex, else (-1) at its sorted place or the end. Repaints if RedrawFlag.
     void AddItem(std::u16string_view ItemToAdd, std::u16string_view ItemDataToAdd,
                  Long ItemIndex = -1);
+    /// The same with texts that are rows' own already, behind all rows and whatever Sorted says.
+    void AddLast(RowText ItemToAdd, RowText ItemDataToAdd);
     /// Removes a row and keeps the indices in step; a removed current row leaves ListCurrent -1.
     /// Removing index ListCount drops the spare slot. Repaints if RedrawFlag.
     void RemoveItem(Long ItemIndex);
@@ -237,6 +240,7 @@ class JList : public platform::Widget {
   private:
     void Create();
     void SetupMetrics();
+    void RowAdded(Long at);
     void RepaintIfAllowed();
     void KeyDown(Long keyCode, Long shift);
     void CommitCaret();

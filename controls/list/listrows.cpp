@@ -31,8 +31,17 @@ Long ListRows::AddItem(std::u16string_view ItemToAdd, std::u16string_view ItemDa
     } else if (sorted_) {
         at = SortedPlace(ItemToAdd);
     }
-    itemText_.Insert(at, RowText(ItemToAdd));
-    itemData_.Insert(at, RowText(ItemDataToAdd));
+    return Insert(at, RowText(ItemToAdd), RowText(ItemDataToAdd));
+}
+
+Long ListRows::AddLast(RowText ItemToAdd, RowText ItemDataToAdd) {
+    ++listCount_;
+    return Insert(listCount_ - 1, std::move(ItemToAdd), std::move(ItemDataToAdd));
+}
+
+Long ListRows::Insert(Long at, RowText text, RowText data) {
+    itemText_.Insert(at, std::move(text));
+    itemData_.Insert(at, std::move(data));
     itemSelected_.Insert(at, 0);
     if (keepsImages_) {
         itemImage_.Insert(at, -1);

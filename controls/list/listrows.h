@@ -36,6 +36,8 @@ class ListRows {
     /// front of the spare. An index behind the spare appends there, a negative one goes to the
     /// front. Answers the place as it was asked to.
     Long AddItem(std::u16string_view ItemToAdd, std::u16string_view ItemDataToAdd, Long ItemIndex);
+    /// Adds a row in front of the spare, and answers its place.
+    Long AddLast(RowText ItemToAdd, RowText ItemDataToAdd);
     /// Takes a row or the spare out; without the spare the last row becomes it. False, with nothing
     /// changed, if there are no rows or no such slot.
     bool RemoveItem(Long ItemIndex);
@@ -96,6 +98,7 @@ class ListRows {
   private:
     using Flag = std::uint8_t;
 
+    Long Insert(Long at, RowText text, RowText data);
     Long SortedPlace(std::u16string_view text) const;
     void SwapRows(Long a, Long b);
     void QuickSortRange(Long threshold, Long lo, Long hi);

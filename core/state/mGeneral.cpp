@@ -42,6 +42,10 @@ bool FileExists(std::u16string_view path) {
     return platform::FileLength(path).value_or(-1) >= 0;
 }
 
+std::u16string FullPathName(std::u16string_view path) {
+    return platform::FullPath(path);
+}
+
 std::u16string StripNull(std::u16string_view text) {
     return std::u16string(text.substr(0, text.find(u'\0')));
 }

@@ -18,6 +18,9 @@ void WriteSetting(std::u16string_view key, std::u16string_view value);
 bool DirExists(std::u16string_view path);
 /// False for a folder, True for a file of any length.
 bool FileExists(std::u16string_view path);
+/// The path from the root folder on, without "." and "..", which are taken out of its names alone:
+/// what a link leads to plays no part. A separator at the end stays.
+std::u16string FullPathName(std::u16string_view path);
 /// The text before the first zero character.
 std::u16string StripNull(std::u16string_view text);
 

@@ -4,6 +4,7 @@
 
 #include "core/base/component.h"
 #include "core/state/frmmain.h"
+#include "platform/base/text.h"
 
 namespace sarnel {
 
@@ -23,10 +24,11 @@ void SetApp(Program* program) {
 }
 
 Program::Program(platform::WindowSystem& windowSystem, std::string componentDirectory,
-                 std::string userGuide)
+                 std::string userGuide, std::string lyricsBase)
     : windows(windowSystem),
       directory(std::move(componentDirectory)),
       guide(std::move(userGuide)),
+      lyrics(platform::Widen(lyricsBase)),
       Popups(std::make_shared<mJPopupMenu>(windowSystem)) {}
 
 Program::~Program() {

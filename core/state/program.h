@@ -29,7 +29,7 @@ using ColourBytes = std::array<std::uint8_t, 3>;
 
 struct Program {
     Program(platform::WindowSystem& windowSystem, std::string componentDirectory,
-            std::string userGuide);
+            std::string userGuide, std::string lyricsBase);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -39,6 +39,8 @@ struct Program {
     const std::string directory;
     /// Path or address.
     const std::string guide;
+    /// Base address of the lyrics service.
+    const std::u16string lyrics;
 
     /// Stored by impulse 3; nothing can be sent before.
     Component* component = nullptr;
@@ -73,6 +75,9 @@ struct Program {
     ColourBytes PulseColorTo{};
     /// Where InfoText is drawn in picInfoDisplay.
     platform::Rect DisplayRect;
+
+    /// The lyrics slider's value at the last scroll.
+    Long LyricsLine = 0;
 
     /// Where the button went down on the window's surface, in pixels of the surface.
     platform::Point DragOrigin;

@@ -11,12 +11,6 @@ namespace sarnel::seams {
 
 using platform::Long;
 
-// The lyrics panel, filled for the current item.
-inline void ShowLyrics(bool /*refresh*/) {}
-
-// The lyrics slider has been moved by the wheel.
-inline void ScrollLyrics() {}
-
 // The tooltip at the pointer, hidden by itself after so many milliseconds.
 inline void ShowTooltip(std::u16string_view /*text*/, Long /*timeOut*/) {}
 
@@ -25,9 +19,5 @@ inline void TrayAdd(std::u16string_view /*tip*/) {}
 inline void TrayModify(std::u16string_view /*tip*/) {}
 inline void TrayDelete() {}
 inline void TrayMenu() {}
-
-// The rows of the file browser for a folder, and of the search panel for a filter.
-inline void FillBrowser(std::u16string_view /*folder*/) {}
-inline void RefreshSearch(std::u16string_view /*filter*/) {}
 
 }  // namespace sarnel::seams

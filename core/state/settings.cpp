@@ -62,6 +62,10 @@ std::u16string TextSetting::Read() const {
     return ReadSetting(key, u"");
 }
 
+void TextSetting::Write(std::u16string_view value) const {
+    WriteSetting(key, value);
+}
+
 bool IsOn(const Setting<bool>& setting) {
     bool on = false;
     Take(on, setting.Read());

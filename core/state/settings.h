@@ -44,6 +44,8 @@ struct TextSetting {
     std::u16string_view key;
 
     std::u16string Read() const;
+    /// As of Setting.
+    void Write(std::u16string_view value) const;
 };
 
 /// False if what is stored is no boolean.

@@ -40,6 +40,7 @@ inline constexpr Long VK_SUBTRACT = 109;
 inline constexpr Long VK_DECIMAL = 110;
 inline constexpr Long VK_DIVIDE = 111;
 inline constexpr Long VK_F1 = 112;  ///< up to F24 at 135
+inline constexpr Long VK_F5 = 116;
 inline constexpr Long VK_F12 = 123;
 inline constexpr Long VK_NUMLOCK = 144;
 inline constexpr Long VK_SCROLL = 145;

@@ -63,6 +63,19 @@ std::u16string JoinPath(std::u16string_view directory, std::u16string_view name)
     return path;
 }
 
+std::u16string FullPath(std::u16string_view path) {
+    // Most paths are full: they hold no empty name and none that begins with a dot.
+    const bool isFull = path.starts_with(kPathSeparator) &&
+                        path.find(u"//") == std::u16string_view::npos &&
+                        path.find(u"/.") == std::u16string_view::npos;
+    if (isFull) {
+        return std::u16string(path);
+    }
+    std::error_code error;
+    const fs::path full = fs::absolute(fs::path(Narrow(path)), error).lexically_normal();
+    return error ? std::u16string(path) : Widen(full.native());
+}
+
 std::optional<std::int64_t> FileLength(std::u16string_view path) {
     const auto status = Status(path);
     if (!status || S_ISDIR(status->st_mode)) {

@@ -26,6 +26,10 @@ bool DirectoryMatches(std::u16string_view path);
 /// Whether a search that sees ordinary files only finds `path`: no folder, no hidden (dot) file.
 bool OrdinaryFileMatches(std::u16string_view path);
 
+/// The path from the root folder on, without names that stand for a folder already named: ".", ".."
+/// and empty ones. Links are names like all others. A separator at the end stays.
+std::u16string FullPath(std::u16string_view path);
+
 struct FolderEntry {
     std::u16string name;
     bool isFolder = false;

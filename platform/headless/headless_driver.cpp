@@ -113,4 +113,11 @@ TextPicture HeadlessDriver::RenderText(const Font& font, std::u16string_view tex
     return picture;
 }
 
+std::optional<std::string> HeadlessDriver::Download(std::u16string_view address) {
+    const std::u16string key(address);
+    downloads_.push_back({key, forgotten_.erase(key) > 0});
+    const auto page = pages_.find(key);
+    return page != pages_.end() ? std::optional(page->second) : std::nullopt;
+}
+
 }  // namespace platform

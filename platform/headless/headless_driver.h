@@ -6,6 +6,8 @@
 #include <chrono>
 #include <deque>
 #include <map>
+#include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,6 +30,18 @@ class HeadlessDriver : public Driver {
     void SetWorkArea(const Rect& area);
 
     void SetDisk(Disk disk) { disk_ = disk; }
+    void AddDrive(Drive drive) { drives_.push_back(std::move(drive)); }
+    void SetOnline(bool online) { online_ = online; }
+    /// What a download of that address yields from now on; any other fails.
+    void SetPage(std::u16string_view address, std::string body) {
+        pages_.insert_or_assign(std::u16string(address), std::move(body));
+    }
+    struct AskedPage {
+        std::u16string address;
+        bool isFresh = false;  ///< its copy was forgotten before
+    };
+    /// The pages asked for since the last call, whether there were any or not.
+    std::vector<AskedPage> TakeDownloads() { return std::exchange(downloads_, {}); }
 
     Millis Now() const override;
     void WaitUntil(std::optional<Millis> deadline) override;
@@ -49,6 +63,10 @@ class HeadlessDriver : public Driver {
     void OpenDocument(std::u16string_view pathOrAddress) override {
         opened_.emplace_back(pathOrAddress);
     }
+    std::vector<Drive> Drives() const override { return drives_; }
+    bool IsOnline(std::u16string_view /*address*/) const override { return online_; }
+    void ForgetDownload(std::u16string_view address) override { forgotten_.emplace(address); }
+    std::optional<std::string> Download(std::u16string_view address) override;
     /// What has been opened since the last call.
     std::vector<std::u16string> TakeOpened() { return std::exchange(opened_, {}); }
 
@@ -61,6 +79,11 @@ class HeadlessDriver : public Driver {
     Disk disk_ = Disk::kWritable;
     std::u16string clipboard_;
     std::vector<std::u16string> opened_;
+    std::vector<Drive> drives_;
+    bool online_ = true;
+    std::map<std::u16string, std::string> pages_;
+    std::set<std::u16string> forgotten_;
+    std::vector<AskedPage> downloads_;
     std::deque<DriverEvent> events_;
     std::map<int, std::function<void()>> watches_;
 };

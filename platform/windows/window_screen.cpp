@@ -227,4 +227,12 @@ void WindowSystem::UpdateScreen() {
     }
 }
 
+void WindowSystem::KeepShown() {
+    constexpr Millis kPeriod = 100;  // an uncovered window may stay blank so long, unnoticed
+    if (Now() - keptShown_ >= kPeriod) {
+        keptShown_ = Now();
+        driver_.KeepShown();
+    }
+}
+
 }  // namespace platform

@@ -128,6 +128,9 @@ class WindowSystem {
     void InvalidateRect(Handle window, const Rect& rectClient);
     /// Brings what has changed to the screen now. Pixels that are as they were are not sent.
     void UpdateScreen();
+    /// To be called again and again in work that lets no event run: some ten times a second what
+    /// has been covered and uncovered of the windows is shown again. Nothing is delivered.
+    void KeepShown();
     /// The whole picture of a top-level window as it would be shown.
     Surface Compose(Handle topLevel) const;
     /// The whole screen, with all visible windows on it.
@@ -340,6 +343,7 @@ class WindowSystem {
     std::deque<Message> posted_;
     std::vector<Due> due_;
     std::uint64_t lastOrder_ = 0;
+    Millis keptShown_ = 0;  ///< when that was done last
     std::map<Handle, std::vector<std::string>> drops_;
     std::map<Long, CopyDataRecord> records_;
     int depth_ = 0;

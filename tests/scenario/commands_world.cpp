@@ -1,9 +1,11 @@
 // What surrounds the component and may change or fail: the desktop's work area, the looks that the
-// component carries, the disk.
+// component carries, the disk and its drives, the network.
 #include <algorithm>
 #include <array>
 #include <charconv>
 
+#include "platform/base/text.h"
+#include "platform/files/files.h"
 #include "tests/scenario/commands.h"
 
 namespace scenario {
@@ -64,10 +66,42 @@ Command Writes(CommandLine& line) {
     };
 }
 
+Command Drive(CommandLine& line) {
+    const std::u16string root = line.Text();
+    if (!root.ends_with(platform::kPathSeparator)) {
+        throw Mistake("no root of a drive, which ends in a separator: " + platform::Narrow(root));
+    }
+    return [drive = platform::Drive{root, line.Text()}](World& world) {
+        world.Screen().AddDrive(drive);
+    };
+}
+
+Command Online(CommandLine& line) {
+    return [online = line.Boolean()](World& world) { world.Screen().SetOnline(online); };
+}
+
+Command Page(CommandLine& line) {
+    const std::u16string address = line.Text();
+    return [address, body = platform::Narrow(line.Text())](World& world) {
+        world.Screen().SetPage(address, body);
+    };
+}
+
+Command Pages(CommandLine& /*line*/) {
+    return [](World& world) {
+        for (const auto& [address, isFresh] : world.Screen().TakeDownloads()) {
+            world.Print((isFresh ? "fresh " : "") + world.Bare(address));
+        }
+    };
+}
+
 }  // namespace
 
 const CommandTable& WorldCommands() {
-    static const CommandTable table{{"workarea", WorkArea}, {"skin", Skin}, {"writes", Writes}};
+    static const CommandTable table{
+        {"workarea", WorkArea}, {"skin", Skin}, {"writes", Writes}, {"drive", Drive},
+        {"online", Online},     {"page", Page}, {"pages", Pages},
+    };
     return table;
 }
 

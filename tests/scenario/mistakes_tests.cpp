@@ -27,8 +27,8 @@ TEST_F(Mistakes, UnknownWords) {
 
 TEST_F(Mistakes, WordsThatAreNotBuiltYet) {
     Refused("tray\n", "1: not built yet: tray");
-    Refused("at 5 pages\n", "1: not built yet: pages");
-    Refused("call FillBrowser lstPlaylist \"\"\n", "1: not built yet: FillBrowser");
+    Refused("at 5 registry\n", "1: not built yet: registry");
+    Refused("call ShowTooltip \"\" 1\n", "1: not built yet: ShowTooltip");
 }
 
 TEST_F(Mistakes, NumbersOfArguments) {

@@ -8,14 +8,12 @@
 namespace scenario {
 
 bool IsReservedCommand(std::string_view word) {
-    static constexpr std::array<std::string_view, 7> kCommands{
-        "pages", "registry", "tray", "drive", "online", "page", "hotkeys"};
+    static constexpr std::array<std::string_view, 3> kCommands{"registry", "tray", "hotkeys"};
     return std::find(kCommands.begin(), kCommands.end(), word) != kCommands.end();
 }
 
 bool IsReservedName(std::string_view name) {
-    static constexpr std::array<std::string_view, 2> kNames{"FillBrowser", "ShowLyrics"};
-    return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
+    return name == "ShowTooltip";
 }
 
 }  // namespace scenario

@@ -1,6 +1,10 @@
 // The routines of the component that a scenario may call by name.
+#include "browser/filebrowser.h"
+#include "browser/search.h"
+#include "controls/list/jlist.h"
 #include "core/mAmbrisor.h"
 #include "core/state/mGeneral.h"
+#include "lyrics/lyrics.h"
 #include "menus/commandmenu.h"
 #include "playback/mPlayback.h"
 #include "playlist/media.h"
@@ -55,6 +59,14 @@ const std::vector<Entry>& RoutineNames() {
         Routine("ProcessCommandLine", ProcessCommandLine),
         Routine("AddFileToList", AddFileToList),
         Routine("SearchFiles", SearchFiles),
+        // Lyrics, file browser, search.
+        Routine("ShowLyrics", ShowLyrics),
+        Routine("FetchLyrics", FetchLyrics),
+        Routine("OpenLyricsEditor", OpenLyricsEditor),
+        Routine("IsOnline", IsOnline),
+        Routine("FillBrowser", FillBrowser),
+        Routine("FullPathName", FullPathName),
+        Routine("RefreshSearch", RefreshSearch),
         // Start, stop and window.
         Routine("InstallWindowHooks", InstallWindowHooks),
         Routine("RemoveWindowHooks", RemoveWindowHooks),

@@ -22,6 +22,7 @@ namespace {
 
 constexpr platform::Rect kNewInstance{0, 0, 281, 181};
 constexpr const char* kGuide = "/opt/veldrin/guide.html";
+constexpr const char* kLyrics = "http://lyrics.test";
 
 }  // namespace
 
@@ -34,7 +35,8 @@ World::~World() = default;
 
 Ambrisor& World::Component() {
     if (component_ == nullptr) {
-        component_ = std::make_unique<Ambrisor>(windows_, AmbrisorOptions{directory_, kGuide});
+        component_ =
+            std::make_unique<Ambrisor>(windows_, AmbrisorOptions{directory_, kGuide, kLyrics});
         ApplyLooks();
         runBegun_ = false;
     }

@@ -1,0 +1,59 @@
+// The network as the host needs it: a page from somewhere, and a small service of its own. What
+// stands behind it is a library that takes longer to load than the whole player to start, so it
+// lies in a module of its own that is loaded when it is first needed (LoadHttp), which may be
+// never.
+//
+// Nothing here throws. All members may be called from any thread.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace veldrin {
+
+/// Names of headers are in lower case.
+using HttpHeaders = std::map<std::string, std::string>;
+
+/// What somebody asks of the service.
+struct HttpRequest {
+    std::string method;  ///< "GET", "POST" ...
+    std::string target;  ///< path and query as they came, escapes and all
+    HttpHeaders headers;
+    std::string body;
+};
+
+struct HttpAnswer {
+    int status = 200;
+    HttpHeaders headers;
+    std::string body;
+};
+
+struct HttpLimits {
+    std::chrono::milliseconds time{10'000};    ///< for all of it, redirects included
+    std::size_t size = std::size_t{2} << 20U;  ///< bytes of a body, once unpacked
+};
+
+class Http {
+  public:
+    virtual ~Http() = default;
+
+    /// Asks for a page: http and https, redirects followed within these, packed bodies unpacked.
+    /// Any status is an answer; none where nothing came in time, or too much. Characters that
+    /// cannot stand in an address are escaped. Returns in time, whatever becomes of the other side.
+    virtual std::optional<HttpAnswer> Get(const std::string& address, const HttpHeaders& headers,
+                                          const HttpLimits& limits) = 0;
+
+    using Handler = std::function<HttpAnswer(const HttpRequest& request)>;
+    /// Answers what comes to a listening socket, whose descriptor it takes over, until the Http
+    /// ends. The handler is called on threads of the service's own, several at once. Once.
+    virtual void Serve(int listening, Handler handler) = 0;
+};
+
+/// Loads the module, at the first call; the same object at each. Null where there is no module.
+Http* LoadHttp();
+
+}  // namespace veldrin
