@@ -1,8 +1,6 @@
 #include "browser/search.h"
 
-#include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 #include <string>
 
@@ -18,11 +16,16 @@ namespace sarnel {
 
 namespace {
 
-// The rows that have a text in them, both in capitals. Each keystroke asks it of every row, so what
-// rows are made of is looked at where it lies, and nothing is copied.
+// Which texts have another one in them, both in capitals. Each keystroke asks that of every row: so
+// the units are looked at where they lie, and for most of them one look into a table is enough.
 class Filter {
   public:
-    explicit Filter(std::u16string_view text) : capitals_(platform::Upper(text)) {}
+    explicit Filter(std::u16string_view text) : capitals_(platform::Upper(text)) {
+        for (std::size_t unit = 0; unit < upper_.size(); ++unit) {
+            upper_.at(unit) = platform::UpperUnit(static_cast<char16_t>(unit));
+            begins_.at(unit) = !capitals_.empty() && upper_.at(unit) == capitals_.front();
+        }
+    }
 
     bool Matches(const RowText& text) const {
         return text.Units([this](const auto& units) { return IsIn(units); });
@@ -31,15 +34,40 @@ class Filter {
   private:
     template <class Units>
     bool IsIn(const Units& units) const {
-        const auto isCapital = [](auto unit, char16_t capital) {
-            return platform::UpperUnit(UnitOf(unit)) == capital;
-        };
-        return std::search(units.begin(), units.end(), capitals_.begin(), capitals_.end(),
-                           isCapital) != units.end() ||
-               capitals_.empty();
+        if (capitals_.empty()) {
+            return true;
+        }
+        const auto* const begin = units.data();
+        const auto* const end = begin + units.size();
+        for (const auto* at = begin; static_cast<std::size_t>(end - at) >= capitals_.size(); ++at) {
+            if (Begins(UnitOf(*at)) && Continues(at + 1)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    template <class Unit>
+    bool Continues(const Unit* at) const {
+        for (std::size_t i = 1; i < capitals_.size(); ++i, ++at) {
+            if (UpperOf(UnitOf(*at)) != capitals_[i]) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    char16_t UpperOf(char16_t unit) const {
+        return unit < upper_.size() ? upper_[unit] : platform::UpperUnit(unit);
+    }
+    bool Begins(char16_t unit) const {
+        return unit < begins_.size() ? begins_[unit]
+                                     : platform::UpperUnit(unit) == capitals_.front();
     }
 
     std::u16string capitals_;
+    std::array<char16_t, 256> upper_{};
+    std::array<bool, 256> begins_{};
 };
 
 JList& Hits() {
@@ -56,7 +84,7 @@ void RefreshSearch(std::u16string_view filter) {
     hits.RedrawFlag(false);
     for (Long row = 0; row < rows.ListCount(); ++row) {
         if (wanted.Matches(rows.TextAt(row))) {
-            hits.AddItem(rows.List(row), LongToText(row));
+            hits.AddLast(rows.TextAt(row).Copy(), RowText(LongToText(row)));
         }
     }
     hits.RedrawFlag(true);

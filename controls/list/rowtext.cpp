@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace sarnel {
 
@@ -25,38 +26,47 @@ RowText::RowText(std::u16string_view text) {
         all = static_cast<char16_t>(all | unit);
     }
     const bool wide = all > 0xFF;
-    const std::size_t bytes = text.size() * (wide ? sizeof(char16_t) : 1);
-    const auto header = static_cast<Header>(text.size() * 2 + (wide ? 1 : 0));
-    block_ = std::make_unique_for_overwrite<unsigned char[]>(sizeof(Header) + bytes);
-    std::memcpy(block_.get(), &header, sizeof header);
-    unsigned char* const units = block_.get() + sizeof(Header);
-    if (wide) {
-        std::memcpy(units, text.data(), bytes);
+    unsigned char* narrow = nullptr;
+    if (!wide && text.size() <= kInPlace) {
+        word_ = text.size() * 2 + 1;
+        narrow = static_cast<unsigned char*>(static_cast<void*>(&word_)) + kFirstInPlace;
     } else {
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            units[i] = static_cast<unsigned char>(text[i]);
+        const std::size_t bytes = text.size() * (wide ? sizeof(char16_t) : 1);
+        void* const block = ::operator new(sizeof(Header) + bytes);
+        auto* const header =
+            new (block) Header{1, static_cast<std::uint32_t>(text.size() * 2 + (wide ? 1 : 0))};
+        word_ = reinterpret_cast<std::uintptr_t>(block);
+        narrow = static_cast<unsigned char*>(static_cast<void*>(header + 1));
+        if (wide) {
+            std::memcpy(narrow, text.data(), bytes);
+            return;
+        }
+    }
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        narrow[i] = static_cast<unsigned char>(text[i]);
+    }
+}
+
+void RowText::Release() {
+    if (word_ != 0 && !IsInPlace()) {
+        Header& block = Block();
+        if (--block.owners == 0) {
+            ::operator delete(&block);
         }
     }
 }
 
-RowText::Header RowText::GetHeader() const {
-    Header header = 0;
-    std::memcpy(&header, block_.get(), sizeof header);
-    return header;
-}
-
 RowText RowText::Copy() const {
     RowText copy;
-    if (block_) {
-        const std::size_t bytes = BlockSize();
-        copy.block_ = std::make_unique_for_overwrite<unsigned char[]>(bytes);
-        std::memcpy(copy.block_.get(), block_.get(), bytes);
+    if (word_ != 0 && !IsInPlace()) {
+        ++Block().owners;
     }
+    copy.word_ = word_;
     return copy;
 }
 
 std::size_t RowText::Size() const {
-    return block_ ? GetHeader() / 2 : 0;
+    return Units([](const auto& units) { return units.size(); });
 }
 
 std::u16string RowText::Text() const {
@@ -84,11 +94,6 @@ bool RowText::operator==(const RowText& other) const {
 
 std::strong_ordering RowText::Compare(std::u16string_view text) const {
     return Units([&](const auto& mine) { return CompareUnits(mine, text); });
-}
-
-std::size_t RowText::BlockSize() const {
-    const Header header = GetHeader();
-    return sizeof(Header) + std::size_t{header / 2} * (header % 2 != 0 ? sizeof(char16_t) : 1);
 }
 
 }  // namespace sarnel

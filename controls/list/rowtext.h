@@ -1,12 +1,17 @@
 // The text of one row's column: immutable, one pointer wide, and one byte a unit where no unit
 // needs two. A million rows are kept in memory, so this is where the list's memory is decided.
+//
+// A text lies in a block, which copies share: the search panel shows the playlist's own texts. A
+// short one, such as a number, lies in the bytes of the pointer. All of it belongs to one thread.
 #pragma once
 
+#include <bit>
 #include <compare>
+#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace sarnel {
 
@@ -23,9 +28,13 @@ class RowText {
     /// Empty; costs no allocation.
     RowText() = default;
     explicit RowText(std::u16string_view text);
-    RowText(RowText&&) noexcept = default;
-    RowText& operator=(RowText&&) noexcept = default;
-    // Copies cost an allocation, so they are asked for by name.
+    ~RowText() { Release(); }
+    RowText(RowText&& other) noexcept : word_(std::exchange(other.word_, 0)) {}
+    RowText& operator=(RowText&& other) noexcept {
+        std::swap(word_, other.word_);
+        return *this;
+    }
+    /// The same text, no more of it in memory.
     RowText Copy() const;
 
     std::size_t Size() const;
@@ -43,27 +52,43 @@ class RowText {
     auto Units(Visit visit) const;
 
   private:
-    /// Twice the number of units, plus one if they are two bytes wide.
-    using Header = std::uint32_t;
-    Header GetHeader() const;
-    /// Bytes of the block; there must be one.
-    std::size_t BlockSize() const;
-    const unsigned char* Bytes() const { return block_.get() + sizeof(Header); }
+    // In front of the units of a block.
+    struct Header {
+        std::uint32_t owners;
+        std::uint32_t size;  ///< twice the number of units, plus one if they are two bytes wide
+    };
+    // Blocks lie at even addresses: an odd word is a text of its own. Its lowest byte is twice the
+    // number of units, plus one, and the units, one byte each, are the others.
+    static constexpr std::size_t kInPlace = sizeof(std::uintptr_t) - 1;
+    static constexpr std::size_t kFirstInPlace = std::endian::native == std::endian::little ? 1 : 0;
 
-    std::unique_ptr<unsigned char[]> block_;  // header, then the units; null when empty
+    bool IsInPlace() const { return word_ % 2 != 0; }
+    Header& Block() const;  ///< there must be one
+    void Release();
+
+    std::uintptr_t word_ = 0;
 };
+
+inline RowText::Header& RowText::Block() const {
+    return *reinterpret_cast<Header*>(word_);  // NOLINT(performance-no-int-to-ptr)
+}
 
 template <class Visit>
 auto RowText::Units(Visit visit) const {
-    const Header header = block_ ? GetHeader() : 0;
-    if (header % 2 != 0) {
-        // The block comes from new, and the header is 4 bytes: the units are aligned.
-        return visit(std::basic_string_view<char16_t>(
-            static_cast<const char16_t*>(static_cast<const void*>(Bytes())), header / 2));
+    if (word_ == 0) {
+        return visit(std::string_view());
     }
-    return visit(std::basic_string_view<char>(
-        block_ ? static_cast<const char*>(static_cast<const void*>(Bytes())) : nullptr,
-        header / 2));
+    if (IsInPlace()) {
+        const auto* bytes = static_cast<const char*>(static_cast<const void*>(&word_));
+        return visit(std::string_view(bytes + kFirstInPlace, (word_ & 0xFF) / 2));
+    }
+    const Header& block = Block();
+    const void* const units = &block + 1;
+    if (block.size % 2 != 0) {
+        return visit(
+            std::basic_string_view<char16_t>(static_cast<const char16_t*>(units), block.size / 2));
+    }
+    return visit(std::string_view(static_cast<const char*>(units), block.size / 2));
 }
 
 }  // namespace sarnel
