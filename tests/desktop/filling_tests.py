@@ -36,6 +36,9 @@ class Filling(Player):
         before = self.shown(LIST).data
         self.key('Insert')
         wait_for(lambda: self.shown(LIST).data != before, 'the browser')
+        # Opening it takes no focus from the playlist; a press on a row does.
+        if folder:
+            self.click(self.row(1))
 
     def expect_folder(self, folder):
         wait_for(lambda: self.setting('LastDir') == folder, f'the folder {folder!r}')
@@ -51,7 +54,7 @@ class Filling(Player):
 class Browsing(Filling):
     def test_a_file_by_keys(self):
         self.browse(self.at('music') + '/')
-        # "[..]" is selected; then come "[Deep]", "alpha.wav" and "zebra.wav".
+        # From "[..]" on; there are "[Deep]", "alpha.wav" and "zebra.wav".
         self.key('Down', 'Down', 'Return')
         # The panel has closed, so the keys are the playlist's again.
         self.key('Home', 'Return')
@@ -66,7 +69,7 @@ class Browsing(Filling):
         self.expect_folder(self.at('music') + '/')
         self.key('BackSpace')
         self.expect_folder(self.directory_above('music'))
-        self.key('Home', 'Return')  # "[.]" is the way to the drives
+        self.key('Up', 'Return')  # "[.]" is the way to the drives
         self.expect_folder('')
 
     def directory_above(self, name):
@@ -93,22 +96,22 @@ class Browsing(Filling):
 
 class Searching(Player):
     def test_by_typing_and_enter(self):
-        self.songs('Morning Song', 'Evening Song', 'Noon', seconds=20)
-        self.open(*(self.at(name + '.wav') for name in ('Noon', 'Morning Song', 'Evening Song')))
-        self.wait_for_title('Noon.wav')
+        self.songs('Dawn', 'Evening Song', 'Night', 'Sea Song', seconds=20)
+        self.open(self.music)
+        self.wait_for_title('Dawn.wav')
         before = self.shown(LIST).data
         self.key('ctrl+f')
         wait_for(lambda: self.shown(LIST).data != before, 'the panel')
         self.display.tool('type', '--delay', '20', 'SONG')
         self.key('Down', 'Return')
-        self.wait_for_title('Evening Song.wav')
-        # The panel has closed.
+        self.wait_for_title('Sea Song.wav')
+        # The panel has closed, and the key goes to the playlist.
         self.key('z')
-        self.wait_for_title('Morning Song.wav')
+        self.wait_for_title('Night.wav')
 
     def test_a_filter_without_a_hit_leaves_all_as_it_is(self):
         self.songs('Noon', seconds=20)
-        self.open(self.at('Noon.wav'))
+        self.open(self.music)
         self.wait_for_title('Noon.wav')
         self.key('ctrl+f')
         self.display.tool('type', '--delay', '20', 'midnight')

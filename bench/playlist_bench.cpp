@@ -1,6 +1,6 @@
-// The search panel over long playlists: what one keystroke costs, the first and the fifth, what
-// opening the panel costs, and what the heap holds after a hundred keystrokes. A title in five is in
-// Cyrillic letters.
+// What walks a long playlist. The search panel: a keystroke, the first and the fifth, the opening,
+// and what the heap holds after a hundred keystrokes; a title in five is in Cyrillic letters. And
+// the removal of the rows whose file is gone.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <unistd.h>
@@ -18,6 +18,7 @@
 #include "menus/commandmenu.h"
 #include "platform/base/text.h"
 #include "platform/headless/headless_driver.h"
+#include "playlist/listcommands.h"
 
 namespace {
 
@@ -28,8 +29,8 @@ class Run {
   public:
     explicit Run(Long rows) {
         static_cast<void>(mkdtemp(folder_.data()));
-        component_ = std::make_unique<sarnel::Ambrisor>(windows_,
-                                                        sarnel::AmbrisorOptions{folder_, {}, {}});
+        component_ =
+            std::make_unique<sarnel::Ambrisor>(windows_, sarnel::AmbrisorOptions{folder_, {}, {}});
         sarnel::ImpulseValue first;
         sarnel::ImpulseValue second;
         component_->ProcessImpulse(sarnel::kImpulseAttach, {}, first, second);
@@ -128,5 +129,25 @@ void HundredKeystrokes(benchmark::State& state) {
         static_cast<double>(mallinfo2().uordblks) - static_cast<double>(before);
 }
 BENCHMARK(HundredKeystrokes)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// Every second row names a file that is there.
+void RemoveDeadRows(benchmark::State& state) {
+    const Run run(static_cast<Long>(state.range(0)));
+    sarnel::JList& list = sarnel::Playlist();
+    for (auto unused : state) {
+        state.PauseTiming();
+        sarnel::ClearAllEntries();
+        list.RedrawFlag(false);
+        for (Long i = 0; i < state.range(0); ++i) {
+            list.AddItem(u"Title",
+                         i % 2 == 0 ? u"/bin/sh" : u"/usr/share/music/Some Artist/Album/Song.flac");
+        }
+        list.RedrawFlag(true);
+        state.ResumeTiming();
+        sarnel::RemoveDeadEntries();
+    }
+    state.counters["left"] = list.ListCount();
+}
+BENCHMARK(RemoveDeadRows)->Unit(benchmark::kMillisecond)->Arg(100'000);
 
 }  // namespace
