@@ -1,5 +1,6 @@
 #include "core/base/impulsevalue.h"
 
+#include <array>
 #include <charconv>
 #include <string>
 #include <type_traits>
@@ -158,7 +159,9 @@ std::optional<bool> TextToBoolean(std::u16string_view text) {
 }
 
 std::u16string LongToText(Long value) {
-    return platform::Widen(std::to_string(value));
+    std::array<char, 12> digits;  // a sign and ten of them
+    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    return std::u16string(static_cast<const char*>(digits.data()), end);
 }
 
 std::u16string BooleanToText(bool value) {
