@@ -45,10 +45,10 @@ std::optional<std::string> ThroughFile(std::string_view page) {
     const platform::Disk disk = Desktop().GetDisk();
     platform::FileWriter file(path, disk);
     file.Write(page);
-    if (!file.Close()) {
-        return std::nullopt;
+    std::optional<std::string> content;
+    if (file.Close()) {
+        content = platform::ReadWholeFile(path);
     }
-    std::optional<std::string> content = platform::ReadWholeFile(path);
     platform::RemoveFile(path, disk);
     return content;
 }
