@@ -11,6 +11,7 @@
 #include "core/state/program.h"
 #include "core/state/settings.h"
 #include "platform/files/files.h"
+#include "platform/files/folders.h"
 #include "playlist/media.h"
 
 namespace sarnel {
@@ -29,7 +30,7 @@ std::u16string Bracketed(std::u16string_view name) {
 
 void AddRow(JList& list, std::u16string_view text, std::u16string_view data, Long image) {
     list.AddItem(text, data);
-    list.ImageIndex(list.newIndex(), image);
+    Step([&] { list.ImageIndex(list.newIndex(), image); });
 }
 
 // The root folder and drives have nothing above them.
@@ -40,17 +41,14 @@ bool HasParent(std::u16string_view folder) {
                         [&](const platform::Drive& drive) { return drive.root == folder; });
 }
 
+// `path` is full and ends in a separator: what is in the folder then has a full path as well.
 void AddFolders(JList& list, const std::u16string& path, const std::vector<FolderEntry>& entries) {
-    const auto add = [&](std::u16string_view name) {
-        const std::u16string below = path + std::u16string(name) + kPathSeparator;
-        AddRow(list, Bracketed(name), FullPathName(below), kFolderImage);
-    };
-    if (HasParent(FullPathName(path))) {
-        add(u"..");
+    if (HasParent(path)) {
+        AddRow(list, kParentLevel, FullPathName(path + u"../"), kFolderImage);
     }
     for (const FolderEntry& entry : entries) {
         if (entry.isFolder) {
-            add(entry.name);
+            AddRow(list, Bracketed(entry.name), path + entry.name + kPathSeparator, kFolderImage);
         }
     }
 }
@@ -58,7 +56,7 @@ void AddFolders(JList& list, const std::u16string& path, const std::vector<Folde
 void AddFiles(JList& list, const std::u16string& path, const std::vector<FolderEntry>& entries) {
     for (const FolderEntry& entry : entries) {
         if (!entry.isFolder && Ask(ImpulseIsSupported, false, entry.name)) {
-            AddRow(list, entry.name, FullPathName(path + entry.name), kFileImage);
+            AddRow(list, entry.name, path + entry.name, kFileImage);
         }
     }
 }
@@ -69,9 +67,11 @@ void ShowFolder(JList& list, const std::u16string& path) {
     list.RedrawFlag(false);
     AddRow(list, kThisLevel, u"", kTopImage);
     Step([&] {
-        const std::vector<FolderEntry> entries = platform::ListFolder(path);
-        AddFolders(list, path, entries);
-        AddFiles(list, path, entries);
+        if (const auto entries = platform::ListFolder(path)) {
+            const std::u16string full = FullPathName(path);
+            AddFolders(list, full, *entries);
+            AddFiles(list, full, *entries);
+        }
     });
     if (ShowsParent(list)) {
         list.ListIndex(1);

@@ -30,14 +30,14 @@ void ClosePanel() {
 }
 
 void Activate() {
-    const JList& list = Browser();
+    JList& list = Browser();
     const Long row = list.ListIndex();
     Step([&] {
         if (list.ImageIndex(row) == kFileImage) {
-            AddFileToList(list.List(row), list.ListData(row));
+            Step([&] { AddFileToList(list.List(row), list.ListData(row)); });
             ClosePanel();
         } else {
-            FillBrowser(Browser(), list.ListData(row));
+            FillBrowser(list, list.ListData(row));
         }
     });
 }
@@ -89,7 +89,8 @@ void ShowBrowserPopup() {
         {u"-", u""},
         {u"Close dialog frame", kClose},
     }};
-    const std::u16string key = ShowTemporaryPopup(menukeys::kAddFiles, items);
+    TemporaryPopup popup(menukeys::kAddFiles, items);
+    const std::u16string key = popup.Choose();
     if (key == kAdd) {
         AddSelected(recurse);
         ClosePanel();

@@ -98,7 +98,8 @@ void ShowLyricsPopup() {
         {u"-", u""},
         {u"Close frame#Esc", kClose},
     }};
-    const std::u16string key = ShowTemporaryPopup(menukeys::kLyrics, kItems);
+    TemporaryPopup popup(menukeys::kLyrics, kItems);
+    const std::u16string key = popup.Choose();
     if (key == kCopy) {
         CopyLyrics();
     } else if (key == kEdit) {

@@ -1,10 +1,13 @@
-// A popup of its own, for the right click on a panel: its items stand in the command menu only
-// while it is open, since the menu's looks and its loop are used.
+// A popup of its own, for the right click on a panel: its items stand in the command menu, whose
+// looks and loop it uses, until what was chosen has been done.
 #pragma once
 
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "menus/jpopupmenu.h"
 
 namespace sarnel {
 
@@ -18,8 +21,24 @@ struct TemporaryItem {
     bool radio = false;  ///< marked as the one of its group
 };
 
-/// Shows the items at the pointer and answers the key of the one that was chosen, empty for none.
-/// They are added beside the item with the key `beside`; the first one must have a key.
-std::u16string ShowTemporaryPopup(std::u16string_view beside, std::span<const TemporaryItem> items);
+class TemporaryPopup {
+  public:
+    /// Adds the items beside the item with the key `beside`; the first one must have a key. Fails
+    /// where there is no menu.
+    TemporaryPopup(std::u16string_view beside, std::span<const TemporaryItem> items);
+    /// Removes them.
+    ~TemporaryPopup();
+    TemporaryPopup(const TemporaryPopup&) = delete;
+    TemporaryPopup& operator=(const TemporaryPopup&) = delete;
+
+    /// Shows the items at the pointer and answers the key of the one that was chosen, empty for
+    /// none.
+    std::u16string Choose();
+
+  private:
+    std::shared_ptr<JPopupMenu> menu_;  // held, since the run may end meanwhile
+    Long popup_;
+    std::u16string first_;
+};
 
 }  // namespace sarnel

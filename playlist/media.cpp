@@ -9,6 +9,7 @@
 #include "core/state/program.h"
 #include "platform/base/text.h"
 #include "platform/files/files.h"
+#include "platform/files/folders.h"
 #include "playback/mPlayback.h"
 
 namespace sarnel {
@@ -51,6 +52,32 @@ std::u16string_view WithoutQuotes(std::u16string_view line) {
 void ShowFolderInWork(std::u16string_view folder) {
     App().Main().lblFrameAddPathName->Caption(folder);
     App().windows.UpdateScreen();
+}
+
+// Subfolders come first, and are left out without a trail.
+void Search(const std::u16string& folder, std::u16string_view mask, platform::FolderTrail* trail) {
+    Step([&] { ShowFolderInWork(folder); });
+    const auto entries = platform::ListFolder(folder);
+    if (!entries) {
+        return;
+    }
+    for (const platform::FolderEntry& entry : *entries) {
+        if (trail == nullptr || !entry.isFolder) {
+            continue;
+        }
+        const std::u16string below = folder + entry.name + platform::kPathSeparator;
+        if (trail->Enter(below)) {
+            Search(below, mask, trail);
+            trail->Leave();
+        }
+    }
+    for (const platform::FolderEntry& entry : *entries) {
+        const bool matches = mask == kEveryName || platform::EqualIgnoringCase(entry.name, mask);
+        if (!entry.isFolder && matches) {
+            AddFileToList(entry.name, folder + entry.name);
+            App().windows.KeepShown();
+        }
+    }
 }
 
 // Puts the first row in place for playing what a command line has just brought.
@@ -124,24 +151,8 @@ void AddFileToList(std::u16string_view filename, std::u16string_view path) {
 
 void SearchFiles(std::u16string_view filePath, std::u16string_view filename, bool Recursive) {
     const std::u16string folder(filePath);
-    Step([&] { ShowFolderInWork(folder); });
-    const std::vector<platform::FolderEntry> entries = platform::ListFolder(folder);
-    if (Recursive) {
-        for (const platform::FolderEntry& entry : entries) {
-            const std::u16string below = folder + entry.name + platform::kPathSeparator;
-            if (entry.isFolder && !platform::LeadsUpwards(below)) {
-                SearchFiles(below, filename, Recursive);
-            }
-        }
-    }
-    for (const platform::FolderEntry& entry : entries) {
-        const bool matches =
-            filename == kEveryName || platform::EqualIgnoringCase(entry.name, filename);
-        if (!entry.isFolder && matches) {
-            AddFileToList(entry.name, folder + entry.name);
-            App().windows.KeepShown();
-        }
-    }
+    platform::FolderTrail trail(folder);
+    Search(folder, filename, Recursive ? &trail : nullptr);
 }
 
 void lstPlaylist_OLEDragDrop(const std::vector<std::string>& paths) {

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/base/text.h"
-#include "platform/files/files.h"
+#include "platform/files/folders.h"
 
 namespace veldrin {
 
@@ -137,8 +137,9 @@ void TagPrefetcher::ReadAhead() {
 
 std::shared_ptr<TagPrefetcher::Folder> TagPrefetcher::ListFolder(const std::string& path) const {
     std::vector<std::string> names;  // in the order in which the component asks
+    const auto entries = platform::ListFolder(platform::Widen(path.empty() ? "/" : path));
     for (const platform::FolderEntry& entry :
-         platform::ListFolder(platform::Widen(path.empty() ? "/" : path))) {
+         entries.value_or(std::vector<platform::FolderEntry>())) {
         std::string name = platform::Narrow(entry.name);
         if (extensions_.contains(ExtensionOf(name))) {
             names.push_back(std::move(name));

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -45,15 +44,6 @@ bool WriteAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
-bool BeforeIgnoringCase(const FolderEntry& a, const FolderEntry& b) {
-    const auto less = [](char16_t x, char16_t y) { return UpperUnit(x) < UpperUnit(y); };
-    if (std::lexicographical_compare(a.name.begin(), a.name.end(), b.name.begin(), b.name.end(),
-                                     less)) {
-        return true;
-    }
-    return EqualIgnoringCase(a.name, b.name) && a.name < b.name;
-}
-
 }  // namespace
 
 std::u16string JoinPath(std::u16string_view directory, std::u16string_view name) {
@@ -91,37 +81,6 @@ bool DirectoryMatches(std::u16string_view path) {
 bool OrdinaryFileMatches(std::u16string_view path) {
     const auto status = Status(path);
     return status && S_ISREG(status->st_mode) && !IsHidden(path);
-}
-
-std::vector<FolderEntry> ListFolder(std::u16string_view path) {
-    std::vector<FolderEntry> entries;
-    std::error_code error;
-    fs::directory_iterator it(Narrow(path), error);
-    for (; !error && it != fs::directory_iterator(); it.increment(error)) {
-        const std::string name = it->path().filename().native();
-        if (name.empty() || name.front() == '.') {
-            continue;
-        }
-        std::error_code ignored;
-        entries.push_back({Widen(name), it->is_directory(ignored)});
-    }
-    std::sort(entries.begin(), entries.end(), BeforeIgnoringCase);
-    return entries;
-}
-
-bool LeadsUpwards(std::u16string_view folder) {
-    std::error_code error;
-    const fs::path path = fs::path(Narrow(folder)).parent_path();  // without the last separator
-    const fs::path target = fs::canonical(path, error);
-    for (fs::path above = path.parent_path(); !error; above = above.parent_path()) {
-        if (fs::canonical(above, error) == target) {
-            return !error;
-        }
-        if (above == above.parent_path()) {
-            return false;
-        }
-    }
-    return true;  // what cannot be resolved is not worth a search
 }
 
 std::optional<std::string> ReadWholeFile(std::u16string_view path) {

@@ -1,11 +1,11 @@
-// Files and folders, as the rules need them. Paths are text with "/" between names (bytes that are
-// not UTF-8 survive, see platform/base/text.h). Nothing here throws; a failure is an empty answer.
+// Files, as the rules need them; folders.h lists folders. Paths are text with "/" between names
+// (bytes that are not UTF-8 survive, see platform/base/text.h). Nothing here throws; a failure is
+// an empty answer.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/base/types.h"
 
@@ -29,18 +29,6 @@ bool OrdinaryFileMatches(std::u16string_view path);
 /// The path from the root folder on, without names that stand for a folder already named: ".", ".."
 /// and empty ones. Links are names like all others. A separator at the end stays.
 std::u16string FullPath(std::u16string_view path);
-
-struct FolderEntry {
-    std::u16string name;
-    bool isFolder = false;
-};
-
-/// A folder's names without dot files, ignoring case in alphabetical order (names that differ only
-/// in case: by code unit). Links count as what they lead to. Empty if the folder cannot be read.
-std::vector<FolderEntry> ListFolder(std::u16string_view path);
-
-/// Whether a folder is a link that leads to a folder above itself: following it would never end.
-bool LeadsUpwards(std::u16string_view folder);
 
 std::optional<std::string> ReadWholeFile(std::u16string_view path);
 

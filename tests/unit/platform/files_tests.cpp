@@ -19,14 +19,6 @@ class Files : public ::testing::Test {
     support::TempFolder folder_;
 };
 
-std::vector<std::u16string> NamesOf(const std::vector<FolderEntry>& entries) {
-    std::vector<std::u16string> names;
-    for (const FolderEntry& entry : entries) {
-        names.push_back(entry.isFolder ? entry.name + u"/" : entry.name);
-    }
-    return names;
-}
-
 TEST_F(Files, JoinPathPutsOneSeparatorBetween) {
     EXPECT_EQ(JoinPath(u"/home/me", u"list.omk"), u"/home/me/list.omk");
 }
@@ -89,66 +81,6 @@ TEST_F(Files, OrdinaryFileMatchesSeesNoFolderAndNoHiddenFile) {
     EXPECT_FALSE(OrdinaryFileMatches(folder_.Text(".hidden")));
     EXPECT_FALSE(OrdinaryFileMatches(folder_.Text("sub")));
     EXPECT_FALSE(OrdinaryFileMatches(folder_.Text("none")));
-}
-
-TEST_F(Files, AFolderIsListedIgnoringCaseWithoutDotFiles) {
-    for (const char* name : {"b", "Z", "a", ".hidden", "B", "10", "2", "_x", "A", "aa"}) {
-        folder_.Write(name, "");
-    }
-    folder_.MakeFolder("Cd");
-    folder_.MakeFolder(".git");
-    // Names that differ only in case stand by code unit, the capital first.
-    EXPECT_EQ(NamesOf(ListFolder(folder_.Text() + u"/")),
-              (std::vector<std::u16string>{u"10", u"2", u"A", u"a", u"aa", u"B", u"b", u"Cd/", u"Z",
-                                           u"_x"}));
-}
-
-TEST_F(Files, TheOrderOfAFolderIgnoresTheCaseOfEveryAlphabet) {
-    for (const char* name : {"ạb", "Ạa", "Ạc", "ğ", "Ğz", "șx", "Șa"}) {
-        folder_.Write(name, "");
-    }
-    EXPECT_EQ(NamesOf(ListFolder(folder_.Text())),
-              (std::vector<std::u16string>{u"ğ", u"Ğz", u"Șa", u"șx", u"Ạa", u"ạb", u"Ạc"}));
-}
-
-TEST_F(Files, AListedLinkCountsAsWhatItLeadsTo) {
-    folder_.MakeFolder("sub");
-    folder_.Write("file", "");
-    folder_.Link("sub", "linkToFolder");
-    folder_.Link("file", "linkToFile");
-    EXPECT_EQ(NamesOf(ListFolder(folder_.Text())),
-              (std::vector<std::u16string>{u"file", u"linkToFile", u"linkToFolder/", u"sub/"}));
-}
-
-TEST_F(Files, ANameThatIsNoUtf8IsListedAndCanBeOpened) {
-    folder_.Write("caf\xE9.mp3", "12");
-    const auto entries = ListFolder(folder_.Text());
-    ASSERT_EQ(entries.size(), 1U);
-    EXPECT_EQ(entries[0].name, u"caf\xDCE9.mp3");
-    EXPECT_EQ(FileLength(JoinPath(folder_.Text(), entries[0].name)), 2);
-}
-
-TEST_F(Files, AFolderThatCannotBeReadIsEmpty) {
-    folder_.Write("file", "");
-    EXPECT_TRUE(ListFolder(folder_.Text("none")).empty());
-    EXPECT_TRUE(ListFolder(folder_.Text("file")).empty());
-    EXPECT_TRUE(ListFolder(u"").empty());
-}
-
-TEST_F(Files, ALinkToAFolderAboveItselfLeadsUpwards) {
-    folder_.MakeFolder("a/b");
-    folder_.MakeFolder("other");
-    folder_.Link("..", "a/b/parent");
-    folder_.Link("/", "a/root");
-    folder_.Link(folder_.Path("a"), "a/b/byName");
-    folder_.Link("../../other", "a/b/aside");
-    EXPECT_TRUE(LeadsUpwards(folder_.Text("a/b/parent/")));
-    EXPECT_TRUE(LeadsUpwards(folder_.Text("a/root/")));
-    EXPECT_TRUE(LeadsUpwards(folder_.Text("a/b/byName/")));
-    EXPECT_FALSE(LeadsUpwards(folder_.Text("a/b/aside/")));
-    EXPECT_FALSE(LeadsUpwards(folder_.Text("a/b/")));
-    // What is reached through a link is compared as well.
-    EXPECT_TRUE(LeadsUpwards(folder_.Text("a/b/aside/") + u"../a/b/parent/"));
 }
 
 TEST_F(Files, ReadWholeFileGivesEveryByte) {

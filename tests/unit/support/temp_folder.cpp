@@ -45,7 +45,7 @@ TempFolder::~TempFolder() {
     std::error_code ignored;
     for (auto it = fs::recursive_directory_iterator(path_, ignored);
          !ignored && it != fs::recursive_directory_iterator(); it.increment(ignored)) {
-        if (it->is_directory() && !it->is_symlink()) {
+        if (!it->is_symlink() && it->is_directory()) {
             fs::permissions(it->path(), fs::perms::owner_all, ignored);
         }
     }
