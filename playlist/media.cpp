@@ -52,6 +52,7 @@ std::u16string_view WithoutQuotes(std::u16string_view line) {
 void ShowFolderInWork(std::u16string_view folder) {
     App().Main().lblFrameAddPathName->Caption(folder);
     App().windows.UpdateScreen();
+    App().windows.KeepShown();
 }
 
 // Subfolders come first, and are left out without a trail.

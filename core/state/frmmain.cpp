@@ -66,6 +66,7 @@ void frmMAIN::MakeLabels() {
     };
     lblFrameAddPathName = label(kBrowserPanel);
     lblFrameAddPathName->Opaque(true);
+    lblFrameAddPathName->Visible(false);  // it lies on the list's last row
     lblFileTypesSupported = label(kAssociationPanel);
     lblFrameFileAssocOK = label(kAssociationPanel);
     lblFrameFileAssocOK->Caption(u"Close frame");
