@@ -62,6 +62,11 @@ bool Connection::ReadHead() {
     return head_ <= kLongestHead && buffer_.find("\r\n") < kLongestFirstLine;
 }
 
+void Connection::ReplaceInHead(std::size_t at, std::size_t count, std::string_view text) {
+    buffer_.replace(at, count, text);
+    head_ = head_ - count + text.size();
+}
+
 std::optional<std::string> Connection::ReadBody(std::size_t length) {
     std::string body = buffer_.substr(head_, length);
     buffer_.resize(head_);
