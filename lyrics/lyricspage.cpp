@@ -10,7 +10,7 @@ namespace sarnel {
 
 namespace {
 
-constexpr std::u16string_view kSeparator = u" - ";
+constexpr std::u16string_view kDash = u" - ";
 constexpr std::u16string_view kFrontMarker = u"<div id=\"lyrics\">";
 constexpr std::u16string_view kBackMarker = u"</div>";
 
@@ -68,11 +68,11 @@ std::size_t PlaceOf(std::u16string_view marker, std::u16string_view text) {
 }  // namespace
 
 ArtistAndTitle SplitName(std::u16string_view name) {
-    const std::size_t at = name.find(kSeparator);
+    const std::size_t at = name.find(kDash);
     ArtistAndTitle parts;
     parts.artist = at == std::u16string_view::npos ? u"" : name.substr(0, at);
     // Without a separator its three units are missed all the same, which is meant.
-    const std::size_t front = parts.artist.size() + kSeparator.size();
+    const std::size_t front = parts.artist.size() + kDash.size();
     parts.title = front <= name.size() ? name.substr(front) : u"";
     return parts;
 }
