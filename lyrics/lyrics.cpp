@@ -14,7 +14,7 @@ namespace sarnel {
 
 namespace {
 
-constexpr std::u16string_view kLineEnd = u"\r\n";
+constexpr std::u16string_view kEmptyLine = u"\r\n\r\n";  // and the end of the line above it
 constexpr std::u16string_view kOffline =
     u"[It looks like you don't have connectivity to the internet]";
 constexpr std::u16string_view kReadPage = u"/winamp03/plugin/";
@@ -68,8 +68,7 @@ void ShowLyrics(bool reload) {
     }
     const std::u16string name = Playlist().List(Playlist().ListCurrent());
     const auto [artist, title] = SplitName(name);
-    const std::u16string heading =
-        artist + u" - " + title + std::u16string(kLineEnd) + std::u16string(kLineEnd);
+    const std::u16string heading = artist + u" - " + title + std::u16string(kEmptyLine);
     const std::u16string words =
         IsOnline() ? FetchLyrics(artist, title, reload) : std::u16string(kOffline);
     Step([&] { box.Text(heading + words); });
