@@ -53,7 +53,12 @@ class Http {
     virtual void Serve(int listening, Handler handler) = 0;
 };
 
-/// Loads the module, at the first call; the same object at each. Null where there is no module.
+/// Loads the module, at the first call; the same object at each. It lies beside the program or in
+/// ../lib/veldrin from there; null where it does not. The object lives until the program ends, and
+/// a handler that it was given with it: the handler owns what it uses.
 Http* LoadHttp();
+
+/// Loads a module by its path; null if it is none. It stays loaded.
+std::unique_ptr<Http> OpenHttp(const std::string& module);
 
 }  // namespace veldrin
