@@ -59,7 +59,22 @@ bool Connection::ReadHead() {
         }
     }
     head_ = end + kBlankLine.size();
-    return head_ <= kLongestHead && buffer_.find("\r\n") < kLongestFirstLine;
+    if (head_ > kLongestHead || buffer_.find("\r\n") >= kLongestFirstLine) {
+        return false;
+    }
+    EscapeFurtherQuestions();
+    return true;
+}
+
+// The library takes an address with two question marks for none.
+void Connection::EscapeFurtherQuestions() {
+    constexpr std::string_view kEscaped = "%3F";
+    const std::size_t first = buffer_.find('?');
+    for (std::size_t at = buffer_.find('?', first + 1);
+         first != std::string::npos && at < buffer_.find("\r\n"); at = buffer_.find('?', at + 1)) {
+        buffer_.replace(at, 1, kEscaped);
+        head_ += kEscaped.size() - 1;
+    }
 }
 
 std::optional<std::string> Connection::ReadBody(std::size_t length) {

@@ -64,6 +64,7 @@ class Connection : public httplib::Stream {
     bool HasEnded() const { return HttpClock::now() >= end_.when; }
 
   private:
+    void EscapeFurtherQuestions();
     bool ReceiveInto(std::string& bytes, std::size_t most);
 
     Descriptor socket_;
