@@ -12,7 +12,8 @@ sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
 display_packages=(xvfb openbox xdotool x11-utils imagemagick)
 # What the tests and the checks need besides.
 test_packages=(libgtest-dev libbenchmark-dev python3 clang-format
-  "${display_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip)
+  "${display_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip
+  chromium chromium-driver python3-selenium)
 
 # install_missing PACKAGE... : prints nothing unless something is missing.
 install_missing() {

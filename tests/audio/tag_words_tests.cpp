@@ -112,7 +112,10 @@ TEST_F(TagWords, WordsWithTimesAreRead) {
             TagLib::MPEG::File file((directory_ / "a.mp3").c_str(), false);
             auto* frame = new SynchronizedLyricsFrame(TagLib::String::UTF8);
             frame->setType(type);
-            frame->setSynchedText({{0, first}, {500, second}});
+            SynchronizedLyricsFrame::SynchedTextList pieces;
+            pieces.append({0, first});
+            pieces.append({500, second});
+            frame->setSynchedText(pieces);
             file.ID3v2Tag(true)->removeFrames("SYLT");
             file.ID3v2Tag()->addFrame(frame);
             EXPECT_TRUE(file.save());

@@ -80,8 +80,7 @@ TEST_F(LyricsServiceTest, UnknownSongIsASentenceInThePanel) {
     EXPECT_EQ(Words("artist=&title="), "No song is named.");
     service_.ItemOpened(scratch_.Path("missing.mp3"));
     EXPECT_EQ(Words("artist=Ann&title=Blue"), "No words are known for Ann - Blue.");
-    EXPECT_EQ(Words("artist=%ff&title=%00</div>%0a"),
-              "No words are known for \xC3\xBF - </div>.");
+    EXPECT_EQ(Words("artist=%ff&title=%00</div>%0a"), "No words are known for \xC3\xBF - </div>.");
 }
 
 TEST_F(LyricsServiceTest, SourcesHaveTheirOrder) {

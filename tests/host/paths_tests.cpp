@@ -93,6 +93,16 @@ TEST(Paths, CacheFolderOfTheUser) {
     EXPECT_EQ(CacheFolder(), "/home/ann/.cache/veldrin");
 }
 
+TEST(Paths, DataFolderOfTheUser) {
+    const EnvironmentValue home("HOME", "/home/ann");
+    {
+        const EnvironmentValue data("XDG_DATA_HOME", "/data");
+        EXPECT_EQ(DataFolder(), "/data/veldrin");
+    }
+    const EnvironmentValue data("XDG_DATA_HOME", std::nullopt);
+    EXPECT_EQ(DataFolder(), "/home/ann/.local/share/veldrin");
+}
+
 TEST(Paths, FoldersAreMadeForTheOwnerOnly) {
     const ScratchFolder scratch;
     EXPECT_TRUE(MakeFolder(scratch.Path("a/b/c")));
