@@ -30,7 +30,7 @@ h1 { margin: 0; font-size: 1.6rem; line-height: 1.25; }
 form { flex: 1; display: flex; flex-direction: column; }
 label { font-weight: 600; }
 .source, .where { margin: .1rem 0 .6rem; color: var(--faint); font-size: .9rem; }
-textarea { flex: 1; width: 100%; min-height: 20rem; padding: .8rem .9rem; resize: vertical;
+textarea { flex: 1; width: 100%; min-height: 12rem; padding: .8rem .9rem; resize: vertical;
   border: 1px solid var(--edge); border-radius: .5rem; background: var(--sheet);
   color: inherit; font: inherit; }
 button { align-self: flex-start; margin: 1rem 0; padding: .55rem 1.8rem; border: 0;
@@ -129,7 +129,7 @@ HttpAnswer PageOf(const EditPage& page) {
             "\">\n<label for=\"words\">Lyrics</label>\n<p class=\"source\">" +
             EscapeHtml(page.source) + "</p>\n";
     // The line end behind the tag is the page's, not the words'.
-    body += "<textarea id=\"words\" name=\"words\" rows=\"20\" autofocus>\n" +
+    body += "<textarea id=\"words\" name=\"words\" rows=\"12\" autofocus>\n" +
             EscapeHtml(page.words) +
             "</textarea>\n<button type=\"submit\">Save</button>\n</form>\n";
     body += "<p class=\"where\">Saved words are kept in " + EscapeHtml(Printable(page.path)) +

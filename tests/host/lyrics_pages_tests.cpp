@@ -118,7 +118,7 @@ TEST(LyricsPages, EditPageHasItsParts) {
     EXPECT_EQ(page.headers.at("content-type"), "text/html; charset=utf-8");
     for (const char* part :
          {"<title>Ann - Blue - lyrics</title>", "<h1>Blue</h1>", "<label for=\"words\">",
-          "<textarea id=\"words\" name=\"words\" rows=\"20\" "
+          "<textarea id=\"words\" name=\"words\" rows=\"12\" "
           "autofocus>\n\nOne\n&lt;two&gt;</textarea>",
           "action=\"/t?a&amp;b\"", "method=\"post\"", "From here.", "/h/Ann - Blue.txt",
           "<button type=\"submit\">Save</button>", "name=\"viewport\""}) {
