@@ -11,11 +11,6 @@
 namespace veldrin {
 namespace {
 
-unsigned RightsOf(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 ? status.st_mode & 0777U : 0;
-}
-
 class LyricsFiles : public testing::Test {
   protected:
     void Write(const std::string& name, const std::string& bytes) {

@@ -2,7 +2,6 @@
 #include "host/lyrics/online_words.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -140,9 +139,7 @@ TEST_F(LyricsOnline, SpoiltCacheIsAskedAnew) {
 
 TEST_F(LyricsOnline, CacheIsTheOwnersAndNotNeeded) {
     EXPECT_EQ(Find(song_), "One\nTwo");
-    struct stat status {};
-    ASSERT_EQ(stat(scratch_.Path("c").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0700U);
+    EXPECT_EQ(RightsOf(scratch_.Path("c")), 0700U);
     const OnlineWords forgetful(
         "http://h", "", [this](const auto&, const auto&, const auto&) { return answer_; },
         [this] { return now_; });

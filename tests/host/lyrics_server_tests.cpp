@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 15s;
+constexpr auto kServerPatience = 15s;
 
 int PortIn(const std::string& address) {
     return std::stoi(address.substr(std::string("http://127.0.0.1:").size()));
@@ -86,7 +86,7 @@ TEST_F(LyricsServerTest, ServiceBeginsWithTheFirstConnection) {
     const std::string path = server->Address().substr(server->Address().rfind('/'));
     const Descriptor client = ConnectTo(port);
     ASSERT_TRUE(client);
-    ASSERT_EQ(handler.wait_for(kPatience), std::future_status::ready);
+    ASSERT_EQ(handler.wait_for(kServerPatience), std::future_status::ready);
     server.reset();  // the module may still be at an answer
     const HttpAnswer answer = handler.get()({"GET",
                                              path + "/winamp03/plugin/?artist=a&title=b",
@@ -102,7 +102,7 @@ TEST_F(LyricsServerTest, OnlineWordsComeThroughTheModule) {
     const LyricsServer server(settings_, load_, {});
     const int port = PortIn(server.Address());
     const Descriptor client = ConnectTo(port);
-    ASSERT_EQ(handler.wait_for(kPatience), std::future_status::ready);
+    ASSERT_EQ(handler.wait_for(kServerPatience), std::future_status::ready);
     const std::string path = server.Address().substr(server.Address().rfind('/'));
     const HttpAnswer answer = handler.get()({"GET",
                                              path + "/winamp03/plugin/?artist=a&title=b",
@@ -119,7 +119,7 @@ TEST_F(LyricsServerTest, WithoutTheModuleItSaysSoAndHangsUp) {
     const int port = PortIn(server.Address());
     const Descriptor client = ConnectTo(port);
     auto notice = notice_.get_future();
-    ASSERT_EQ(notice.wait_for(kPatience), std::future_status::ready);
+    ASSERT_EQ(notice.wait_for(kServerPatience), std::future_status::ready);
     EXPECT_EQ(notice.get(), "there are no lyrics: the network module cannot be loaded");
     char byte = 0;
     EXPECT_LE(recv(client.Number(), &byte, 1, 0), 0);

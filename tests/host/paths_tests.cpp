@@ -13,11 +13,6 @@
 namespace veldrin {
 namespace {
 
-unsigned RightsOf(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0xFFFF;
-}
-
 TEST(Paths, RelativeOnesStartAtTheSendersFolder) {
     EXPECT_EQ(AbsolutePath("a.mp3", "/music/new"), "/music/new/a.mp3");
     EXPECT_EQ(AbsolutePath("./a.mp3", "/music"), "/music/a.mp3");
