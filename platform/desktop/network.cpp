@@ -19,8 +19,9 @@ constexpr unsigned kRejects = 0x200;
 
 bool LeadsOut(std::string_view interface, std::string_view flags) {
     unsigned bits = 0;
-    std::from_chars(flags.data(), flags.data() + flags.size(), bits, 16);
-    return interface != "lo" && (bits & kUp) != 0 && (bits & kRejects) == 0;
+    const char* const end = flags.data() + flags.size();
+    const bool isNumber = std::from_chars(flags.data(), end, bits, 16).ptr == end;  // or a heading
+    return isNumber && interface != "lo" && (bits & kUp) != 0 && (bits & kRejects) == 0;
 }
 
 /// The host, without brackets and port.
@@ -35,8 +36,11 @@ std::string_view HostOf(std::string_view address) {
     if (address.find('@') != std::string_view::npos) {
         return {};
     }
-    return address.starts_with('[') ? address.substr(1, address.find(']') - 1)
-                                    : address.substr(0, address.find(':'));
+    if (!address.starts_with('[')) {
+        return address.substr(0, address.find(':'));
+    }
+    const std::size_t end = address.find(']');
+    return end == std::string_view::npos ? std::string_view() : address.substr(1, end - 1);
 }
 
 }  // namespace
