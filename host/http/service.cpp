@@ -157,8 +157,8 @@ void Service::Accept() {
 // Answers whether somebody is kept waiting by somebody else.
 bool Service::CutShort() {
     const std::lock_guard lock(mutex_);
-    if (waiting_ == 0) {
-        return false;
+    if (waiting_ == 0 || busy_ < kThreads) {
+        return waiting_ > 0;  // a thread is on its way
     }
     const auto latest = HttpClock::now() - kHurry;
     asking_.remove_if([&](const Asker& asker) {
@@ -184,6 +184,7 @@ void Service::Talk(Descriptor socket) {
     {
         const std::lock_guard lock(mutex_);
         --waiting_;
+        ++busy_;
         asking_.push_back({number, HttpClock::now()});
     }
     Connection connection(std::move(socket), {HttpClock::now() + kAskingTime, ending_.Number()});
@@ -195,6 +196,8 @@ void Service::Talk(Descriptor socket) {
     if (body) {
         Reply(connection, std::move(*body), handler_).Send();
     }
+    const std::lock_guard lock(mutex_);
+    --busy_;
 }
 
 }  // namespace veldrin

@@ -40,6 +40,7 @@ class Service {
     const Http::Handler handler_;
     std::mutex mutex_;
     std::list<Asker> asking_;  ///< connections that a thread reads a request from
+    std::size_t busy_ = 0;     ///< threads that have a connection
     std::size_t waiting_ = 0;  ///< connections that no thread has time for
     std::atomic<bool> ends_ = false;
     std::unique_ptr<httplib::ThreadPool> threads_;
