@@ -2,9 +2,12 @@
 // after it.
 #pragma once
 
+#include <memory>
 #include <optional>
+#include <string>
 
 #include "host/front.h"
+#include "host/http/page_fetcher.h"
 #include "platform/desktop/desktop_driver.h"
 
 namespace veldrin {
@@ -13,7 +16,11 @@ class WindowFront : public Front {
   public:
     /// Only where DesktopDriver::WhyNoDisplay finds nothing. Starts threads of the toolkit's own.
     WindowFront(Console& console, std::optional<double> scale)
-        : Front(console), driver_("veldrin", scale) {}
+        : Front(console), driver_("veldrin", scale) {
+        driver_.SetFetcher([pages = MakeFetcher()](const std::string& address, bool fresh) {
+            return pages->Fetch(address, fresh);
+        });
+    }
 
     platform::Driver& GetDriver() override { return driver_; }
     void Enter(const Surroundings& surroundings) override {
@@ -22,6 +29,12 @@ class WindowFront : public Front {
     int Status() const override { return 0; }
 
   private:
+    /// Shared, since a page that nobody waits for any more may outlive the front.
+    static std::shared_ptr<PageFetcher> MakeFetcher() {
+        const HttpLimits limits{platform::DesktopDriver::kLongestFetch, std::size_t{2} << 20U};
+        return std::make_shared<PageFetcher>(LoadHttp, limits);
+    }
+
     platform::DesktopDriver driver_;
 };
 

@@ -9,7 +9,7 @@
 #include "host/http/client.h"
 #include "host/http/http.h"
 #include "host/http/service.h"
-#include "host/http/signals_held.h"
+#include "platform/base/signals_held.h"
 
 namespace veldrin {
 namespace {
@@ -45,8 +45,10 @@ class HttpModule : public Http {
         if (!Start(address, headers, limits.size, end, page)) {
             return std::nullopt;
         }
-        std::unique_lock lock(asking_->mutex);
-        asking_->changed.wait_until(lock, end, [&] { return page->done; });
+        // This object may be gone when the wait is over.
+        const auto asking = asking_;
+        std::unique_lock lock(asking->mutex);
+        asking->changed.wait_until(lock, end, [&] { return page->done; });
         return std::move(page->answer);
     }
 
@@ -73,7 +75,7 @@ bool HttpModule::Start(const std::string& address, const HttpHeaders& headers, s
         --asking->running;
         asking->changed.notify_all();
     };
-    const SignalsHeld held;
+    const platform::SignalsHeld held;
     const std::lock_guard lock(asking_->mutex);
     std::thread(ask).detach();
     ++asking_->running;

@@ -5,24 +5,25 @@
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <optional>
 #include <string>
 #include <utility>
 
-#include "host/http/signals_held.h"
+#include "platform/base/signals_held.h"
 
 namespace veldrin {
 namespace {
 
 using std::chrono::milliseconds;
 
-constexpr std::size_t kThreads = 8;
-constexpr std::size_t kMostConnections = 256;
+constexpr std::size_t kThreads = 16;
+constexpr std::size_t kMostWaiting = 256;
 constexpr std::size_t kLongestBody = 64 * 1024;
 constexpr milliseconds kAskingTime(2000);
+/// The same while others wait: who is on this machine needs no longer.
+constexpr milliseconds kHurry(25);
 constexpr milliseconds kAnswerTime(5000);
 /// A pause when no descriptor is left for a connection.
 constexpr milliseconds kShortage(20);
@@ -92,7 +93,6 @@ class Reply : private httplib::Server {
             request.headers.erase("Expect");
             request.ranges.clear();
         });
-        connection_.Finish();
     }
 
   private:
@@ -127,19 +127,24 @@ Service::Service(Descriptor listening, Http::Handler handler)
       ending_(eventfd(0, EFD_CLOEXEC)),
       handler_(std::move(handler)) {
     fcntl(listening_.Number(), F_SETFL, fcntl(listening_.Number(), F_GETFL) | O_NONBLOCK);
-    const SignalsHeld held;
+    const platform::SignalsHeld held;
     threads_ = std::make_unique<httplib::ThreadPool>(kThreads);
     acceptor_ = std::thread([this] { Accept(); });
 }
 
 Service::~Service() {
+    ends_ = true;
     eventfd_write(ending_.Number(), 1);
     acceptor_.join();
     threads_->shutdown();
 }
 
 void Service::Accept() {
-    while (WaitFor(listening_.Number(), POLLIN, {HttpClock::time_point::max(), ending_.Number()})) {
+    while (!ends_) {
+        const auto wake = CutShort() ? HttpClock::now() + kHurry : HttpClock::time_point::max();
+        if (!WaitFor(listening_.Number(), POLLIN, {wake, ending_.Number()})) {
+            continue;
+        }
         Descriptor socket(accept4(listening_.Number(), nullptr, nullptr, SOCK_CLOEXEC));
         if (socket) {
             Admit(std::move(socket));
@@ -149,29 +154,26 @@ void Service::Accept() {
     }
 }
 
-// Those that have said something are not sent away: they are done with at once.
-void Service::MakeRoom() {
-    const auto silent = std::ranges::find_if(asking_, [](int number) {
-        char byte = 0;
-        return recv(number, &byte, 1, MSG_PEEK | MSG_DONTWAIT) < 0;
-    });
-    if (silent != asking_.end()) {
-        shutdown(*silent, SHUT_RDWR);
-        asking_.erase(silent);
+// Answers whether somebody is kept waiting by somebody else.
+bool Service::CutShort() {
+    const std::lock_guard lock(mutex_);
+    if (waiting_ == 0 || busy_ < kThreads) {
+        return waiting_ > 0;  // a thread is on its way
     }
+    const auto latest = HttpClock::now() - kHurry;
+    asking_.remove_if([&](const Asker& asker) {
+        return asker.since <= latest && shutdown(asker.number, SHUT_RDWR) == 0;
+    });
+    return true;
 }
 
 void Service::Admit(Descriptor socket) {
     {
         const std::lock_guard lock(mutex_);
-        if (asking_.size() >= kThreads) {
-            MakeRoom();
-        }
-        if (admitted_ >= kMostConnections) {
+        if (waiting_ >= kMostWaiting) {
             return;
         }
-        ++admitted_;
-        asking_.push_back(socket.Number());
+        ++waiting_;
     }
     const auto shared = std::make_shared<Descriptor>(std::move(socket));
     threads_->enqueue([this, shared] { Talk(std::move(*shared)); });
@@ -179,17 +181,23 @@ void Service::Admit(Descriptor socket) {
 
 void Service::Talk(Descriptor socket) {
     const int number = socket.Number();
+    {
+        const std::lock_guard lock(mutex_);
+        --waiting_;
+        ++busy_;
+        asking_.push_back({number, HttpClock::now()});
+    }
     Connection connection(std::move(socket), {HttpClock::now() + kAskingTime, ending_.Number()});
     auto body = ReadRequest(connection);
     {
         const std::lock_guard lock(mutex_);
-        asking_.remove(number);
+        asking_.remove_if([&](const Asker& asker) { return asker.number == number; });
     }
     if (body) {
         Reply(connection, std::move(*body), handler_).Send();
     }
     const std::lock_guard lock(mutex_);
-    --admitted_;
+    --busy_;
 }
 
 }  // namespace veldrin

@@ -1,9 +1,10 @@
 // Answers requests on a listening socket. Each connection has one request and little time to make
-// it; when there are too many at once, the one goes that has been silent the longest.
+// it, and even less while others wait for their turn.
 #pragma once
 
 #include <httplib.h>
 
+#include <atomic>
 #include <list>
 #include <memory>
 #include <mutex>
@@ -24,17 +25,24 @@ class Service {
     Service& operator=(const Service&) = delete;
 
   private:
+    struct Asker {
+        int number;
+        HttpClock::time_point since;
+    };
+
     void Accept();
+    bool CutShort();
     void Admit(Descriptor socket);
-    void MakeRoom();
     void Talk(Descriptor socket);
 
     const Descriptor listening_;
     const Descriptor ending_;  ///< can be read once the service ends
     const Http::Handler handler_;
     std::mutex mutex_;
-    std::list<int> asking_;     ///< connections whose requests are not there yet, oldest first
-    std::size_t admitted_ = 0;  ///< connections that are not through yet
+    std::list<Asker> asking_;  ///< connections that a thread reads a request from
+    std::size_t busy_ = 0;     ///< threads that have a connection
+    std::size_t waiting_ = 0;  ///< connections that no thread has time for
+    std::atomic<bool> ends_ = false;
     std::unique_ptr<httplib::ThreadPool> threads_;
     std::thread acceptor_;
 };

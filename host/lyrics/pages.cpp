@@ -143,7 +143,7 @@ HttpAnswer SentencePage(int status, std::string_view sentence) {
     return Guarded(status, "text/html", Document("Veldrin", "<p>" + text + "</p>\n"));
 }
 
-HttpAnswer RedirectTo(const std::string& target) {
+HttpAnswer SeeOtherPage(const std::string& target) {
     HttpAnswer answer = SentencePage(303, "Saved.");
     answer.headers["location"] = target;
     return answer;

@@ -35,6 +35,6 @@ HttpAnswer PageOf(const EditPage& page);
 HttpAnswer SentencePage(int status, std::string_view sentence);
 
 /// Sends a browser that has just posted something on to a page of this service.
-HttpAnswer RedirectTo(const std::string& target);
+HttpAnswer SeeOtherPage(const std::string& target);
 
 }  // namespace veldrin

@@ -178,7 +178,7 @@ HttpAnswer LyricsService::Save(const LyricsAddress& address, const std::string& 
                           500);
     }
     const Note note = words->empty() ? Note::kRemoved : Note::kSaved;
-    return RedirectTo("/" + place_.token + EditTarget(wanted.asked, note));
+    return SeeOtherPage("/" + place_.token + EditTarget(wanted.asked, note));
 }
 
 HttpAnswer LyricsService::EditPageOf(const Wanted& wanted, const Found& found, std::string note,

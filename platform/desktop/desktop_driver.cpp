@@ -8,18 +8,25 @@
 #include <QUrl>
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <map>
 #include <random>
+#include <set>
 #include <utility>
 
+#include "platform/base/text.h"
 #include "platform/desktop/application.h"
 #include "platform/desktop/display.h"
+#include "platform/desktop/download.h"
+#include "platform/desktop/drives.h"
 #include "platform/desktop/held_buttons.h"
+#include "platform/desktop/network.h"
 #include "platform/desktop/qt_text.h"
 #include "platform/desktop/screens.h"
 #include "platform/desktop/text_engine.h"
 #include "platform/desktop/top_level.h"
 #include "platform/desktop/wait_loop.h"
+#include "platform/files/files.h"
 
 namespace platform {
 
@@ -67,6 +74,8 @@ struct DesktopDriver::Parts {
     Screens screens;
     HeldButtons buttons{shared};
     WaitLoop loop;
+    Fetcher fetcher;
+    std::set<std::u16string, std::less<>> forgotten;  ///< pages of which no copy will do
     TextEngine text;
     std::map<Handle, std::unique_ptr<TopLevel>> windows;
     Handle grabbing = 0;  ///< the popup that has all input
@@ -83,6 +92,10 @@ DesktopDriver::~DesktopDriver() = default;
 
 void DesktopDriver::WatchSessionEnd(std::function<void()> onEnd) {
     parts_->application.WatchSessionEnd(std::move(onEnd));
+}
+
+void DesktopDriver::SetFetcher(Fetcher fetcher) {
+    parts_->fetcher = std::move(fetcher);
 }
 
 Millis DesktopDriver::Now() const {
@@ -285,6 +298,45 @@ void DesktopDriver::SetClipboardText(std::u16string_view text) {
 
 void DesktopDriver::OpenDocument(std::u16string_view pathOrAddress) {
     QDesktopServices::openUrl(QUrl::fromUserInput(WholeCharacters(pathOrAddress)));
+}
+
+std::vector<Drive> DesktopDriver::Drives() const {
+    return DrivesHere();
+}
+
+bool DesktopDriver::IsOnline(std::u16string_view address) const {
+    return LeadsToThisMachine(Narrow(address)) ||
+           HasRoute(ReadWholeFile(u"/proc/net/route").value_or(""),
+                    ReadWholeFile(u"/proc/net/ipv6_route").value_or(""));
+}
+
+void DesktopDriver::ForgetDownload(std::u16string_view address) {
+    parts_->forgotten.emplace(address);
+}
+
+std::optional<std::string> DesktopDriver::Download(std::u16string_view address) {
+    // The fetcher keeps its own limit; this one is for a name that is looked up for ever.
+    constexpr std::chrono::milliseconds kGrace(500);
+    const auto found = parts_->forgotten.find(address);
+    const bool fresh = found != parts_->forgotten.end();
+    if (fresh) {
+        parts_->forgotten.erase(found);
+    }
+    if (!parts_->fetcher) {
+        return std::nullopt;
+    }
+    const auto pass = [this](std::chrono::milliseconds left) {
+        parts_->loop.TurnAside(left.count());
+        return !parts_->application.HasLostDisplay();
+    };
+    return FetchMeanwhile(parts_->fetcher, Narrow(address), fresh, kLongestFetch + kGrace,
+                          {pass, [this] { parts_->loop.Wake(); }});
+}
+
+void DesktopDriver::KeepShown() {
+    if (!parts_->application.HasLostDisplay()) {
+        parts_->loop.TurnAside(0);
+    }
 }
 
 Millis DesktopDriver::DoubleClickTime() const {

@@ -6,6 +6,7 @@
 // what is set there by the user is left alone.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -35,6 +36,15 @@ class DesktopDriver : public Driver {
     /// Calls `onEnd` from WaitUntil when the desktop's session ends or the display goes away. What
     /// is to be saved must be saved when it returns: the process may be ended at once after.
     void WatchSessionEnd(std::function<void()> onEnd);
+
+    /// Answers a page, or the copy of it that it keeps, or nothing; `fresh`: no copy. Takes at most
+    /// kLongestFetch. Called on a thread of its own, perhaps on several at once, and may outlive
+    /// the driver.
+    using Fetcher =
+        std::function<std::optional<std::string>(const std::string& address, bool fresh)>;
+    static constexpr std::chrono::seconds kLongestFetch{10};
+    /// Without one there are no downloads.
+    void SetFetcher(Fetcher fetcher);
 
     Millis Now() const override;
     void WaitUntil(std::optional<Millis> deadline) override;
@@ -73,6 +83,11 @@ class DesktopDriver : public Driver {
     std::u16string ClipboardText() const override;
     void SetClipboardText(std::u16string_view text) override;
     void OpenDocument(std::u16string_view pathOrAddress) override;
+    std::vector<Drive> Drives() const override;
+    bool IsOnline(std::u16string_view address) const override;
+    void ForgetDownload(std::u16string_view address) override;
+    std::optional<std::string> Download(std::u16string_view address) override;
+    void KeepShown() override;
     Millis DoubleClickTime() const override;
 
   private:

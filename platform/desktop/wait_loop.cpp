@@ -1,5 +1,6 @@
 #include "platform/desktop/wait_loop.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QSocketNotifier>
 #include <algorithm>
@@ -35,6 +36,21 @@ void WaitLoop::Turn(std::optional<Millis> longest) {
     ++depth_;
     QCoreApplication::processEvents(waits ? QEventLoop::WaitForMoreEvents : QEventLoop::AllEvents);
     --depth_;
+}
+
+void WaitLoop::TurnAside(std::optional<Millis> longest) {
+    const auto enable = [this](bool enabled) {
+        for (const auto& watched : watches_) {
+            watched.second->notifier.setEnabled(enabled);
+        }
+    };
+    enable(false);
+    Turn(longest);
+    enable(true);
+}
+
+void WaitLoop::Wake() {
+    QAbstractEventDispatcher::instance(thread())->wakeUp();
 }
 
 void WaitLoop::timerEvent(QTimerEvent* /*event*/) {

@@ -23,6 +23,11 @@ class WaitLoop : private QObject {
     /// for ever if none. May be called again from within a watch's function.
     void Turn(std::optional<Millis> longest);
 
+    /// The same, but the functions of watches wait: for who is in the middle of something.
+    void TurnAside(std::optional<Millis> longest);
+    /// Ends a turn that waits, or the next one. From any thread.
+    void Wake();
+
     void Watch(int descriptor, std::function<void()> onReadable);
 
   private:

@@ -4,6 +4,7 @@ what it makes of that."""
 
 import os
 import statistics
+import subprocess
 import unittest
 
 from desktop import Display, Lines, OnDisplay, main, wait_for
@@ -63,7 +64,7 @@ class Windows(Driver):
         other = self.start_drag(210, 160, 'text/plain', '00', 'copy')
         other.expect('ready')
         wait_for(lambda: self.display.screenshot().pixel(230, 180) == (0, 255, 0), 'the other')
-        other.end()
+        other.end(0)
         wait_for(lambda: self.display.screenshot().pixel(230, 180) == colour(30, 30), 'the picture')
 
     def test_a_picture_that_changes_while_minimised_is_right_afterwards(self):
@@ -158,6 +159,95 @@ class Windows(Driver):
             self.assertLessEqual(int(turns), 2)
             lateness.append(int(late))
         self.assertLess(statistics.median(lateness), 25)
+
+
+class Busy(Driver):
+    """The window while the program is in the middle of something."""
+
+    def begin(self, command):
+        """Begins something that lasts until `finish`."""
+        self.open()
+        self.said_until_now()
+        self.until = self.at(command)
+        self.tell(f'{command} {self.until}')
+
+    def tell(self, line):
+        self.probe_lines.process.stdin.write(line.encode() + b'\n')
+
+    def finish(self, answer):
+        """What is said by then."""
+        self.assertIsNone(self.probe_lines.line(0.1), 'nothing is said meanwhile')
+        with open(self.until + '.part', 'w') as file:
+            file.write('words')
+        os.rename(self.until + '.part', self.until)
+        self.expect(answer)
+        return self.probe_lines.heard
+
+    def test_stays_whole_when_it_was_covered(self):
+        for command, answer in ('work', 'worked'), ('download', 'page words'):
+            with self.subTest(command):
+                self.begin(command)
+                other = self.start_drag(210, 160, 'text/plain', '00', 'copy')
+                other.expect('ready')
+                wait_for(lambda: self.display.screenshot().pixel(230, 180) == (0, 255, 0),
+                         'the other')
+                other.end(0)
+                wait_for(lambda: self.display.screenshot().pixel(230, 180) == colour(30, 30),
+                         'the picture')
+                self.finish(answer)
+                self.probe_lines.end()
+
+    def test_input_and_watches_wait_and_keep_their_order(self):
+        for command, answer in ('work', 'worked'), ('download', 'page words'):
+            with self.subTest(command):
+                self.begin(command)
+                self.display.tool('windowfocus', '--sync', self.window)
+                self.tell('workarea')
+                self.display.tool('mousemove', 230, 180, 'click', 1, 'key', 'a', 'click', 3)
+                self.assertEqual(self.finish(answer), [])
+                self.expect('release 230 180 2')
+                said = [line.split()[0] + line.split()[-2] for line in self.probe_lines.heard
+                        if line.startswith(('press', 'release', 'down', 'up'))]
+                self.assertEqual(said, ['press1', 'release1', 'down65', 'up65', 'press2'])
+                if 'area 0 0 1024 768' not in self.probe_lines.heard:
+                    self.expect('area 0 0 1024 768')
+                self.probe_lines.end()
+
+    def test_a_page_is_fresh_once_after_it_was_forgotten(self):
+        self.open()
+        page = self.at('page')
+        with open(page, 'w') as file:
+            file.write('words')
+        self.assertEqual(self.ask('download', page, answer='page'), 'page words')
+        self.ask('forget', page)
+        self.assertEqual(self.ask('download', page, answer='page'), 'page words fresh')
+        self.assertEqual(self.ask('download', page, answer='page'), 'page words')
+        self.ask('forget', page + '2')
+        self.assertEqual(self.ask('download', page, answer='page'), 'page words')
+
+    def test_a_fetcher_that_fails_brings_no_page(self):
+        self.open()
+        self.assertEqual(self.ask('download', 'throw', answer='page'), 'page (none)')
+
+
+class Surroundings(Driver):
+    def test_places_that_folders_begin_at(self):
+        self.environment['HOME'] = '/home/someone é'
+        self.open()
+        self.assertTrue(self.ask('drives', answer='drives').startswith(
+            r'drives / /home/someone\x20\xc3\xa9/'))
+
+    def test_this_machine_can_always_be_reached(self):
+        self.open()
+        self.assertEqual(self.ask('online', 'http://127.0.0.1:1/x', answer='online'), 'online 1')
+
+    def test_without_any_route_nothing_else_can(self):
+        if subprocess.run(['unshare', '--net', 'true'], stderr=subprocess.DEVNULL).returncode != 0:
+            self.skipTest('may not take the network away')
+        probe = self.start_lines('unshare', '--net', self.probe, 1)
+        probe.expect('ready')
+        self.assertEqual(probe.ask('online http://example.org/', 'online'), 'online 0')
+        self.assertEqual(probe.ask('online http://localhost/', 'online'), 'online 1')
 
 
 class Neighbours(Driver):

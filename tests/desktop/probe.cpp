@@ -14,6 +14,7 @@
 #include <map>
 #include <optional>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -67,6 +68,7 @@ class Probe {
     }
 
     void Run() {
+        driver_.SetFetcher(&Fetch);
         Say("ready");
         while (!ended_) {
             driver_.WaitUntil(std::nullopt);
@@ -77,6 +79,18 @@ class Probe {
     }
 
   private:
+    /// Waits for a file of that path, whose content is the page; "throw" is a fault.
+    static std::optional<std::string> Fetch(const std::string& address, bool fresh) {
+        if (address == "throw") {
+            throw std::runtime_error("a fault");
+        }
+        while (access(address.c_str(), F_OK) != 0) {
+            usleep(5000);
+        }
+        const auto content = ReadWholeFile(Widen(address));
+        return content ? std::optional(*content + (fresh ? " fresh" : "")) : std::nullopt;
+    }
+
     static void Say(const std::string& line) { std::cout << line << std::endl; }
 
     static void At(const char* name, Point point, Long more, Long shift) {
@@ -278,6 +292,40 @@ class Probe {
         Say("woke " + std::to_string(driver_.Now() - deadline) + " " + std::to_string(turns));
     }
 
+    /// PATH: works until there is such a file.
+    void Work(std::istringstream& words) {
+        std::string path;
+        words >> path;
+        while (access(path.c_str(), F_OK) != 0) {
+            driver_.KeepShown();
+            usleep(5000);
+        }
+        Say("worked");
+    }
+    void Download(std::istringstream& words) {
+        std::string address;
+        words >> address;
+        Say("page " + driver_.Download(Widen(address)).value_or("(none)"));
+    }
+    void Forget(std::istringstream& words) {
+        std::string address;
+        words >> address;
+        driver_.ForgetDownload(Widen(address));
+        Say("done");
+    }
+    void Drives(std::istringstream&) {
+        std::string line = "drives";
+        for (const Drive& drive : driver_.Drives()) {
+            line += " " + Escaped(Narrow(drive.root));
+        }
+        Say(line);
+    }
+    void Online(std::istringstream& words) {
+        std::string address;
+        words >> address;
+        Say("online " + std::to_string(driver_.IsOnline(Widen(address))));
+    }
+
     using Command = void (Probe::*)(std::istringstream&);
     const std::map<std::string, Command> commands_{
         {"show", &Probe::Show},           {"move", &Probe::Move},
@@ -288,6 +336,9 @@ class Probe {
         {"measure", &Probe::Measure},     {"render", &Probe::Render},
         {"wait", &Probe::Wake},           {"write", &Probe::Write},
         {"method", &Probe::Method},       {"endcomposing", &Probe::EndComposing},
+        {"work", &Probe::Work},           {"download", &Probe::Download},
+        {"forget", &Probe::Forget},       {"drives", &Probe::Drives},
+        {"online", &Probe::Online},
     };
 
     DesktopDriver driver_;

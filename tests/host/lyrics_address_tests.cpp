@@ -6,17 +6,17 @@ namespace veldrin {
 namespace {
 
 using Note = LyricsAddress::Note;
-using Page = LyricsAddress::Page;
+using LyricsPage = LyricsAddress::Page;
 
 Song ReadAs(const std::string& target) {
     const auto address = ParseAddress(target);
-    EXPECT_TRUE(address && address->page == Page::kRead) << target;
+    EXPECT_TRUE(address && address->page == LyricsPage::kRead) << target;
     return address ? address->song : Song();
 }
 
 LyricsAddress EditAs(const std::string& target) {
     const auto address = ParseAddress(target);
-    EXPECT_TRUE(address && address->page == Page::kEdit) << target;
+    EXPECT_TRUE(address && address->page == LyricsPage::kEdit) << target;
     return address.value_or(LyricsAddress());
 }
 

@@ -131,7 +131,7 @@ TEST(LyricsPages, EditPageHasItsParts) {
 
 TEST(LyricsPages, EveryPageIsGuarded) {
     for (const HttpAnswer& page : {ReadPage("x"), PageOf({{}, "", "", "", "", "", 200}),
-                                   SentencePage(404, "x"), RedirectTo("/y")}) {
+                                   SentencePage(404, "x"), SeeOtherPage("/y")}) {
         EXPECT_EQ(page.headers.at("content-security-policy"),
                   "default-src 'none'; style-src 'unsafe-inline'; form-action 'self'; "
                   "frame-ancestors 'none'; base-uri 'none'");
@@ -139,8 +139,8 @@ TEST(LyricsPages, EveryPageIsGuarded) {
         EXPECT_EQ(page.headers.at("referrer-policy"), "same-origin");
         EXPECT_EQ(page.headers.at("cache-control"), "no-store");
     }
-    EXPECT_EQ(RedirectTo("/y").status, 303);
-    EXPECT_EQ(RedirectTo("/y").headers.at("location"), "/y");
+    EXPECT_EQ(SeeOtherPage("/y").status, 303);
+    EXPECT_EQ(SeeOtherPage("/y").headers.at("location"), "/y");
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 
 #include <csignal>
 
-namespace veldrin {
+namespace platform {
 
 /// While it lives, no signal comes to this thread, and none ever to the threads that it starts.
 class SignalsHeld {
@@ -21,4 +21,4 @@ class SignalsHeld {
     sigset_t former_{};
 };
 
-}  // namespace veldrin
+}  // namespace platform
