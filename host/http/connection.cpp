@@ -59,22 +59,12 @@ bool Connection::ReadHead() {
         }
     }
     head_ = end + kBlankLine.size();
-    if (head_ > kLongestHead || buffer_.find("\r\n") >= kLongestFirstLine) {
-        return false;
-    }
-    EscapeFurtherQuestions();
-    return true;
+    return head_ <= kLongestHead && buffer_.find("\r\n") < kLongestFirstLine;
 }
 
-// The library takes an address with two question marks for none.
-void Connection::EscapeFurtherQuestions() {
-    constexpr std::string_view kEscaped = "%3F";
-    const std::size_t first = buffer_.find('?');
-    for (std::size_t at = buffer_.find('?', first + 1);
-         first != std::string::npos && at < buffer_.find("\r\n"); at = buffer_.find('?', at + 1)) {
-        buffer_.replace(at, 1, kEscaped);
-        head_ += kEscaped.size() - 1;
-    }
+void Connection::ReplaceInHead(std::size_t at, std::size_t count, std::string_view text) {
+    buffer_.replace(at, count, text);
+    head_ = head_ - count + text.size();
 }
 
 std::optional<std::string> Connection::ReadBody(std::size_t length) {

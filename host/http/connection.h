@@ -38,6 +38,7 @@ class Connection : public httplib::Stream {
     /// Also what there was of one that is too much.
     std::string_view Head() const { return std::string_view(buffer_).substr(0, head_); }
     void DropHead();
+    void ReplaceInHead(std::size_t at, std::size_t count, std::string_view text);
     /// Takes what comes after the head.
     std::optional<std::string> ReadBody(std::size_t length);
 
@@ -64,7 +65,6 @@ class Connection : public httplib::Stream {
     bool HasEnded() const { return HttpClock::now() >= end_.when; }
 
   private:
-    void EscapeFurtherQuestions();
     bool ReceiveInto(std::string& bytes, std::size_t most);
 
     Descriptor socket_;

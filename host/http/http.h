@@ -21,8 +21,7 @@ using HttpHeaders = std::map<std::string, std::string>;
 /// What somebody asks of the service.
 struct HttpRequest {
     std::string method;  ///< "GET", "POST" ...
-    std::string target;  ///< path and query as they came, escapes and all; but for
-                         ///< the first one, question marks are escaped always
+    std::string target;  ///< path and query as they came, escapes and all
     HttpHeaders headers;
     std::string body;
 };

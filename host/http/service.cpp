@@ -73,19 +73,34 @@ std::optional<std::string> ReadRequest(Connection& connection) {
     return connection.ReadBody(*length);
 }
 
+/// The library takes targets apart and refuses some that are sound, such as one with two question
+/// marks: it gets another in its place. What is no target stays, to be refused.
+std::string TakeTarget(Connection& connection) {
+    const std::string_view line = connection.Head().substr(0, connection.Head().find("\r\n"));
+    const std::size_t begin = line.find(' ') + 1;
+    const std::size_t end = line.find(' ', begin);
+    if (begin == 0 || end == std::string_view::npos || end == begin) {
+        return {};
+    }
+    std::string target(line.substr(begin, end - begin));
+    connection.ReplaceInHead(begin, target.size(), "/");
+    return target;
+}
+
 /// The library's server, for one request over a connection that was accepted without it.
 class Reply : private httplib::Server {
   public:
     Reply(Connection& connection, std::string body, const Http::Handler& handler)
         : connection_(connection), body_(std::move(body)), handler_(handler) {
         set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& reply) {
-            Fill(reply, AnswerTo({request.method, request.target, headers_, std::move(body_)}));
+            Fill(reply, AnswerTo({request.method, target_, headers_, std::move(body_)}));
             return HandlerResponse::Handled;
         });
     }
 
     void Send() {
         headers_ = HeadersOf(connection_.Head());
+        target_ = TakeTarget(connection_);
         connection_.EndAt(HttpClock::now() + kAnswerTime);
         bool closed = false;
         process_request(connection_, true, closed, [](httplib::Request& request) {
@@ -116,6 +131,7 @@ class Reply : private httplib::Server {
 
     Connection& connection_;
     HttpHeaders headers_;
+    std::string target_;
     std::string body_;
     const Http::Handler& handler_;
 };

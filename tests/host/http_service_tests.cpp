@@ -57,9 +57,9 @@ class Serving : public Network {
 
 TEST_F(Serving, ARequestAsItCame) {
     const std::string answer =
-        Say("GET /a%20b%2F..?c=%41+d HTTP/1.1\r\nHost: h:1\r\nX-Y: %41 z \r\n\r\n");
+        Say("GET /a%20b%2F..?c=%41+d?e&f=?#g HTTP/1.1\r\nHost: h:1\r\nX-Y: %41 z \r\n\r\n");
     EXPECT_TRUE(answer.starts_with("HTTP/1.1 201 ")) << answer;
-    EXPECT_EQ(BodyOf(answer), "GET /a%20b%2F..?c=%41+d []\nhost=h:1\nx-y=%41 z");
+    EXPECT_EQ(BodyOf(answer), "GET /a%20b%2F..?c=%41+d?e&f=?#g []\nhost=h:1\nx-y=%41 z");
     EXPECT_NE(answer.find("x-own: yes\r\n"), std::string::npos);
     EXPECT_EQ(answer.find("X-Forged"), std::string::npos);
 }
@@ -94,8 +94,10 @@ TEST_F(Serving, WhatIsTooLongIsRefused) {
 }
 
 TEST_F(Serving, WhatIsNoRequestIsRefused) {
-    for (const auto* request : {"nonsense\r\n\r\n", "GET\r\n\r\n", "GET / HTTP/9.9\r\n\r\n",
-                                "BREW / HTTP/1.1\r\n\r\n", "\r\n\r\n", "\x16\x03\x01\r\n\r\n"}) {
+    for (const auto* request :
+         {"nonsense\r\n\r\n", "GET\r\n\r\n", "GET / \r\n\r\n", "GET  HTTP/1.1\r\n\r\n",
+          "GET /a b HTTP/1.1\r\n\r\n", "GET / HTTP/9.9\r\n\r\n", "BREW / HTTP/1.1\r\n\r\n",
+          "\r\n\r\n", "\x16\x03\x01\r\n\r\n"}) {
         EXPECT_EQ(Status(request), "400") << request;
     }
     EXPECT_EQ(Status("POST / HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n"), "411");
