@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/base/impulses.h"
+#include "host/http/http.h"
 #include "host/paths.h"
 #include "platform/base/text.h"
 #include "platform/menus/menu.h"
@@ -12,6 +13,16 @@ namespace veldrin {
 namespace {
 
 using sarnel::ImpulseValue;
+
+std::unique_ptr<LyricsServer> MakeLyrics(const std::optional<LyricsSettings>& settings,
+                                         Console& console) {
+    if (!settings) {
+        return nullptr;
+    }
+    // A single write even from the server's thread: no progress line is shown beside a window.
+    return std::make_unique<LyricsServer>(
+        *settings, LoadHttp, [&console](const std::string& text) { console.Complain(text); });
+}
 
 }  // namespace
 
@@ -25,9 +36,11 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
           beginning.output,
           [this](const std::string& notice) { console_.Complain(Printable(notice)); },
           std::move(beginning.typesFile)),
+      lyrics_(MakeLyrics(beginning.words, console)),
       windows_(front.GetDriver()),
-      host_(engine_, tags_, front, *this),
-      component_(windows_, {beginning.directory, UserGuide()}),
+      host_(engine_, tags_, *this, *this),
+      component_(windows_, {beginning.directory, UserGuide(),
+                            lyrics_ ? lyrics_->Address() : beginning.lyrics}),
       lines_(std::move(beginning.lines)),
       restored_(beginning.restored) {
     front_.GetDriver().Watch(signals_.Number(), [this] {
@@ -52,6 +65,13 @@ int Application::Run() {
     }
     End();
     return front_.Status();
+}
+
+void Application::ItemOpened(const std::string& path) {
+    if (lyrics_) {
+        lyrics_->ItemOpened(path);
+    }
+    front_.ItemOpened(path);
 }
 
 void Application::Load() {

@@ -3,6 +3,7 @@
 // when no handler of the component is on the stack.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "host/front.h"
 #include "host/instance/handover_server.h"
 #include "host/instance/instance.h"
+#include "host/lyrics/server.h"
 #include "host/signals.h"
 #include "host/terminal/console.h"
 #include "host/veldrin_host.h"
@@ -25,13 +27,15 @@ struct Beginning {
     std::string directory;  ///< of the component; it exists
     std::string typesFile;  ///< where the engine keeps its list of playable types
     Output output;
+    std::string lyrics;                   ///< another lyrics service's base address
+    std::optional<LyricsSettings> words;  ///< for a lyrics service of its own
     std::vector<std::string> lines;    ///< command lines for the component; none restores the list
     bool restored = false;             ///< the saved list comes back, whatever else is added
     std::optional<InstanceLock> lock;  ///< none: later starts cannot find this one
     MeetingPlace place;                ///< of the lock
 };
 
-class Application : private RunListener {
+class Application : private RunListener, private ItemListener {
   public:
     /// The three that are referred to must outlive it.
     Application(Beginning beginning, Signals& signals, Front& front, Console& console);
@@ -47,6 +51,9 @@ class Application : private RunListener {
   private:
     void ExitRequested() override { RequestEnd(); }
     void Closed() override { closed_ = true; }
+    void ItemOpened(const std::string& path) override;
+    void ItemFailed(const std::string& path) override { front_.ItemFailed(path); }
+    void Stopped(bool ended) override { front_.Stopped(ended); }
 
     void Load();
     void Listen();
@@ -66,6 +73,7 @@ class Application : private RunListener {
     Console& console_;
     Engine engine_;
     TagReader tags_;
+    std::unique_ptr<LyricsServer> lyrics_;
     platform::WindowSystem windows_;
     VeldrinHost host_;
     sarnel::Ambrisor component_;

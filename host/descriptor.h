@@ -25,6 +25,8 @@ class Descriptor {
     Descriptor& operator=(const Descriptor&) = delete;
 
     int Number() const { return number_; }
+    /// Gives the descriptor to the caller, who closes it.
+    [[nodiscard]] int Release() { return std::exchange(number_, -1); }
     explicit operator bool() const { return number_ >= 0; }
 
     void Close() {

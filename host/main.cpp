@@ -109,6 +109,18 @@ std::string TypesFile() {
     return folder && MakeFolder(*folder) ? *folder + "/file-types" : std::string();
 }
 
+/// What the player's own lyrics service needs; nothing if there is to be another, or no window that
+/// shows lyrics.
+std::optional<LyricsSettings> OwnLyrics(const Options& options) {
+    const auto data = DataFolder();
+    if (options.lyrics || options.noWindow || !data) {
+        return std::nullopt;
+    }
+    const auto cache = CacheFolder();
+    return LyricsSettings{*data + "/lyrics", options.lyricsOnline.value_or(""),
+                          cache ? *cache + "/lyrics" : ""};
+}
+
 /// Takes the lock for `beginning`, or hands the lines to who has it: then the
 /// answer is the exit status.
 std::optional<int> MeetOthers(Beginning& beginning, const std::optional<MeetingPlace>& place,
@@ -151,6 +163,8 @@ std::unique_ptr<Front> MakeFront(const Options& options, Console& console) {
 int Play(const Options& options, const std::string& directory, Console& console) {
     Beginning beginning;
     beginning.output = options.output;
+    beginning.lyrics = options.lyrics.value_or("");
+    beginning.words = OwnLyrics(options);
     beginning.lines = LinesFor(options, console);
     if (beginning.lines.empty() && !options.paths.empty()) {
         return kFailed;

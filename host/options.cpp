@@ -10,24 +10,30 @@ namespace {
 
 using Action = Options::Action;
 
-enum class Name { kAdd, kNoWindow, kDirectory, kScale, kOutput, kAction };
+enum class Name { kAdd, kNoWindow, kDirectory, kScale, kOutput, kLyrics, kLyricsOnline, kAction };
+enum class Value { kNone, kNeeded, kAfterEquals };
 
 struct Known {
     std::string_view spelling;
     Name name;
-    bool takesValue = false;
+    Value value = Value::kNone;
     Action action = Action::kPlay;  ///< of kAction
+    std::string_view unsaid = {};   ///< of kAfterEquals: the value without one
 };
+
+constexpr std::string_view kLrclib = "https://lrclib.net";
 
 constexpr std::array kKnown = {
     Known{"--add", Name::kAdd},
     Known{"--no-window", Name::kNoWindow},
-    Known{"--scale", Name::kScale, true},
-    Known{"--dir", Name::kDirectory, true},
-    Known{"--output", Name::kOutput, true},
-    Known{"--quit", Name::kAction, false, Action::kQuit},
-    Known{"--help", Name::kAction, false, Action::kHelp},
-    Known{"--version", Name::kAction, false, Action::kVersion},
+    Known{"--scale", Name::kScale, Value::kNeeded},
+    Known{"--dir", Name::kDirectory, Value::kNeeded},
+    Known{"--output", Name::kOutput, Value::kNeeded},
+    Known{"--lyrics", Name::kLyrics, Value::kNeeded},
+    Known{"--lyrics-online", Name::kLyricsOnline, Value::kAfterEquals, Action::kPlay, kLrclib},
+    Known{"--quit", Name::kAction, Value::kNone, Action::kQuit},
+    Known{"--help", Name::kAction, Value::kNone, Action::kHelp},
+    Known{"--version", Name::kAction, Value::kNone, Action::kVersion},
 };
 
 /// The whole text as a number in the range of the window's magnification.
@@ -40,6 +46,28 @@ std::optional<double> ParseScale(const std::string& text) {
     const bool fits =
         error == std::errc() && stopped == end && scale >= kSmallest && scale <= kLargest;
     return fits ? std::optional(scale) : std::nullopt;
+}
+
+/// The base address of a service, without separators at its end.
+std::optional<std::string> ParseBase(std::string_view text) {
+    const std::size_t scheme = text.find("://");
+    const bool isWeb = text.starts_with("http://") || text.starts_with("https://");
+    const bool isPlain = std::all_of(text.begin(), text.end(), [](char c) {
+        return static_cast<unsigned char>(c) > ' ' && c != '\x7F' && c != '?' && c != '#';
+    });
+    if (!isWeb || !isPlain || scheme + 3 == text.size() || text[scheme + 3] == '/') {
+        return std::nullopt;
+    }
+    return std::string(text.substr(0, text.find_last_not_of('/') + 1));
+}
+
+std::string ApplyBase(std::optional<std::string>& base, const Known& known,
+                      std::string_view value) {
+    base = ParseBase(value);
+    return base ? ""
+                : std::string(known.spelling) +
+                      " must be an address like https://example.org, not '" + std::string(value) +
+                      "'";
 }
 
 /// Sets what one option says. Answers what is wrong, empty if nothing is.
@@ -63,6 +91,10 @@ std::string Apply(Options& options, const Known& known, const std::string& value
                 return {};
             }
             return "--output must be auto, null or file:PATH, not '" + value + "'";
+        case Name::kLyrics:
+            return ApplyBase(options.lyrics, known, value);
+        case Name::kLyricsOnline:
+            return ApplyBase(options.lyricsOnline, known, value);
         case Name::kAction:
             options.action = known.action;
             return {};
@@ -98,17 +130,17 @@ std::variant<Options, Misuse> ParseOptions(const std::vector<std::string>& argum
         if (known == kKnown.end()) {
             return Misuse{"unknown option '" + spelling + "'"};
         }
-        std::string value;
-        if (!known->takesValue) {
-            if (equals != std::string::npos) {
+        std::string value(known->unsaid);
+        if (equals != std::string::npos) {
+            if (known->value == Value::kNone) {
                 return Misuse{spelling + " takes no value"};
             }
-        } else if (equals != std::string::npos) {
             value = argument.substr(equals + 1);
-        } else if (++i < arguments.size()) {
+        } else if (known->value == Value::kNeeded) {
+            if (++i == arguments.size()) {
+                return Misuse{spelling + " needs a value"};
+            }
             value = arguments[i];
-        } else {
-            return Misuse{spelling + " needs a value"};
         }
         if (std::string wrong = Apply(options, *known, value); !wrong.empty()) {
             return Misuse{std::move(wrong)};
@@ -132,6 +164,9 @@ With several, the first replaces the list and the others are added to it.
   --output auto        sound device, or silence if there is none (this is the default)
   --output null        silence, in real time
   --output file:PATH   write the sound to PATH as a wav file, faster than real time
+  --lyrics URL         ask this lyrics service, not the player's own
+  --lyrics-online      look for missing lyrics at lrclib.net, which tells it what you play
+  --lyrics-online=URL  the same at another address
   --quit               end the veldrin that is running, its playlist saved
   --help               print this and end
   --version            print the version and end

@@ -19,6 +19,10 @@ struct Options {
     std::optional<double> scale;           ///< of the window, 1 to 4; none takes the screen's
     std::optional<std::string> directory;  ///< of the settings and the playlist, as given
     Output output;
+    /// Base address of the lyrics service, without separators at its end; none: the player's own.
+    std::optional<std::string> lyrics;
+    /// Base address of LRCLIB, likewise; none: the player's own service asks nobody.
+    std::optional<std::string> lyricsOnline;
     std::vector<std::string> paths;  ///< as given
 };
 
@@ -28,7 +32,8 @@ struct Misuse {
 };
 
 /// Reads the arguments behind the program's name. Options are long, with "=VALUE" or the value as
-/// the next argument; "--" ends them. The first --help or --version wins over whatever follows it.
+/// the next argument (one that may go without takes it behind "=" alone); "--" ends them. The first
+/// --help or --version wins over whatever follows it.
 std::variant<Options, Misuse> ParseOptions(const std::vector<std::string>& arguments);
 
 /// What --help prints.

@@ -132,6 +132,10 @@ std::optional<std::string> CacheFolder() {
     return OwnFolder("XDG_CACHE_HOME", ".cache");
 }
 
+std::optional<std::string> DataFolder() {
+    return OwnFolder("XDG_DATA_HOME", ".local/share");
+}
+
 bool IsFolder(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);

@@ -31,6 +31,9 @@ std::optional<std::string> DefaultDirectory();
 /// has no home.
 std::optional<std::string> CacheFolder();
 
+/// "veldrin" among the user's data files. Nothing if the user has no home.
+std::optional<std::string> DataFolder();
+
 /// Whether it leads to a folder.
 bool IsFolder(const std::string& path);
 

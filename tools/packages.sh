@@ -4,7 +4,7 @@
 build_packages=(cmake ninja-build g++ pkg-config
   libgstreamer1.0-dev gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
   gstreamer1.0-alsa gstreamer1.0-pulseaudio libtag1-dev
-  libcpp-httplib-dev libssl-dev
+  libcpp-httplib-dev libssl-dev nlohmann-json3-dev
   qt6-base-dev libqt6gui6 libxcb1-dev fonts-dejavu-core fonts-dejavu-extra)
 # What makes the sample tracks.
 sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
@@ -12,7 +12,8 @@ sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
 display_packages=(xvfb openbox xdotool x11-utils imagemagick)
 # What the tests and the checks need besides.
 test_packages=(libgtest-dev libbenchmark-dev python3 clang-format
-  "${display_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip)
+  "${display_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip
+  chromium chromium-driver python3-selenium)
 
 # install_missing PACKAGE... : prints nothing unless something is missing.
 install_missing() {

@@ -1,8 +1,13 @@
 #include "host/engine/tag_file.h"
 
+#include <taglib/apetag.h>
 #include <taglib/audioproperties.h>
 #include <taglib/fileref.h>
+#include <taglib/id3v2tag.h>
+#include <taglib/mpegfile.h>
+#include <taglib/synchronizedlyricsframe.h>
 #include <taglib/tag.h>
+#include <taglib/tpropertymap.h>
 #include <taglib/wavfile.h>
 
 #include <algorithm>
@@ -131,6 +136,55 @@ void AddFacts(InfoText& info, const SoundFacts& facts) {
     info.AddNumber("Channels", static_cast<unsigned>(facts.channels));
 }
 
+/// Words under the names that players give them, and under those with a remark of the author's
+/// behind them.
+TagLib::String WordsAmong(const TagLib::PropertyMap& properties) {
+    for (const char* name : {"LYRICS", "UNSYNCEDLYRICS", "UNSYNCED LYRICS"}) {
+        const TagLib::String words = properties[name].toString("\n");
+        if (!words.isEmpty()) {
+            return words;
+        }
+    }
+    for (const auto& [name, values] : properties) {
+        if (name.startsWith("LYRICS:") && !values.toString("\n").isEmpty()) {
+            return values.toString("\n");
+        }
+    }
+    return {};
+}
+
+/// The words of a frame that tells when each piece of them is sung: pieces are lines, unless line
+/// ends stand in them.
+TagLib::String WordsOf(const TagLib::ID3v2::SynchronizedLyricsFrame& frame) {
+    TagLib::StringList pieces;
+    bool hasLineEnds = false;
+    for (const auto& piece : frame.synchedText()) {
+        pieces.append(piece.text);
+        hasLineEnds = hasLineEnds || piece.text.find("\n") >= 0;
+    }
+    return pieces.toString(hasLineEnds ? "" : "\n");
+}
+
+/// What the properties of an MP3 file lack: its second tag, and words with times.
+TagLib::String WordsBesides(TagLib::MPEG::File& file) {
+    if (file.hasAPETag()) {
+        const TagLib::String words = WordsAmong(file.APETag()->properties());
+        if (!words.isEmpty()) {
+            return words;
+        }
+    }
+    if (file.hasID3v2Tag()) {
+        for (const auto* frame : file.ID3v2Tag()->frameList("SYLT")) {
+            using TagLib::ID3v2::SynchronizedLyricsFrame;
+            const auto* lyrics = dynamic_cast<const SynchronizedLyricsFrame*>(frame);
+            if (lyrics != nullptr && lyrics->type() == SynchronizedLyricsFrame::Lyrics) {
+                return WordsOf(*lyrics);
+            }
+        }
+    }
+    return {};
+}
+
 }  // namespace
 
 bool FileStamp::operator==(const FileStamp& other) const {
@@ -194,6 +248,35 @@ std::string ReadInfo(const std::string& path) {
     info.Add("Size", SizeText(stream.Status().st_size));
     info.Add("Path", path);
     return info.Text();
+}
+
+std::string ReadWords(const std::string& path) {
+    TagStream stream(path);
+    std::string words;
+    Guarded([&] {
+        const TagLib::FileRef file(&stream, false);
+        if (file.isNull()) {
+            return;
+        }
+        words = WordsAmong(file.file()->properties()).to8Bit(true);
+        auto* mp3 = dynamic_cast<TagLib::MPEG::File*>(file.file());
+        if (words.empty() && mp3 != nullptr) {
+            words = WordsBesides(*mp3).to8Bit(true);
+        }
+    });
+    return words;
+}
+
+std::string ReadAlbum(const std::string& path) {
+    TagStream stream(path);
+    std::string album;
+    Guarded([&] {
+        const TagLib::FileRef file(&stream, false);
+        if (const TagLib::Tag* tag = TagOf(file)) {
+            album = Line(tag->album());
+        }
+    });
+    return album;
 }
 
 Extensions TaggedExtensions() {

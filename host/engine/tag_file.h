@@ -1,6 +1,6 @@
-// Reading the tags of one music file: the title to show, everything that is known, or the facts
-// about the sound. Below it lies TagLib, which nobody above needs to see. All of it may be called
-// from several threads at once.
+// Reading the tags of one music file: the title to show, everything that is known, the words of the
+// song, or the facts about the sound. Below it lies TagLib, which nobody above needs to see. All of
+// it may be called from several threads at once.
 //
 // The file is read through a small window and up to a bounded number of bytes: a gigabyte of
 // rubbish with a musical name costs a moment and not a minute.
@@ -43,6 +43,13 @@ SoundFacts ReadSoundFacts(const std::string& path);
 
 /// The text that TagReader::Info gives.
 std::string ReadInfo(const std::string& path);
+
+/// The words of the song as they stand in the tags: bytes of UTF-8, times and all. Empty if there
+/// are none.
+std::string ReadWords(const std::string& path);
+
+/// Empty if it is unknown.
+std::string ReadAlbum(const std::string& path);
 
 /// The extensions of the files whose tags can be read.
 Extensions TaggedExtensions();

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The finished program on a display: a person with a mouse and a keyboard, and a window manager."""
 
+import http.client
 import os
 import signal
 import subprocess
@@ -11,7 +12,7 @@ from typing import NamedTuple
 from desktop import SCREEN, Display, Picture, main, wait_for
 from player import (AT_REST, HEIGHT, LEFT, LIST, NEXT, PLAY, PREVIOUS, ROW, SEEK, STOP, TITLE,
                     TITLE_BOX, TOP, VOLUME, WIDTH, Player)
-from world import tone
+from world import PATIENCE, tone
 
 
 def middle(part):
@@ -54,6 +55,43 @@ class Complaints(Player):
         _, errors = self.player.communicate()
         self.assertEqual(errors.decode().splitlines(),
                          [f"veldrin: cannot play '{self.at(name)}'" for name in ('1.mp3', '2.mp3')])
+
+
+class Lyrics(Player):
+    def ports(self):
+        """Where the player listens on the network."""
+        folder = f'/proc/{self.player.pid}/fd'
+        sockets = set()
+        for name in os.listdir(folder):
+            link = os.readlink(os.path.join(folder, name))
+            if link.startswith('socket:['):
+                sockets.add(link[len('socket:['):-1])
+        with open('/proc/net/tcp', encoding='ascii') as file:
+            rows = [line.split() for line in file.readlines()[1:]]
+        listening = '0A'
+        return [tuple(row[1].split(':')) for row in rows if row[3] == listening and row[9] in sockets]
+
+    def network_is_loaded(self):
+        with open(f'/proc/{self.player.pid}/maps', encoding='utf-8') as file:
+            return 'veldrin-http.so' in file.read()
+
+    def test_service_is_on_loopback_and_begins_when_it_is_asked(self):
+        self.open()
+        (address, port), = self.ports()
+        self.assertEqual(address, '0100007F')
+        self.assertFalse(self.network_is_loaded())
+        connection = http.client.HTTPConnection('127.0.0.1', int(port, 16), timeout=PATIENCE)
+        self.addCleanup(connection.close)
+        connection.request('GET', '/guessed/winamp03/plugin/?artist=a&title=b')
+        self.assertEqual(connection.getresponse().status, 404)
+        self.assertTrue(self.network_is_loaded())
+        self.player.terminate()
+        self.player.communicate(timeout=PATIENCE)
+        self.assertEqual(self.player.returncode, 0)
+
+    def test_another_service_instead(self):
+        self.open('--lyrics', 'http://127.0.0.1:1')
+        self.assertEqual(self.ports(), [])
 
 
 class Window(Player):

@@ -94,6 +94,32 @@ TEST(Options, ScaleIsANumberFromOneToFour) {
     }
 }
 
+TEST(Options, LyricsComeFromAWebAddress) {
+    EXPECT_FALSE(Parsed({}).lyrics);
+    EXPECT_FALSE(Parsed({}).lyricsOnline);
+    EXPECT_EQ(Parsed({"--lyrics", "http://h"}).lyrics, "http://h");
+    EXPECT_EQ(Parsed({"--lyrics=https://h:80/a/b//"}).lyrics, "https://h:80/a/b");
+    for (const std::string value :
+         {"", "h", "ftp://h", "http:/h", "http://", "http:///", "http://h/a b", "http://h\n",
+          "file:///etc/passwd", "http://h?a", "http://h#a", "xhttp://h"}) {
+        EXPECT_EQ(Fault({"--lyrics", value}),
+                  "--lyrics must be an address like https://example.org, not '" + value + "'");
+        EXPECT_EQ(
+            Fault({"--lyrics-online=" + value}),
+            "--lyrics-online must be an address like https://example.org, not '" + value + "'");
+    }
+    EXPECT_EQ(Fault({"--lyrics"}), "--lyrics needs a value");
+}
+
+TEST(Options, LyricsOnlineTakesItsValueBehindTheEqualsSignAlone) {
+    const Options options = Parsed({"--lyrics-online", "http://a.mp3"});
+    EXPECT_EQ(options.lyricsOnline, "https://lrclib.net");
+    EXPECT_EQ(options.paths, Arguments{"http://a.mp3"});
+    EXPECT_EQ(Parsed({"--lyrics-online=http://h:1/"}).lyricsOnline, "http://h:1");
+    EXPECT_EQ(Parsed({"--lyrics-online=http://h", "--lyrics-online"}).lyricsOnline,
+              "https://lrclib.net");
+}
+
 TEST(Options, OutputKnowsThreeForms) {
     for (const std::string value : {"", "Auto", "nul", "file", "file:", "null:", "alsa"}) {
         EXPECT_EQ(Fault({"--output=" + value}),

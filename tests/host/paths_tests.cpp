@@ -13,11 +13,6 @@
 namespace veldrin {
 namespace {
 
-unsigned RightsOf(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0xFFFF;
-}
-
 TEST(Paths, RelativeOnesStartAtTheSendersFolder) {
     EXPECT_EQ(AbsolutePath("a.mp3", "/music/new"), "/music/new/a.mp3");
     EXPECT_EQ(AbsolutePath("./a.mp3", "/music"), "/music/a.mp3");
@@ -91,6 +86,16 @@ TEST(Paths, CacheFolderOfTheUser) {
     }
     const EnvironmentValue cache("XDG_CACHE_HOME", std::nullopt);
     EXPECT_EQ(CacheFolder(), "/home/ann/.cache/veldrin");
+}
+
+TEST(Paths, DataFolderOfTheUser) {
+    const EnvironmentValue home("HOME", "/home/ann");
+    {
+        const EnvironmentValue data("XDG_DATA_HOME", "/data");
+        EXPECT_EQ(DataFolder(), "/data/veldrin");
+    }
+    const EnvironmentValue data("XDG_DATA_HOME", std::nullopt);
+    EXPECT_EQ(DataFolder(), "/home/ann/.local/share/veldrin");
 }
 
 TEST(Paths, FoldersAreMadeForTheOwnerOnly) {

@@ -15,8 +15,8 @@ class Words(World):
     def test_help(self):
         result = self.run_program('--help')
         self.assertEqual((result.returncode, result.stderr), (0, b''))
-        for option in ('--add', '--no-window', '--scale', '--dir', '--output', '--quit', '--help',
-                       '--version', '--'):
+        for option in ('--add', '--no-window', '--scale', '--dir', '--output', '--lyrics',
+                       '--lyrics-online', '--quit', '--help', '--version', '--'):
             self.assertIn(b'\n  ' + option.encode() + b' ', result.stdout)
         self.assert_nothing_started()
 
@@ -33,6 +33,7 @@ class Words(World):
                                 (['--output=loud'], b'loud'), (['--output', 'file:'], b'file:'),
                                 (['--output', 'file:' + nowhere], b'x.wav'),
                                 (['--output', 'file:' + self.music], b'music'),
+                                (['--lyrics', 'ftp://x'], b'ftp://x'),
                                 (['--add=1'], b'--add'), (['--quit', 'a.wav'], b'--quit')):
             result = self.run_program(*arguments)
             self.assertEqual((arguments, result.returncode), (arguments, 2))

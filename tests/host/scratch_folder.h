@@ -1,8 +1,9 @@
-// A folder of a test's own, removed with all it holds when the test is over, and an environment
-// variable that gets its former value back.
+// A folder of a test's own, removed with all it holds when the test is over, the rights of what
+// lies there, and an environment variable that gets its former value back.
 #pragma once
 
 #include <stdlib.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <optional>
@@ -30,6 +31,12 @@ class ScratchFolder {
   private:
     std::string path_;
 };
+
+/// What may be done with a file or folder, by whom; more than any rights if there is none.
+inline unsigned RightsOf(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0xFFFF;
+}
 
 class EnvironmentValue {
   public:
