@@ -25,7 +25,10 @@ constexpr std::u16string_view kThisLevel = u"[.]";
 constexpr std::u16string_view kParentLevel = u"[..]";
 
 std::u16string Bracketed(std::u16string_view name) {
-    return u"[" + std::u16string(name) + u"]";
+    std::u16string text(1, u'[');
+    text += name;
+    text += u']';
+    return text;
 }
 
 void AddRow(JList& list, std::u16string_view text, std::u16string_view data, Long image) {

@@ -18,6 +18,12 @@ namespace veldrin {
 /// Names of headers are in lower case.
 using HttpHeaders = std::map<std::string, std::string>;
 
+/// The value of a header, empty if it is not there.
+inline std::string HeaderOf(const HttpHeaders& headers, const std::string& name) {
+    const auto found = headers.find(name);
+    return found == headers.end() ? std::string() : found->second;
+}
+
 /// What somebody asks of the service.
 struct HttpRequest {
     std::string method;  ///< "GET", "POST" ...

@@ -22,11 +22,6 @@ std::string Lowered(std::string_view text) {
     return lower;
 }
 
-std::string HeaderOf(const HttpAnswer& answer, const char* name) {
-    const auto found = answer.headers.find(name);
-    return found == answer.headers.end() ? "" : found->second;
-}
-
 /// 0 for what is no whole number of seconds.
 seconds SecondsIn(std::string_view text) {
     long long number = 0;
@@ -42,7 +37,7 @@ seconds SecondsIn(std::string_view text) {
 /// How long a copy of the answer may be shown.
 seconds LifeOf(const HttpAnswer& answer) {
     constexpr std::string_view kMaxAge = "max-age=";
-    const std::string rules = Lowered(HeaderOf(answer, "cache-control"));
+    const std::string rules = Lowered(HeaderOf(answer.headers, "cache-control"));
     seconds life(0);
     for (std::size_t begin = 0; begin < rules.size();) {
         const std::size_t end = std::min(rules.find(',', begin), rules.size());
@@ -57,7 +52,7 @@ seconds LifeOf(const HttpAnswer& answer) {
         }
         begin = end + 1;
     }
-    return life - SecondsIn(HeaderOf(answer, "age"));
+    return life - SecondsIn(HeaderOf(answer.headers, "age"));
 }
 
 }  // namespace

@@ -18,11 +18,6 @@ constexpr std::size_t kMostShown = 32;
 constexpr std::string_view kForm = "application/x-www-form-urlencoded";
 constexpr std::string_view kWordsField = "words=";
 
-std::string HeaderOf(const HttpRequest& request, const std::string& name) {
-    const auto found = request.headers.find(name);
-    return found == request.headers.end() ? std::string() : found->second;
-}
-
 std::string FileName(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
@@ -102,7 +97,7 @@ HttpAnswer LyricsService::Answer(const HttpRequest& request) {
     }
     const bool isGet = request.method == "GET" || request.method == "HEAD";
     if (address->page == Page::kRead) {
-        const std::string cache = HeaderOf(request, "cache-control");
+        const std::string cache = HeaderOf(request.headers, "cache-control");
         return isGet ? Read(*address, cache.find("no-cache") != std::string::npos)
                      : WrongMethod("GET, HEAD");
     }
@@ -118,7 +113,7 @@ HttpAnswer LyricsService::Answer(const HttpRequest& request) {
 
 std::optional<HttpAnswer> LyricsService::Refusal(const HttpRequest& request) const {
     // A name of a stranger's that leads here would make this a page of his.
-    const std::string host = HeaderOf(request, "host");
+    const std::string host = HeaderOf(request.headers, "host");
     const std::string port = ":" + std::to_string(place_.port);
     if (host != "127.0.0.1" + port && host != "localhost" + port) {
         return SentencePage(403, "This service is for this computer alone.");
@@ -134,10 +129,10 @@ std::optional<HttpAnswer> LyricsService::Refusal(const HttpRequest& request) con
 }
 
 std::optional<HttpAnswer> LyricsService::PostRefusal(const HttpRequest& request) const {
-    if (HeaderOf(request, "origin") != "http://" + HeaderOf(request, "host")) {
+    if (HeaderOf(request.headers, "origin") != "http://" + HeaderOf(request.headers, "host")) {
         return SentencePage(403, "Only the page of the player itself may save words.");
     }
-    const std::string type = HeaderOf(request, "content-type");
+    const std::string type = HeaderOf(request.headers, "content-type");
     if (type.substr(0, type.find(';')) != kForm) {
         return SentencePage(415, "The words did not come as a form.");
     }
