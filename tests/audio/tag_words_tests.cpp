@@ -20,7 +20,7 @@ using veldrin::ReadAlbum;
 using veldrin::ReadWords;
 
 const TagLib::String kWords("Zo\xC3\xAB\nTwo", TagLib::String::UTF8);
-constexpr const char* kBytes = "Zo\xC3\xAB\nTwo";
+constexpr const char* kTwoLines = "Zo\xC3\xAB\nTwo";
 
 class TagWords : public testing::Test {
   protected:
@@ -64,7 +64,7 @@ TEST_F(TagWords, FormatsHaveThemUnderTheirOwnNames) {
         EXPECT_EQ(ReadAlbum(directory_ / name), "");
         SetProperty(name, "LYRICS", kWords);
         SetProperty(name, "ALBUM", "The\nAlbum");
-        EXPECT_EQ(ReadWords(directory_ / name), kBytes);
+        EXPECT_EQ(ReadWords(directory_ / name), kTwoLines);
         EXPECT_EQ(ReadAlbum(directory_ / name), "The Album");
     }
     EXPECT_GE(made, 5);
@@ -74,7 +74,7 @@ TEST_F(TagWords, OtherNamesOfCommentsAreKnown) {
     for (const char* key : {"UNSYNCEDLYRICS", "UNSYNCED LYRICS", "unsyncedlyrics"}) {
         ASSERT_TRUE(Make("a.flac", "flacenc"));
         SetProperty("a.flac", key, kWords);
-        EXPECT_EQ(ReadWords(directory_ / "a.flac"), kBytes) << key;
+        EXPECT_EQ(ReadWords(directory_ / "a.flac"), kTwoLines) << key;
     }
     SetProperty("a.flac", "LYRICS", "better");
     EXPECT_EQ(ReadWords(directory_ / "a.flac"), "better");
@@ -90,7 +90,7 @@ TEST_F(TagWords, FrameWithARemarkIsFound) {
         file.ID3v2Tag(true)->addFrame(frame);  // which owns it from now on
         ASSERT_TRUE(file.save());
     }
-    EXPECT_EQ(ReadWords(directory_ / "a.mp3"), kBytes);
+    EXPECT_EQ(ReadWords(directory_ / "a.mp3"), kTwoLines);
 }
 
 TEST_F(TagWords, SecondTagOfAnMp3IsRead) {
@@ -101,7 +101,7 @@ TEST_F(TagWords, SecondTagOfAnMp3IsRead) {
         file.APETag(true)->addValue("Lyrics", kWords);
         ASSERT_TRUE(file.save());
     }
-    EXPECT_EQ(ReadWords(directory_ / "a.mp3"), kBytes);
+    EXPECT_EQ(ReadWords(directory_ / "a.mp3"), kTwoLines);
 }
 
 TEST_F(TagWords, WordsWithTimesAreRead) {
