@@ -52,15 +52,16 @@ class Lyrics(Player):
             self.choose(COPY)
             return wait_for(lambda: self.display.run('xclip', '-o', '-selection', 'clipboard',
                                                      check=False), 'a copy')
-        wanted = ['Nina & the Rivers - Slow Morning', '', *lines]
-        wait_for(lambda: copied().rstrip().splitlines() == wanted, f'the lyrics {lines}')
+        wanted = '\n'.join(['Nina & the Rivers - Slow Morning', '', *lines]).rstrip()
+        wait_for(lambda: '\n'.join(copied().splitlines()).rstrip() == wanted, f'the lyrics {lines}')
 
     def test_from_a_text_beside_the_song_to_a_correction(self):
         self.play_and_open_panel()
         self.expect_text('The light comes in', 'The boats go out')
         self.choose(EDIT)
-        address = wait_for(lambda: os.path.exists(self.opened) and open(self.opened).read(),
-                           'the edit page')
+        wait_for(lambda: os.path.exists(self.opened), 'the edit page')
+        with open(self.opened) as file:
+            address = file.read()
         page = urllib.request.urlopen(address, timeout=10).read().decode()
         self.assertIn('The boats go out', page)
         self.assertIn('Nina &amp; the Rivers', page)
