@@ -3,41 +3,30 @@
 // the removal of the rows whose file is gone.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
-#include <memory>
 #include <string>
 
+#include "bench/loaded_component.h"
 #include "browser/search.h"
-#include "core/ambrisor.h"
 #include "core/state/frmmain.h"
 #include "core/state/program.h"
 #include "menus/commandmenu.h"
 #include "platform/base/text.h"
-#include "platform/headless/headless_driver.h"
 #include "playlist/listcommands.h"
 
 namespace {
 
 using platform::Long;
 
-// A run with a playlist of so many rows.
+// A run with a playlist of so many rows, its window shown.
 class Run {
   public:
     explicit Run(Long rows) {
-        static_cast<void>(mkdtemp(folder_.data()));
-        component_ =
-            std::make_unique<sarnel::Ambrisor>(windows_, sarnel::AmbrisorOptions{folder_, {}, {}});
-        sarnel::ImpulseValue first;
-        sarnel::ImpulseValue second;
-        component_->ProcessImpulse(sarnel::kImpulseAttach, {}, first, second);
-        component_->ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlLoad, first, second);
-        first = true;
-        second = std::u16string();
-        component_->ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlShow, first, second);
+        sarnel::ImpulseValue show = true;
+        sarnel::ImpulseValue line = std::u16string();
+        loaded_.component.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlShow, show, line);
         sarnel::JList& list = sarnel::Playlist();
         list.RedrawFlag(false);
         for (Long i = 0; i < rows; ++i) {
@@ -45,12 +34,6 @@ class Run {
         }
         list.RedrawFlag(true);
     }
-    ~Run() {
-        component_.reset();
-        std::filesystem::remove_all(folder_);
-    }
-    Run(const Run&) = delete;
-    Run& operator=(const Run&) = delete;
 
   private:
     static std::u16string Title(Long i) {
@@ -67,10 +50,7 @@ class Run {
         return title + platform::Widen(std::to_string(i));
     }
 
-    std::string folder_ = "/tmp/veldrin-bench-XXXXXX";
-    platform::HeadlessDriver driver_{platform::HeadlessDriver::Clock::kVirtual};
-    platform::WindowSystem windows_{driver_};
-    std::unique_ptr<sarnel::Ambrisor> component_;
+    bench::LoadedComponent loaded_;
 };
 
 constexpr std::u16string_view kTyped = u"songs";

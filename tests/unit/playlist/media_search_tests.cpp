@@ -12,6 +12,7 @@
 #include "core/base/impulses.h"
 #include "platform/base/text.h"
 #include "playlist/media.h"
+#include "tests/unit/support/screen_driver.h"
 #include "tests/unit/support/world.h"
 
 namespace sarnel {
@@ -130,6 +131,49 @@ TEST_F(MediaSearch, APathThatIsTooLongEndsTheSearchQuietly) {
     const std::size_t levels = (4095 - 1 - root) / 201;
     EXPECT_EQ(found.size(), levels + 1);
     EXPECT_EQ(found.back(), u"a.mp3");
+}
+
+// No event runs until the search is over, so the label goes to the screen by itself.
+TEST(FolderInWork, IsOnTheScreenBeforeAnythingIsAskedOfTheHost) {
+    const support::TempFolder folder;
+    folder.Write("m/deep/1.mp3", "");
+    support::ScreenDriver driver;
+    platform::WindowSystem windows(driver);
+    support::FakeHost host;
+    Ambrisor component(windows, {folder.Path()});
+    component.Connect(&host);
+    ImpulseValue first;
+    ImpulseValue second;
+    component.ProcessImpulse(kImpulseAttach, {}, first, second);
+    component.ProcessImpulse(kImpulseControl, kControlLoad, first, second);
+    first = true;
+    second = std::u16string();
+    component.ProcessImpulse(kImpulseControl, kControlShow, first, second);
+    frmMAIN& main = component.State().Main();
+    main.picFrame(kBrowserPanel).Visible(true);
+    main.lblFrameAddPathName->Visible(true);
+    windows.DoEvents();
+    const platform::Rect label = windows.GetWindowRect(main.lblFrameAddPathName->HWnd());
+    const platform::Point origin = {main.Left(), main.Top()};
+    // Points in another colour than the label's corner, which no letter reaches.
+    const auto inked = [&] {
+        const platform::Surface& screen = driver.screens[main.HWnd()];
+        const auto at = [&](Long x, Long y) {
+            return screen.GetPixel({x - origin.x, y - origin.y});
+        };
+        int points = 0;
+        for (Long y = label.top; y < label.bottom; ++y) {
+            for (Long x = label.left; x < label.right; ++x) {
+                points += at(x, y) != at(label.right - 1, label.top) ? 1 : 0;
+            }
+        }
+        return points;
+    };
+    EXPECT_EQ(inked(), 0);
+    int whenAsked = 0;
+    host.inside[ImpulseIsSupported] = [&] { whenAsked = inked(); };
+    SearchFiles(folder.Text("m/"), u"*.*", true);
+    EXPECT_GT(whenAsked, 0);
 }
 
 }  // namespace
