@@ -188,7 +188,8 @@ class Playing(World):
             file.write('not music')
         tone(self.at('a.wav'))
         result = self.play(self.at('notes.txt'), self.at('a.wav'))
-        self.assertEqual((result.returncode, result.stdout), (0, b'  1. a.wav  [0:01]\n'))
+        self.assertEqual((result.returncode, result.stdout), (0, b'  1. a.wav  [0:01]\n'),
+                         result.stderr)
 
     def test_nothing_could_be_played(self):
         with open(self.at('notes.txt'), 'w') as file:
