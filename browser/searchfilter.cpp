@@ -10,6 +10,29 @@ namespace sarnel {
 
 namespace {
 
+struct SmallLetter {
+    char16_t capital;
+    char16_t unit;
+};
+
+// All units that are not their own capitals, in the order of these; looked up once a run.
+const std::vector<SmallLetter>& SmallLetters() {
+    static const std::vector<SmallLetter> letters = [] {
+        std::vector<SmallLetter> all;
+        for (char32_t unit = 0; unit <= 0xFFFF; ++unit) {
+            const auto small = static_cast<char16_t>(unit);
+            if (const char16_t capital = platform::UpperUnit(small); capital != small) {
+                all.push_back({capital, small});
+            }
+        }
+        std::stable_sort(all.begin(), all.end(), [](const SmallLetter& a, const SmallLetter& b) {
+            return a.capital < b.capital;
+        });
+        return all;
+    }();
+    return letters;
+}
+
 // A lane is a unit's share of eight bytes.
 template <class Unit>
 constexpr std::uint64_t kOnes = sizeof(Unit) == 1 ? 0x0101'0101'0101'0101 : 0x0001'0001'0001'0001;
@@ -40,13 +63,20 @@ std::size_t LaneOf(std::uint64_t marks) {
 }  // namespace
 
 SearchFilter::Letter::Letter(char16_t capital) {
-    for (std::uint64_t unit = 0; unit <= 0xFFFF; ++unit) {
-        if (platform::UpperUnit(static_cast<char16_t>(unit)) == capital) {
-            wide.push_back(unit * kOnes<char16_t>);
-            if (unit <= 0xFF) {
-                narrow.push_back(unit * kOnes<char>);
-            }
+    const auto add = [this](std::uint64_t unit) {
+        wide.push_back(unit * kOnes<char16_t>);
+        if (unit <= 0xFF) {
+            narrow.push_back(unit * kOnes<char>);
         }
+    };
+    if (platform::UpperUnit(capital) == capital) {
+        add(capital);
+    }
+    const auto [begin, end] = std::equal_range(
+        SmallLetters().begin(), SmallLetters().end(), SmallLetter{capital, 0},
+        [](const SmallLetter& a, const SmallLetter& b) { return a.capital < b.capital; });
+    for (auto letter = begin; letter != end; ++letter) {
+        add(letter->unit);
     }
 }
 
