@@ -16,7 +16,7 @@ namespace fuzz {
 namespace {
 
 struct Scratch {
-    std::string path = "/tmp/veldrin-fuzz-XXXXXX";
+    std::string path = std::filesystem::temp_directory_path() / "veldrin-fuzz-XXXXXX";
     Scratch() { Check(mkdtemp(path.data()) != nullptr, "a scratch folder"); }
     ~Scratch() {
         std::error_code ignored;

@@ -15,7 +15,7 @@ namespace veldrin {
 class ScratchFolder {
   public:
     ScratchFolder() {
-        std::string name = "/tmp/veldrin-test-XXXXXX";
+        std::string name = std::filesystem::temp_directory_path() / "veldrin-test-XXXXXX";
         path_ = mkdtemp(name.data());
     }
     ~ScratchFolder() {

@@ -125,8 +125,8 @@ TEST_F(MediaSearch, APathThatIsTooLongEndsTheSearchQuietly) {
     }
     close(at);
     const Texts found = Found();
-    // "/tmp/unit-XXXXXX/m" and 201 bytes a level: the folder of the level must fit with what ends
-    // its path. The deepest files come first, and their paths may be too long themselves.
+    // The scratch folder's "m" and 201 bytes a level: the folder of the level must fit with what
+    // ends its path. The deepest files come first, and their paths may be too long themselves.
     const std::size_t root = Folder().Path("m").size();
     const std::size_t levels = (4095 - 1 - root) / 201;
     EXPECT_EQ(found.size(), levels + 1);
