@@ -1,20 +1,14 @@
 #!/usr/bin/env python3
 """The edit page in a real browser without a screen."""
 
-import os
-import shutil
-import unittest
-
-from lyrics_world import PATIENCE, Service, main
+from headless_browser import notes_on, press_save, start_browser, words_box
+from lyrics_world import Service, main
 
 try:
-    from selenium import webdriver
-    from selenium.common.exceptions import WebDriverException
     from selenium.webdriver.common.by import By
     from selenium.webdriver.common.keys import Keys
-    from selenium.webdriver.support.ui import WebDriverWait
 except ImportError:
-    webdriver = None
+    pass  # start_browser says so
 
 SCRIPT = '</textarea><script>document.title = "hacked"</script><b id="hacked">'
 
@@ -22,21 +16,7 @@ SCRIPT = '</textarea><script>document.title = "hacked"</script><b id="hacked">'
 class EditPage(Service):
     @classmethod
     def setUpClass(cls):
-        driver = shutil.which('chromedriver')
-        if webdriver is None or driver is None:
-            raise unittest.SkipTest('no browser: chromium-driver and python3-selenium are missing')
-        options = webdriver.ChromeOptions()
-        for argument in ('--headless=new', '--disable-gpu', '--disable-dev-shm-usage',
-                         '--window-size=360,700', '--no-first-run', '--disable-extensions'):
-            options.add_argument(argument)
-        if os.geteuid() == 0:
-            options.add_argument('--no-sandbox')
-        try:
-            cls.browser = webdriver.Chrome(
-                service=webdriver.chrome.service.Service(driver), options=options)
-        except WebDriverException as fault:
-            raise unittest.SkipTest(f'the browser does not start here: {fault.msg}') from fault
-        cls.browser.set_page_load_timeout(PATIENCE)
+        cls.browser = start_browser()
         cls.addClassCleanup(cls.browser.quit)
 
     def setUp(self):
@@ -47,16 +27,13 @@ class EditPage(Service):
         self.browser.get(f'{self.origin}{self.edit_target(artist, title)}')
 
     def box(self):
-        return self.browser.find_element(By.ID, 'words')
+        return words_box(self.browser)
 
     def notes(self):
-        return [note.text for note in self.browser.find_elements(By.CSS_SELECTOR, '[role=status]')]
+        return notes_on(self.browser)
 
     def save(self):
-        old = self.browser.find_element(By.TAG_NAME, 'html')
-        self.browser.find_element(By.TAG_NAME, 'button').click()
-        WebDriverWait(self.browser, PATIENCE).until(
-            lambda browser: browser.find_element(By.TAG_NAME, 'html') != old and self.notes())
+        press_save(self.browser)
 
     def test_open_change_save(self):
         self.write('lyrics/Ann & Bob - Blue <Sky>.txt', '\nOne\nTwo')
