@@ -19,16 +19,8 @@ using namespace platform;
 
 namespace {
 
-constexpr Long kKeyStep = 3;  // lines
-
 TextBox& Box() {
     return *App().Main().txtLyrics;
-}
-
-void ScrollBy(Long lines) {
-    JSlider& slider = App().Main().sldSkin(kLyricsSlider);
-    slider.Value(slider.Value() + lines);
-    sldSkin_Scroll(kLyricsSlider);
 }
 
 // Page Up is missing, which is settled behaviour: the box moves its view by itself and the slider
@@ -38,7 +30,7 @@ void txtLyrics_KeyDown(Long& KeyCode, Long Shift) {
     switch (key) {
         case VK_UP:
         case VK_DOWN:
-            ScrollBy(key == VK_DOWN ? kKeyStep : -kKeyStep);
+            ScrollLyricsBy(key == VK_DOWN ? kLyricsStep : -kLyricsStep);
             KeyCode = 0;
             break;
         case VK_HOME:

@@ -10,6 +10,7 @@
 #include "core/state/program.h"
 #include "core/state/seams.h"
 #include "core/state/settings.h"
+#include "lyrics/lyrics.h"
 #include "menus/commandmenu.h"
 #include "platform/base/text.h"
 #include "playback/mPlayback.h"
@@ -155,12 +156,9 @@ Long FilesAndFoldersWindowProc(const Message& message) {
 }
 
 Long LyricsWindowProc(const Message& message) {
-    constexpr Long kWheelStep = 3;
     if (message.id == WM_MOUSEWHEEL &&
         App().windows.WindowFromPoint(PointOf(message.lParam)) == message.window) {
-        JSlider& slider = App().Main().sldSkin(kLyricsSlider);
-        slider.Value(slider.Value() + (message.wParam < 1 ? kWheelStep : -kWheelStep));
-        sldSkin_Scroll(kLyricsSlider);
+        ScrollLyricsBy(message.wParam < 1 ? kLyricsStep : -kLyricsStep);
     }
     // Swallowed, so that the text box shows no menu of its own.
     return message.id == WM_CONTEXTMENU ? 0

@@ -169,20 +169,23 @@ std::string UserGuide() {
     return std::filesystem::exists(VELDRIN_GUIDE, error) ? VELDRIN_GUIDE : VELDRIN_SOURCE_GUIDE;
 }
 
+std::string ShortHash(std::string_view text) {
+    std::uint64_t hash = 14695981039346656037ULL;  // FNV-1a, 64 bits
+    for (const char byte : text) {
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211ULL;
+    }
+    std::array<char, 17> digits{};
+    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(hash));
+    return digits.data();
+}
+
 std::string InstanceName(const std::string& componentDirectory) {
     std::error_code error;
     std::string real = std::filesystem::canonical(componentDirectory, error).native();
     if (error) {
         real = componentDirectory;
     }
-    std::uint64_t hash = 14695981039346656037ULL;  // FNV-1a, 64 bits
-    for (const char byte : real) {
-        hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211ULL;
-    }
-    std::array<char, 32> name{};
-    std::snprintf(name.data(), name.size(), "veldrin-%016llx",
-                  static_cast<unsigned long long>(hash));
-    return name.data();
+    return "veldrin-" + ShortHash(real);
 }
 
 }  // namespace veldrin

@@ -46,6 +46,9 @@ bool IsFolder(const std::string& path);
 /// leaves room for a name of 40 bytes in a socket address.
 std::optional<std::string> RuntimeFolder(const std::string& tmp = "/tmp");
 
+/// 16 hexadecimal digits that stand for the text.
+std::string ShortHash(std::string_view text);
+
 /// The name, without an ending, that socket and lock of a component directory bear: two spellings
 /// of one directory have one name.
 std::string InstanceName(const std::string& componentDirectory);

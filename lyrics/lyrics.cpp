@@ -95,6 +95,12 @@ void OpenLyricsEditor(std::u16string_view artist, std::u16string_view title) {
     Step([&] { Desktop().OpenDocument(Address(kEditPage, artist, title, u"+") + u"&new=1"); });
 }
 
+void ScrollLyricsBy(Long lines) {
+    JSlider& slider = App().Main().sldSkin(kLyricsSlider);
+    slider.Value(slider.Value() + lines);
+    ScrollLyrics();
+}
+
 void ScrollLyrics() {
     frmMAIN& main = App().Main();
     const Long value = main.sldSkin(kLyricsSlider).Value();

@@ -43,6 +43,10 @@ std::u16string DecodePage(std::string_view bytes);
 /// loses its first 17 units and nothing else.
 std::u16string CutLyrics(std::u16string page);
 
+/// Moves sldSkin(2) by so many lines, as far as it goes, and txtLyrics with it.
+void ScrollLyricsBy(Long lines);
+inline constexpr Long kLyricsStep = 3;  ///< of the wheel and of the keys, in lines
+
 /// Brings txtLyrics to where sldSkin(2) stands.
 void ScrollLyrics();
 

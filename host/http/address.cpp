@@ -4,7 +4,12 @@
 #include <charconv>
 #include <utility>
 
+#include "platform/base/text.h"
+
 namespace veldrin {
+
+using platform::LowerAscii;
+
 namespace {
 
 constexpr int kPlainPort = 80;
@@ -16,21 +21,17 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-char Lowered(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool IsLetter(char c) {
-    return Lowered(c) >= 'a' && Lowered(c) <= 'z';
+    return LowerAscii(c) >= 'a' && LowerAscii(c) <= 'z';
 }
 
 bool IsHexDigit(char c) {
-    return IsDigit(c) || (Lowered(c) >= 'a' && Lowered(c) <= 'f');
+    return IsDigit(c) || (LowerAscii(c) >= 'a' && LowerAscii(c) <= 'f');
 }
 
 std::string Lower(std::string_view text) {
     std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), Lowered);
+    std::ranges::transform(lower, lower.begin(), LowerAscii<char>);
     return lower;
 }
 

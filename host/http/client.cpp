@@ -120,10 +120,8 @@ std::string LocationIn(const HttpAnswer& answer) {
         case 302:
         case 303:
         case 307:
-        case 308: {
-            const auto found = answer.headers.find("location");
-            return found == answer.headers.end() ? "" : found->second;
-        }
+        case 308:
+            return HeaderOf(answer.headers, "location");
         default:
             return "";
     }

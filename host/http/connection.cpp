@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/base/text.h"
+
 namespace veldrin {
 namespace {
 
@@ -161,9 +163,7 @@ HttpHeaders HeadersOf(std::string_view head) {
             continue;
         }
         std::string name(line.substr(0, colon));
-        std::ranges::transform(name, name.begin(), [](char c) {
-            return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-        });
+        std::ranges::transform(name, name.begin(), platform::LowerAscii<char>);
         std::string& value = headers[std::move(name)];
         value += value.empty() ? "" : ", ";
         value += Trimmed(line.substr(colon + 1));

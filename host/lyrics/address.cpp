@@ -1,7 +1,8 @@
 #include "host/lyrics/address.h"
 
 #include <algorithm>
-#include <array>
+
+#include "platform/base/text.h"
 
 namespace veldrin {
 namespace {
@@ -18,14 +19,8 @@ constexpr std::string_view kRemoved = "&note=removed";
 
 constexpr std::string_view kDigits = "0123456789ABCDEF";
 
-int DigitValue(char c) {
-    const char upper = c >= 'a' && c <= 'f' ? static_cast<char>(c - 32) : c;
-    const std::size_t at = kDigits.find(upper);
-    return at == std::string_view::npos ? -1 : static_cast<int>(at);
-}
-
 Song DecodedAs(Page page, std::string_view artist, std::string_view title) {
-    const auto decode = page == Page::kRead ? PercentDecode : FormDecode;
+    const auto decode = page == Page::kRead ? platform::PercentDecode : FormDecode;
     return {decode(artist), decode(title)};
 }
 
@@ -35,27 +30,10 @@ Note NoteOf(std::string_view text) {
 
 }  // namespace
 
-std::string PercentDecode(std::string_view text) {
-    std::string decoded;
-    decoded.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isEscape = text[i] == '%' && text.size() - i > 2;
-        const int high = isEscape ? DigitValue(text[i + 1]) : -1;
-        const int low = isEscape ? DigitValue(text[i + 2]) : -1;
-        if (high >= 0 && low >= 0) {
-            decoded += static_cast<char>(high * 16 + low);
-            i += 2;
-        } else {
-            decoded += text[i];
-        }
-    }
-    return decoded;
-}
-
 std::string FormDecode(std::string_view text) {
     std::string blanks(text);
     std::replace(blanks.begin(), blanks.end(), '+', ' ');
-    return PercentDecode(blanks);
+    return platform::PercentDecode(blanks);
 }
 
 std::string PercentEncode(std::string_view text) {

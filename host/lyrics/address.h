@@ -11,10 +11,7 @@
 
 namespace veldrin {
 
-/// Every "%" with two hexadecimal digits behind it as its byte; others stand as they are.
-std::string PercentDecode(std::string_view text);
-
-/// As PercentDecode, with blanks for "+": the way of forms and of the edit address.
+/// As platform::PercentDecode, with blanks for "+": the way of forms and of the edit address.
 std::string FormDecode(std::string_view text);
 
 /// Everything but letters, digits and "-._~" escaped.

@@ -1,10 +1,8 @@
 #include "host/lyrics/song.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
-#include <cstdio>
 
+#include "host/paths.h"
 #include "lyrics/lyrics.h"
 #include "platform/base/text.h"
 
@@ -50,16 +48,6 @@ std::string WordsFileName(const Song& song) {
         name += mark;
     }
     return name.append(kEnding);
-}
-
-std::string ShortHash(std::string_view text) {
-    std::uint64_t hash = 14695981039346656037ULL;  // FNV-1a, 64 bits
-    for (const char byte : text) {
-        hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211ULL;
-    }
-    std::array<char, 17> digits{};
-    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(hash));
-    return digits.data();
 }
 
 std::string_view CutBytes(std::string_view text, std::size_t most) {

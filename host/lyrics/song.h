@@ -28,9 +28,6 @@ std::string LineOf(const Song& song);
 /// name that leads nowhere else, is not hidden, and is no longer than file systems take.
 std::string WordsFileName(const Song& song);
 
-/// 16 hexadecimal digits that stand for the text.
-std::string ShortHash(std::string_view text);
-
 /// The first `most` bytes at most, cut between characters of UTF-8.
 std::string_view CutBytes(std::string_view text, std::size_t most);
 

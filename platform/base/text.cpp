@@ -93,6 +93,15 @@ void AppendUtf8(std::uint32_t point, std::string& bytes) {
     }
 }
 
+// -1 for what is none.
+int HexDigit(char c) {
+    if (c >= '0' && c <= '9') {
+        return c - '0';
+    }
+    const char lower = LowerAscii(c);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
 }  // namespace
 
 void WidenInto(std::string_view bytes, std::u16string& text) {
@@ -160,6 +169,23 @@ bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char16_t x, char16_t y) {
         return x == y || UpperUnit(x) == UpperUnit(y);
     });
+}
+
+std::string PercentDecode(std::string_view text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isEscape = text[i] == '%' && text.size() - i > 2;
+        const int high = isEscape ? HexDigit(text[i + 1]) : -1;
+        const int low = isEscape ? HexDigit(text[i + 2]) : -1;
+        if (high >= 0 && low >= 0) {
+            bytes += static_cast<char>(high * 16 + low);
+            i += 2;
+        } else {
+            bytes += text[i];
+        }
+    }
+    return bytes;
 }
 
 std::u16string_view TrimBlanks(std::u16string_view text) {

@@ -59,6 +59,9 @@ inline char16_t UpperUnit(char16_t unit) {
 std::u16string Upper(std::u16string_view text);
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);
 
+/// Every "%" with two hexadecimal digits behind it as its byte; others stand as they are.
+std::string PercentDecode(std::string_view text);
+
 /// Without the blanks (U+0020) at both ends.
 std::u16string_view TrimBlanks(std::u16string_view text);
 

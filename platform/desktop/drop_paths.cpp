@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "platform/base/text.h"
 
@@ -9,33 +10,10 @@ namespace platform::desktop {
 
 namespace {
 
-int HexDigit(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    const char lower = LowerAscii(c);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
-// A percent sign without two digits behind it stands for itself. Nothing if a zero byte comes out,
-// which no name can hold.
+// Nothing if a zero byte comes out, which no name can hold.
 std::optional<std::string> Unescaped(std::string_view text) {
-    std::string bytes;
-    bytes.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const int high = i + 2 < text.size() && text[i] == '%' ? HexDigit(text[i + 1]) : -1;
-        const int low = high >= 0 ? HexDigit(text[i + 2]) : -1;
-        if (low >= 0) {
-            bytes.push_back(static_cast<char>(high * 16 + low));
-            i += 2;
-        } else {
-            bytes.push_back(text[i]);
-        }
-    }
-    if (bytes.find('\0') != std::string::npos) {
-        return std::nullopt;
-    }
-    return bytes;
+    std::string bytes = PercentDecode(text);
+    return bytes.find('\0') == std::string::npos ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 // The names of schemes and hosts know no case but that of ASCII.
