@@ -5,10 +5,10 @@
 #include "core/base/impulses.h"
 #include "core/mAmbrisor.h"
 #include "core/state/frmmain.h"
+#include "core/state/frmtip.h"
 #include "core/state/menukeys.h"
 #include "core/state/paneltable.h"
 #include "core/state/program.h"
-#include "core/state/seams.h"
 #include "lyrics/lyrics.h"
 #include "menus/commandmenu.h"
 #include "playback/mPlayback.h"
@@ -100,7 +100,7 @@ void ShowTips(const ControlArray<T>& controls) {
     for (Long i = controls.LowestIndex(); i <= controls.HighestIndex(); ++i) {
         T& control = controls(i);
         control.onMouseMove = [&control](const platform::MouseEvent&) {
-            seams::ShowTooltip(control.ToolTipText(), kTimeOut);
+            App().Tip().ShowTooltip(control.ToolTipText(), kTimeOut);
         };
     }
 }

@@ -39,6 +39,9 @@ Long PlaylistWindowProc(const platform::Message& message);
 Long FilesAndFoldersWindowProc(const platform::Message& message);
 Long LyricsWindowProc(const platform::Message& message);
 
+/// A mouse message on the tray icon (traypopup.cpp).
+void OnTray(Long mouseMessage);
+
 /// Closes as the close button, the hot key "Exit" and the close message do.
 void RequestClose();
 
@@ -60,7 +63,9 @@ inline constexpr Long kCentredAbove = platform::TPM_CENTERALIGN | platform::TPM_
 /// menu; else it names an item whose submenu opens by itself.
 void ShowMenu(std::u16string_view key, Long align);
 
-/// The panels that have handlers of their own: lyricspanel.cpp, browserpanel.cpp, searchpanel.cpp.
+/// The panels that have handlers of their own: associationpanel.cpp, lyricspanel.cpp,
+/// browserpanel.cpp, searchpanel.cpp.
+void AttachAssociationHandlers(frmMAIN& main);
 void AttachLyricsHandlers(frmMAIN& main);
 void AttachBrowserHandlers(frmMAIN& main);
 void AttachSearchHandlers(frmMAIN& main);

@@ -13,6 +13,7 @@ namespace sarnel {
 void frmMAIN::AttachHandlers() {
     AttachButtonHandlers(*this);
     AttachSurfaceHandlers(*this);
+    AttachAssociationHandlers(*this);
     AttachLyricsHandlers(*this);
     AttachBrowserHandlers(*this);
     AttachSearchHandlers(*this);

@@ -108,9 +108,11 @@ void LoadSettings() {
 
 void CreateHotKeys() {
     frmMAIN& main = App().Main();
-    main.hKeys = std::make_unique<JHotKeys>();
+    main.hKeys = std::make_unique<JHotKeys>(App().windows);
     main.hKeys->hWndToCapture(main.HWnd());
-    main.hKeys->onHotKeyPress = hKeys_HotKeyPress;
+    main.hKeys->onHotKeyPress = [](std::u16string_view sName, Long, Long) {
+        hKeys_HotKeyPress(sName);
+    };
     for (const GlobalKey& key : kGlobalKeys) {
         Step([&] { main.hKeys->RegisterKey(key.name, kAltAndCtrl, key.virtualKey); });
     }

@@ -67,7 +67,6 @@ void AttachSurfaceHandlers(frmMAIN& main) {
     };
     main.lstPlaylist.onDblClick = PlayListIndex;
     main.lstPlaylist.onMouseDown = lstPlaylist_MouseDown;
-    main.lblFrameFileAssocOK->onClick = [] { RunMenuCommand(menukeys::kAssociateFiles); };
 }
 
 }  // namespace sarnel

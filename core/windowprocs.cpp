@@ -6,15 +6,16 @@
 #include "core/base/failure.h"
 #include "core/mAmbrisor.h"
 #include "core/state/frmmain.h"
+#include "core/state/frmtip.h"
 #include "core/state/mainmenu.h"
 #include "core/state/program.h"
-#include "core/state/seams.h"
 #include "core/state/settings.h"
 #include "lyrics/lyrics.h"
 #include "menus/commandmenu.h"
 #include "platform/base/text.h"
 #include "playback/mPlayback.h"
 #include "playlist/media.h"
+#include "shell/tray.h"
 
 namespace sarnel {
 
@@ -25,14 +26,15 @@ namespace {
 void OnSize(const Message& message) {
     const bool hides = IsOn(settings::kHideInSystray);
     WindowSystem& windows = App().windows;
+    const frmMAIN& main = App().Main();
     if (message.wParam == SIZE_RESTORED) {
         StartScrollTimer();
         if (hides) {
-            seams::TrayDelete();
+            TrayDelete(windows, message.window, main.Icon());
         }
     } else if (message.wParam == SIZE_MINIMIZED) {
         if (hides) {
-            seams::TrayAdd(App().Main().Caption());
+            TrayAdd(windows, message.window, main.Icon(), main.Caption());
             windows.ShowWindow(message.window, SW_HIDE);
         }
         windows.ShowWindow(App().Tip().HWnd(), SW_HIDE);
@@ -57,14 +59,6 @@ void OnMouseWheel(const Message& message) {
     }
     SetVolume(App().Main().sldSkin(kVolumeSlider).Value() +
               (message.wParam < 1 ? -kVolumeStep : kVolumeStep));
-}
-
-void OnTray(Long mouseMessage) {
-    if (mouseMessage == WM_LBUTTONDBLCLK) {
-        SetMinimized(false);
-    } else if (mouseMessage == WM_RBUTTONUP) {
-        seams::TrayMenu();
-    }
 }
 
 // Fails before the keys are there, as Menu does.

@@ -16,7 +16,8 @@ class WindowFront : public Front {
   public:
     /// Only where DesktopDriver::WhyNoDisplay finds nothing. Starts threads of the toolkit's own.
     WindowFront(Console& console, std::optional<double> scale)
-        : Front(console), driver_("veldrin", scale) {
+        : Front(console),
+          driver_({"veldrin", "Veldrin", "Music Player", "AudioVideo;Audio;Player;"}, scale) {
         driver_.SetFetcher([pages = MakeFetcher()](const std::string& address, bool fresh) {
             return pages->Fetch(address, fresh);
         });

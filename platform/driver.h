@@ -100,14 +100,28 @@ struct TextComposed {
     std::optional<std::size_t> caret;
 };
 
+/// A combination of keys that GrabHotKey has taken was pressed.
+struct HotKeyPressed {
+    Handle key;
+};
+/// The user has done something to a window's tray icon.
+struct TrayIconUsed {
+    enum class Action {
+        kOpen,  ///< a double click, or whatever the desktop has for it
+        kMenu   ///< asks for a menu at the pointer
+    };
+    Handle window;
+    Action action;
+};
+
 /// The desktop has ended what GrabInput began: somebody else has taken the pointer or the keyboard,
 /// or a button went down where it could not be told.
 struct InputLost {};
 
-using DriverEvent =
-    std::variant<CloseRequested, MinimisedByDesktop, RestoredByDesktop, WorkAreaChanged,
-                 FilesDropped, MovedByDesktop, PointerMoved, PointerLeft, ButtonChanged,
-                 WheelTurned, KeyChanged, TextTyped, TextComposed, InputLost>;
+using DriverEvent = std::variant<CloseRequested, MinimisedByDesktop, RestoredByDesktop,
+                                 WorkAreaChanged, FilesDropped, MovedByDesktop, PointerMoved,
+                                 PointerLeft, ButtonChanged, WheelTurned, KeyChanged, TextTyped,
+                                 TextComposed, InputLost, HotKeyPressed, TrayIconUsed>;
 
 /// Where the user writes: a top-level window, and the caret's place in it.
 struct TextInput {
@@ -121,6 +135,21 @@ struct Drive {
     std::u16string root;   ///< with a separator at its end
     std::u16string label;  ///< of the volume; empty if it has none
     bool operator==(const Drive&) const = default;
+};
+
+/// A combination of keys that is to work wherever the focus is.
+struct KeyCombination {
+    std::u16string name;  ///< what it does, for desktops that show it
+    Long modifiers = 0;   ///< MOD_ALT ...
+    Long key = 0;         ///< virtual-key code
+    bool operator==(const KeyCombination&) const = default;
+};
+
+/// The default value of a key of the shell's registry.
+struct RegistryValue {
+    std::u16string key;  ///< path, its parts joined by a backslash
+    std::u16string text;
+    bool operator==(const RegistryValue&) const = default;
 };
 
 class Driver {
@@ -228,6 +257,28 @@ class Driver {
     virtual void OpenDocument(std::u16string_view /*pathOrAddress*/) {}
     /// Where folders begin, in the order in which users are to see them.
     virtual std::vector<Drive> Drives() const { return {}; }
+
+    // The shell.
+
+    /// Takes a combination of keys from the desktop; `id` names it in HotKeyPressed. False if
+    /// somebody else has it. A driver that still waits for its desktop answers True, and a
+    /// combination that turns out to be taken then never comes.
+    virtual bool GrabHotKey(Handle /*id*/, const KeyCombination& /*key*/) { return true; }
+    virtual void ReleaseHotKey(Handle /*id*/) {}
+    /// Why the last operation that failed did so, for people; empty if nobody knows.
+    virtual std::u16string LastErrorText() const { return {}; }
+
+    /// Shows a window's icon in the tray, or changes its tip. Where there is no tray, and while it
+    /// is away, the window stays in the task bar instead: hiding it while it is minimised leaves
+    /// its entry there.
+    virtual void ShowTrayIcon(Handle /*window*/, std::u16string_view /*tip*/) {}
+    virtual void HideTrayIcon(Handle /*window*/) {}
+
+    /// A value has been written into the shell's registry.
+    virtual void RegistryWritten(const RegistryValue& /*value*/) {}
+    /// Makes true on the desktop what the registry's values, in order of their keys, say of file
+    /// types, folders and who opens them. Does not wait for it.
+    virtual void PublishAssociations(const std::vector<RegistryValue>& /*registry*/) {}
 
     // Pages of the network. Addresses are http or https, with any character as it stands; a driver
     // escapes what cannot be sent.

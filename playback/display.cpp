@@ -6,9 +6,9 @@
 #include "core/base/version.h"
 #include "core/state/frmmain.h"
 #include "core/state/program.h"
-#include "core/state/seams.h"
 #include "core/state/settings.h"
 #include "playback/mPlayback.h"
+#include "shell/tray.h"
 
 namespace sarnel {
 
@@ -44,7 +44,7 @@ void SetWindowTitle(std::u16string_view title) {
         main.HWnd(), platform::GWL_STYLE,
         windows.GetWindowLong(main.HWnd(), platform::GWL_STYLE) | platform::kSystemMenuAndMinimise);
     if (IsOn(settings::kHideInSystray) && !main.Visible()) {
-        seams::TrayModify(main.Caption());
+        TrayModify(windows, main.HWnd(), main.Icon(), main.Caption());
     }
 }
 

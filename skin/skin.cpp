@@ -2,6 +2,7 @@
 
 #include "core/base/failure.h"
 #include "core/state/frmmain.h"
+#include "core/state/frmtip.h"
 #include "core/state/mainmenu.h"
 #include "core/state/program.h"
 #include "core/state/settings.h"

@@ -7,6 +7,7 @@
 #include "core/base/impulses.h"
 #include "core/state/frmmain.h"
 #include "core/state/paneltable.h"
+#include "platform/base/text.h"
 #include "skin/skin_offsets.h"
 #include "skin/skin_steps.h"
 
@@ -49,21 +50,6 @@ void LayPanels(const PanelPlace& place) {
     }
 }
 
-std::vector<std::u16string> Split(std::u16string_view text, char16_t delimiter) {
-    std::vector<std::u16string> pieces;
-    if (text.empty()) {
-        return pieces;
-    }
-    std::size_t end = text.find(delimiter);
-    while (end != std::u16string_view::npos) {
-        pieces.emplace_back(text.substr(0, end));
-        text.remove_prefix(end + 1);
-        end = text.find(delimiter);
-    }
-    pieces.emplace_back(text);
-    return pieces;
-}
-
 // Six types a line; a heading and an invitation only from three types on.
 std::u16string TypesText(const std::vector<std::u16string>& types) {
     constexpr std::u16string_view kLineBreak = u"\r\n";
@@ -91,7 +77,7 @@ void LayAssociations(const PanelPlace& place) {
     Step([&] { types.AutoSize(false); });
     Step([&] { types.Move(5, 5, place.width - 10, 80); });
     const std::u16string known = Ask(ImpulseGetFileTypes, std::u16string(), {}, {});
-    Step([&] { types.Caption(TypesText(Split(known, u';'))); });
+    Step([&] { types.Caption(TypesText(platform::Split(known, u';'))); });
     Step([&] { types.AutoSize(true); });
     Step([&] { types.ForeColor(main.lstPlaylist.TextColor()); });
     Step(

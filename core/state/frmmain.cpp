@@ -32,7 +32,8 @@ frmMAIN::frmMAIN(platform::WindowSystem& windows)
     : Widget(windows, 0, kWindow),
       picScrollText(windows, HWnd(), kScrollText),
       picInfoDisplay(windows, HWnd(), kInfoDisplay),
-      lstPlaylist(windows, HWnd(), kListArea, ListOfLayout()) {
+      lstPlaylist(windows, HWnd(), kListArea, ListOfLayout()),
+      icon_(windows.NewHandle()) {
     MakePanels();
     MakeLabels();
     MakeControls();
@@ -120,10 +121,6 @@ void frmMAIN::DrawPicture() {
     face.FillRect(face.Bounds(), BackColor());
     face.BitBlt(face.Bounds(), *picture_, {0, 0});
     ShowFace();
-}
-
-frmTIP::frmTIP(platform::WindowSystem& windows) : Widget(windows, 0, {0, 0, 20, 23}) {
-    SetFont({u"Arial", 9.75, true, false});
 }
 
 }  // namespace sarnel

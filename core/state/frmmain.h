@@ -68,6 +68,9 @@ class frmMAIN : public platform::Widget {
     std::u16string Caption() const { return Text(); }
     void Caption(std::u16string_view value) { Text(value); }
 
+    /// The icon of the window, in the tray and wherever a desktop shows one.
+    Handle Icon() const { return icon_; }
+
     /// The window's background; drawn at its left top corner.
     platform::PictureRef Picture() const { return picture_; }
     void Picture(platform::PictureRef value);
@@ -106,18 +109,9 @@ class frmMAIN : public platform::Widget {
     void MakeControls();
     void DrawPicture();
 
+    const Handle icon_;
     platform::PictureRef picture_;
     bool loaded_ = false;
-};
-
-/// The tooltip's window. Its frame is made of three pictures; the middle one is stretched.
-class frmTIP : public platform::Widget {
-  public:
-    explicit frmTIP(platform::WindowSystem& windows);
-
-    platform::PictureRef imgTip1;  ///< left end
-    platform::PictureRef imgTip2;
-    platform::PictureRef imgTip3;  ///< right end
 };
 
 }  // namespace sarnel

@@ -4,6 +4,7 @@
 
 #include "core/base/component.h"
 #include "core/state/frmmain.h"
+#include "core/state/frmtip.h"
 #include "platform/base/text.h"
 
 namespace sarnel {
@@ -49,6 +50,7 @@ frmMAIN& Program::Main() {
 frmTIP& Program::Tip() {
     if (!tip_) {
         tip_ = std::make_shared<frmTIP>(windows);
+        windows.MakePopup(tip_->HWnd(), main_ ? main_->HWnd() : 0);
     }
     return *tip_;
 }

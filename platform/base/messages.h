@@ -82,6 +82,7 @@ inline constexpr Long SPI_SETWORKAREA = 47;
 // ShowWindow.
 inline constexpr Long SW_HIDE = 0;
 inline constexpr Long SW_SHOWNORMAL = 1;
+inline constexpr Long SW_SHOWNOACTIVATE = 4;
 inline constexpr Long SW_SHOW = 5;
 inline constexpr Long SW_MINIMIZE = 6;
 inline constexpr Long SW_RESTORE = 9;
@@ -94,6 +95,15 @@ inline constexpr Long SWP_NOSIZE = 1;
 inline constexpr Long SWP_NOMOVE = 2;
 inline constexpr Long SWP_NOZORDER = 4;
 inline constexpr Long SWP_NOACTIVATE = 16;
+
+// RegisterHotKey.
+inline constexpr Long MOD_ALT = 1;
+inline constexpr Long MOD_CONTROL = 2;
+inline constexpr Long MOD_SHIFT = 4;
+inline constexpr Long MOD_WIN = 8;
+
+// SHChangeNotify.
+inline constexpr Long SHCNE_ASSOCCHANGED = 0x8000000;
 
 // SetWindowLong and GetWindowLong.
 inline constexpr Long GWL_STYLE = -16;

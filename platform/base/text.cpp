@@ -188,6 +188,21 @@ std::string PercentDecode(std::string_view text) {
     return bytes;
 }
 
+std::vector<std::u16string> Split(std::u16string_view text, char16_t delimiter) {
+    std::vector<std::u16string> pieces;
+    if (text.empty()) {
+        return pieces;
+    }
+    std::size_t end = text.find(delimiter);
+    while (end != std::u16string_view::npos) {
+        pieces.emplace_back(text.substr(0, end));
+        text.remove_prefix(end + 1);
+        end = text.find(delimiter);
+    }
+    pieces.emplace_back(text);
+    return pieces;
+}
+
 std::u16string_view TrimBlanks(std::u16string_view text) {
     const std::size_t first = text.find_first_not_of(u' ');
     if (first == std::u16string_view::npos) {

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -61,6 +62,9 @@ bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);
 
 /// Every "%" with two hexadecimal digits behind it as its byte; others stand as they are.
 std::string PercentDecode(std::string_view text);
+
+/// The pieces between delimiters; none of an empty text.
+std::vector<std::u16string> Split(std::u16string_view text, char16_t delimiter);
 
 /// Without the blanks (U+0020) at both ends.
 std::u16string_view TrimBlanks(std::u16string_view text);

@@ -16,15 +16,18 @@
 
 #include "platform/base/text.h"
 #include "platform/desktop/application.h"
+#include "platform/desktop/associations/associations.h"
 #include "platform/desktop/display.h"
 #include "platform/desktop/download.h"
 #include "platform/desktop/drives.h"
 #include "platform/desktop/held_buttons.h"
+#include "platform/desktop/hotkeys/hot_keys.h"
 #include "platform/desktop/network.h"
 #include "platform/desktop/qt_text.h"
 #include "platform/desktop/screens.h"
 #include "platform/desktop/text_engine.h"
 #include "platform/desktop/top_level.h"
+#include "platform/desktop/tray/tray_icons.h"
 #include "platform/desktop/wait_loop.h"
 #include "platform/files/files.h"
 
@@ -34,12 +37,19 @@ using namespace desktop;
 
 // The order is that of life: the application before all, the windows last.
 struct DesktopDriver::Parts {
-    Parts(std::string name, std::optional<double> scale)
-        : application(std::move(name)),
+    Parts(const ProgramIdentity& program, std::optional<double> scale)
+        : application(program.id),
           shared{Magnification(scale.value_or(0) > 0 ? *scale : ScaleOfScreen()), {}, {}},
           screens(
               shared.scale, [this] { shared.events.Push(WorkAreaChanged{}); },
-              [this](const QRegion& lost) { ScreenLost(lost); }) {}
+              [this](const QRegion& lost) { ScreenLost(lost); }),
+          trayIcons(loop, shared.events,
+                    [this](Handle window, bool inTray) {
+                        if (TopLevel* found = Find(window)) {
+                            found->KeepEntry(!inTray);
+                        }
+                    }),
+          associations(program) {}
 
     /// Null if there is none, and when the display has gone: then whatever is said to a window
     /// would end the process before the list is saved.
@@ -68,12 +78,29 @@ struct DesktopDriver::Parts {
         }
     }
 
+    // Once the first picture is on the screen, or is late: it waits for nothing that can come after
+    // it. Answers how long until then.
+    std::optional<Millis> BeginHotKeys(Millis now) {
+        constexpr Millis kLate = 500;
+        if (hotKeys.HasBegun() || application.HasLostDisplay()) {
+            return std::nullopt;
+        }
+        if (!shared.hasShownPicture && now < kLate) {
+            return kLate - now;
+        }
+        hotKeys.Begin();
+        return std::nullopt;
+    }
+
     Application application;
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
     Shared shared;
     Screens screens;
     HeldButtons buttons{shared};
     WaitLoop loop;
+    HotKeys hotKeys{loop, shared.events};
+    TrayIcons trayIcons;
+    Associations associations;
     Fetcher fetcher;
     std::set<std::u16string, std::less<>> forgotten;  ///< pages of which no copy will do
     TextEngine text;
@@ -85,8 +112,8 @@ std::optional<std::string> DesktopDriver::WhyNoDisplay() {
     return DisplayFault();
 }
 
-DesktopDriver::DesktopDriver(std::string name, std::optional<double> scale)
-    : parts_(std::make_unique<Parts>(std::move(name), scale)) {}
+DesktopDriver::DesktopDriver(ProgramIdentity program, std::optional<double> scale)
+    : parts_(std::make_unique<Parts>(program, scale)) {}
 
 DesktopDriver::~DesktopDriver() = default;
 
@@ -108,11 +135,11 @@ void DesktopDriver::WaitUntil(std::optional<Millis> deadline) {
     if (!parts_->application.HasLostDisplay() && buttons.AllLetGo()) {
         parts_->BringBack();
     }
-    std::optional<Millis> longest;
+    std::optional<Millis> longest = parts_->BeginHotKeys(Now());
     if (!parts_->shared.events.IsEmpty()) {
         longest = 0;
     } else if (deadline) {
-        longest = *deadline - Now();
+        longest = std::min(longest.value_or(*deadline - Now()), *deadline - Now());
     }
     if (const auto patience = buttons.Patience(Now())) {
         longest = std::min(longest.value_or(*patience), *patience);
@@ -331,6 +358,33 @@ std::optional<std::string> DesktopDriver::Download(std::u16string_view address) 
     };
     return FetchMeanwhile(parts_->fetcher, Narrow(address), fresh, kLongestFetch + kGrace,
                           {pass, [this] { parts_->loop.Wake(); }});
+}
+
+bool DesktopDriver::GrabHotKey(Handle id, const KeyCombination& key) {
+    return parts_->hotKeys.Grab(id, key);
+}
+
+void DesktopDriver::ReleaseHotKey(Handle id) {
+    parts_->hotKeys.Release(id);
+}
+
+std::u16string DesktopDriver::LastErrorText() const {
+    return parts_->hotKeys.LastErrorText();
+}
+
+void DesktopDriver::ShowTrayIcon(Handle window, std::u16string_view tip) {
+    parts_->trayIcons.Show(window, tip);
+}
+
+void DesktopDriver::HideTrayIcon(Handle window) {
+    parts_->trayIcons.Hide(window);
+    if (TopLevel* found = parts_->Find(window)) {
+        found->KeepEntry(false);
+    }
+}
+
+void DesktopDriver::PublishAssociations(const std::vector<RegistryValue>& registry) {
+    parts_->associations.Publish(registry);
 }
 
 void DesktopDriver::KeepShown() {

@@ -20,6 +20,14 @@ namespace platform {
 inline constexpr double kSmallestScale = 1;
 inline constexpr double kLargestScale = 4;
 
+/// What the desktop knows the program by.
+struct ProgramIdentity {
+    std::string id;           ///< of its windows and of its desktop entry
+    std::string title;        ///< for people
+    std::string genericName;  ///< what kind of program it is, for people
+    std::string categories;   ///< of the menus that it stands in, each with a semicolon behind it
+};
+
 class DesktopDriver : public Driver {
   public:
     /// Why no window can be shown here, for people; nothing if one can. To be asked before a driver
@@ -27,8 +35,8 @@ class DesktopDriver : public Driver {
     static std::optional<std::string> WhyNoDisplay();
 
     /// `scale`: device pixels for each pixel of a picture, kSmallestScale to kLargestScale; none
-    /// takes it from the screen. `name`: what the desktop knows the program by.
-    DesktopDriver(std::string name, std::optional<double> scale);
+    /// takes it from the screen.
+    DesktopDriver(ProgramIdentity program, std::optional<double> scale);
     ~DesktopDriver() override;
     DesktopDriver(const DesktopDriver&) = delete;
     DesktopDriver& operator=(const DesktopDriver&) = delete;
@@ -87,6 +95,12 @@ class DesktopDriver : public Driver {
     bool IsOnline(std::u16string_view address) const override;
     void ForgetDownload(std::u16string_view address) override;
     std::optional<std::string> Download(std::u16string_view address) override;
+    bool GrabHotKey(Handle id, const KeyCombination& key) override;
+    void ReleaseHotKey(Handle id) override;
+    std::u16string LastErrorText() const override;
+    void ShowTrayIcon(Handle window, std::u16string_view tip) override;
+    void HideTrayIcon(Handle window) override;
+    void PublishAssociations(const std::vector<RegistryValue>& registry) override;
     void KeepShown() override;
     Millis DoubleClickTime() const override;
 

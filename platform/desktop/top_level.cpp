@@ -19,12 +19,28 @@ TopLevel::TopLevel(Handle handle, Shared& shared) : handle_(handle), shared_(sha
 }
 
 void TopLevel::SetVisibility(bool visible) {
+    isHidden_ = !visible;
+    if (!visible && keepsEntry_ && minimised_) {
+        return;
+    }
     if (visible) {
         ComeToScreen(Shown::kEnough);
         shownAt_ = Clock::now();
         SetMinimisedState();
     }
     setVisible(visible);
+}
+
+// A hidden window that nothing on the desktop stands for could never be brought back.
+void TopLevel::KeepEntry(bool keeps) {
+    if (keepsEntry_ == keeps) {
+        return;
+    }
+    keepsEntry_ = keeps;
+    if (isHidden_ && minimised_) {
+        SetMinimisedState();
+        setVisible(keeps);
+    }
 }
 
 void TopLevel::SetRect(const Rect& rect) {
@@ -101,6 +117,9 @@ void TopLevel::moveEvent(QMoveEvent* event) {
 }
 
 void TopLevel::SetTopMost(bool topMost) {
+    if (((flags() & Qt::WindowStaysOnTopHint) != 0) == topMost) {
+        return;
+    }
     // The flag of the window itself: anything else would hide it and make it anew.
     setFlag(Qt::WindowStaysOnTopHint, topMost);
 }
@@ -270,6 +289,7 @@ void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
     }
     stale_ = QRect({0, 0}, size());
     PaintInStore(TakeStale());
+    shared_.hasShownPicture = true;
     if (!hasIcon_) {
         hasIcon_ = true;  // the picture comes first
         setIcon(MakeIcon());

@@ -40,6 +40,7 @@ struct Shared {
     PointerRecord pointer;
     std::optional<TextInput> input{};  ///< where the user writes
     bool composing = false;            ///< what was reported last is still being composed
+    bool hasShownPicture = false;      ///< any window
     bool ignoresMethods = false;       ///< what input methods say now has been taken already
 };
 
@@ -56,6 +57,8 @@ class TopLevel : public QWindow {
     void SetPopup(TopLevel* owner);
     void GrabInput();
     void ReleaseInput();
+    /// Whether hiding the window while it is minimised leaves its entry in the task bar.
+    void KeepEntry(bool keeps);
     void ShowPicture(const Surface& picture, std::span<const Rect> changed);
 
     /// Comes to the nearest screen if the screens show less of it than is wanted.
@@ -113,7 +116,9 @@ class TopLevel : public QWindow {
     std::deque<Asked> asked_;
     std::optional<Clock::time_point> shownAt_;  ///< until the desktop has placed it
     bool minimised_ = false;
-    QBasicTimer doubt_;  ///< whether the desktop minimises at all
+    bool isHidden_ = true;     ///< as the component knows it
+    bool keepsEntry_ = false;  ///< in the task bar, though hidden
+    QBasicTimer doubt_;        ///< whether the desktop minimises at all
     bool hasIcon_ = false;
 
     QBackingStore store_;

@@ -113,6 +113,16 @@ TextPicture HeadlessDriver::RenderText(const Font& font, std::u16string_view tex
     return picture;
 }
 
+bool HeadlessDriver::GrabHotKey(Handle id, const KeyCombination& key) {
+    const bool taken = std::any_of(taken_.begin(), taken_.end(), [&](const KeyCombination& other) {
+        return other.modifiers == key.modifiers && other.key == key.key;
+    });
+    if (!taken) {
+        hotKeys_[id] = key;
+    }
+    return !taken;
+}
+
 std::optional<std::string> HeadlessDriver::Download(std::u16string_view address) {
     const std::u16string key(address);
     downloads_.push_back({key, forgotten_.erase(key) > 0});

@@ -43,6 +43,18 @@ class HeadlessDriver : public Driver {
     /// The pages asked for since the last call, whether there were any or not.
     std::vector<AskedPage> TakeDownloads() { return std::exchange(downloads_, {}); }
 
+    // What the virtual shell has been given.
+    /// Another program holds that combination from now on.
+    void TakeHotKey(Long modifiers, Long key) { taken_.push_back({{}, modifiers, key}); }
+    /// The combinations that are taken from the desktop, by what names them.
+    const std::map<Handle, KeyCombination>& HotKeys() const { return hotKeys_; }
+    /// Tips of the icons in the tray by window.
+    const std::map<Handle, std::u16string>& TrayTips() const { return trayTips_; }
+    /// Every value written, in order.
+    const std::vector<RegistryValue>& Registry() const { return registry_; }
+    /// What was published last; none if nothing was.
+    const std::optional<std::vector<RegistryValue>>& Published() const { return published_; }
+
     Millis Now() const override;
     void WaitUntil(std::optional<Millis> deadline) override;
     std::optional<DriverEvent> NextEvent() override;
@@ -67,6 +79,14 @@ class HeadlessDriver : public Driver {
     bool IsOnline(std::u16string_view /*address*/) const override { return online_; }
     void ForgetDownload(std::u16string_view address) override { forgotten_.emplace(address); }
     std::optional<std::string> Download(std::u16string_view address) override;
+    bool GrabHotKey(Handle id, const KeyCombination& key) override;
+    void ReleaseHotKey(Handle id) override { hotKeys_.erase(id); }
+    void ShowTrayIcon(Handle window, std::u16string_view tip) override { trayTips_[window] = tip; }
+    void HideTrayIcon(Handle window) override { trayTips_.erase(window); }
+    void RegistryWritten(const RegistryValue& value) override { registry_.push_back(value); }
+    void PublishAssociations(const std::vector<RegistryValue>& registry) override {
+        published_ = registry;
+    }
     /// What has been opened since the last call.
     std::vector<std::u16string> TakeOpened() { return std::exchange(opened_, {}); }
 
@@ -84,6 +104,11 @@ class HeadlessDriver : public Driver {
     std::map<std::u16string, std::string> pages_;
     std::set<std::u16string> forgotten_;
     std::vector<AskedPage> downloads_;
+    std::vector<KeyCombination> taken_;  ///< by other programs
+    std::map<Handle, KeyCombination> hotKeys_;
+    std::map<Handle, std::u16string> trayTips_;
+    std::vector<RegistryValue> registry_;
+    std::optional<std::vector<RegistryValue>> published_;
     std::deque<DriverEvent> events_;
     std::map<int, std::function<void()>> watches_;
 };

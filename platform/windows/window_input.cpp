@@ -272,8 +272,9 @@ void WindowSystem::On(const MinimisedByDesktop& event) {
     SetMinimised(event.window, true);
 }
 
+// Who is asked for on the desktop is to be seen, even if it had been hidden while it was minimised.
 void WindowSystem::On(const RestoredByDesktop& event) {
-    SetMinimised(event.window, false);
+    ShowWindow(event.window, SW_RESTORE);
 }
 
 void WindowSystem::On(const WorkAreaChanged& /*event*/) {

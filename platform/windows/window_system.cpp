@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "platform/windows/shell.h"
 #include "platform/windows/window_system_detail.h"
 
 namespace platform {
@@ -22,7 +23,8 @@ Rect Placed(std::int64_t x, std::int64_t y, Long width, Long height) {
 
 }  // namespace
 
-WindowSystem::WindowSystem(Driver& driver) : driver_(driver) {}
+WindowSystem::WindowSystem(Driver& driver)
+    : driver_(driver), shell_(std::make_unique<Shell>(driver)) {}
 
 WindowSystem::~WindowSystem() = default;
 
@@ -50,8 +52,12 @@ Handle WindowSystem::CreateWindow(Handle parent, const Rect& rect, WindowProc pr
 
 Handle WindowSystem::CreatePopup(Handle owner) {
     const Handle popup = CreateWindow(0, {}, {});
-    driver_.SetTopLevelPopup(popup, GetTopLevel(owner));
+    MakePopup(popup, owner);
     return popup;
+}
+
+void WindowSystem::MakePopup(Handle window, Handle owner) {
+    driver_.SetTopLevelPopup(window, GetTopLevel(owner));
 }
 
 // Those beside the window, and itself; null once its parent has gone before it.
@@ -85,6 +91,7 @@ void WindowSystem::DestroyWindow(Handle window) {
     if (std::vector<Handle>* siblings = Siblings(*found)) {
         std::erase(*siblings, window);
     }
+    shell_->Forget(window);
     if (found->parent == 0) {
         driver_.DestroyTopLevel(window);
     }

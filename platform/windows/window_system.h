@@ -29,6 +29,8 @@ namespace platform {
 
 class Menus;
 class ModalInput;
+class Shell;
+struct NotifyIconData;
 
 struct Message {
     Handle window = 0;
@@ -71,6 +73,8 @@ class WindowSystem {
     /// A hidden top-level window for a popup of `owner`: it lies above all others, and neither
     /// takes the focus nor stands in any list of windows.
     Handle CreatePopup(Handle owner);
+    /// Makes a top-level window that has not been shown yet such a popup.
+    void MakePopup(Handle window, Handle owner);
     /// A number that names nothing else, for other things that are known by handles.
     Handle NewHandle() { return ++lastHandle_; }
     /// Sends WM_DESTROY to the window and its children, kills their timers and forgets them.
@@ -216,6 +220,34 @@ class WindowSystem {
     std::string DragQueryFile(Handle drop, Long index, std::size_t bufferSize) const;
     void DragFinish(Handle drop);
 
+    // What the desktop's shell offers: system-wide keys, the tray, the registry of file types.
+
+    /// A number from 0xC000 on for a name; the same one for the same name, however often it is
+    /// added. 0 for an empty name, and when there are no more numbers.
+    Long GlobalAddAtom(std::u16string_view name);
+    /// Takes back one GlobalAddAtom.
+    void GlobalDeleteAtom(Long atom);
+    /// Takes a combination of keys (MOD_..., a virtual-key code) from the whole desktop: pressing
+    /// it sends WM_HOTKEY to the window, or to nobody if `window` is 0. `name`: what it does, for
+    /// people. False if it is taken already, here or elsewhere. A window's keys end with it.
+    bool RegisterHotKey(Handle window, Long id, Long modifiers, Long key, std::u16string_view name);
+    bool UnregisterHotKey(Handle window, Long id);
+    /// Of the last failure, for people; empty if the desktop has no words for it.
+    std::u16string LastErrorText() const { return driver_.LastErrorText(); }
+
+    /// The tray icon of a window: `message` is NIM_.... An icon that is there is not added again,
+    /// one that is not there is neither modified nor deleted.
+    bool Shell_NotifyIcon(Long message, const NotifyIconData& data);
+
+    /// A key below HKEY_CLASSES_ROOT, made if it is not there.
+    Handle RegCreateKey(std::u16string_view name);
+    /// An existing key, 0 if there is none.
+    Handle RegOpenKey(std::u16string_view name) const;
+    /// Gives the sub-key (empty: the key itself) its default value, and makes it if need be.
+    bool RegSetValue(Handle key, std::u16string_view subKey, std::u16string_view text);
+    /// SHCNE_ASSOCCHANGED: the desktop is to follow what the registry says of file types.
+    void SHChangeNotify(Long event);
+
     // Time. Timers and scheduled calls fall due in order of time, at equal times in the order in
     // which they were set.
 
@@ -285,6 +317,8 @@ class WindowSystem {
     void On(const TextTyped& event);
     void On(const TextComposed& event);
     void On(const InputLost& event);
+    void On(const HotKeyPressed& event);
+    void On(const TrayIconUsed& event);
     bool TakenFromWindows(const ButtonChanged& event, Long held);
     bool TakenFromWindows(const KeyChanged& event);
     std::u16string TakeComposition();
@@ -311,6 +345,7 @@ class WindowSystem {
     std::vector<Handle>* Siblings(const Window& window);
 
     Driver& driver_;
+    std::unique_ptr<Shell> shell_;
     TextDrawing text_{driver_};
     std::shared_ptr<Menus> menus_;  ///< shared, since nobody here knows how to delete them
     ModalInput* modalInput_ = nullptr;

@@ -52,7 +52,9 @@ std::string Units(const std::u16string& text) {
 
 class Probe {
   public:
-    explicit Probe(std::optional<double> scale) : driver_("veldrin", scale), picture_(kSize) {
+    explicit Probe(std::optional<double> scale)
+        : driver_({"veldrin", "Veldrin", "Music Player", "AudioVideo;Audio;Player;"}, scale),
+          picture_(kSize) {
         driver_.Watch(STDIN_FILENO, [this] { Read(); });
         driver_.WatchSessionEnd([this] {
             Say("session end");
@@ -104,6 +106,10 @@ class Probe {
     void Tell(const WorkAreaChanged&) { Say("workarea"); }
     void Tell(const PointerLeft&) { Say("left"); }
     void Tell(const InputLost&) { Say("lost"); }
+    void Tell(const HotKeyPressed& press) { Say("hotkey " + std::to_string(press.key)); }
+    void Tell(const TrayIconUsed& use) {
+        Say(use.action == TrayIconUsed::Action::kOpen ? "tray open" : "tray menu");
+    }
     void Tell(const MovedByDesktop& move) {
         Say("moved " + std::to_string(move.ptScreen.x) + " " + std::to_string(move.ptScreen.y));
     }
@@ -353,7 +359,7 @@ int main(int count, char** arguments) {
     const std::optional<double> scale =
         count > 1 ? std::optional(std::stod(arguments[1])) : std::nullopt;
     // Twice: a driver must leave nothing behind that keeps the next one from working.
-    { DesktopDriver first("veldrin", scale); }
+    { DesktopDriver first({"veldrin", {}, {}, {}}, scale); }
     Probe(scale).Run();
     return 0;
 }

@@ -10,8 +10,8 @@ namespace {
 
 const std::vector<const CommandTable*>& AllCommands() {
     static const std::vector<const CommandTable*> tables{
-        &RunCommands(),    &AskCommands(),  &InputCommands(), &PointerCommands(),
-        &ScreenCommands(), &FileCommands(), &PopupCommands(), &WorldCommands()};
+        &RunCommands(),  &AskCommands(),   &InputCommands(), &PointerCommands(), &ScreenCommands(),
+        &FileCommands(), &PopupCommands(), &WorldCommands(), &ShellCommands()};
     return tables;
 }
 
@@ -119,6 +119,10 @@ ObjectReference CommandLine::Window() {
     return ParseWindow(Next(), scope_);
 }
 
+ObjectReference CommandLine::Raiser() {
+    return ParseRaiser(Next(), scope_);
+}
+
 Command CommandLine::Inner() {
     constexpr int kDeepest = 16;
     Scope inner = scope_;
@@ -157,8 +161,7 @@ Command ParseWith(const std::vector<const CommandTable*>& tables, CommandLine& l
         }
         return found->mayNest ? Guarded(std::move(command)) : command;
     }
-    throw Mistake((IsReservedCommand(word.raw) ? "not built yet: " : "unknown command: ") +
-                  word.raw);
+    throw Mistake("unknown command: " + word.raw);
 }
 
 Command ParseCommand(std::string_view line, Scope& scope) {

@@ -1,7 +1,6 @@
 // The commands of the language. Each stands in one table, by its first word, with the function that
 // reads the rest of its line; commands_*.cpp hold one table each, as the chapters of
-// docs/scenarios.md do. A new command is a line there and a function; its word leaves
-// names_reserved.cpp.
+// docs/scenarios.md do. A new command is a line there and a function.
 #pragma once
 
 #include <filesystem>
@@ -46,6 +45,8 @@ class CommandLine {
     std::vector<Operand> Values();
     std::vector<std::u16string> Texts();
     ObjectReference Window();
+    /// An object that raises events: a window, or hot keys.
+    ObjectReference Raiser();
     /// The rest of the line as a command of its own. Running it lets nothing through: what is wrong
     /// with it is remembered by the world.
     Command Inner();
@@ -76,6 +77,7 @@ const CommandTable& ScreenCommands();
 const CommandTable& FileCommands();
 const CommandTable& PopupCommands();
 const CommandTable& WorldCommands();
+const CommandTable& ShellCommands();
 
 /// Raises Mistake unless an impulse can carry the value.
 void CheckCarried(const Operand& value);

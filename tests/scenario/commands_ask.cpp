@@ -110,8 +110,8 @@ Command Timers(CommandLine& /*line*/) {
 }
 
 Command Events(CommandLine& line) {
-    return [window = line.Window()](World& world) {
-        world.Record(*std::get<platform::Widget*>(window.Find(world)), window.PrintedName(world));
+    return [raiser = line.Raiser()](World& world) {
+        world.Record(raiser.Find(world), raiser.PrintedName(world));
     };
 }
 

@@ -2,7 +2,6 @@
 // and plain window messages.
 #include <array>
 
-#include "core/state/frmmain.h"
 #include "platform/base/text.h"
 #include "tests/scenario/commands.h"
 
@@ -79,24 +78,12 @@ Command CopyData(CommandLine& line) {
     };
 }
 
-Command HotKey(CommandLine& line) {
-    return [name = line.Text()](World& world) {
-        const sarnel::frmMAIN* main = world.ExistingMain();
-        const sarnel::JHotKeys* keys = main != nullptr ? main->hKeys.get() : nullptr;
-        const Long id = keys != nullptr ? keys->IdOf(name) : 0;
-        if (id == 0) {
-            throw Mistake("no such hot key is registered: " + Narrow(name));
-        }
-        world.Windows().SendMessage(keys->hWndToCapture(), WM_HOTKEY, id, 0);
-    };
-}
-
 Command Minimise(CommandLine& /*line*/) {
-    return [](World& world) { world.Windows().SetMinimised(world.MainWindow(), true); };
+    return [](World& world) { world.Windows().Deliver(MinimisedByDesktop{world.MainWindow()}); };
 }
 
 Command Restore(CommandLine& /*line*/) {
-    return [](World& world) { world.Windows().SetMinimised(world.MainWindow(), false); };
+    return [](World& world) { world.Windows().Deliver(RestoredByDesktop{world.MainWindow()}); };
 }
 
 Command SendWindowMessage(CommandLine& line) {
@@ -115,11 +102,9 @@ Command SendWindowMessage(CommandLine& line) {
 
 const CommandTable& InputCommands() {
     static const CommandTable table{
-        {"key", Key},         {"keydown", KeyDown},
-        {"keyup", KeyUp},     {"type", Type},
-        {"drop", Drop},       {"copydata", CopyData},
-        {"hotkey", HotKey},   {"minimise", Minimise},
-        {"restore", Restore}, {"message", SendWindowMessage},
+        {"key", Key},           {"keydown", KeyDown}, {"keyup", KeyUp},
+        {"type", Type},         {"drop", Drop},       {"copydata", CopyData},
+        {"minimise", Minimise}, {"restore", Restore}, {"message", SendWindowMessage},
     };
     return table;
 }

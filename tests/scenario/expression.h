@@ -90,6 +90,8 @@ class Expression {
 
 /// A window or control by name.
 ObjectReference ParseWindow(const Word& word, const Scope& scope);
+/// The same, or hot keys: whatever raises events.
+ObjectReference ParseRaiser(const Word& word, const Scope& scope);
 
 /// Raises Mistake unless a control array has that item.
 void CheckIndex(const ObjectName& array, Long index);

@@ -20,7 +20,7 @@ struct Part {
 }
 
 [[noreturn]] void Unknown(const std::string& what, const std::string& name) {
-    throw Mistake((IsReservedName(name) ? "not built yet: " : "unknown " + what + ": ") + name);
+    throw Mistake("unknown " + what + ": " + name);
 }
 
 class PartReader {
@@ -242,14 +242,30 @@ Expression Expression::Parse(std::string_view raw, Use use, std::vector<Operand>
     return Resolve(PartReader(raw, scope).Read(), use, std::move(more), scope, raw);
 }
 
-ObjectReference ParseWindow(const Word& word, const Scope& scope) {
+namespace {
+
+ObjectReference ParseObject(const Word& word, const Scope& scope, const std::string& what) {
     const std::vector<Part> parts =
         word.quoted ? std::vector<Part>() : PartReader(word.raw, scope).Read();
     if (parts.size() != 1) {
+        throw Mistake("no " + what + ": " + word.raw);
+    }
+    return ObjectOf(parts.front(), scope);
+}
+
+}  // namespace
+
+ObjectReference ParseWindow(const Word& word, const Scope& scope) {
+    ObjectReference object = ParseObject(word, scope, "window");
+    if (!object.type->isWindow) {
         throw Mistake("no window: " + word.raw);
     }
-    ObjectReference object = ObjectOf(parts.front(), scope);
-    if (!object.type->isWindow) {
+    return object;
+}
+
+ObjectReference ParseRaiser(const Word& word, const Scope& scope) {
+    ObjectReference object = ParseObject(word, scope, "window");
+    if (!object.type->isWindow && object.type != &HotKeysClass()) {
         throw Mistake("no window: " + word.raw);
     }
     return object;

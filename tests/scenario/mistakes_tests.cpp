@@ -25,10 +25,9 @@ TEST_F(Mistakes, UnknownWords) {
     Refused("keydown 13 strg\n", "1: no modifier of a key: strg");
 }
 
-TEST_F(Mistakes, WordsThatAreNotBuiltYet) {
-    Refused("tray\n", "1: not built yet: tray");
-    Refused("at 5 registry\n", "1: not built yet: registry");
-    Refused("call ShowTooltip \"\" 1\n", "1: not built yet: ShowTooltip");
+TEST_F(Mistakes, WordsOfTheShell) {
+    Refused("tray twice\n", "1: wrong number of arguments: twice is too many");
+    Refused("hotkeys free 3 65\n", "1: not taken: free");
 }
 
 TEST_F(Mistakes, NumbersOfArguments) {

@@ -77,8 +77,4 @@ const std::vector<Entry>& RoutineNames();
 /// Among variables and routines; null if there is none.
 const Entry* FindProgramName(std::string_view name);
 
-/// Whether a command, object, routine or member is of the language but not built yet.
-bool IsReservedCommand(std::string_view word);
-bool IsReservedName(std::string_view name);
-
 }  // namespace scenario

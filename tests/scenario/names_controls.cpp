@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/state/frmmain.h"
+#include "core/state/frmtip.h"
 #include "playlist/media.h"
 #include "tests/scenario/names.h"
 
@@ -57,6 +58,7 @@ const Class& MainWindowClass() {
                             &LetteredClass(),
                             {
                                 Property("Caption", &frmMAIN::Caption, &frmMAIN::Caption),
+                                ReadOnly("Icon", &frmMAIN::Icon),
                                 Routine("AddFileToList", AddFileToList),
                                 Routine("SearchFiles", SearchFiles),
                             }};
@@ -64,7 +66,13 @@ const Class& MainWindowClass() {
 }
 
 const Class& TipWindowClass() {
-    static const Class type{"frmTIP", &LetteredClass(), {}};
+    static const Class type{"frmTIP",
+                            &LetteredClass(),
+                            {
+                                ReadOnly("Helptext", &frmTIP::Helptext),
+                                Method("ShowTooltip", &frmTIP::ShowTooltip),
+                                Method("Form_Resize", &frmTIP::Form_Resize),
+                            }};
     return type;
 }
 
@@ -232,7 +240,9 @@ const Class& HotKeysClass() {
         nullptr,
         {
             Property("hWndToCapture", &Keys::hWndToCapture, &Keys::hWndToCapture),
+            Method("Clear", &Keys::Clear),
             Method("RegisterKey", &Keys::RegisterKey),
+            Method("UnregisterKey", &Keys::UnregisterKey),
             Method("WM_DESTROY", &Keys::WM_DESTROY),
             Method("WM_HOTKEY", &Keys::WM_HOTKEY),
         },

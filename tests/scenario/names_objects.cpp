@@ -3,6 +3,7 @@
 #include <array>
 
 #include "core/state/frmmain.h"
+#include "core/state/frmtip.h"
 #include "core/state/program.h"
 #include "tests/scenario/names.h"
 

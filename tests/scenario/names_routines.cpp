@@ -3,11 +3,14 @@
 #include "browser/search.h"
 #include "controls/list/jlist.h"
 #include "core/mAmbrisor.h"
+#include "core/state/frmtip.h"
 #include "core/state/mGeneral.h"
 #include "lyrics/lyrics.h"
 #include "menus/commandmenu.h"
 #include "playback/mPlayback.h"
 #include "playlist/media.h"
+#include "shell/associations.h"
+#include "shell/tray.h"
 #include "skin/panels.h"
 #include "skin/skin.h"
 #include "tests/scenario/names.h"
@@ -16,6 +19,7 @@ namespace scenario {
 
 const std::vector<Entry>& RoutineNames() {
     using namespace sarnel;
+    using platform::Widget;
     static const std::vector<Entry> names{
         // Transport and sequencing.
         Routine("PlayCurrentItem", PlayCurrentItem),
@@ -67,6 +71,29 @@ const std::vector<Entry>& RoutineNames() {
         Routine("FillBrowser", FillBrowser),
         Routine("FullPathName", FullPathName),
         Routine("RefreshSearch", RefreshSearch),
+        // Shell.
+        Routine(
+            "ShowTooltip",
+            +[](Text text, Long timeOut) { App().Tip().ShowTooltip(text, timeOut); }),
+        Routine(
+            "TrayAdd", +[](Widget& window, Long icon,
+                           Text tip) { TrayAdd(App().windows, window.HWnd(), icon, tip); }),
+        Routine(
+            "TrayModify", +[](Widget& window, Long icon,
+                              Text tip) { TrayModify(App().windows, window.HWnd(), icon, tip); }),
+        Routine(
+            "TrayDelete",
+            +[](Widget& window, Long icon) { TrayDelete(App().windows, window.HWnd(), icon); }),
+        Routine(
+            "RegisterExtension",
+            +[](Text extension, Text exe, Text className, Text icon) {
+                RegisterExtension(App().windows, extension, exe, className, icon);
+            }),
+        Routine(
+            "RegisterDirectoryVerbs",
+            +[](Text exe) { RegisterDirectoryVerbs(App().windows, exe); }),
+        Routine(
+            "NotifyAssociationChange", +[] { NotifyAssociationChange(App().windows); }),
         // Start, stop and window.
         Routine("InstallWindowHooks", InstallWindowHooks),
         Routine("RemoveWindowHooks", RemoveWindowHooks),

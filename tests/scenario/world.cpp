@@ -117,7 +117,7 @@ void World::MakeInstance(const Class& type) {
     } else if (&type == &PopupMenuClass()) {
         instance_ = std::make_unique<JPopupMenu>(Component().State().Popups);
     } else {
-        instance_ = std::make_unique<JHotKeys>();
+        instance_ = std::make_unique<JHotKeys>(windows_);
     }
 }
 
@@ -137,6 +137,16 @@ Object World::It(const Class& type) const {
 platform::Handle World::ItsWindow() const {
     const auto* widget = std::get_if<std::unique_ptr<platform::Widget>>(&instance_);
     return widget != nullptr ? (*widget)->HWnd() : 0;
+}
+
+const JHotKeys* World::ItsKeys() const {
+    const auto* keys = std::get_if<std::unique_ptr<JHotKeys>>(&instance_);
+    return keys != nullptr ? keys->get() : nullptr;
+}
+
+const JHotKeys* World::MainKeys() {
+    const frmMAIN* main = ExistingMain();
+    return main != nullptr ? main->hKeys.get() : nullptr;
 }
 
 std::string World::Printed(const Value& value) const {
@@ -160,10 +170,22 @@ std::string World::PrintedHandle(const ImpulseValue& value) const {
     return isMain ? "HWND" : Printed(value);
 }
 
-void World::Record(platform::Widget& widget, const std::string& name) {
-    widget.Observe([this, name](const std::string& event, const std::string& arguments) {
-        raised_.push_back(name + '.' + event + (arguments.empty() ? "" : ' ' + arguments));
-    });
+void World::Record(const Object& object, const std::string& name) {
+    if (auto* const* widget = std::get_if<platform::Widget*>(&object)) {
+        (*widget)->Observe([this, name](const std::string& event, const std::string& arguments) {
+            raised_.push_back(name + '.' + event + (arguments.empty() ? "" : ' ' + arguments));
+        });
+    } else if (auto* const* keys = std::get_if<JHotKeys*>(&object)) {
+        auto& handler = (*keys)->onHotKeyPress;
+        handler = [this, name, former = handler](std::u16string_view sName, Long eModifiers,
+                                                 Long eKey) {
+            raised_.push_back(name + ".HotKeyPress " + Printed(Value(std::u16string(sName))) + ' ' +
+                              std::to_string(eModifiers) + ' ' + std::to_string(eKey));
+            if (former) {
+                former(sName, eModifiers, eKey);
+            }
+        };
+    }
 }
 
 void World::Run(int line, const Command& command) {

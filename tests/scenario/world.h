@@ -72,6 +72,11 @@ class World {
     /// The window that holds it, 0 if there is none.
     platform::Handle ItsWindow() const;
 
+    /// The hot keys that it is, null if it is something else.
+    const sarnel::JHotKeys* ItsKeys() const;
+    /// The main window's, null while there are none.
+    const sarnel::JHotKeys* MainKeys();
+
     /// A list that is read from what is stored with it.
     void MakeList(const sarnel::JListStored& stored);
 
@@ -90,8 +95,8 @@ class World {
 
     // Events.
 
-    /// Records the events of a widget under a name.
-    void Record(platform::Widget& widget, const std::string& name);
+    /// Records the events of a widget, or of hot keys, under a name.
+    void Record(const Object& object, const std::string& name);
     std::vector<std::string> TakeRaised() { return std::exchange(raised_, {}); }
 
     // Commands. They may run inside one another, from a schedule or from inside the host, where no

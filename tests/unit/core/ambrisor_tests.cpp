@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/state/frmtip.h"
 #include "platform/base/messages.h"
 #include "playback/mPlayback.h"
 #include "tests/unit/support/world.h"

@@ -183,7 +183,8 @@ TEST(Startup, TenHotKeysAreRegisteredForTheMainWindow) {
     std::set<Long> ids;
     for (const char16_t* name : {u"Exit", u"Next", u"Prev", u"Stop", u"Play", u"Pause", u"StepBack",
                                  u"StepForw", u"VolUp", u"VolDown"}) {
-        ids.insert(world->Main().hKeys->IdOf(name));
+        ASSERT_NE(world->Main().hKeys->Find(name), nullptr);
+        ids.insert(world->Main().hKeys->Find(name)->id);
     }
     EXPECT_EQ(ids.size(), 10U);
     EXPECT_FALSE(ids.contains(0));

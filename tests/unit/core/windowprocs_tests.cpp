@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/mAmbrisor.h"
+#include "core/state/frmtip.h"
 #include "platform/base/messages.h"
 #include "playback/mPlayback.h"
 #include "tests/unit/support/window_log.h"

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/state/frmtip.h"
 #include "tests/unit/support/world.h"
 
 namespace sarnel {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/base/impulses.h"
+#include "core/state/frmtip.h"
 #include "core/state/mGeneral.h"
 #include "menus/commandmenu.h"
 #include "menus/jpopupmenu.h"

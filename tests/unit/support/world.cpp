@@ -58,7 +58,8 @@ Long World::Message(Long id, Long wParam, Long lParam) {
 }
 
 void World::HotKey(std::u16string_view name) {
-    Message(platform::WM_HOTKEY, Main().hKeys->IdOf(name));
+    const sarnel::JHotKeys::Key* key = Main().hKeys->Find(name);
+    Message(platform::WM_HOTKEY, key->id, key->modifiers | (key->key << 16));
 }
 
 void World::HandOver(std::string line) {
