@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Measures the window against a bare widget of the toolkit, in turn and on a display of its own:
-time to the first picture, memory, the processor's time over a while, and a menu's way to the screen.
+time to the first picture, memory, the processor's time over a while, and the way of a menu and of a
+tooltip to the screen.
 
     window.py BUILD [--rounds N] [--seconds N]
 
@@ -8,6 +9,7 @@ BUILD is a build folder with the benchmarks in it. Prints medians; nothing is as
 """
 
 import argparse
+import contextlib
 import ctypes
 import os
 import signal
@@ -112,9 +114,29 @@ class Bench:
         for _ in range(max(self.rounds, 1)):
             self.display.point_at(x, y)
             time.sleep(0.3)
-            times.append(onlooker.last_change(3, x - 30, y + 20, 0.3))
+            with onlooker.pressing(3):
+                times.append(onlooker.last_change(x - 30, y + 20, 0.3))
             self.display.tool('key', 'Escape')
-        print(f'menu            {statistics.median(times):10.1f} ms  longest {max(times):.1f} ms')
+        self.end('menu', process, times)
+
+    def tooltips(self):
+        """From the pointer's move onto a button to its tooltip."""
+        process = subprocess.Popen(self.veldrin(self.directory('tooltips', 0)),
+                                   env=self.environment)
+        time.sleep(2)
+        onlooker = Onlooker(self.display)
+        x, y = 145, 356  # the button that plays
+        times = []
+        for _ in range(max(self.rounds, 1)):
+            self.display.point_at(5, 5)
+            time.sleep(0.8)
+            onlooker.point_at(x, y)
+            times.append(onlooker.last_change(x - 10, y + 24, 0.3))
+        self.end('tooltip', process, times)
+
+    @staticmethod
+    def end(name, process, times):
+        print(f'{name:14}  {statistics.median(times):10.1f} ms  longest {max(times):.1f} ms')
         process.send_signal(signal.SIGTERM)
         process.wait()
 
@@ -125,7 +147,7 @@ class Image(ctypes.Structure):
 
 
 class Onlooker:
-    """Presses a button and sees what comes of it, faster than a tool could be started."""
+    """Points, presses, and sees what comes of it, faster than a tool could be started."""
 
     SIDE = 60  # pixels
     WHOLE = ctypes.c_ulong(-1)
@@ -146,18 +168,26 @@ class Onlooker:
         self.x.XDestroyImage(image)
         return pixels
 
-    def last_change(self, button, left, top, seconds):
-        """Milliseconds from the press to the last change of what is seen there."""
-        former, last = self.look(left, top), 0
-        start = time.monotonic()
+    def point_at(self, x, y):
+        self.test.XTestFakeMotionEvent(self.server, -1, x, y, ctypes.c_ulong(0))
+
+    @contextlib.contextmanager
+    def pressing(self, button):
         self.test.XTestFakeButtonEvent(self.server, button, 1, ctypes.c_ulong(0))
+        yield
+        self.test.XTestFakeButtonEvent(self.server, button, 0, ctypes.c_ulong(0))
+        self.x.XFlush(self.server)
+
+    def last_change(self, left, top, seconds):
+        """Milliseconds from now, when what was done is sent, to the last change of what is seen
+        there. Nothing of it may have changed before."""
+        start, last, former = time.monotonic(), 0, None
         self.x.XFlush(self.server)
         while time.monotonic() < start + seconds:
             seen = self.look(left, top)
-            if seen != former:
-                former, last = seen, time.monotonic() - start
-        self.test.XTestFakeButtonEvent(self.server, button, 0, ctypes.c_ulong(0))
-        self.x.XFlush(self.server)
+            if former is not None and seen != former:
+                last = time.monotonic() - start
+            former = seen
         return last * 1000
 
 
@@ -173,6 +203,7 @@ def main():
             if options.rounds:
                 bench.starts()
                 bench.menus()
+                bench.tooltips()
             if options.seconds:
                 bench.processor_times()
         finally:
