@@ -45,8 +45,14 @@ void Surface::Resize(Size size, Colour fill) {
 
 void Surface::FillRect(const Rect& rect, Colour colour) {
     const Rect area = Intersect(rect, Bounds());
-    for (Long y = area.top; y < area.bottom && area.left < area.right; ++y) {
-        std::fill(Row(y) + area.left, Row(y) + area.right, PixelOf(colour));
+    if (platform::IsEmpty(area)) {
+        return;
+    }
+    // A row is filled pixel by pixel, the others are copies of it in one go.
+    const Pixel* const first = Row(area.top) + area.left;
+    std::fill_n(Row(area.top) + area.left, area.Width(), PixelOf(colour));
+    for (Long y = area.top + 1; y < area.bottom; ++y) {
+        std::copy_n(first, area.Width(), Row(y) + area.left);
     }
 }
 

@@ -114,6 +114,7 @@ TextPicture HeadlessDriver::RenderText(const Font& font, std::u16string_view tex
 }
 
 bool HeadlessDriver::GrabHotKey(Handle id, const KeyCombination& key) {
+    hotKeyNames_.insert(key.name);
     const bool taken = std::any_of(taken_.begin(), taken_.end(), [&](const KeyCombination& other) {
         return other.modifiers == key.modifiers && other.key == key.key;
     });

@@ -48,6 +48,8 @@ class HeadlessDriver : public Driver {
     void TakeHotKey(Long modifiers, Long key) { taken_.push_back({{}, modifiers, key}); }
     /// The combinations that are taken from the desktop, by what names them.
     const std::map<Handle, KeyCombination>& HotKeys() const { return hotKeys_; }
+    /// Whether a combination of that name has ever been asked for, granted or not.
+    bool HasAskedForHotKey(const std::u16string& name) const { return hotKeyNames_.contains(name); }
     /// Tips of the icons in the tray by window.
     const std::map<Handle, std::u16string>& TrayTips() const { return trayTips_; }
     /// Every value written, in order.
@@ -106,6 +108,7 @@ class HeadlessDriver : public Driver {
     std::vector<AskedPage> downloads_;
     std::vector<KeyCombination> taken_;  ///< by other programs
     std::map<Handle, KeyCombination> hotKeys_;
+    std::set<std::u16string> hotKeyNames_;
     std::map<Handle, std::u16string> trayTips_;
     std::vector<RegistryValue> registry_;
     std::optional<std::vector<RegistryValue>> published_;

@@ -10,7 +10,8 @@ using namespace platform;
 
 namespace {
 
-// What a name stands for: the fresh instance's key, if there is one, or the main window's.
+// What a name stands for: the fresh instance's key, if there is one, or the main window's. Null if
+// it was refused or has been let go: then pressing it is another program's affair.
 const sarnel::JHotKeys::Key* FindKey(World& world, const std::u16string& name) {
     for (const sarnel::JHotKeys* keys : {world.ItsKeys(), world.MainKeys()}) {
         const auto* key = keys != nullptr ? keys->Find(name) : nullptr;
@@ -18,14 +19,18 @@ const sarnel::JHotKeys::Key* FindKey(World& world, const std::u16string& name) {
             return key;
         }
     }
-    throw Mistake("no such hot key is registered: " + Narrow(name));
+    if (!world.Screen().HasAskedForHotKey(name)) {
+        throw Mistake("no such hot key is registered: " + Narrow(name));
+    }
+    return nullptr;
 }
 
 Command PressHotKey(CommandLine& line) {
     return [name = line.Text()](World& world) {
         const sarnel::JHotKeys::Key* key = FindKey(world, name);
         for (const auto& [id, combination] : world.Screen().HotKeys()) {
-            if (combination.modifiers == key->modifiers && combination.key == key->key) {
+            if (key != nullptr && combination.modifiers == key->modifiers &&
+                combination.key == key->key) {
                 world.Windows().Deliver(HotKeyPressed{id});
                 return;
             }
