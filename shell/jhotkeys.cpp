@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "core/base/failure.h"
+#include "shell/hotkeyerror.h"
 
 namespace sarnel {
 
@@ -20,7 +20,7 @@ constexpr std::uint32_t kRefused = 0x8004041B;
 constexpr std::uint32_t kNameIsTaken = 0x8004041C;
 
 [[noreturn]] void Raise(std::uint32_t number, std::u16string description) {
-    throw ComponentError(number, std::move(description));
+    throw HotKeyError(number, std::move(description));
 }
 
 // "... 'name'...", as the errors quote it.

@@ -11,9 +11,7 @@ namespace sarnel {
 using platform::Long;
 using platform::NotifyIconData;
 
-namespace {
-
-NotifyIconData RecordOf(Handle window, Handle icon, std::u16string_view tip) {
+NotifyIconData TrayRecord(Handle window, Handle icon, std::u16string_view tip) {
     NotifyIconData record;
     record.hWnd = window;
     record.uID = icon;
@@ -25,19 +23,17 @@ NotifyIconData RecordOf(Handle window, Handle icon, std::u16string_view tip) {
     return record;
 }
 
-}  // namespace
-
 void TrayAdd(platform::WindowSystem& windows, Handle window, Handle icon, std::u16string_view tip) {
-    windows.Shell_NotifyIcon(platform::NIM_ADD, RecordOf(window, icon, tip));
+    windows.Shell_NotifyIcon(platform::NIM_ADD, TrayRecord(window, icon, tip));
 }
 
 void TrayModify(platform::WindowSystem& windows, Handle window, Handle icon,
                 std::u16string_view tip) {
-    windows.Shell_NotifyIcon(platform::NIM_MODIFY, RecordOf(window, icon, tip));
+    windows.Shell_NotifyIcon(platform::NIM_MODIFY, TrayRecord(window, icon, tip));
 }
 
 void TrayDelete(platform::WindowSystem& windows, Handle window, Handle icon) {
-    windows.Shell_NotifyIcon(platform::NIM_DELETE, RecordOf(window, icon, u""));
+    windows.Shell_NotifyIcon(platform::NIM_DELETE, TrayRecord(window, icon, u""));
 }
 
 }  // namespace sarnel

@@ -82,11 +82,14 @@ void frmTIP::Form_Resize() {
         face.StretchBlt({middle.Width(), 0, middle.Width() + width, middle.Height()}, middle,
                         {0, 0, wide, high});
     });
-    const auto paint = [&face](const platform::PictureRef& picture, Long left) {
-        face.BitBlt({left, 0, left + picture->Width(), picture->Height()}, *picture, {0, 0});
+    const auto paint = [&face](const platform::Surface& picture, Long left) {
+        face.BitBlt({left, 0, left + picture.Width(), picture.Height()}, picture, {0, 0});
     };
-    Step([&] { paint(Needed(imgTip1), 0); });
-    Step([&] { paint(Needed(imgTip3), width - imgTip3->Width()); });
+    Step([&] { paint(*Needed(imgTip1), 0); });
+    Step([&] {
+        const platform::Surface& right = *Needed(imgTip3);
+        paint(right, width - right.Width());
+    });
     // A rectangle without width: the text's middle stands on it.
     const Long middle = width / 2;
     const Long top = (face.Height() - TextHeight(text_)) / 2;

@@ -9,8 +9,6 @@ namespace platform {
 
 namespace {
 
-constexpr Long kFirstAtom = 0xC000;
-constexpr Long kLastAtom = 0xFFFF;
 template <class Things>
 auto FindIn(Things& things, Handle window, Long id) {
     return std::find_if(things.begin(), things.end(), [&](const auto& thing) {
@@ -29,11 +27,10 @@ Long Shell::AddAtom(std::u16string_view name) {
         ++known->second.count;
         return known->second.number;
     }
-    for (Long number = kFirstAtom; number <= kLastAtom; ++number) {
-        const bool used = std::any_of(atoms_.begin(), atoms_.end(), [number](const auto& atom) {
-            return atom.second.number == number;
-        });
-        if (!used) {
+    for (std::size_t i = 0; i < kAtoms; ++i) {
+        if (!usedAtoms_[i]) {
+            const Long number = kFirstAtom + static_cast<Long>(i);
+            usedAtoms_.set(i);
             atoms_.emplace(name, Atom{number, 1});
             return number;
         }
@@ -46,6 +43,7 @@ void Shell::DeleteAtom(Long atom) {
         return known.second.number == atom;
     });
     if (found != atoms_.end() && --found->second.count == 0) {
+        usedAtoms_.reset(static_cast<std::size_t>(atom - kFirstAtom));
         atoms_.erase(found);
     }
 }

@@ -2,6 +2,8 @@
 // windows, and the registry of file types. The operations on it are WindowSystem's.
 #pragma once
 
+#include <bitset>
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
@@ -54,9 +56,12 @@ class Shell {
         Long number = 0;
         int count = 0;
     };
+    static constexpr Long kFirstAtom = 0xC000;
+    static constexpr std::size_t kAtoms = 0x4000;
 
     Driver& driver_;
     std::map<std::u16string, Atom, std::less<>> atoms_;
+    std::bitset<kAtoms> usedAtoms_;  ///< by number, from kFirstAtom on
     std::vector<Key> keys_;
     std::vector<Icon> icons_;
     static constexpr Handle kFolders = -10;  ///< no other handle is negative

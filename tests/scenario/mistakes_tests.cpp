@@ -25,11 +25,6 @@ TEST_F(Mistakes, UnknownWords) {
     Refused("keydown 13 strg\n", "1: no modifier of a key: strg");
 }
 
-TEST_F(Mistakes, WordsOfTheShell) {
-    Refused("tray twice\n", "1: wrong number of arguments: twice is too many");
-    Refused("hotkeys free 3 65\n", "1: not taken: free");
-}
-
 TEST_F(Mistakes, NumbersOfArguments) {
     Refused("advance\n", "1: wrong number of arguments: too few");
     Refused("advance 1 2\n", "1: wrong number of arguments: 2 is too many");

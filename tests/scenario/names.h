@@ -1,7 +1,7 @@
 // The names that a scenario may use, each in one table: program-wide variables (names_program.cpp),
 // routines (names_routines.cpp), objects with their classes (names_objects.cpp), and the members
 // of each class (names_controls.cpp, names_lists.cpp). Whoever builds something new adds its line
-// there, and takes its name out of names_reserved.cpp.
+// there.
 #pragma once
 
 #include <optional>

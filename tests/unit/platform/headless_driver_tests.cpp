@@ -4,10 +4,12 @@
 #include <unistd.h>
 
 #include <array>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "platform/windows/window_system.h"
 
@@ -95,6 +97,31 @@ TEST(HeadlessDriver, EveryCodeUnitIsSixPixelsWideAndALineThirteenHigh) {
     EXPECT_EQ(driver.MeasureText({}, u"^j"), (Size{12, 13}));
     EXPECT_EQ(driver.MeasureText({u"Arial", 30, true, true}, u"\U0001D11E"), (Size{12, 13}));
     EXPECT_EQ(driver.MeasureText({}, u""), (Size{0, 13}));
+}
+
+TEST(HeadlessDriver, ItKeepsWhatTheShellIsGiven) {
+    HeadlessDriver driver(HeadlessDriver::Clock::kVirtual);
+    driver.TakeHotKey(3, 38);
+    EXPECT_FALSE(driver.GrabHotKey(1, {u"Up", 3, 38}));
+    EXPECT_TRUE(driver.GrabHotKey(2, {u"Up", 2, 38}));
+    EXPECT_TRUE(driver.GrabHotKey(3, {u"Down", 3, 40}));
+    driver.ReleaseHotKey(2);
+    driver.ReleaseHotKey(7);
+    EXPECT_EQ(driver.HotKeys(), (std::map<Handle, KeyCombination>{{3, {u"Down", 3, 40}}}));
+    EXPECT_EQ(driver.LastErrorText(), u"");
+
+    driver.ShowTrayIcon(5, u"One");
+    driver.ShowTrayIcon(6, u"Two");
+    driver.ShowTrayIcon(5, u"Three");
+    driver.HideTrayIcon(6);
+    EXPECT_EQ(driver.TrayTips(), (std::map<Handle, std::u16string>{{5, u"Three"}}));
+
+    driver.RegistryWritten({u"k", u"1"});
+    driver.RegistryWritten({u"k", u"2"});
+    EXPECT_EQ(driver.Registry(), (std::vector<RegistryValue>{{u"k", u"1"}, {u"k", u"2"}}));
+    EXPECT_FALSE(driver.Published());
+    driver.PublishAssociations({});
+    EXPECT_EQ(driver.Published(), std::vector<RegistryValue>{});
 }
 
 TEST(HeadlessDriver, EverySeedIsAnother) {

@@ -1,5 +1,4 @@
-// A skin in force: where everything is and what it looks like. The screen of these tests measures
-// every line of text as 13 pixels high.
+// A skin in force: where everything is and what it looks like. A line of text is 13 pixels high.
 #include "skin/skin.h"
 
 #include <gtest/gtest.h>
