@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace {
 
 using platform::desktop::EntriesInCache;
@@ -14,17 +16,17 @@ std::string Chosen(std::string_view text, const std::set<std::string>& types) {
     return WithDefaults(text, {types, "our.desktop"});
 }
 
-const std::set<std::string> kBoth{"audio/mpeg", "audio/ogg"};
+const std::set<std::string> kTwoTypes{"audio/mpeg", "audio/ogg"};
 
 TEST(WithDefaults, AnEmptyListGetsTheGroup) {
-    EXPECT_EQ(Chosen("", kBoth),
+    EXPECT_EQ(Chosen("", kTwoTypes),
               "[Default Applications]\naudio/mpeg=our.desktop\naudio/ogg=our.desktop\n");
     EXPECT_EQ(Chosen("", {}), "");
 }
 
 TEST(WithDefaults, WhatTheUserHadStaysBehindIt) {
     EXPECT_EQ(
-        Chosen("[Default Applications]\naudio/mpeg=a.desktop;b.desktop;\naudio/ogg=c\n", kBoth),
+        Chosen("[Default Applications]\naudio/mpeg=a.desktop;b.desktop;\naudio/ogg=c\n", kTwoTypes),
         "[Default Applications]\naudio/mpeg=our.desktop;a.desktop;b.desktop;\n"
         "audio/ogg=our.desktop;c\n");
 }
@@ -41,8 +43,8 @@ TEST(WithDefaults, ASecondTimeChangesNothing) {
          {"", "# mine\n", "[Default Applications]", "[Default Applications]\naudio/mpeg=a;\n",
           "[Default Applications]\r\naudio/ogg=\r\n[X]\r\n",
           "[Default Applications]\naudio/ogg=;"}) {
-        const std::string once = Chosen(text, kBoth);
-        EXPECT_EQ(Chosen(once, kBoth), once) << text;
+        const std::string once = Chosen(text, kTwoTypes);
+        EXPECT_EQ(Chosen(once, kTwoTypes), once) << text;
     }
     const std::string chosen = "[Default Applications]\naudio/mpeg=our.desktop;a;our.desktop ; \n";
     EXPECT_EQ(Chosen(chosen, {"audio/mpeg"}), chosen);
@@ -82,11 +84,11 @@ TEST(WithDefaults, EveryOtherByteStays) {
         "audio/ogg=y.desktop\n"
         "=\n"
         "last";
-    EXPECT_EQ(Chosen(before, kBoth), after);
+    EXPECT_EQ(Chosen(before, kTwoTypes), after);
 }
 
 TEST(WithDefaults, LineEndsAreThoseOfTheList) {
-    EXPECT_EQ(Chosen("[Default Applications]\r\naudio/mpeg=a\r\n\r\n[X]\r\n", kBoth),
+    EXPECT_EQ(Chosen("[Default Applications]\r\naudio/mpeg=a\r\n\r\n[X]\r\n", kTwoTypes),
               "[Default Applications]\r\naudio/mpeg=our.desktop;a\r\naudio/ogg=our.desktop\r\n"
               "\r\n[X]\r\n");
     EXPECT_EQ(Chosen("[X]\r\na=b\r\n", {"audio/ogg"}),
@@ -108,7 +110,7 @@ TEST(WithDefaults, ALastLineWithoutAnEndGetsOneFirst) {
 TEST(WithDefaults, AGroupAndALineMayStandTwice) {
     EXPECT_EQ(Chosen("[Default Applications]\naudio/ogg=a\naudio/ogg=b\n[X]\n"
                      " [Default Applications] \naudio/ogg=c\n",
-                     kBoth),
+                     kTwoTypes),
               "[Default Applications]\naudio/ogg=our.desktop;a\naudio/ogg=our.desktop;b\n"
               "audio/mpeg=our.desktop\n[X]\n"
               " [Default Applications] \naudio/ogg=our.desktop;c\n");
@@ -135,7 +137,7 @@ TEST(WithoutRemovals, OursAreTakenOutOfTheirTypes) {
         "[Removed Associations]\n"
         "audio/mpeg=our.desktop\n"
         "audio/ogg=\n";
-    EXPECT_EQ(WithoutRemovals(text, kBoth, {"our.desktop", "our-more.desktop"}),
+    EXPECT_EQ(WithoutRemovals(text, kTwoTypes, {"our.desktop", "our-more.desktop"}),
               "[Removed Associations]\n"
               "audio/mpeg=a.desktop;b.desktop;\n"
               "audio/x-wav=our.desktop;\n"
@@ -147,14 +149,14 @@ TEST(WithoutRemovals, OursAreTakenOutOfTheirTypes) {
 
 TEST(WithoutRemovals, OthersStayAsTheyAre) {
     const std::string text = "[Removed Associations]\r\naudio/mpeg = your.desktop ; our.desktopx";
-    EXPECT_EQ(WithoutRemovals(text, kBoth, {"our.desktop"}), text);
-    EXPECT_EQ(WithoutRemovals("", kBoth, {"our.desktop"}), "");
+    EXPECT_EQ(WithoutRemovals(text, kTwoTypes, {"our.desktop"}), text);
+    EXPECT_EQ(WithoutRemovals("", kTwoTypes, {"our.desktop"}), "");
 }
 
 TEST(TypesWithDefault, OnlyOfTheirGroupAndWithAValue) {
     EXPECT_EQ(TypesWithDefault("audio/mpeg=a\n[Default Applications]\naudio/ogg = b\n"
                                "audio/mpeg= ; \n#audio/mpeg=c\n[X]\naudio/mpeg=d",
-                               kBoth),
+                               kTwoTypes),
               std::set<std::string>{"audio/ogg"});
 }
 
@@ -165,6 +167,50 @@ TEST(EntriesInCache, InTheirOrder) {
     EXPECT_EQ(EntriesInCache(cache, "inode/directory"), (Names{"a.desktop", "b.desktop"}));
     EXPECT_EQ(EntriesInCache(cache, "inode/blockdevice"), Names{});
     EXPECT_EQ(EntriesInCache("inode/directory=a.desktop;\n", "inode/directory"), Names{});
+}
+
+/// Whether `part` is left of `whole` when some of its bytes are taken away.
+bool IsLeftOf(std::string_view part, std::string_view whole) {
+    for (const char byte : whole) {
+        if (!part.empty() && part.front() == byte) {
+            part.remove_prefix(1);
+        }
+    }
+    return part.empty();
+}
+
+TEST(WithDefaults, DamagedListsLoseNothing) {
+    const std::vector<std::string> pieces{"[Default Applications]",
+                                          "[",
+                                          "]",
+                                          "\n",
+                                          "\r\n",
+                                          "audio/mpeg",
+                                          "=",
+                                          ";",
+                                          " ",
+                                          "a.desktop",
+                                          "our.desktop",
+                                          "#",
+                                          "\r",
+                                          "\xFF",
+                                          std::string(1, '\0'),
+                                          "[X]",
+                                          "\n\n",
+                                          "\t"};
+    std::mt19937 random(1);
+    for (int round = 0; round < 3000; ++round) {
+        std::string text;
+        for (auto count = random() % 30; count > 0; --count) {
+            text += pieces[random() % pieces.size()];
+        }
+        const std::string once = Chosen(text, kTwoTypes);
+        EXPECT_EQ(Chosen(once, kTwoTypes), once) << text;
+        EXPECT_EQ(TypesWithDefault(once, kTwoTypes), kTwoTypes) << text;
+        // An entry of ours that stood farther back has come to the front.
+        const bool moved = text.find("our.desktop") != std::string::npos;
+        EXPECT_TRUE(moved || IsLeftOf(text, once)) << text;
+    }
 }
 
 }  // namespace

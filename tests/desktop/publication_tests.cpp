@@ -35,6 +35,16 @@ TEST(MediaTypes, AnUnknownExtensionGetsOneOfItsOwn) {
     EXPECT_EQ(types.ownExtensions, Texts{"q7z-z"});
 }
 
+TEST(MediaTypes, WhatOnlyAnAdditionOfOursTellsIsStillUnknown) {
+    const auto typesOf = [](const std::string& extension) {
+        return extension == "a" ? Texts{"application/x-extension-a"}
+                                : Texts{"application/x-extension-b", "audio/b"};
+    };
+    const MediaTypes types = MediaTypesOf({"a", "b"}, typesOf);
+    EXPECT_EQ(types.all, (Texts{"application/x-extension-a", "audio/b"}));
+    EXPECT_EQ(types.ownExtensions, Texts{"a"});
+}
+
 TEST(MediaTypes, NobodyOpensEveryText) {
     const MediaTypes types = MediaTypesOf({"txt"});
     EXPECT_EQ(types.all, Texts{});

@@ -5,12 +5,11 @@
 
 #include "platform/base/text.h"
 #include "platform/desktop/associations/desktop_entry.h"
+#include "platform/desktop/associations/media_types.h"
 
 namespace platform::desktop {
 
 namespace {
-
-constexpr const char* kFolderType = "inode/directory";
 
 /// "Enqueue" of "enqueue"; empty if it cannot be the name of an action.
 std::string ActionName(std::string name) {

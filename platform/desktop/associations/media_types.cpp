@@ -25,28 +25,28 @@ bool SaysNothing(const std::string& type) {
     return type == "application/octet-stream" || type == "text/plain" || type.starts_with("inode/");
 }
 
-std::set<std::string> TypesOf(const QMimeDatabase& database, const std::string& extension) {
+}  // namespace
+
+std::set<std::string> TypesInDatabase(const std::string& extension) {
     std::set<std::string> types;
     const QString name = QString::fromStdString("x." + extension);
-    for (const QMimeType& type : database.mimeTypesForFileName(name)) {
+    for (const QMimeType& type : QMimeDatabase().mimeTypesForFileName(name)) {
         types.insert(type.name().toStdString());
     }
-    // Told by an addition of ours: it is not known by itself.
-    types.erase(OwnType(extension));
     return types;
 }
 
-}  // namespace
-
-MediaTypes MediaTypesOf(const std::vector<std::string>& extensions) {
-    const QMimeDatabase database;
+MediaTypes MediaTypesOf(
+    const std::vector<std::string>& extensions,
+    const std::function<std::set<std::string>(const std::string& extension)>& typesOf) {
     MediaTypes types;
     for (const std::string& extension : extensions) {
         // A name that ends in a separator is that of a folder.
         if (extension.empty() || extension.find('/') != std::string::npos) {
             continue;
         }
-        const std::set<std::string> known = TypesOf(database, extension);
+        std::set<std::string> known = typesOf(extension);
+        known.erase(OwnType(extension));  // told by an addition of ours: it is not known by itself
         std::copy_if(known.begin(), known.end(), std::inserter(types.all, types.all.end()),
                      [](const std::string& type) { return !SaysNothing(type); });
         if (known.empty() && CanBeInAType(extension)) {

@@ -24,7 +24,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::chrono::milliseconds kToolTime(2000);
-constexpr const char* kFolderType = "inode/directory";
 constexpr const char* kList = "mimeapps.list";
 
 std::optional<std::string> Read(const std::string& path) {
