@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
+
+#include "platform/base/text.h"
 
 namespace veldrin {
 namespace {
@@ -106,11 +110,26 @@ bool EndsParsing(const Options& options) {
     return options.action == Action::kHelp || options.action == Action::kVersion;
 }
 
+bool AsksToAdd(const std::vector<std::string>& arguments,
+               const std::function<bool(const std::string&)>& exists) {
+    return !arguments.empty() &&
+           platform::EqualIgnoringCase(platform::Widen(arguments.front()), u"/ADD") &&
+           !exists(arguments.front());
+}
+
 }  // namespace
 
-std::variant<Options, Misuse> ParseOptions(const std::vector<std::string>& arguments) {
+bool PathExists(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::exists(path, error);
+}
+
+std::variant<Options, Misuse> ParseOptions(
+    const std::vector<std::string>& arguments,
+    const std::function<bool(const std::string& path)>& exists) {
     Options options;
-    for (std::size_t i = 0; i < arguments.size() && !EndsParsing(options); ++i) {
+    options.add = AsksToAdd(arguments, exists);
+    for (std::size_t i = options.add ? 1 : 0; i < arguments.size() && !EndsParsing(options); ++i) {
         const std::string& argument = arguments[i];
         if (argument == "--") {
             options.paths.insert(options.paths.end(),
@@ -158,6 +177,7 @@ Plays music. PATH is a file or a folder; without one the list of the last run co
 With several, the first replaces the list and the others are added to it.
 
   --add                join the list instead of replacing it
+  /ADD                 the same, as the first argument
   --no-window          play in the terminal: a line for each item, end after the last
   --scale FACTOR       size of the window, 1 to 4 (the default is what the screen asks for)
   --dir DIR            keep settings and playlist in DIR

@@ -2,6 +2,7 @@
 // and leave no trace. Arguments are raw bytes.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <variant>
@@ -31,10 +32,16 @@ struct Misuse {
     std::string message;
 };
 
+/// Whether there is a file or a folder.
+bool PathExists(const std::string& path);
+
 /// Reads the arguments behind the program's name. Options are long, with "=VALUE" or the value as
 /// the next argument (one that may go without takes it behind "=" alone); "--" ends them. The first
-/// --help or --version wins over whatever follows it.
-std::variant<Options, Misuse> ParseOptions(const std::vector<std::string>& arguments);
+/// --help or --version wins over whatever follows it. "/ADD" in front of all else, in any case, is
+/// --add, by which the shell's registry asks for it, unless `exists` knows a path of that name.
+std::variant<Options, Misuse> ParseOptions(
+    const std::vector<std::string>& arguments,
+    const std::function<bool(const std::string& path)>& exists = PathExists);
 
 /// What --help prints.
 const char* HelpText();

@@ -2,9 +2,17 @@
 #pragma once
 
 #include <QIcon>
+#include <QImage>
+#include <array>
 
 namespace platform::desktop {
 
+inline constexpr std::array kIconSizes{16, 32, 48, 128};
+
+/// May be called on any thread.
+QImage DrawIcon(int size);
+
+/// On the thread of the windows alone.
 QIcon MakeIcon();
 
 }  // namespace platform::desktop

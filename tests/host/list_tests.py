@@ -59,6 +59,21 @@ class Lists(World):
         self.assertEqual(self.titles(result), ['a.wav', 'b.wav', 'c.wav'])
         self.assertEqual(self.paths_saved(), [b'a.wav', b'b.wav', b'c.wav'])
 
+    def test_the_shells_word_for_adding(self):
+        for name in ('a.wav', 'b.wav', 'c.wav'):
+            tone(self.at(name))
+        self.save_list(0, ['a.wav'])
+        result = self.run_program('/ADD', '--no-window', '--output', 'null', self.at('b.wav'),
+                                  self.at('c.wav'))
+        self.assertEqual(self.titles(result), ['a.wav', 'b.wav', 'c.wav'])
+
+    def test_the_shells_word_alone_is_a_plain_start(self):
+        tone(self.at('a.wav'))
+        self.save_list(0, ['a.wav'])
+        result = self.run_program('/add', '--no-window', '--output', 'null')
+        self.assertEqual((self.titles(result), result.returncode, result.stderr),
+                         (['a.wav'], 0, b''))
+
     def test_add_to_nothing_plays_what_was_added(self):
         tone(self.at('a.wav'))
         self.assertEqual(self.titles(self.play('--add', self.at('a.wav'))), ['a.wav'])

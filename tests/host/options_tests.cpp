@@ -37,6 +37,29 @@ TEST(Options, OptionsAndPathsMix) {
     EXPECT_EQ(options.paths, (Arguments{"a.mp3", "b c.ogg"}));
 }
 
+TEST(Options, TheShellsWordForAddingStandsFirst) {
+    const auto nothing = [](const std::string&) { return false; };
+    for (const char* word : {"/ADD", "/add", "/Add"}) {
+        const auto parsed = ParseOptions({word, "a.mp3", "/ADD", "--no-window"}, nothing);
+        const Options& options = std::get<Options>(parsed);
+        EXPECT_TRUE(options.add) << word;
+        EXPECT_TRUE(options.noWindow) << word;
+        EXPECT_EQ(options.paths, (Arguments{"a.mp3", "/ADD"})) << word;
+    }
+    for (const Arguments& others : {Arguments{"a", "/ADD"}, Arguments{"--", "/ADD"},
+                                    Arguments{"/ADDS"}, Arguments{"ADD"}, Arguments{"/ADD/"}}) {
+        EXPECT_FALSE(std::get<Options>(ParseOptions(others, nothing)).add) << others.front();
+    }
+    EXPECT_TRUE(std::get<Options>(ParseOptions({"/ADD"}, nothing)).paths.empty());
+}
+
+TEST(Options, AFileMayHaveTheNameOfTheShellsWord) {
+    const auto parsed =
+        ParseOptions({"/add", "b"}, [](const std::string& path) { return path == "/add"; });
+    EXPECT_FALSE(std::get<Options>(parsed).add);
+    EXPECT_EQ(std::get<Options>(parsed).paths, (Arguments{"/add", "b"}));
+}
+
 TEST(Options, ValueFollowsEqualsSignOrStandsApart) {
     EXPECT_EQ(Parsed({"--dir=/x=y"}).directory, "/x=y");
     EXPECT_EQ(Parsed({"--dir", "--add"}).directory, "--add");

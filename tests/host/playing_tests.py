@@ -15,7 +15,7 @@ class Words(World):
     def test_help(self):
         result = self.run_program('--help')
         self.assertEqual((result.returncode, result.stderr), (0, b''))
-        for option in ('--add', '--no-window', '--scale', '--dir', '--output', '--lyrics',
+        for option in ('--add', '/ADD', '--no-window', '--scale', '--dir', '--output', '--lyrics',
                        '--lyrics-online', '--quit', '--help', '--version', '--'):
             self.assertIn(b'\n  ' + option.encode() + b' ', result.stdout)
         self.assert_nothing_started()

@@ -1,0 +1,346 @@
+// What a publication writes, in folders of the tests' own.
+#include "platform/desktop/associations/publication.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <optional>
+
+#include "platform/desktop/associations/associations.h"
+#include "platform/desktop/associations/media_types.h"
+#include "platform/desktop/associations/run_tool.h"
+
+namespace {
+
+using namespace platform;
+using namespace platform::desktop;
+namespace fs = std::filesystem;
+
+using Texts = std::set<std::string>;
+
+TEST(MediaTypes, AreThoseOfTheDatabase) {
+    const MediaTypes types = MediaTypesOf({"mp3", "flac"});
+    EXPECT_TRUE(types.all.contains("audio/mpeg"));
+    EXPECT_TRUE(types.all.contains("audio/flac"));
+    EXPECT_TRUE(types.ownExtensions.empty());
+}
+
+TEST(MediaTypes, AnUnknownExtensionGetsOneOfItsOwn) {
+    const MediaTypes types = MediaTypesOf({"q7z-z", "no good", "a/b", "", "q&z"});
+    EXPECT_EQ(types.all, Texts{"application/x-extension-q7z-z"});
+    EXPECT_EQ(types.ownExtensions, Texts{"q7z-z"});
+}
+
+TEST(MediaTypes, WhatOnlyAnAdditionOfOursTellsIsStillUnknown) {
+    const auto typesOf = [](const std::string& extension) {
+        return extension == "a" ? Texts{"application/x-extension-a"}
+                                : Texts{"application/x-extension-b", "audio/b"};
+    };
+    const MediaTypes types = MediaTypesOf({"a", "b"}, typesOf);
+    EXPECT_EQ(types.all, (Texts{"application/x-extension-a", "audio/b"}));
+    EXPECT_EQ(types.ownExtensions, Texts{"a"});
+}
+
+TEST(MediaTypes, NobodyOpensEveryText) {
+    const MediaTypes types = MediaTypesOf({"txt"});
+    EXPECT_EQ(types.all, Texts{});
+    EXPECT_EQ(types.ownExtensions, Texts{});
+}
+
+TEST(MediaTypes, APackageHasAGlobForEach) {
+    EXPECT_EQ(TypesPackage({"a", "b"}),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              "<mime-info xmlns=\"http://www.freedesktop.org/standards/shared-mime-info\">\n"
+              "  <mime-type type=\"application/x-extension-a\">\n"
+              "    <comment>a file</comment>\n"
+              "    <glob pattern=\"*.a\"/>\n"
+              "  </mime-type>\n"
+              "  <mime-type type=\"application/x-extension-b\">\n"
+              "    <comment>b file</comment>\n"
+              "    <glob pattern=\"*.b\"/>\n"
+              "  </mime-type>\n"
+              "</mime-info>\n");
+}
+
+std::optional<UserFolders> FoldersOf(const std::map<std::string, std::string>& variables) {
+    return UserFoldersBy([&variables](const std::string& name) -> const char* {
+        const auto found = variables.find(name);
+        return found == variables.end() ? nullptr : found->second.c_str();
+    });
+}
+
+TEST(UserFolders, WithoutVariablesTheyAreInTheHomeFolder) {
+    const auto folders = FoldersOf({{"HOME", "/home/me/"}});
+    ASSERT_TRUE(folders);
+    EXPECT_EQ(folders->data, "/home/me/.local/share");
+    EXPECT_EQ(folders->config, "/home/me/.config");
+    EXPECT_EQ(folders->machineData, (std::vector<std::string>{"/usr/local/share", "/usr/share"}));
+    EXPECT_EQ(folders->machineConfigs, std::vector<std::string>{"/etc/xdg"});
+    EXPECT_TRUE(folders->desktops.empty());
+}
+
+TEST(UserFolders, RelativePathsDoNotCount) {
+    const auto folders = FoldersOf({{"HOME", "/h"},
+                                    {"XDG_DATA_HOME", "data"},
+                                    {"XDG_CONFIG_HOME", "/c//"},
+                                    {"XDG_DATA_DIRS", "a:/b/:"},
+                                    {"XDG_CONFIG_DIRS", ""},
+                                    {"XDG_CURRENT_DESKTOP", "One:TWO::../x"}});
+    ASSERT_TRUE(folders);
+    EXPECT_EQ(folders->data, "/h/.local/share");
+    EXPECT_EQ(folders->config, "/c");
+    EXPECT_EQ(folders->machineData, std::vector<std::string>{"/b"});
+    EXPECT_EQ(folders->machineConfigs, std::vector<std::string>{"/etc/xdg"});
+    EXPECT_EQ(folders->desktops, (std::vector<std::string>{"one", "two"}));
+}
+
+TEST(UserFolders, WithoutAHomeThereAreNone) {
+    EXPECT_FALSE(FoldersOf({}));
+    EXPECT_FALSE(FoldersOf({{"HOME", "here"}, {"XDG_DATA_HOME", "/d"}}));
+    EXPECT_TRUE(FoldersOf({{"XDG_DATA_HOME", "/d"}, {"XDG_CONFIG_HOME", "/c"}}));
+}
+
+TEST(RunTool, TellsHowItEnded) {
+    constexpr std::chrono::milliseconds kLong(10000);
+    EXPECT_TRUE(RunTool({"true"}, kLong));
+    EXPECT_FALSE(RunTool({"false"}, kLong));
+    EXPECT_FALSE(RunTool({"/no/such/tool"}, kLong));
+}
+
+TEST(RunTool, DoesNotWaitForEver) {
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(RunTool({"sleep", "60"}, std::chrono::milliseconds(20)));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+}
+
+const ProgramIdentity kThatPlayer{"that", "That", "Music Player", "AudioVideo;Audio;"};
+
+FileClass ClassOf(std::vector<std::string> extensions) {
+    FileClass found;
+    found.extensions = std::move(extensions);
+    found.verbs = {{"enqueue", "Enqueue", {"/bin/sh", "/ADD", "%1"}},
+                   {"open", "Play", {"/bin/sh", "%1"}}};
+    found.folderVerbs = found.verbs;
+    return found;
+}
+
+class PublicationTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        std::string pattern = testing::TempDir() + "publication-XXXXXX";
+        root_ = mkdtemp(pattern.data());
+        folders_ = {At("data"), At("config"), {At("machine")}, {At("etc")}, {}};
+    }
+    void TearDown() override { fs::remove_all(root_); }
+
+    std::string At(const std::string& name) const { return root_ + "/" + name; }
+    void Save(const std::string& name, const std::string& text) const {
+        fs::create_directories(fs::path(At(name)).parent_path());
+        std::ofstream(At(name), std::ios::binary) << text;
+    }
+    std::string Text(const std::string& name) const {
+        std::ifstream file(At(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    void Publish(std::vector<std::string> extensions) const {
+        PublishClass(kThatPlayer, ClassOf(std::move(extensions)), folders_);
+    }
+    /// All files with their content, and when they were written; without the machine's caches.
+    std::map<std::string, std::pair<std::string, fs::file_time_type>> All() const {
+        std::map<std::string, std::pair<std::string, fs::file_time_type>> all;
+        for (const auto& entry : fs::recursive_directory_iterator(root_)) {
+            if (entry.is_regular_file() && entry.path().filename() != "mimeinfo.cache") {
+                const std::string name = fs::relative(entry.path(), root_).native();
+                all[name] = {Text(name), entry.last_write_time()};
+            }
+        }
+        return all;
+    }
+
+    std::string root_;
+    UserFolders folders_;
+};
+
+TEST_F(PublicationTest, EntriesIconsAndDefaultsAreWritten) {
+    Publish({"flac"});
+    EXPECT_NE(Text("data/applications/that.desktop").find("\nMimeType=audio/flac;\n"),
+              std::string::npos);
+    EXPECT_TRUE(fs::exists(At("data/applications/that-enqueue.desktop")));
+    EXPECT_TRUE(fs::exists(At("data/applications/that-folder.desktop")));
+    for (const char* size : {"16x16", "32x32", "48x48", "128x128"}) {
+        const std::string icon = Text(std::string("data/icons/hicolor/") + size + "/apps/that.png");
+        EXPECT_TRUE(icon.starts_with("\x89PNG")) << size;
+    }
+    EXPECT_EQ(Text("config/mimeapps.list"), "[Default Applications]\naudio/flac=that.desktop\n");
+    EXPECT_FALSE(fs::exists(At("data/mime")));
+}
+
+TEST_F(PublicationTest, ASecondOneWritesNothing) {
+    Save("machine/applications/mimeinfo.cache", "[MIME Cache]\ninode/directory=files.desktop;\n");
+    Publish({"mp3", "q7z-z"});
+    const auto once = All();
+    EXPECT_TRUE(once.contains("data/mime/packages/that.xml"));
+    Publish({"mp3", "q7z-z"});
+    EXPECT_EQ(All(), once);
+}
+
+TEST_F(PublicationTest, APackageThatNobodyNeedsGoes) {
+    Publish({"q7z-z"});
+    EXPECT_EQ(Text("data/mime/packages/that.xml"), TypesPackage({"q7z-z"}));
+    Publish({"mp3"});
+    EXPECT_FALSE(fs::exists(At("data/mime/packages/that.xml")));
+}
+
+TEST_F(PublicationTest, AProgramThatIsNotThereIsNotPublished) {
+    FileClass found = ClassOf({"mp3"});
+    found.verbs.back().command.front() = At("gone");
+    PublishClass(kThatPlayer, found, folders_);
+    EXPECT_TRUE(fs::is_empty(root_));
+}
+
+TEST_F(PublicationTest, WithoutItsEntryNobodyBecomesADefault) {
+    fs::create_directories(At("data/applications/that.desktop"));
+    Save("config/mimeapps.list", "# mine\n");
+    Publish({"mp3"});
+    EXPECT_EQ(Text("config/mimeapps.list"), "# mine\n");
+}
+
+TEST_F(PublicationTest, AFileInTheWayOfTheFolderStaysAsItIs) {
+    Save("data", "in the way");
+    Publish({"mp3"});
+    EXPECT_EQ(Text("data"), "in the way");
+    EXPECT_FALSE(fs::exists(At("config")));
+}
+
+TEST_F(PublicationTest, AListThatCannotBeReadIsLeftAlone) {
+    fs::create_directories(At("config"));
+    fs::create_symlink(At("nowhere"), At("config/mimeapps.list"));
+    Publish({"mp3"});
+    EXPECT_TRUE(fs::is_symlink(At("config/mimeapps.list")));
+    EXPECT_FALSE(fs::exists(At("nowhere")));
+}
+
+TEST_F(PublicationTest, ALinkedListStaysALink) {
+    Save("dotfiles/list", "# mine\n");
+    fs::create_directories(At("config"));
+    fs::create_symlink(At("dotfiles/list"), At("config/mimeapps.list"));
+    Publish({"flac"});
+    EXPECT_TRUE(fs::is_symlink(At("config/mimeapps.list")));
+    EXPECT_EQ(Text("dotfiles/list"), "# mine\n\n[Default Applications]\naudio/flac=that.desktop\n");
+}
+
+TEST_F(PublicationTest, WhatOpensFoldersBySoFarGoesOnDoingSo) {
+    Save("data/applications/mimeinfo.cache",
+         "[MIME Cache]\ninode/directory=that-folder.desktop;that-enqueue.desktop;\n");
+    Save("machine/applications/mimeinfo.cache",
+         "[MIME Cache]\ninode/directory=files.desktop;more.desktop;\n");
+    Publish({"flac"});
+    EXPECT_EQ(Text("config/mimeapps.list"),
+              "[Default Applications]\naudio/flac=that.desktop\n"
+              "inode/directory=files.desktop\n");
+}
+
+TEST_F(PublicationTest, AChosenOpenerOfFoldersIsEnough) {
+    Save("machine/applications/mimeinfo.cache", "[MIME Cache]\ninode/directory=files.desktop;\n");
+    folders_.desktops = {"any"};
+    for (const char* list :
+         {"config/mimeapps.list", "config/any-mimeapps.list", "etc/mimeapps.list",
+          "etc/any-mimeapps.list", "data/applications/mimeapps.list",
+          "machine/applications/any-mimeapps.list", "machine/applications/mimeapps.list"}) {
+        Save(list, "[Default Applications]\ninode/directory=mine.desktop\n");
+        Publish({"flac"});
+        EXPECT_EQ(Text("config/mimeapps.list").find("files.desktop"), std::string::npos) << list;
+        fs::remove(At(list));
+        fs::remove(At("config/mimeapps.list"));
+    }
+}
+
+TEST_F(PublicationTest, AListOfADesktopChangesOnlyWhereItNamesADefault) {
+    folders_.desktops = {"one", "two", "three"};
+    Save("config/one-mimeapps.list", "[Default Applications]\naudio/flac=a.desktop\n");
+    Save("config/two-mimeapps.list", "[Default Applications]\ntext/plain=b.desktop\n");
+    Publish({"flac", "mp3"});
+    EXPECT_EQ(Text("config/one-mimeapps.list"),
+              "[Default Applications]\naudio/flac=that.desktop;a.desktop\n");
+    EXPECT_EQ(Text("config/two-mimeapps.list"), "[Default Applications]\ntext/plain=b.desktop\n");
+    EXPECT_FALSE(fs::exists(At("config/three-mimeapps.list")));
+}
+
+TEST_F(PublicationTest, RemovedOnesComeBack) {
+    Save("config/mimeapps.list",
+         "[Removed Associations]\naudio/flac=that.desktop;\n"
+         "inode/directory=that-folder.desktop;x.desktop;\n");
+    Publish({"flac"});
+    EXPECT_EQ(Text("config/mimeapps.list"),
+              "[Removed Associations]\ninode/directory=x.desktop;\n\n"
+              "[Default Applications]\naudio/flac=that.desktop\n");
+}
+
+class Variable {
+  public:
+    Variable(const char* name, const std::string& value) : name_(name) {
+        const char* const old = getenv(name);
+        old_ = old != nullptr ? std::optional<std::string>(old) : std::nullopt;
+        setenv(name, value.c_str(), 1);
+    }
+    ~Variable() {
+        if (old_) {
+            setenv(name_, old_->c_str(), 1);
+        } else {
+            unsetenv(name_);
+        }
+    }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+  private:
+    const char* name_;
+    std::optional<std::string> old_;
+};
+
+std::vector<RegistryValue> RegistryOf(std::u16string extension) {
+    return {{u"." + extension, u"X"},
+            {u"X\\shell\\open", u"Play"},
+            {u"X\\shell\\open\\command", u"\"/bin/sh\" \"%1\""}};
+}
+
+TEST_F(PublicationTest, TheNewestIsDoneWhenTheEndHasBeenWaitedFor) {
+    const Variable data("XDG_DATA_HOME", At("data"));
+    const Variable config("XDG_CONFIG_HOME", At("config"));
+    {
+        Associations associations(kThatPlayer);
+        associations.Publish(RegistryOf(u"flac"));
+        associations.Publish({});
+        associations.Publish(RegistryOf(u"q1z"));
+        associations.Publish(RegistryOf(u"q2z"));
+    }
+    EXPECT_NE(
+        Text("data/applications/that.desktop").find("\nMimeType=application/x-extension-q2z;\n"),
+        std::string::npos);
+    EXPECT_FALSE(fs::exists(At("data/applications/that-folder.desktop")));
+}
+
+// The tool waits for what is only written when Publish has returned.
+TEST_F(PublicationTest, ItsCallerDoesNotWait) {
+    const Variable data("XDG_DATA_HOME", At("data"));
+    const Variable config("XDG_CONFIG_HOME", At("config"));
+    const Variable path("PATH", At("tools") + ":" + getenv("PATH"));
+    const std::string tool = "tools/update-desktop-database";
+    Save(tool, "#!/bin/sh\nuntil test -e '" + At("returned") +
+                   "'; do sleep 0.01; done\necho it >'" + At("ended") + "'\n");
+    fs::permissions(At(tool), fs::perms::owner_all);
+    {
+        Associations associations(kThatPlayer);
+        associations.Publish(RegistryOf(u"flac"));
+        EXPECT_FALSE(fs::exists(At("ended")));
+        Save("returned", "");
+    }
+    EXPECT_EQ(Text("ended"), "it\n");
+    EXPECT_EQ(Text("config/mimeapps.list"), "[Default Applications]\naudio/flac=that.desktop\n");
+}
+
+}  // namespace
