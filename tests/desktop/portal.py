@@ -3,10 +3,10 @@
 
     portal.py [FAULT]
 
-It says in lines what it is asked: "register ID", "session", "bind JSON" with what was to be bound as
-[id, description, trigger], "closed". Lines on standard input: "activate ID", "close" (the session),
-"nonsense" (signals of wrong types, of another session, of keys that nobody has bound), and "stray" (a
-response to nobody's request); each is answered by "done".
+It says in lines what it is asked: "register ID", "session", "bind JSON" with what was to be bound
+as [id, description, trigger], "closed". Lines on standard input: "activate ID", "close" (the
+session), "nonsense" (signals of wrong types, of another session, of keys that nobody has bound),
+and "stray" (a response to nobody's request); each is answered by "done".
 
 FAULT: what it does wrong.
     stranger      does not know the interface for names
@@ -29,7 +29,8 @@ from gi.repository import Gio, GLib
 NAME, PATH = 'org.freedesktop.portal.Desktop', '/org/freedesktop/portal/desktop'
 INTERFACES = '''<node>
   <interface name="org.freedesktop.host.portal.Registry">
-    <method name="Register"><arg type="s" direction="in"/><arg type="a{sv}" direction="in"/></method>
+    <method name="Register">
+      <arg type="s" direction="in"/><arg type="a{sv}" direction="in"/></method>
   </interface>
   <interface name="org.freedesktop.portal.GlobalShortcuts">
     <method name="CreateSession">
@@ -87,7 +88,8 @@ class Portal:
         handle = 'a handle' if self.fault == 'wrong-handle' else self.session
         say('session')
         code = REFUSED if self.fault == 'no-consent' else GRANTED
-        self.respond(sender, options, invocation, code, {'session_handle': GLib.Variant('s', handle)})
+        self.respond(sender, options, invocation, code,
+                     {'session_handle': GLib.Variant('s', handle)})
 
     def bind(self, sender, arguments, invocation):
         session, shortcuts, _parent, options = arguments

@@ -181,7 +181,8 @@ class Portal(HotKeys):
         probe.ask(f'grab 2 {BOTH} {DOWN_KEY} Other', 'grabbed')
         portal.expect('closed')
         self.assertEqual(json.loads(portal.expect('bind').removeprefix('bind ')),
-                         [['Key', 'Key', 'CTRL+ALT+Page_Down'], ['Other', 'Other', 'CTRL+ALT+Down']])
+                         [['Key', 'Key', 'CTRL+ALT+Page_Down'],
+                          ['Other', 'Other', 'CTRL+ALT+Down']])
         probe.ask('release 1')
         portal.ask('activate Key')
         portal.ask('activate Other')
