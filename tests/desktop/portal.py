@@ -17,6 +17,7 @@ FAULT: what it does wrong.
     wrong-types   its response is of other types
     wrong-handle  the session's handle is no path
     no-path       neither is that of its request
+    silent        never answers
     old-path      requests have paths of its own choice
 """
 
@@ -66,7 +67,9 @@ class Portal:
 
     def asked(self, _bus, sender, path, _interface, method, parameters, invocation):
         arguments = parameters.unpack()
-        if method == 'Register':
+        if self.fault == 'silent':
+            say('asked')
+        elif method == 'Register':
             say('register', arguments[0])
             invocation.return_value(None)
         elif method == 'CreateSession':

@@ -119,6 +119,13 @@ class Portal(HotKeys):
                 self.assertEqual(self.end_of(self.player), 0)
                 self.portal.end()
 
+    def test_a_portal_that_never_answers_is_waited_for_by_nobody(self):
+        self.open_with('silent').expect('asked')
+        self.key('b')
+        self.wait_for_title('b.wav')
+        self.player.terminate()
+        self.assertEqual(self.end_of(self.player), 0)
+
     def test_the_server_as_the_last_resort(self):
         for faults in (['no-shortcuts'], ['no-session'], None):
             with self.subTest(faults):

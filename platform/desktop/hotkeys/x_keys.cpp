@@ -1,5 +1,6 @@
 #include "platform/desktop/hotkeys/x_keys.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
