@@ -5,7 +5,6 @@
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QGuiApplication>
-#include <QTimer>
 #include <utility>
 
 #include "platform/desktop/hotkeys/key_symbols.h"
@@ -59,19 +58,17 @@ QString PathIn(const QVariant& value) {
 }  // namespace
 
 PortalKeys::PortalKeys(const Keys& keys, Reports reports)
-    : keys_(keys), reports_(std::move(reports)), bus_(QDBusConnection::sessionBus()) {}
+    : keys_(keys), reports_(std::move(reports)), bus_(QDBusConnection::sessionBus()) {
+    starter_.setSingleShot(true);
+    QObject::connect(&starter_, &QTimer::timeout, this, &PortalKeys::Start);
+}
 
 PortalKeys::~PortalKeys() {
     EndSession();
 }
 
 void PortalKeys::Bind() {
-    if (!std::exchange(willStart_, true)) {
-        QTimer::singleShot(0, this, [this] {
-            willStart_ = false;
-            Start();
-        });
-    }
+    starter_.start(0);
 }
 
 // Responses come from many paths in turn, and each has to be listened for before its request is

@@ -13,6 +13,7 @@
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <QVariantMap>
 #include <functional>
 #include <map>
@@ -67,7 +68,7 @@ class PortalKeys : public QObject {
     Reports reports_;
     QDBusConnection bus_;
     QDBusServiceWatcher watcher_;
-    bool willStart_ = false;
+    QTimer starter_;
     bool isRegistering_ = false;
     int turn_ = 0;     ///< counts beginnings: what was asked in a former turn is answered in vain
     int tokens_ = 0;   ///< names used up
