@@ -5,7 +5,7 @@ build_packages=(cmake ninja-build g++ pkg-config
   libgstreamer1.0-dev gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
   gstreamer1.0-alsa gstreamer1.0-pulseaudio libtag1-dev
   libcpp-httplib-dev libssl-dev nlohmann-json3-dev
-  qt6-base-dev libqt6gui6 libxcb1-dev fonts-dejavu-core fonts-dejavu-extra)
+  qt6-base-dev libqt6gui6 libxcb1-dev x11proto-dev fonts-dejavu-core fonts-dejavu-extra)
 # What makes the sample tracks.
 sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
 # A display in memory, and what looks at it and points at things on it.

@@ -4,23 +4,14 @@
 
 #include <QGuiApplication>
 #include <QWindow>
-#include <cstdlib>
-#include <memory>
 #include <string_view>
 
 #include "platform/base/keys.h"
+#include "platform/desktop/x_answer.h"
 
 namespace platform::desktop {
 
 namespace {
-
-template <class Reply>
-using Answer = std::unique_ptr<Reply, decltype(&std::free)>;
-
-template <class Reply>
-Answer<Reply> Owned(Reply* reply) {
-    return {reply, &std::free};
-}
 
 xcb_connection_t* Connection() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();

@@ -331,6 +331,21 @@ class Probe {
         words >> address;
         Say("online " + std::to_string(driver_.IsOnline(Widen(address))));
     }
+    /// ID MODIFIERS KEY NAME
+    void Grab(std::istringstream& words) {
+        Handle id = 0;
+        KeyCombination key;
+        std::string name;
+        words >> id >> key.modifiers >> key.key >> name;
+        key.name = Widen(name);
+        Say(driver_.GrabHotKey(id, key) ? "grabbed" : "not: " + Narrow(driver_.LastErrorText()));
+    }
+    void Release(std::istringstream& words) {
+        Handle id = 0;
+        words >> id;
+        driver_.ReleaseHotKey(id);
+        Say("done");
+    }
 
     using Command = void (Probe::*)(std::istringstream&);
     const std::map<std::string, Command> commands_{
@@ -344,7 +359,8 @@ class Probe {
         {"method", &Probe::Method},       {"endcomposing", &Probe::EndComposing},
         {"work", &Probe::Work},           {"download", &Probe::Download},
         {"forget", &Probe::Forget},       {"drives", &Probe::Drives},
-        {"online", &Probe::Online},
+        {"online", &Probe::Online},       {"grab", &Probe::Grab},
+        {"release", &Probe::Release},
     };
 
     DesktopDriver driver_;

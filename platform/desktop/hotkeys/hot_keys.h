@@ -4,6 +4,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 
 #include "platform/desktop/event_queue.h"
@@ -11,6 +12,9 @@
 #include "platform/driver.h"
 
 namespace platform::desktop {
+
+class PortalKeys;
+class XKeys;
 
 class HotKeys {
   public:
@@ -28,11 +32,21 @@ class HotKeys {
     std::u16string LastErrorText() const { return lastError_; }
 
   private:
+    using Keys = std::map<Handle, KeyCombination>;
+
+    void Ask(const Keys& added);
+    void AskServer(const Keys& added);
+    void PortalIs(bool there);
+    void Press(Handle id);
+
     WaitLoop& loop_;
     EventQueue& events_;
     bool hasBegun_ = false;
-    std::map<Handle, KeyCombination> keys_;
+    Keys keys_;
     std::u16string lastError_;
+    // Made with the first key. Both where the portal is missing just now.
+    std::unique_ptr<XKeys> server_;
+    std::unique_ptr<PortalKeys> portal_;
 };
 
 }  // namespace platform::desktop
