@@ -1,6 +1,5 @@
 #include "platform/desktop/icon.h"
 
-#include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPixmap>
@@ -8,9 +7,7 @@
 
 namespace platform::desktop {
 
-namespace {
-
-QPixmap Draw(int size) {
+QImage DrawIcon(int size) {
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -27,15 +24,13 @@ QPixmap Draw(int size) {
     painter.drawPolygon(
         QPolygonF({{6 * unit, 4.5 * unit}, {11.5 * unit, 8 * unit}, {6 * unit, 11.5 * unit}}));
     painter.end();
-    return QPixmap::fromImage(image);
+    return image;
 }
-
-}  // namespace
 
 QIcon MakeIcon() {
     QIcon icon;
     for (const int size : {16, 32, 48, 128}) {
-        icon.addPixmap(Draw(size));
+        icon.addPixmap(QPixmap::fromImage(DrawIcon(size)));
     }
     return icon;
 }

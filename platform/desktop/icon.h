@@ -2,9 +2,12 @@
 #pragma once
 
 #include <QIcon>
+#include <QImage>
 
 namespace platform::desktop {
 
+/// A square of that many pixels; premultiplied alpha.
+QImage DrawIcon(int size);
 QIcon MakeIcon();
 
 }  // namespace platform::desktop
