@@ -1,6 +1,6 @@
 // A tray of the X server: one bar in the lower right corner that takes icons in. What happens goes
 // to standard output, a line each: "icon WINDOW" when it has taken one in, "gone" when one has
-// left. It ends with its input.
+// left. A line on standard input: it puts the icon out, onto the screen. It ends with its input.
 //
 //     embedding_tray [alpha] [orphans]
 //
@@ -48,13 +48,20 @@ class Tray {
     void Run() {
         std::array<pollfd, 2> watched{
             {{STDIN_FILENO, POLLIN, 0}, {xcb_get_file_descriptor(connection_), POLLIN, 0}}};
-        while (watched[0].revents == 0) {
+        for (;;) {
             while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection_),
                                                           &std::free}) {
                 Handle(*event);
             }
             xcb_flush(connection_);
             poll(watched.data(), watched.size(), -1);
+            std::array<char, 64> line{};
+            if (watched[0].revents != 0 && read(STDIN_FILENO, line.data(), line.size()) <= 0) {
+                return;
+            }
+            if (watched[0].revents != 0) {
+                PutOut();
+            }
         }
     }
 
@@ -123,7 +130,16 @@ class Tray {
         xcb_map_window(connection_, icon);
         Send(icon, icon, XCB_EVENT_MASK_NO_EVENT, Atom("_XEMBED"),
              {XCB_CURRENT_TIME, 0, 0, bar_, 0});
+        icon_ = icon;
         std::cout << "icon " << icon << std::endl;
+    }
+
+    void PutOut() {
+        xcb_unmap_window(connection_, icon_);
+        xcb_reparent_window(connection_, icon_, screen_->root, 300, 300);
+        xcb_map_window(connection_, icon_);
+        xcb_flush(connection_);
+        std::cout << "out" << std::endl;
     }
 
     void Send(xcb_window_t to, xcb_window_t window, std::uint32_t mask, xcb_atom_t type,
@@ -149,6 +165,7 @@ class Tray {
     xcb_connection_t* connection_;
     const xcb_screen_t* screen_ = nullptr;
     xcb_window_t bar_ = XCB_NONE;
+    xcb_window_t icon_ = XCB_NONE;  ///< the newest
 };
 
 }  // namespace
