@@ -1,6 +1,5 @@
 #include "platform/desktop/icon.h"
 
-#include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPixmap>

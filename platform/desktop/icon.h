@@ -9,7 +9,7 @@ namespace platform::desktop {
 
 inline constexpr std::array kIconSizes{16, 32, 48, 128};
 
-/// May be called on any thread.
+/// A square of that many pixels; premultiplied alpha. May be called on any thread.
 QImage DrawIcon(int size);
 
 /// On the thread of the windows alone.

@@ -26,6 +26,7 @@ void TopLevel::SetVisibility(bool visible) {
     if (visible) {
         ComeToScreen(Shown::kEnough);
         shownAt_ = Clock::now();
+        comesMinimised_ = minimised_ && !isVisible();
         SetMinimisedState();
     }
     setVisible(visible);
@@ -126,6 +127,7 @@ void TopLevel::SetTopMost(bool topMost) {
 
 void TopLevel::SetMinimised(bool minimised) {
     minimised_ = minimised;
+    comesMinimised_ = comesMinimised_ && !minimised;
     if (isVisible()) {
         SetMinimisedState();
         PaintStale();
@@ -160,6 +162,9 @@ void TopLevel::timerEvent(QTimerEvent* /*event*/) {
 // What this window did itself is no news.
 void TopLevel::StateChanged() {
     const bool minimised = (windowStates() & Qt::WindowMinimized) != 0;
+    if (minimised && comesMinimised_) {
+        return;  // restored since, which the desktop will say as well
+    }
     if (isVisible() && minimised != minimised_) {
         minimised_ = minimised;
         Doubt();
@@ -283,11 +288,12 @@ void TopLevel::PaintInStore(const QRegion& region) {
 void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
     if (isExposed()) {
         Doubt();  // it is back on the screen
+        comesMinimised_ = false;
+        stale_ = QRect({0, 0}, size());
     }
     if (!CanBeSeen()) {
         return;
     }
-    stale_ = QRect({0, 0}, size());
     PaintInStore(TakeStale());
     shared_.hasShownPicture = true;
     if (!hasIcon_) {

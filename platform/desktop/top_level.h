@@ -118,7 +118,10 @@ class TopLevel : public QWindow {
     bool minimised_ = false;
     bool isHidden_ = true;     ///< as the component knows it
     bool keepsEntry_ = false;  ///< in the task bar, though hidden
-    QBasicTimer doubt_;        ///< whether the desktop minimises at all
+    /// Shown while it was minimised, and never seen since: what the desktop says of its state may
+    /// be older than what was asked for after that.
+    bool comesMinimised_ = false;
+    QBasicTimer doubt_;  ///< whether the desktop minimises at all
     bool hasIcon_ = false;
 
     QBackingStore store_;

@@ -4,10 +4,9 @@
 
 #include <QGuiApplication>
 #include <QWindow>
-#include <string_view>
 
 #include "platform/base/keys.h"
-#include "platform/desktop/x_answer.h"
+#include "platform/desktop/x_answers.h"
 
 namespace platform::desktop {
 
@@ -16,13 +15,6 @@ namespace {
 xcb_connection_t* Connection() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 != nullptr ? x11->connection() : nullptr;
-}
-
-xcb_atom_t AtomOf(xcb_connection_t* connection, std::string_view name) {
-    const auto asked =
-        xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(name.size()), name.data());
-    const auto answer = Owned(xcb_intern_atom_reply(connection, asked, nullptr));
-    return answer ? answer->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 }  // namespace
@@ -53,7 +45,7 @@ bool IsSaidToBeMinimised(const QWindow& window) {
     if (connection == nullptr || window.handle() == nullptr) {
         return false;
     }
-    const xcb_atom_t state = AtomOf(connection, "WM_STATE");
+    const xcb_atom_t state = AtomOf(connection, "WM_STATE", IfUnknown::kNone);
     if (state == XCB_ATOM_NONE) {
         return false;  // nobody has ever said anything of any window
     }

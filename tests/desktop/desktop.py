@@ -2,7 +2,7 @@
 desktop driver's probe, and the finished program. Conditions are waited for, nothing else.
 
     FILE [--probe PROBE] [--drag-source SOURCE] [--program VELDRIN] [--scenario RUNNER]
-         [--framing-manager MANAGER] [unittest arguments]
+         [--framing-manager MANAGER] [--embedding-tray TRAY] [unittest arguments]
 """
 
 import os
@@ -201,7 +201,7 @@ class Lines:
 class OnDisplay(World):
     """Tests on a display; one for all of a class."""
 
-    probe = drag_source = scenario = framing_manager = ''
+    probe = drag_source = scenario = framing_manager = embedding_tray = ''
 
     @staticmethod
     def make_display():
@@ -233,7 +233,8 @@ class OnDisplay(World):
 
 
 def main():
-    for name in ('probe', 'drag_source', 'program', 'scenario', 'framing_manager'):
+    for name in ('probe', 'drag_source', 'program', 'scenario', 'framing_manager',
+                 'embedding_tray'):
         option = '--' + name.replace('_', '-')
         if option in sys.argv:
             at = sys.argv.index(option)

@@ -4,7 +4,7 @@
 #include <set>
 #include <utility>
 
-#include "platform/desktop/x_answer.h"
+#include "platform/desktop/x_answers.h"
 
 namespace platform::desktop {
 

@@ -4,6 +4,8 @@
 #pragma once
 
 #include <functional>
+#include <map>
+#include <memory>
 #include <string_view>
 
 #include "platform/desktop/event_queue.h"
@@ -20,6 +22,8 @@ class TrayIcons {
     /// Loop and events must outlive it.
     TrayIcons(WaitLoop& loop, EventQueue& events, Placed onPlaced);
     ~TrayIcons();
+    TrayIcons(const TrayIcons&) = delete;
+    TrayIcons& operator=(const TrayIcons&) = delete;
 
     /// Adds a window's icon, or changes its tip. Reports TrayIconUsed. `onPlaced` is told at once
     /// that a new icon is not in a tray yet.
@@ -27,9 +31,13 @@ class TrayIcons {
     void Hide(Handle window);
 
   private:
+    class Icon;
+
     WaitLoop& loop_;
     EventQueue& events_;
     Placed onPlaced_;
+    int count_ = 0;  ///< of all that were ever shown
+    std::map<Handle, std::unique_ptr<Icon>> icons_;
 };
 
 }  // namespace platform::desktop
