@@ -42,7 +42,8 @@ class Player(OnDisplay):
         return found and found[1]
 
     def open(self, *arguments, scale=1):
-        """Starts the player; answers when its window can be seen."""
+        """Starts the player; answers when its window can be seen, and no tooltip over it."""
+        self.display.point_at(1000, 740)
         self.player = subprocess.Popen(
             [self.program, '--output', 'null', '--scale', str(scale), *arguments],
             env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,

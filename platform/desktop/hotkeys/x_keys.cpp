@@ -9,31 +9,10 @@
 namespace platform::desktop {
 
 XKeys::XKeys(WaitLoop& loop, std::function<void(Handle id)> onPress)
-    : loop_(loop), onPress_(std::move(onPress)) {
-    int number = 0;
-    connection_.reset(xcb_connect(nullptr, &number));
-    if (xcb_connection_has_error(connection_.get()) != 0) {
-        connection_.reset();
-        return;
-    }
-    auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection_.get()));
-    for (; number > 0 && screen.rem > 1; --number) {
-        xcb_screen_next(&screen);
-    }
-    root_ = screen.data->root;
-    ReadMap();
-    loop_.Watch(xcb_get_file_descriptor(connection_.get()), [this] { Read(); });
-}
-
-// The server lets the grabs go with the connection.
-XKeys::~XKeys() {
-    Close();
-}
-
-void XKeys::Close() {
+    : onPress_(std::move(onPress)), connection_(XConnection::Open(loop, [this] { Read(); })) {
     if (connection_) {
-        loop_.Watch(xcb_get_file_descriptor(connection_.get()), nullptr);
-        connection_.reset();
+        root_ = connection_->Screen().root;
+        ReadMap();
     }
 }
 
@@ -68,7 +47,7 @@ void XKeys::Release(Handle id) {
     }
     if (connection_) {
         LetGo(found->second);
-        xcb_flush(connection_.get());
+        xcb_flush(connection_->Get());
     }
     keys_.erase(found);
 }
@@ -76,7 +55,7 @@ void XKeys::Release(Handle id) {
 void XKeys::Read() {
     bool changed = true;
     while (std::exchange(changed, false)) {
-        while (const auto event = Owned(xcb_poll_for_event(connection_.get()))) {
+        while (const auto event = Owned(xcb_poll_for_event(connection_->Get()))) {
             const int type = event->response_type & 0x7F;
             if (type == XCB_KEY_PRESS) {
                 const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(*event);
@@ -85,8 +64,8 @@ void XKeys::Read() {
             }
             changed |= type == XCB_MAPPING_NOTIFY;
         }
-        if (xcb_connection_has_error(connection_.get()) != 0) {
-            Close();
+        if (connection_->IsBroken()) {
+            connection_.reset();
             return;
         }
         if (changed) {
@@ -105,7 +84,7 @@ void XKeys::Press(const KeyGrab& pressed) const {
 }
 
 void XKeys::ReadMap() {
-    xcb_connection_t* const connection = connection_.get();
+    xcb_connection_t* const connection = connection_->Get();
     const xcb_setup_t& setup = *xcb_get_setup(connection);
     const auto count = static_cast<std::uint8_t>(setup.max_keycode - setup.min_keycode + 1);
     const auto askedKeys = xcb_get_keyboard_mapping(connection, setup.min_keycode, count);
@@ -151,25 +130,25 @@ void XKeys::TakeMissing() {
         held.grabs = GrabsOf(held.key, map_);
         for (const KeyGrab& grab : held.grabs) {
             asked.push_back(
-                {&held, xcb_grab_key_checked(connection_.get(), 0, root_, grab.modifiers, grab.code,
-                                             XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)});
+                {&held, xcb_grab_key_checked(connection_->Get(), 0, root_, grab.modifiers,
+                                             grab.code, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)});
         }
     }
     std::set<Held*> refused;
     for (const Asked& one : asked) {
-        if (Owned(xcb_request_check(connection_.get(), one.request))) {
+        if (Owned(xcb_request_check(connection_->Get(), one.request))) {
             refused.insert(one.held);
         }
     }
     for (Held* held : refused) {
         LetGo(*held);
     }
-    xcb_flush(connection_.get());
+    xcb_flush(connection_->Get());
 }
 
 void XKeys::LetGo(Held& held) {
     for (const KeyGrab& grab : held.grabs) {
-        xcb_ungrab_key(connection_.get(), grab.code, root_, grab.modifiers);
+        xcb_ungrab_key(connection_->Get(), grab.code, root_, grab.modifiers);
     }
     held.grabs.clear();
 }

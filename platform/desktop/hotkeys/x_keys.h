@@ -13,6 +13,7 @@
 
 #include "platform/desktop/hotkeys/key_grabs.h"
 #include "platform/desktop/wait_loop.h"
+#include "platform/desktop/x_connection.h"
 #include "platform/driver.h"
 
 namespace platform::desktop {
@@ -22,7 +23,6 @@ class XKeys {
     /// `onPress` gets the key's id, and that again and again while the key repeats. It is called
     /// from the loop and from Grab, and must not call back.
     XKeys(WaitLoop& loop, std::function<void(Handle id)> onPress);
-    ~XKeys();
     XKeys(const XKeys&) = delete;
     XKeys& operator=(const XKeys&) = delete;
 
@@ -45,15 +45,9 @@ class XKeys {
     void FollowMap();
     void TakeMissing();
     void LetGo(Held& held);
-    void Close();
 
-    struct Disconnect {
-        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-    };
-
-    WaitLoop& loop_;
     std::function<void(Handle id)> onPress_;
-    std::unique_ptr<xcb_connection_t, Disconnect> connection_;  ///< null: none, or it has broken
+    std::unique_ptr<XConnection> connection_;  ///< null: none, or it has broken
     xcb_window_t root_ = XCB_WINDOW_NONE;
     KeyboardMap map_;
     std::map<Handle, Held> keys_;

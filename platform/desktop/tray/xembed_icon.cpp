@@ -25,14 +25,6 @@ const Event& As(const xcb_generic_event_t& event) {
     return reinterpret_cast<const Event&>(event);
 }
 
-const xcb_screen_t* ScreenOf(xcb_connection_t* connection, int number) {
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    for (; number > 0 && screens.rem > 1; --number) {
-        xcb_screen_next(&screens);
-    }
-    return screens.data;
-}
-
 // Where the toolkit is on another kind of display, an X server that is there as well has no tray
 // that the user sees.
 bool IsOnXServer() {
@@ -54,13 +46,6 @@ XembedIcon::XembedIcon(WaitLoop& loop, QString tip, Used onUsed, std::function<v
       onUsed_(std::move(onUsed)),
       onPlaced_(std::move(onPlaced)) {}
 
-XembedIcon::~XembedIcon() {
-    if (connection_ != nullptr) {
-        loop_.Watch(xcb_get_file_descriptor(connection_), nullptr);
-        xcb_disconnect(connection_);
-    }
-}
-
 void XembedIcon::Begin() {
     if (!IsOnXServer()) {
         return;
@@ -73,14 +58,14 @@ void XembedIcon::Begin() {
 }
 
 void XembedIcon::Connect() {
-    int number = 0;
-    connection_ = xcb_connect(nullptr, &number);
-    if (xcb_connection_has_error(connection_) != 0) {
-        xcb_disconnect(std::exchange(connection_, nullptr));
+    server_ = XConnection::Open(loop_, [this] { Drain(); });
+    if (!server_) {
         return;
     }
-    screen_ = ScreenOf(connection_, number);
-    const std::array<std::string, kNames> names{"_NET_SYSTEM_TRAY_S" + std::to_string(number),
+    connection_ = server_->Get();
+    screen_ = &server_->Screen();
+    const std::string number = std::to_string(server_->ScreenNumber());
+    const std::array<std::string, kNames> names{"_NET_SYSTEM_TRAY_S" + number,
                                                 "MANAGER",
                                                 "_NET_SYSTEM_TRAY_OPCODE",
                                                 "_NET_SYSTEM_TRAY_VISUAL",
@@ -94,7 +79,6 @@ void XembedIcon::Connect() {
     // With this a tray that begins is told.
     const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_, screen_->root, XCB_CW_EVENT_MASK, &events);
-    loop_.Watch(xcb_get_file_descriptor(connection_), [this] { Drain(); });
 }
 
 // Whatever asks the server something may read events on the way, which nothing announces then. So
@@ -104,8 +88,8 @@ void XembedIcon::Drain() {
         Handle(*event);
     }
     xcb_flush(connection_);
-    if (xcb_connection_has_error(connection_) != 0) {
-        loop_.Watch(xcb_get_file_descriptor(connection_), nullptr);
+    if (server_->IsBroken()) {
+        server_->StopWatching();
         SetPlaced(false);
     }
 }

@@ -9,9 +9,11 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include "platform/desktop/wait_loop.h"
+#include "platform/desktop/x_connection.h"
 #include "platform/driver.h"
 
 namespace platform::desktop {
@@ -35,7 +37,6 @@ class XembedIcon {
 
     /// `onPlaced`: told when IsPlaced has changed. The loop must outlive the icon.
     XembedIcon(WaitLoop& loop, QString tip, Used onUsed, std::function<void()> onPlaced);
-    ~XembedIcon();
     XembedIcon(const XembedIcon&) = delete;
     XembedIcon& operator=(const XembedIcon&) = delete;
 
@@ -78,7 +79,8 @@ class XembedIcon {
     Used onUsed_;
     std::function<void()> onPlaced_;
 
-    xcb_connection_t* connection_ = nullptr;
+    std::unique_ptr<XConnection> server_;
+    xcb_connection_t* connection_ = nullptr;  ///< the server's, null before Begin and without one
     const xcb_screen_t* screen_ = nullptr;
     std::array<xcb_atom_t, kNames> atoms_{};
     xcb_window_t tray_ = XCB_NONE;
