@@ -36,13 +36,42 @@ TEST(MediaTypes, AnUnknownExtensionGetsOneOfItsOwn) {
 }
 
 TEST(MediaTypes, WhatOnlyAnAdditionOfOursTellsIsStillUnknown) {
+    using Known = std::vector<KnownType>;
     const auto typesOf = [](const std::string& extension) {
-        return extension == "a" ? Texts{"application/x-extension-a"}
-                                : Texts{"application/x-extension-b", "audio/b"};
+        return extension == "a"
+                   ? Known{{"application/x-extension-a", {"a"}}}
+                   : Known{{"application/x-extension-b", {"b"}}, {"audio/b", {"c", "b"}}};
     };
     const MediaTypes types = MediaTypesOf({"a", "b"}, typesOf);
     EXPECT_EQ(types.all, (Texts{"application/x-extension-a", "audio/b"}));
     EXPECT_EQ(types.ownExtensions, Texts{"a"});
+}
+
+TEST(MediaTypes, OfSeveralTheOnesThatAreMeant) {
+    const auto typesOf = [](const std::string&) {
+        return std::vector<KnownType>{{"audio/usual", {"a", "x"}},
+                                      {"audio/all-ours", {"b", "a"}},
+                                      {"video/others", {"v", "a"}},
+                                      {"audio/any", {}}};
+    };
+    EXPECT_EQ(MediaTypesOf({"a", "b"}, typesOf).all,
+              (Texts{"audio/usual", "audio/all-ours", "audio/any"}));
+    EXPECT_EQ(MediaTypesOf({"v"}, typesOf).all, (Texts{"video/others", "audio/any"}));
+}
+
+TEST(MediaTypes, WhereNoneIsMeantAllAre) {
+    const auto typesOf = [](const std::string&) {
+        return std::vector<KnownType>{{"audio/one", {"x", "a"}}, {"audio/two", {"y", "a"}}};
+    };
+    EXPECT_EQ(MediaTypesOf({"a"}, typesOf).all, (Texts{"audio/one", "audio/two"}));
+}
+
+TEST(MediaTypes, WhoPlaysSoundDoesNotOpenAllVideos) {
+    const MediaTypes types = MediaTypesOf({"mp2", "ogg", "oga", "opus"});
+    EXPECT_TRUE(types.all.contains("audio/mp2"));
+    EXPECT_TRUE(types.all.contains("audio/ogg"));
+    EXPECT_FALSE(types.all.contains("video/mpeg"));
+    EXPECT_FALSE(types.all.contains("video/ogg"));
 }
 
 TEST(MediaTypes, NobodyOpensEveryText) {

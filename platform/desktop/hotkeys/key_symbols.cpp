@@ -47,7 +47,7 @@ std::optional<KeySymbol> SymbolOf(Long virtualKey) {
     if (virtualKey >= VK_F1 && virtualKey < VK_F1 + kFunctionKeys) {
         const Long number = virtualKey - VK_F1;
         return KeySymbol{XK_F1 + static_cast<std::uint32_t>(number), 0,
-                         "F" + std::to_string(number + 1)};
+                         std::string(1, 'F').append(std::to_string(number + 1))};
     }
     // Letters and digits have the symbols of what they type without Shift.
     const bool isLetter = virtualKey >= 'A' && virtualKey <= 'Z';
