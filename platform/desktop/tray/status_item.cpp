@@ -15,7 +15,6 @@ namespace platform::desktop {
 
 namespace {
 
-constexpr const char* kItem = "org.kde.StatusNotifierItem";
 constexpr const char* kPropertiesOf = "org.freedesktop.DBus.Properties";
 
 // There is no menu among the properties: then hosts leave the right button to us.
@@ -108,7 +107,7 @@ QDBusMessage StatusItem::AnswerProperties(const QDBusMessage& call) const {
         return call.createErrorReply(QDBusError::PropertyReadOnly, name);
     }
     const QVariantMap all =
-        interface.isEmpty() || interface == kItem ? Properties() : QVariantMap();
+        interface.isEmpty() || interface == kItemInterface ? Properties() : QVariantMap();
     if (call.member() == "GetAll") {
         return call.createReply(all);
     }
@@ -141,7 +140,7 @@ QString StatusItem::introspect(const QString& /*path*/) const {
 // What is left to the library: what every object on the bus can do.
 bool StatusItem::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
     const QString interface = message.interface();
-    if (!interface.isEmpty() && interface != kItem && interface != kPropertiesOf) {
+    if (!interface.isEmpty() && interface != kItemInterface && interface != kPropertiesOf) {
         return false;
     }
     const QDBusMessage answer = AnswerTo(message);

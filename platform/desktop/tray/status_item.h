@@ -17,6 +17,8 @@ class QDBusArgument;
 
 namespace platform::desktop {
 
+inline constexpr const char* kItemInterface = "org.kde.StatusNotifierItem";
+
 /// A picture as the bus carries it, (iiay).
 struct BusPicture {
     int width = 0;

@@ -11,7 +11,6 @@ namespace platform::desktop {
 namespace {
 
 constexpr const char* kItemPath = "/StatusNotifierItem";
-constexpr const char* kItem = "org.kde.StatusNotifierItem";
 constexpr const char* kWatcher = "org.kde.StatusNotifierWatcher";
 constexpr const char* kWatcherPath = "/StatusNotifierWatcher";
 constexpr const char* kBus = "org.freedesktop.DBus";
@@ -20,8 +19,10 @@ constexpr const char* kBus = "org.freedesktop.DBus";
 
 StatusNotifier::StatusNotifier(int number, QString tip, StatusItem::Used onUsed, Shown onShown)
     : connectionName_(QString("tray icon %1").arg(number)),
-      serviceName_(
-          QString("%1-%2-%3").arg(kItem).arg(QCoreApplication::applicationPid()).arg(number)),
+      serviceName_(QString("%1-%2-%3")
+                       .arg(kItemInterface)
+                       .arg(QCoreApplication::applicationPid())
+                       .arg(number)),
       item_(std::move(tip), std::move(onUsed)),
       onShown_(std::move(onShown)),
       connection_(connectionName_) {
@@ -117,7 +118,7 @@ void StatusNotifier::AskForHost() {
 void StatusNotifier::SetTip(const QString& tip) {
     item_.SetTip(tip);
     for (const char* signal : {"NewTitle", "NewToolTip"}) {
-        connection_.send(QDBusMessage::createSignal(kItemPath, kItem, signal));
+        connection_.send(QDBusMessage::createSignal(kItemPath, kItemInterface, signal));
     }
 }
 
