@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 
 namespace platform {
 
@@ -22,9 +23,21 @@ Rect Unite(const Rect& a, const Rect& b) {
             std::max(a.bottom, b.bottom)};
 }
 
-Surface::Surface(Size size) : size_{std::max(size.width, 0), std::max(size.height, 0)} {
-    pixels_.resize(static_cast<std::size_t>(size_.width) * static_cast<std::size_t>(size_.height));
+namespace {
+
+// Pixels that lie apart from each other: faster than a copy that must look out for overlaps.
+void CopyRow(const Pixel* from, Long width, Pixel* to) {
+    std::memcpy(to, from, static_cast<std::size_t>(width) * sizeof(Pixel));
 }
+
+}  // namespace
+
+Surface::Surface(Size size) : Surface(size, Pixel{0}) {}
+
+Surface::Surface(Size size, Pixel fill)
+    : size_{std::max(size.width, 0), std::max(size.height, 0)},
+      pixels_(static_cast<std::size_t>(size_.width) * static_cast<std::size_t>(size_.height),
+              fill) {}
 
 Colour Surface::GetPixel(Point point) const {
     return Bounds().Contains(point) ? ColourOf(Row(point.y)[point.x]) : -1;
@@ -37,8 +50,7 @@ void Surface::SetPixel(Point point, Colour colour) {
 }
 
 void Surface::Resize(Size size, Colour fill) {
-    Surface resized(size);
-    resized.FillRect(resized.Bounds(), fill);
+    Surface resized(size, PixelOf(fill));
     resized.BitBlt(Bounds(), *this, {0, 0});
     *this = std::move(resized);
 }
@@ -52,7 +64,7 @@ void Surface::FillRect(const Rect& rect, Colour colour) {
     const Pixel* const first = Row(area.top) + area.left;
     std::fill_n(Row(area.top) + area.left, area.Width(), PixelOf(colour));
     for (Long y = area.top + 1; y < area.bottom; ++y) {
-        std::copy_n(first, area.Width(), Row(y) + area.left);
+        CopyRow(first, area.Width(), Row(y) + area.left);
     }
 }
 
@@ -71,7 +83,7 @@ void Surface::BitBlt(const Rect& to, const Surface& source, Point from, Long ope
                 write[x] &= read[x];
             }
         } else {
-            std::copy(read, read + area.Width(), write);
+            CopyRow(read, area.Width(), write);
         }
     }
 }

@@ -97,6 +97,8 @@ class Surface {
     Pixel* Row(Long y) { return pixels_.data() + RowStart(y); }
 
   private:
+    Surface(Size size, Pixel fill);
+
     std::size_t RowStart(Long y) const {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width);
     }
