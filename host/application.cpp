@@ -60,11 +60,13 @@ int Application::Run() {
     }
     front_.Begin(restored_);
     Listen();
-    while (!closed_ && !endRequested_) {
+    while (!closed_ && !endRequested_ && IsReady()) {
         windows_.WaitMessage();
     }
+    constexpr int kNowhereToPlayTo = 1;
+    const bool ready = IsReady();
     End();
-    return front_.Status();
+    return ready ? front_.Status() : kNowhereToPlayTo;
 }
 
 void Application::ItemOpened(const std::string& path) {

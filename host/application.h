@@ -43,7 +43,7 @@ class Application : private RunListener, private ItemListener {
     ~Application() override;
 
     /// False if there is nowhere to play to: the user has been told, and Run makes no sense.
-    bool IsReady() const { return engine_.OutputReady(); }
+    bool IsReady() { return engine_.OutputReady(); }
 
     /// From the first impulse to the last. Answers the exit status.
     int Run();

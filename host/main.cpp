@@ -17,6 +17,7 @@
 #include "host/application.h"
 #include "host/instance/instance.h"
 #include "host/options.h"
+#include "host/output_place.h"
 #include "host/paths.h"
 #include "host/terminal/console.h"
 #include "host/terminal/terminal_front.h"
@@ -46,15 +47,20 @@ int TellMisuse(Console& console, const std::string& message) {
 }
 
 /// Where the output file shall be, checked before anything is started: what is wrong, or nothing.
-std::optional<std::string> OutputFault(const Output& output) {
-    if (output.kind != Output::Kind::kFile) {
+std::optional<std::string> OutputFault(const Options& options, const std::string& directory) {
+    if (options.output.kind != Output::Kind::kFile) {
         return std::nullopt;
     }
-    const std::string path = Here(output.path);
-    if (IsFolder(path) || !IsFolder(AbsolutePath("..", path))) {
-        return "--output: cannot write '" + output.path + "'";
+    Inputs inputs;
+    for (const std::string& path : options.paths) {
+        inputs.paths.push_back(Here(path));
     }
-    return std::nullopt;
+    if (options.add || options.paths.empty()) {
+        inputs.list = directory + "/Sarnel.Ambrisor.omk";
+    }
+    const auto fault = OutputPlaceFault(Here(options.output.path), inputs);
+    return fault ? std::optional("--output: cannot write '" + options.output.path + "': " + *fault)
+                 : std::nullopt;
 }
 
 /// The command lines that hand the paths over. A path that leads nowhere is told and left out, so
@@ -207,7 +213,7 @@ int Main(const std::vector<std::string>& arguments) {
     if (options.action == Options::Action::kQuit) {
         return QuitRunning(MeetingPlace::For(*directory), console);
     }
-    if (const auto fault = OutputFault(options.output)) {
+    if (const auto fault = OutputFault(options, *directory)) {
         return TellMisuse(console, *fault);
     }
     if (!MakeFolder(*directory)) {

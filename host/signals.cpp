@@ -18,6 +18,8 @@ Signals::Signals() {
     // A reader that goes away (veldrin | head) is no reason to stop the music. Nor is a key pressed
     // in the terminal while the shell has it.
     std::signal(SIGPIPE, SIG_IGN);
+    // A file that may grow no more is a write that fails.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGTTIN, SIG_IGN);
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
 #include <string_view>
 #include <utility>
@@ -70,12 +69,8 @@ ElementPtr WithConversion(GstElement* sink) {
 }  // namespace
 
 AudioOutput::AudioOutput(const Output& choice) : choice_(choice) {
-    if (choice_.kind != Output::Kind::kFile) {
-        return;
-    }
-    writer_ = std::make_unique<WavWriter>(choice_.path);
-    if (writer_->Failed()) {
-        notice_ = "Cannot write " + choice_.path + ": " + std::strerror(errno);
+    if (choice_.kind == Output::Kind::kFile) {
+        writer_ = std::make_unique<WavWriter>(choice_.path);
     }
 }
 
@@ -195,6 +190,9 @@ std::string AudioOutput::Name() const {
 }
 
 std::string AudioOutput::TakeNotice() {
+    if (!Ready() && !std::exchange(noticed_, true)) {
+        notice_ = "Cannot write " + choice_.path + ": " + std::strerror(writer_->Error());
+    }
     return std::exchange(notice_, {});
 }
 

@@ -46,7 +46,7 @@ class AudioOutput {
     /// The same before it has been started, when the device is not known.
     std::string ChoiceName() const;
     /// False if the WAV file cannot be written.
-    bool Ready() const { return writer_ == nullptr || !writer_->Failed(); }
+    bool Ready() const { return writer_ == nullptr || writer_->Error() == 0; }
     /// What the user is to be told, once; empty if there is nothing new.
     std::string TakeNotice();
 

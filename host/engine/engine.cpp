@@ -18,7 +18,7 @@ void Engine::Prepare() {
     player_->Prepare();
 }
 
-bool Engine::OutputReady() const {
+bool Engine::OutputReady() {
     return player_->OutputReady();
 }
 bool Engine::Open(const std::string& path) {

@@ -54,7 +54,7 @@ class Engine {
 
     /// False if the WAV file of the output cannot be created or written; a notice has said why.
     /// Always True for the other outputs.
-    [[nodiscard]] bool OutputReady() const;
+    [[nodiscard]] bool OutputReady();
 
     /// Opens the file (raw bytes of its path) and plays it in place of the present one. True only
     /// when its first sound has been decoded; at most 5 seconds are spent on that. After False the

@@ -90,6 +90,14 @@ void Player::TellNotice() {
     }
 }
 
+bool Player::OutputReady() {
+    const bool ready = output_.Ready();
+    if (!ready) {
+        TellNotice();
+    }
+    return ready;
+}
+
 Stream::Plan Player::PlanFor(const std::string& path, Time from) const {
     return {path, effects_, gain_, output_.Rate(), from};
 }

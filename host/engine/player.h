@@ -23,7 +23,7 @@ class Player {
     Player& operator=(const Player&) = delete;
 
     void Prepare();
-    bool OutputReady() const { return output_.Ready(); }
+    bool OutputReady();
     bool Open(const std::string& path);
     void Stop();
     void SetPaused(bool paused);

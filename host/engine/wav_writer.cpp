@@ -1,6 +1,7 @@
 #include "host/engine/wav_writer.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 
 namespace veldrin {
@@ -28,20 +29,26 @@ void PutText(std::vector<std::uint8_t>& bytes, const char* text) {
 }  // namespace
 
 WavWriter::WavWriter(const std::string& path) : file_(std::fopen(path.c_str(), "wb")) {
-    failed_ = file_ == nullptr;
+    if (file_ == nullptr) {
+        error_ = errno;
+    } else {
+        // So that what has been written is known when no more can be.
+        static_cast<void>(std::setvbuf(file_.get(), nullptr, _IONBF, 0));
+    }
 }
 
 WavWriter::~WavWriter() {
     SetRate(kDefaultRate);  // if nothing was played: a valid, empty file
-    if (file_ != nullptr) {
-        std::rewind(file_.get());
-        WriteHeader(dataBytes_);
+    // A pipe has no beginning to go back to.
+    if (file_ != nullptr && rate_ != 0 && std::fseek(file_.get(), 0, SEEK_SET) == 0) {
+        constexpr std::uint64_t kFrame = kChannels * kBytesPerSample;
+        WriteHeader(dataBytes_ - dataBytes_ % kFrame);
     }
 }
 
 void WavWriter::SetRate(int rate) {
     const std::lock_guard lock(mutex_);
-    if (rate_ == 0 && !failed_) {
+    if (rate_ == 0 && error_ == 0) {
         rate_ = rate;
         WriteHeader(kLargestSize);
     }
@@ -49,7 +56,7 @@ void WavWriter::SetRate(int rate) {
 
 void WavWriter::Write(std::span<const float> samples) {
     const std::lock_guard lock(mutex_);
-    if (failed_) {
+    if (error_ != 0) {
         return;
     }
     bytes_.clear();
@@ -58,8 +65,15 @@ void WavWriter::Write(std::span<const float> samples) {
         const auto value = static_cast<std::int16_t>(std::min(scaled, 32767.0F));
         PutNumber(bytes_, static_cast<std::uint16_t>(value), kBytesPerSample);
     }
-    failed_ = std::fwrite(bytes_.data(), 1, bytes_.size(), file_.get()) != bytes_.size();
-    dataBytes_ += bytes_.size();
+    dataBytes_ += Append(bytes_);
+}
+
+std::uint64_t WavWriter::Append(const std::vector<std::uint8_t>& bytes) {
+    const std::size_t written = std::fwrite(bytes.data(), 1, bytes.size(), file_.get());
+    if (written != bytes.size()) {
+        error_ = errno;
+    }
+    return written;
 }
 
 int WavWriter::Rate() const {
@@ -67,9 +81,9 @@ int WavWriter::Rate() const {
     return rate_;
 }
 
-bool WavWriter::Failed() const {
+int WavWriter::Error() const {
     const std::lock_guard lock(mutex_);
-    return failed_;
+    return error_;
 }
 
 void WavWriter::WriteHeader(std::uint64_t dataBytes) {
@@ -87,7 +101,7 @@ void WavWriter::WriteHeader(std::uint64_t dataBytes) {
     PutNumber(header, std::uint64_t{8} * kBytesPerSample, 2);
     PutText(header, "data");
     PutNumber(header, std::min(dataBytes, kLargestSize), 4);
-    failed_ = std::fwrite(header.data(), 1, header.size(), file_.get()) != header.size();
+    Append(header);
 }
 
 }  // namespace veldrin

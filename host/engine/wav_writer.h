@@ -30,21 +30,23 @@ class WavWriter {
     int Rate() const;
     /// Appends interleaved stereo samples, full scale being -1 to 1.
     void Write(std::span<const float> samples);
-    /// True once the file could not be created or written.
-    bool Failed() const;
+    /// Why the file could not be created or written, as of errno; 0 while nothing is wrong. Nothing
+    /// is written after that, and the header tells of what was.
+    int Error() const;
 
   private:
     struct Close {
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
     void WriteHeader(std::uint64_t dataBytes);
+    std::uint64_t Append(const std::vector<std::uint8_t>& bytes);
 
     mutable std::mutex mutex_;
     std::unique_ptr<std::FILE, Close> file_;
     std::vector<std::uint8_t> bytes_;  // of the present call; kept for its memory
     std::uint64_t dataBytes_ = 0;
     int rate_ = 0;
-    bool failed_ = false;
+    int error_ = 0;
 };
 
 }  // namespace veldrin

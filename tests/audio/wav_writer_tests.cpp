@@ -46,7 +46,7 @@ TEST_F(WavWriterTest, TheHeaderIsTrue) {
 }
 
 TEST_F(WavWriterTest, AFileOfNothingIsSoundAndEmpty) {
-    WavWriter(path_).Failed();
+    WavWriter(path_).Error();
     EXPECT_EQ(ReadText(path_).size(), 44U);
     EXPECT_EQ(Header(4, 4), 36U);
     EXPECT_EQ(Header(24, 4), 44100U);

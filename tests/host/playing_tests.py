@@ -2,6 +2,7 @@
 """The real program: what it prints, what it plays, and its exit status."""
 
 import os
+import resource
 import shutil
 import struct
 import subprocess
@@ -62,6 +63,84 @@ class Words(World):
         self.assertEqual((result.returncode, result.stdout), (2, b''))
         self.assertEqual(result.stderr,
                          b'veldrin: Cannot write /proc/out.wav: No such file or directory\n')
+
+    def refused(self, output, *inputs):
+        """What is said of an output that must not be written."""
+        result = self.run_program('--no-window', '--output', 'file:' + output, *inputs)
+        self.assertEqual((result.returncode, result.stdout), (2, b''), result.stderr)
+        return result.stderr.decode()
+
+    def test_output_over_what_is_to_be_played(self):
+        tone(self.at('a.wav'))
+        tone(self.at('b.wav'))
+        os.symlink(self.at('a.wav'), self.at('link.wav'))
+        os.link(self.at('a.wav'), self.at('second name.wav'))
+        os.symlink(self.music, os.path.join(self.folder, 'elsewhere'))
+        with open(self.at('a.wav'), 'rb') as file:
+            before = file.read()
+        for output in ('a.wav', 'link.wav', 'second name.wav', '../elsewhere/a.wav'):
+            for wanted in 'a.wav', 'link.wav':
+                said = self.refused(self.at(output), self.at('b.wav'), self.at(wanted))
+                self.assertIn('one of the files to be played', said)
+        for output in 'a.wav', 'new.wav', '../elsewhere/new.wav':
+            self.assertIn('in a folder to be played', self.refused(self.at(output), self.music))
+        with open(self.at('a.wav'), 'rb') as file:
+            self.assertEqual(file.read(), before)
+        self.assertFalse(os.path.exists(self.at('new.wav')))
+
+    def test_output_over_the_saved_list(self):
+        tone(self.at('a.wav'))
+        tone(self.at('b.wav'))
+        self.assertEqual(self.play(self.at('a.wav')).returncode, 0)
+        self.assertIn('in the saved list', self.refused(self.at('a.wav')))
+        self.assertIn('in the saved list', self.refused(self.at('a.wav'), '--add', self.at('b.wav')))
+        # A path alone takes the list's place, so the old one is not read.
+        result = self.run_program('--no-window', '--output', 'file:' + self.at('a.wav'),
+                                  self.at('b.wav'))
+        self.assertEqual(result.returncode, 0, result.stderr)
+
+    def test_output_into_a_pipe_that_nobody_reads(self):
+        tone(self.at('a.wav'))
+        pipe = os.path.join(self.folder, 'pipe')
+        os.mkfifo(pipe)
+        self.assertIn('nobody reads', self.refused(pipe, self.at('a.wav')))
+
+    def test_output_that_fails_under_way(self):
+        tone(self.at('a.wav'), seconds=5)
+        result = self.run_program('--no-window', '--output=file:/dev/full', self.at('a.wav'))
+        self.assertEqual(result.returncode, 1, result.stderr)
+        self.assertEqual(result.stderr,
+                         b'veldrin: Cannot write /dev/full: No space left on device\n')
+
+    def test_output_that_grows_too_large(self):
+        tone(self.at('a.wav'), seconds=5)
+        out = os.path.join(self.folder, 'out.wav')
+        limit = 10001  # bytes: in the middle of a sample
+        result = self.run_program(
+            '--no-window', '--output', 'file:' + out, self.at('a.wav'),
+            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit)))
+        self.assertEqual(result.returncode, 1, result.stderr)
+        self.assertEqual(result.stderr.decode(),
+                         f'veldrin: Cannot write {out}: File too large\n')
+        with open(out, 'rb') as file:
+            data = file.read()
+        self.assertEqual(len(data), limit)
+        whole = (limit - 44) // 4 * 4
+        self.assertEqual(struct.unpack('<I', data[4:8])[0], whole + 36)
+        self.assertEqual(struct.unpack('<I', data[40:44])[0], whole)
+
+    def test_output_into_a_pipe(self):
+        tone(self.at('a.wav'), seconds=1)
+        pipe = os.path.join(self.folder, 'pipe')
+        os.mkfifo(pipe)
+        reader = os.open(pipe, os.O_RDONLY | os.O_NONBLOCK)
+        self.addCleanup(os.close, reader)
+        result = self.run_program('--no-window', '--output', 'file:' + pipe, self.at('a.wav'))
+        self.assertEqual(result.returncode, 0, result.stderr)
+        data = os.read(reader, 1 << 16)  # as much as a pipe holds, and more than was played
+        self.assertEqual(data.rfind(b'RIFF'), 0)
+        self.assertEqual(len(data) % 4, 0)
+        self.assertGreater(len(data), 8000 * 4 // 2)
 
     def test_steering_characters_in_arguments_are_not_printed(self):
         result = self.run_program('--no-window', 'a\x1b[2J.wav')
