@@ -112,6 +112,15 @@ class Words(World):
         self.assertEqual(result.stderr,
                          b'veldrin: Cannot write /dev/full: No space left on device\n')
 
+    def test_output_that_fails_is_not_tried_with_all_items(self):
+        names = [self.at(f'{i:02}.wav') for i in range(20)]
+        for name in names:
+            tone(name)
+        result = self.run_program('--no-window', '--output=file:/dev/full', *names)
+        self.assertEqual(result.returncode, 1, result.stderr)
+        self.assertLess(result.stdout.count(b'\n'), 5)
+        self.assertEqual(result.stderr.count(b'\n'), 1)
+
     def test_output_that_grows_too_large(self):
         tone(self.at('a.wav'), seconds=5)
         out = os.path.join(self.folder, 'out.wav')
