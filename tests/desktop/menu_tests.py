@@ -31,6 +31,7 @@ class Menus(OnDisplay):
         return values.get(name)
 
     def open(self, left=LEFT, top=TOP):
+        self.display.point_at(2, 2)  # a tooltip would be taken for the window, or for a popup
         with open(self.settings_file(), 'wb') as file:
             file.write(f'[Memory]\r\nX={left}\r\nY={top}\r\n'.encode())
         self.player = subprocess.Popen(
