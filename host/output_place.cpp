@@ -1,12 +1,10 @@
 #include "host/output_place.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <filesystem>
 
-#include "host/descriptor.h"
 #include "host/paths.h"
 #include "platform/base/text.h"
 #include "platform/files/files.h"
@@ -72,11 +70,6 @@ std::optional<std::string> OutputPlaceFault(const std::string& path, const Input
         return "there is no such folder";
     }
     const auto status = StatusOf(path);
-    if (status && S_ISFIFO(status->st_mode)) {
-        // Opening one that nobody reads would wait for ever.
-        const Descriptor writer(open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
-        return writer ? std::nullopt : std::optional<std::string>("nobody reads from it");
-    }
     if (status && !S_ISREG(status->st_mode)) {
         return std::nullopt;
     }

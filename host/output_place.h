@@ -14,8 +14,7 @@ struct Inputs {
 };
 
 /// Why the file must not be written, for people; nothing if it may be. It is none of the inputs, by
-/// whatever name, lies in none of their folders and does not stand in the list. Nor is it a pipe
-/// that nobody reads, since opening that would wait for ever.
+/// whatever name, lies in none of their folders and does not stand in the list.
 std::optional<std::string> OutputPlaceFault(const std::string& path, const Inputs& inputs);
 
 }  // namespace veldrin

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <string_view>
 #include <utility>
@@ -191,7 +192,9 @@ std::string AudioOutput::Name() const {
 
 std::string AudioOutput::TakeNotice() {
     if (!Ready() && !std::exchange(noticed_, true)) {
-        notice_ = "Cannot write " + choice_.path + ": " + std::strerror(writer_->Error());
+        const int error = writer_->Error();
+        notice_ = "Cannot write " + choice_.path + ": " +
+                  (error == ENXIO ? "nobody reads from it" : std::strerror(error));
     }
     return std::exchange(notice_, {});
 }

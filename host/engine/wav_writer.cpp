@@ -1,5 +1,7 @@
 #include "host/engine/wav_writer.h"
 
+#include <fcntl.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
@@ -26,9 +28,20 @@ void PutText(std::vector<std::uint8_t>& bytes, const char* text) {
     }
 }
 
+// Created or emptied. A pipe that nobody reads fails by ENXIO, instead of waiting for a reader.
+std::FILE* OpenForWriting(const std::string& path) {
+    constexpr mode_t kLeftToTheUser = 0666;
+    const int number =
+        open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, kLeftToTheUser);
+    if (number < 0 || fcntl(number, F_SETFL, fcntl(number, F_GETFL) & ~O_NONBLOCK) < 0) {
+        return nullptr;
+    }
+    return fdopen(number, "wb");
+}
+
 }  // namespace
 
-WavWriter::WavWriter(const std::string& path) : file_(std::fopen(path.c_str(), "wb")) {
+WavWriter::WavWriter(const std::string& path) : file_(OpenForWriting(path)) {
     if (file_ == nullptr) {
         error_ = errno;
     } else {

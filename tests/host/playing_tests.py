@@ -138,6 +138,20 @@ class Words(World):
         self.assertEqual(struct.unpack('<I', data[4:8])[0], whole + 36)
         self.assertEqual(struct.unpack('<I', data[40:44])[0], whole)
 
+    def test_output_into_a_pipe_whose_reader_waits_for_its_end(self):
+        tone(self.at('a.wav'), seconds=1)
+        pipe = os.path.join(self.folder, 'pipe')
+        os.mkfifo(pipe)
+        reader = subprocess.Popen(['cat', pipe], stdout=subprocess.PIPE)
+        self.addCleanup(reader.kill)
+        refused = 2
+        result = None
+        while result is None or result.returncode == refused:  # the reader may not be there yet
+            self.assertIsNone(reader.poll())
+            result = self.run_program('--no-window', '--output', 'file:' + pipe, self.at('a.wav'))
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertTrue(reader.communicate(timeout=PATIENCE)[0].startswith(b'RIFF'))
+
     def test_output_into_a_pipe(self):
         tone(self.at('a.wav'), seconds=1)
         pipe = os.path.join(self.folder, 'pipe')
