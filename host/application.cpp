@@ -46,6 +46,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
     });
+    engine_.WaitBy([this](const std::function<bool()>& isDone) { return AwaitOpening(isDone); });
     front_.Enter({windows_, engine_, tags_, [this] { RequestEnd(); }, [this] { EndNow(); }});
 }
 
@@ -54,12 +55,14 @@ Application::~Application() {
 }
 
 int Application::Run() {
+    Listen();
     Load();
     for (std::size_t i = 1; i < lines_.size(); ++i) {
         HandOver(lines_[i]);
     }
-    front_.Begin(restored_);
-    Listen();
+    if (!ended_) {
+        front_.Begin(restored_);
+    }
     while (!closed_ && !endRequested_ && IsReady()) {
         windows_.WaitMessage();
     }
@@ -74,6 +77,30 @@ void Application::ItemOpened(const std::string& path) {
         lyrics_->ItemOpened(path);
     }
     front_.ItemOpened(path);
+}
+
+// The component waits for the host's answer. Its timers may run meanwhile, but nothing that could
+// make it ask for another file; only the end does not wait.
+bool Application::AwaitOpening(const std::function<bool()>& isDone) {
+    if (!windows_.HasKeptInput()) {
+        keptInput_ = {};
+    }
+    isOpening_ = true;
+    windows_.WaitKeepingInput([&] { return !isDone() && !endRequested_ && !closed_; },
+                              [&](const platform::DriverEvent& event) {
+                                  const bool keeps = keptInput_.Keeps(event);
+                                  if (keptInput_.AskedToClose()) {
+                                      RequestEnd();
+                                  }
+                                  return keeps;
+                              });
+    isOpening_ = false;
+    if (endRequested_) {
+        End();
+    } else if (!keptRequests_.empty()) {
+        windows_.Schedule(0, [this] { Handle(std::exchange(keptRequests_, {})); });
+    }
+    return !ended_;
 }
 
 void Application::Load() {
@@ -102,6 +129,10 @@ void Application::Handle(const std::vector<Request>& requests) {
     for (const Request& request : requests) {
         if (closed_) {
             return;
+        }
+        if (isOpening_ && request.kind != Request::Kind::kQuit) {
+            keptRequests_.push_back(request);
+            continue;
         }
         ImpulseValue minimise(false);
         ImpulseValue former(platform::Long{0});
@@ -150,7 +181,7 @@ void Application::RequestEnd() {
 // Under a handler of the component the end has to wait for its return.
 void Application::EndNow() {
     RequestEnd();
-    if (!windows_.IsDispatching()) {
+    if (isOpening_ || !windows_.IsDispatching()) {
         End();
     }
 }

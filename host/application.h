@@ -14,6 +14,7 @@
 #include "host/front.h"
 #include "host/instance/handover_server.h"
 #include "host/instance/instance.h"
+#include "host/kept_input.h"
 #include "host/lyrics/server.h"
 #include "host/signals.h"
 #include "host/terminal/console.h"
@@ -55,6 +56,7 @@ class Application : private RunListener, private ItemListener {
     void ItemFailed(const std::string& path) override { front_.ItemFailed(path); }
     void Stopped(bool ended) override { front_.Stopped(ended); }
 
+    bool AwaitOpening(const std::function<bool()>& isDone);
     void Load();
     void Listen();
     void Handle(const std::vector<Request>& requests);
@@ -81,6 +83,9 @@ class Application : private RunListener, private ItemListener {
     std::vector<std::string> lines_;
     bool restored_;
     platform::Handle window_ = 0;
+    KeptInput keptInput_;
+    std::vector<Request> keptRequests_;
+    bool isOpening_ = false;
     bool endRequested_ = false;
     bool closed_ = false;
     bool ended_ = false;

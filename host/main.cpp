@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <optional>
@@ -19,6 +20,7 @@
 #include "host/options.h"
 #include "host/output_place.h"
 #include "host/paths.h"
+#include "host/stragglers.h"
 #include "host/terminal/console.h"
 #include "host/terminal/terminal_front.h"
 #include "host/window_front.h"
@@ -227,5 +229,11 @@ int Main(const std::vector<std::string>& arguments) {
 }  // namespace veldrin
 
 int main(int argumentCount, char** arguments) {
-    return veldrin::Main({arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount});
+    const int status =
+        veldrin::Main({arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount});
+    if (veldrin::HasStragglers()) {
+        std::fflush(nullptr);
+        std::_Exit(status);
+    }
+    return status;
 }

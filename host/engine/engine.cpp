@@ -21,6 +21,9 @@ void Engine::Prepare() {
 bool Engine::OutputReady() {
     return player_->OutputReady();
 }
+void Engine::WaitBy(Wait wait) {
+    player_->WaitBy(std::move(wait));
+}
 bool Engine::Open(const std::string& path) {
     return player_->Open(path);
 }

@@ -5,7 +5,8 @@
 // All members are called from one thread. Nothing has to be run in between: no main loop, no call
 // back. What happens on the streaming threads (the end of the stream, a device that goes away) is
 // noticed when IsPlaying or Position is asked, which costs microseconds and is meant to be done
-// several times a second. The environment must not be changed while an Engine exists: its
+// several times a second. Files are opened on another thread, and the caller can do something else
+// meanwhile (WaitBy). The environment must not be changed while an Engine exists: its
 // initialisation reads it on a thread of its own. What GStreamer and its libraries would write to
 // the terminal is dropped, in the whole process, unless GST_DEBUG or G_MESSAGES_DEBUG is set.
 #pragma once
@@ -56,9 +57,17 @@ class Engine {
     /// Always True for the other outputs.
     [[nodiscard]] bool OutputReady();
 
+    /// Is called when opening files, one or several in a row, lasts longer than a tenth of a
+    /// second. Returns soon after `isDone` answers True. False: the program ends, and nothing is
+    /// opened any more. Meanwhile all members but those that open, seek or set may be called;
+    /// IsPlaying answers True, so that nobody takes the present item's end for his own.
+    using Wait = std::function<bool(const std::function<bool()>& isDone)>;
+    void WaitBy(Wait wait);
+
     /// Opens the file (raw bytes of its path) and plays it in place of the present one. True only
-    /// when its first sound has been decoded; at most 5 seconds are spent on that. After False the
-    /// present stream goes on as if nothing had been asked.
+    /// when its first sound has been decoded; at most 5 seconds are spent on that, and half a
+    /// second where the last file of the same folder or mounted file system did not answer. After
+    /// False the present stream goes on as if nothing had been asked.
     [[nodiscard]] bool Open(const std::string& path);
 
     /// Pauses; nothing if it is paused, ended or stopped.

@@ -33,12 +33,6 @@ void SilenceLibraries() {
     g_log_set_default_handler(keepFatal, nullptr);
 }
 
-/// A FIFO would be waited for and a directory read from; neither can be played.
-bool IsRegularFile(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
 int WholeSeconds(Time time) {
     return static_cast<int>(std::chrono::floor<seconds>(time).count());
 }
@@ -102,38 +96,55 @@ Stream::Plan Player::PlanFor(const std::string& path, Time from) const {
     return {path, effects_, gain_, output_.Rate(), from};
 }
 
-bool Player::Open(const std::string& path) {
-    if (!IsRegularFile(path) || !Await()) {
-        return false;
+/// Waits for the file, and for GStreamer, which nothing is started for that is not there.
+Opener::Opened Player::Opened(const std::string& path, Time from) {
+    if (!opener_.Answers(path)) {
+        return {};
     }
-    std::unique_ptr<Stream> next = Stream::Prepare(PlanFor(path, Time(0)));
-    if (next == nullptr) {
+    Prepare();
+    const bool started =
+        start_ == Start::kDone || opener_.Await([this](std::chrono::nanoseconds longest) {
+            return starting_.wait_for(longest) == std::future_status::ready;
+        });
+    return started && Await() ? opener_.Open(PlanFor(path, from)) : Opener::Opened();
+}
+
+/// The old stream is taken apart after the new one has begun.
+void Player::Replace(std::unique_ptr<Stream> next) {
+    std::swap(stream_, next);
+    opener_.Dispose(std::move(next));
+}
+
+bool Player::Open(const std::string& path) {
+    Opener::Opened next = Opened(path, Time(0));
+    if (next.stream == nullptr) {
         return false;
     }
     if (stream_ != nullptr) {
         stream_->Release();
     }
     output_.Retry();
-    next->Start(output_, false);
-    stream_ = std::move(next);  // the old one is taken apart after the new one has begun
+    next.stream->Start(output_, false);
+    taggedLength_ = next.taggedLength;
+    Replace(std::move(next.stream));
     path_ = path;
     paused_ = false;
     ended_ = false;
     bitRate_.reset();
     outputReplacedAt_.reset();
-    taggedLength_ = stream_->Length() > Time(0) ? Time(0) : ReadSoundFacts(path).length;
     return true;
 }
 
 /// Prepares the present item anew, with the effects that are now needed and the present output.
+/// False also if it was stopped meanwhile.
 bool Player::Restart(Time from) {
-    std::unique_ptr<Stream> next = Stream::Prepare(PlanFor(path_, from));
-    if (next == nullptr) {
+    Opener::Opened next = Opened(path_, from);
+    if (next.stream == nullptr || stream_ == nullptr) {
         return false;
     }
     stream_->Release();
-    next->Start(output_, paused_);
-    stream_ = std::move(next);
+    next.stream->Start(output_, paused_);
+    Replace(std::move(next.stream));
     return true;
 }
 
@@ -151,7 +162,7 @@ void Player::ReplaceOutput() {
 }
 
 void Player::Stop() {
-    stream_.reset();
+    opener_.Dispose(std::exchange(stream_, nullptr));
     path_.clear();
     ended_ = false;
     paused_ = false;
@@ -185,7 +196,7 @@ void Player::Change(int Effects::*effect, int value, int smallest, int largest) 
     // Putting the time-stretching element in or out under way would need the same flush as this.
     if (effects_.Stretches() != stream_->Stretches() && CanStretch() && stream_->Seekable()) {
         stream_->Halt();
-        if (Restart(stream_->Position())) {
+        if (Restart(stream_->Position()) || stream_ == nullptr) {
             return;
         }
         stream_->SetPaused(paused_);
@@ -194,6 +205,9 @@ void Player::Change(int Effects::*effect, int value, int smallest, int largest) 
 }
 
 bool Player::IsPlaying() {
+    if (opener_.IsWaiting()) {
+        return true;
+    }
     if (stream_ == nullptr || ended_) {
         return false;
     }
@@ -222,7 +236,9 @@ int Player::Position() {
     if (stream_ == nullptr) {
         return 0;
     }
-    return WholeSeconds((IsPlaying() ? stream_->Position() : endedAt_) + kHair);
+    const bool plays =
+        IsPlaying() && !ended_;  // while a file is being opened it always answers True
+    return WholeSeconds((plays ? stream_->Position() : endedAt_) + kHair);
 }
 
 Time Player::ExactLength() const {

@@ -12,6 +12,7 @@
 #include "host/engine/effects.h"
 #include "host/engine/engine.h"
 #include "host/engine/file_types.h"
+#include "host/engine/opener.h"
 #include "host/engine/stream.h"
 
 namespace veldrin {
@@ -19,11 +20,13 @@ namespace veldrin {
 class Player {
   public:
     Player(const Output& output, Engine::Notice notice, std::string typesFile);
+    ~Player() { Stop(); }
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
     void Prepare();
     bool OutputReady();
+    void WaitBy(Engine::Wait wait) { opener_.WaitBy(std::move(wait)); }
     bool Open(const std::string& path);
     void Stop();
     void SetPaused(bool paused);
@@ -46,6 +49,8 @@ class Player {
   private:
     bool Await();
     void TellNotice();
+    Opener::Opened Opened(const std::string& path, Time from);
+    void Replace(std::unique_ptr<Stream> next);
     bool Restart(Time from);
     void ReplaceOutput();
     void End(Time position);
@@ -64,6 +69,7 @@ class Player {
     Effects effects_;
     double gain_ = 1.0;
 
+    Opener opener_;
     std::unique_ptr<Stream> stream_;
     std::string path_;  // of the stream
     Time taggedLength_{0};

@@ -7,7 +7,6 @@ namespace veldrin {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience(5);
 constexpr std::chrono::milliseconds kOneTick(5);
 constexpr GstClockTime kBetweenLooks = 50 * GST_MSECOND;
 constexpr GstClockTime kSettlePatience = 500 * GST_MSECOND;
@@ -88,11 +87,11 @@ void SoundGates::OpenAll() {
 
 std::unique_ptr<Stream> Stream::Prepare(const Plan& plan) {
     std::unique_ptr<Stream> stream(new Stream(plan));
-    if (!stream->Build(plan) || !stream->WaitForSound()) {
+    if (!stream->Build(plan) || !stream->WaitForSound(plan)) {
         return nullptr;
     }
     stream->ReadLength();
-    if (plan.from > Time(0) && stream->Seek(plan.from) && !stream->WaitForSound()) {
+    if (plan.from > Time(0) && stream->Seek(plan.from) && !stream->WaitForSound(plan)) {
         return nullptr;
     }
     return stream;
@@ -134,12 +133,13 @@ bool Stream::Build(const Plan& plan) {
            gst_element_set_state(pipeline_.get(), GST_STATE_PAUSED) != GST_STATE_CHANGE_FAILURE;
 }
 
-bool Stream::WaitForSound() {
-    const auto deadline = std::chrono::steady_clock::now() + kPatience;
+bool Stream::WaitForSound(const Plan& plan) {
+    const auto deadline = std::chrono::steady_clock::now() + plan.patience;
+    const auto isGivenUp = [&] { return plan.givenUp != nullptr && *plan.givenUp; };
     // The decoder swallows an error that comes while it is still putting itself together. Then
     // nothing is said any more, but nothing works any more either.
     int idleLooks = 0;
-    while (std::chrono::steady_clock::now() < deadline && idleLooks < 2) {
+    while (std::chrono::steady_clock::now() < deadline && idleLooks < 2 && !isGivenUp()) {
         const MessagePtr message(gst_bus_timed_pop_filtered(
             bus_.get(), kBetweenLooks,
             static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_APPLICATION)));

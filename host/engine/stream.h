@@ -48,9 +48,12 @@ class Stream {
         double gain = 1.0;
         int rate = 0;  ///< the output's sample rate, 0 for any
         Time from{0};  ///< where in the medium to start
+        std::chrono::milliseconds patience{5000};
+        std::shared_ptr<const std::atomic<bool>> givenUp = nullptr;  ///< if somebody may do so
     };
 
-    /// Waits until the first sound is decoded, for 5 seconds at most; null if that never happens.
+    /// Waits until the first sound is decoded, as long as the plan's patience and until it is given
+    /// up; null if that never happens. On any thread.
     static std::unique_ptr<Stream> Prepare(const Plan& plan);
     ~Stream();
     Stream(const Stream&) = delete;
@@ -87,7 +90,7 @@ class Stream {
   private:
     explicit Stream(const Plan& plan);
     bool Build(const Plan& plan);
-    bool WaitForSound();
+    bool WaitForSound(const Plan& plan);
     void ReadLength();
     void ApplyPending();
     bool ReadPosition(Time& pipelineTime);

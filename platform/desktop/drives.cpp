@@ -2,42 +2,18 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <utility>
 
 #include "platform/base/text.h"
-#include "platform/desktop/words.h"
-#include "platform/files/files.h"
 
 namespace platform::desktop {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Bytes that stand as `mark` and so many digits of that base.
-std::string FromCodes(std::string_view text, std::string_view mark, std::size_t digits, int base) {
-    std::string bytes;
-    while (!text.empty()) {
-        unsigned value = 0;
-        const std::string_view code =
-            text.starts_with(mark) ? text.substr(mark.size(), digits) : std::string_view();
-        const auto [end, fault] =
-            std::from_chars(code.data(), code.data() + code.size(), value, base);
-        const bool escaped =
-            code.size() == digits && end == code.data() + digits && value > 0 && value < 256;
-        bytes += escaped ? static_cast<char>(value) : text.front();
-        text.remove_prefix(escaped ? mark.size() + digits : 1);
-    }
-    return bytes;
-}
-
-std::string UnescapedMount(std::string_view text) {
-    return FromCodes(text, "\\", 3, 8);
-}
 
 bool IsForVolumes(std::string_view mountPoint) {
     return std::ranges::any_of(
@@ -50,18 +26,12 @@ std::string WithSeparator(std::string_view folder) {
 }
 
 /// From mount point, with a separator, to device.
-std::map<std::string, std::string> Volumes(std::string_view mounts) {
-    constexpr std::size_t kMountPoint = 4;
+std::map<std::string, std::string> Volumes(const std::vector<Mount>& mounts) {
     std::map<std::string, std::string> volumes;
-    for (const std::string_view line : Lines(mounts)) {
-        const auto words = Words(line);
-        const auto dash = std::ranges::find(words, "-");
-        if (words.size() <= kMountPoint || words.end() - dash < 3) {
-            continue;
-        }
-        const std::string root = WithSeparator(UnescapedMount(words[kMountPoint]));
+    for (const Mount& mount : mounts) {
+        const std::string root = WithSeparator(mount.folder);
         if (IsForVolumes(root)) {
-            volumes[root] = UnescapedMount(dash[2]);  // the last one hides what was there before
+            volumes[root] = mount.device;  // the last one hides what was there before
         }
     }
     return volumes;
@@ -90,7 +60,7 @@ std::string UnescapedLabel(std::string_view name) {
     return FromCodes(name, "\\x", 2, 16);
 }
 
-std::vector<Drive> ListDrives(std::string_view home, std::string_view mounts,
+std::vector<Drive> ListDrives(std::string_view home, const std::vector<Mount>& mounts,
                               const LabelOf& labelOf) {
     std::vector<Drive> drives{{u"/", u""}};
     const auto add = [&](const std::string& root, const std::string& label) {
@@ -115,8 +85,7 @@ std::vector<Drive> DrivesHere() {
         const auto found = labels.find(Canonical(device));
         return found == labels.end() ? std::string() : found->second;
     };
-    return ListDrives(home == nullptr ? "" : home,
-                      ReadWholeFile(u"/proc/self/mountinfo").value_or(""), labelOf);
+    return ListDrives(home == nullptr ? "" : home, MountsHere(), labelOf);
 }
 
 }  // namespace platform::desktop

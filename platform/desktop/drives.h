@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/driver.h"
+#include "platform/files/mounts.h"
 
 namespace platform::desktop {
 
@@ -14,8 +15,8 @@ namespace platform::desktop {
 using LabelOf = std::function<std::string(const std::string& device)>;
 
 /// The root folder, the user's own, and what is mounted where volumes of users are: each once.
-/// `home`: empty if it is not known. `mounts`: as /proc/self/mountinfo has them.
-std::vector<Drive> ListDrives(std::string_view home, std::string_view mounts,
+/// `home`: empty if it is not known.
+std::vector<Drive> ListDrives(std::string_view home, const std::vector<Mount>& mounts,
                               const LabelOf& labelOf);
 
 /// Of this machine, at this moment.

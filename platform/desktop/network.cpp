@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/base/text.h"
-#include "platform/desktop/words.h"
+#include "platform/base/words.h"
 
 namespace platform::desktop {
 

@@ -227,8 +227,17 @@ void WindowSystem::DeliverPosted() {
     }
 }
 
+std::optional<DriverEvent> WindowSystem::NextEvent() {
+    if (kept_.empty()) {
+        return driver_.NextEvent();
+    }
+    DriverEvent event = std::move(kept_.front());
+    kept_.pop_front();
+    return event;
+}
+
 void WindowSystem::DoEvents() {
-    while (const auto event = driver_.NextEvent()) {
+    while (const auto event = NextEvent()) {
         Deliver(*event);
     }
     DeliverPosted();
@@ -243,8 +252,7 @@ void WindowSystem::RunUntil(Millis deadline) {
         if (Now() >= deadline) {
             return;
         }
-        driver_.WaitUntil(posted_.empty() ? std::min(deadline, NextDue().value_or(deadline))
-                                          : Now());
+        driver_.WaitUntil(HasPending() ? Now() : std::min(deadline, NextDue().value_or(deadline)));
     }
 }
 
@@ -254,7 +262,7 @@ void WindowSystem::Sleep(Millis duration) {
 
 void WindowSystem::WaitMessage() {
     UpdateScreen();
-    if (posted_.empty()) {
+    if (!HasPending()) {
         driver_.WaitUntil(NextDue());
     }
     DoEvents();
@@ -262,7 +270,7 @@ void WindowSystem::WaitMessage() {
 
 void WindowSystem::RunWhile(const std::function<bool()>& goesOn) {
     while (goesOn()) {
-        if (const auto event = driver_.NextEvent()) {
+        if (const auto event = NextEvent()) {
             Deliver(*event);
             continue;
         }
@@ -270,14 +278,31 @@ void WindowSystem::RunWhile(const std::function<bool()>& goesOn) {
         for (const Millis now = Now(); goesOn() && RunNextDue(now);) {
         }
         UpdateScreen();
-        if (goesOn() && posted_.empty()) {
+        if (goesOn() && !HasPending()) {
             driver_.WaitUntil(NextDue());
         }
     }
 }
 
+void WindowSystem::WaitKeepingInput(const std::function<bool()>& goesOn, const Keeps& keeps) {
+    constexpr Millis kBetweenLooks = 10;
+    Millis next = Now();
+    do {
+        driver_.WaitUntil(std::min(next, NextDue().value_or(next)));
+        while (auto event = driver_.NextEvent()) {
+            if (keeps(*event)) {
+                kept_.push_back(std::move(*event));
+            }
+        }
+        for (const Millis now = Now(); RunNextDue(now);) {
+        }
+        UpdateScreen();
+        next = Now() + kBetweenLooks;
+    } while (goesOn());
+}
+
 bool WindowSystem::ExpectsInput() const {
-    return driver_.ExpectsInput() || !posted_.empty() ||
+    return driver_.ExpectsInput() || HasPending() ||
            std::any_of(due_.begin(), due_.end(), [](const Due& due) { return due.window == 0; });
 }
 

@@ -269,6 +269,15 @@ class WindowSystem {
     void WaitMessage();
     /// A loop within the main loop: delivers things one by one, and asks `goesOn` before each.
     void RunWhile(const std::function<bool()>& goesOn);
+    /// Whether an event that comes is to be kept; False: it is dropped.
+    using Keeps = std::function<bool(const DriverEvent& event)>;
+    /// A wait in the midst of something, as of a host that answers: timers and scheduled calls go
+    /// on, pictures are shown, watched descriptors are read. What the desktop reports and what is
+    /// posted waits for the next pump. One turn at least; then `goesOn` is asked, some hundred
+    /// times a second.
+    void WaitKeepingInput(const std::function<bool()>& goesOn, const Keeps& keeps);
+    /// Whether the next pump has something from such a wait to deliver.
+    bool HasKeptInput() const { return !kept_.empty(); }
     /// Whether anything but timers can still happen: a posted message, a scheduled call, or
     /// whatever the desktop reports.
     bool ExpectsInput() const;
@@ -337,6 +346,8 @@ class WindowSystem {
     static void ComposeFace(const Window& window, Point origin, const Rect& area, Surface& picture);
     void ComposeInto(const Window& window, Point origin, const Rect& clip, Surface& picture) const;
     void SendSize(Window& window, Long state);
+    std::optional<DriverEvent> NextEvent();
+    bool HasPending() const { return !kept_.empty() || !posted_.empty(); }
     void DeliverPosted();
     bool RunNextDue(Millis until);
     void RunUntil(Millis deadline);
@@ -375,6 +386,7 @@ class WindowSystem {
     Press lastPress_;
     TextComposed composition_;
     std::optional<TextInput> toldTextInput_;  ///< to the driver
+    std::deque<DriverEvent> kept_;  ///< came during a wait that keeps input
     std::deque<Message> posted_;
     std::vector<Due> due_;
     std::uint64_t lastOrder_ = 0;

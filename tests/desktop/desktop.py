@@ -2,7 +2,8 @@
 desktop driver's probe, and the finished program. Conditions are waited for, nothing else.
 
     FILE [--probe PROBE] [--drag-source SOURCE] [--program VELDRIN] [--scenario RUNNER]
-         [--framing-manager MANAGER] [--embedding-tray TRAY] [unittest arguments]
+         [--framing-manager MANAGER] [--embedding-tray TRAY] [--slow-files MODULE]
+         [unittest arguments]
 """
 
 import os
@@ -201,7 +202,7 @@ class Lines:
 class OnDisplay(World):
     """Tests on a display; one for all of a class."""
 
-    probe = drag_source = scenario = framing_manager = embedding_tray = ''
+    probe = drag_source = scenario = framing_manager = embedding_tray = slow_files = ''
 
     @staticmethod
     def make_display():
@@ -234,7 +235,7 @@ class OnDisplay(World):
 
 def main():
     for name in ('probe', 'drag_source', 'program', 'scenario', 'framing_manager',
-                 'embedding_tray'):
+                 'embedding_tray', 'slow_files'):
         option = '--' + name.replace('_', '-')
         if option in sys.argv:
             at = sys.argv.index(option)

@@ -75,12 +75,17 @@ std::vector<std::string> Told(const std::vector<Drive>& drives) {
     return told;
 }
 
+std::vector<Drive> DrivesOf(std::string_view home, std::string_view mountinfo,
+                            const LabelOf& labelOf) {
+    return ListDrives(home, ParseMounts(mountinfo), labelOf);
+}
+
 std::string LabelOfDevice(const std::string& device) {
     return device == "/dev/sdb1" ? "Music" : device == "/dev/a b" ? "\xFF" : "";
 }
 
 TEST(Drives, RootHomeAndVolumesInTheirOrder) {
-    EXPECT_EQ(Told(ListDrives(
+    EXPECT_EQ(Told(DrivesOf(
                   "/home/u",
                   "22 1 8:1 / / rw,relatime shared:1 - ext4 /dev/sda1 rw\n"
                   "23 22 0:20 / /proc rw - proc proc rw\n"
@@ -95,8 +100,8 @@ TEST(Drives, RootHomeAndVolumesInTheirOrder) {
 }
 
 TEST(Drives, NothingTwice) {
-    EXPECT_EQ(Told(ListDrives("/", "", LabelOfDevice)), std::vector<std::string>{"/|"});
-    EXPECT_EQ(Told(ListDrives("/mnt/home/",
+    EXPECT_EQ(Told(DrivesOf("/", "", LabelOfDevice)), std::vector<std::string>{"/|"});
+    EXPECT_EQ(Told(DrivesOf("/mnt/home/",
                               "1 2 3 / /mnt/home rw - ext4 /dev/sdb1 rw\n"
                               "1 2 3 / /mnt/a rw - autofs systemd-1 rw\n"
                               "1 2 3 / /mnt/a rw - ext4 /dev/sdb1 rw\n",
@@ -106,7 +111,7 @@ TEST(Drives, NothingTwice) {
 
 TEST(Drives, AnyByteMayStandInNames) {
     EXPECT_EQ(
-        Told(ListDrives("/home/\xE9", "1 2 3 / /mnt/\\011\\134\xE9\\040 rw - e /dev/a\\040b rw\n",
+        Told(DrivesOf("/home/\xE9", "1 2 3 / /mnt/\\011\\134\xE9\\040 rw - e /dev/a\\040b rw\n",
                         LabelOfDevice)),
         (std::vector<std::string>{"/|", "/home/\xE9/|", "/mnt/\t\\\xE9 /|\xFF"}));
     EXPECT_EQ(UnescapedLabel("My\\x20Disk\\x2f\\xc3\\xa9\\\\x4\\xzz\\x00"),
@@ -114,11 +119,11 @@ TEST(Drives, AnyByteMayStandInNames) {
 }
 
 TEST(Drives, WithoutAHomeAndWithLinesThatAreNone) {
-    EXPECT_EQ(Told(ListDrives(
+    EXPECT_EQ(Told(DrivesOf(
                   "", "\n-\n - \n1 2 3 / /mnt/a\n1 2 3 / /mnt/b rw -\n1 2 3 / /mnt/c rw - x\n",
                   LabelOfDevice)),
               std::vector<std::string>{"/|"});
-    EXPECT_EQ(Told(ListDrives("relative", "", LabelOfDevice)), std::vector<std::string>{"/|"});
+    EXPECT_EQ(Told(DrivesOf("relative", "", LabelOfDevice)), std::vector<std::string>{"/|"});
 }
 
 /// Waits as the driver does, and counts.

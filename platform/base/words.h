@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platform::desktop {
+namespace platform {
 
 /// What stands between these separators; nothing empty.
 inline std::vector<std::string_view> Split(std::string_view text, std::string_view separators) {
@@ -27,4 +27,4 @@ inline std::vector<std::string_view> Words(std::string_view line) {
     return Split(line, " \t");
 }
 
-}  // namespace platform::desktop
+}  // namespace platform
