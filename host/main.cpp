@@ -20,7 +20,7 @@
 #include "host/options.h"
 #include "host/output_place.h"
 #include "host/paths.h"
-#include "host/stragglers.h"
+#include "host/engine/stragglers.h"
 #include "host/terminal/console.h"
 #include "host/terminal/terminal_front.h"
 #include "host/window_front.h"

@@ -1,14 +1,11 @@
 #include "host/engine/opener.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <utility>
 
-#include "host/descriptor.h"
 #include "host/engine/tag_file.h"
+#include "platform/base/text.h"
+#include "platform/files/files.h"
 
 namespace veldrin {
 
@@ -23,13 +20,11 @@ constexpr milliseconds kUnnoticed(100);
 constexpr milliseconds kInARow(20);
 constexpr milliseconds kLongestDisposal(200);
 
-/// A FIFO would be waited for and a directory read from; neither can be played.
+/// Only a regular file is; a FIFO would be waited for and a directory read from.
 bool HandsOutBytes(const std::string& path) {
-    const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    struct stat status {};
-    char byte = 0;
-    return file && fstat(file.Number(), &status) == 0 && S_ISREG(status.st_mode) &&
-           pread(file.Number(), &byte, 1, 0) >= 0;
+    platform::FileReader file(platform::Widen(path));
+    std::string bytes;
+    return file.IsOpen() && file.Append(bytes);
 }
 
 Opener::Opened OpenedBy(const Stream::Plan& plan) {

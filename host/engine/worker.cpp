@@ -6,7 +6,7 @@
 #include <system_error>
 #include <utility>
 
-#include "host/stragglers.h"
+#include "host/engine/stragglers.h"
 #include "platform/base/signals_held.h"
 
 namespace veldrin {

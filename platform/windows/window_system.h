@@ -386,7 +386,7 @@ class WindowSystem {
     Press lastPress_;
     TextComposed composition_;
     std::optional<TextInput> toldTextInput_;  ///< to the driver
-    std::deque<DriverEvent> kept_;  ///< came during a wait that keeps input
+    std::deque<DriverEvent> kept_;            ///< came during a wait that keeps input
     std::deque<Message> posted_;
     std::vector<Due> due_;
     std::uint64_t lastOrder_ = 0;

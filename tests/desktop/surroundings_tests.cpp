@@ -102,27 +102,27 @@ TEST(Drives, RootHomeAndVolumesInTheirOrder) {
 TEST(Drives, NothingTwice) {
     EXPECT_EQ(Told(DrivesOf("/", "", LabelOfDevice)), std::vector<std::string>{"/|"});
     EXPECT_EQ(Told(DrivesOf("/mnt/home/",
-                              "1 2 3 / /mnt/home rw - ext4 /dev/sdb1 rw\n"
-                              "1 2 3 / /mnt/a rw - autofs systemd-1 rw\n"
-                              "1 2 3 / /mnt/a rw - ext4 /dev/sdb1 rw\n",
-                              LabelOfDevice)),
+                            "1 2 3 / /mnt/home rw - ext4 /dev/sdb1 rw\n"
+                            "1 2 3 / /mnt/a rw - autofs systemd-1 rw\n"
+                            "1 2 3 / /mnt/a rw - ext4 /dev/sdb1 rw\n",
+                            LabelOfDevice)),
               (std::vector<std::string>{"/|", "/mnt/home/|", "/mnt/a/|Music"}));
 }
 
 TEST(Drives, AnyByteMayStandInNames) {
     EXPECT_EQ(
         Told(DrivesOf("/home/\xE9", "1 2 3 / /mnt/\\011\\134\xE9\\040 rw - e /dev/a\\040b rw\n",
-                        LabelOfDevice)),
+                      LabelOfDevice)),
         (std::vector<std::string>{"/|", "/home/\xE9/|", "/mnt/\t\\\xE9 /|\xFF"}));
     EXPECT_EQ(UnescapedLabel("My\\x20Disk\\x2f\\xc3\\xa9\\\\x4\\xzz\\x00"),
               "My Disk/\xC3\xA9\\\\x4\\xzz\\x00");
 }
 
 TEST(Drives, WithoutAHomeAndWithLinesThatAreNone) {
-    EXPECT_EQ(Told(DrivesOf(
-                  "", "\n-\n - \n1 2 3 / /mnt/a\n1 2 3 / /mnt/b rw -\n1 2 3 / /mnt/c rw - x\n",
-                  LabelOfDevice)),
-              std::vector<std::string>{"/|"});
+    EXPECT_EQ(
+        Told(DrivesOf("", "\n-\n - \n1 2 3 / /mnt/a\n1 2 3 / /mnt/b rw -\n1 2 3 / /mnt/c rw - x\n",
+                      LabelOfDevice)),
+        std::vector<std::string>{"/|"});
     EXPECT_EQ(Told(DrivesOf("relative", "", LabelOfDevice)), std::vector<std::string>{"/|"});
 }
 

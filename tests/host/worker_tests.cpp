@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "host/engine/slow_places.h"
-#include "host/stragglers.h"
+#include "host/engine/stragglers.h"
 
 namespace veldrin {
 namespace {
