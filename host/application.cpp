@@ -47,7 +47,8 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
         signals_.Take([this](int number) { SignalArrived(number); });
     });
     engine_.WaitBy([this](const std::function<bool()>& isDone) { return AwaitOpening(isDone); });
-    front_.Enter({windows_, engine_, tags_, [this] { RequestEnd(); }, [this] { EndNow(); }});
+    front_.Enter({windows_, engine_, tags_, [this] { RequestEnd(); },
+                  [this] { return endRequested_ || closed_; }, [this] { EndNow(); }});
 }
 
 Application::~Application() {
@@ -77,6 +78,13 @@ void Application::ItemOpened(const std::string& path) {
         lyrics_->ItemOpened(path);
     }
     front_.ItemOpened(path);
+}
+
+void Application::ItemFailed(const std::string& path) {
+    // What the end has broken off has not failed.
+    if (!ended_) {
+        front_.ItemFailed(path);
+    }
 }
 
 // The component waits for the host's answer. Its timers may run meanwhile, but nothing that could

@@ -53,7 +53,7 @@ class Application : private RunListener, private ItemListener {
     void ExitRequested() override { RequestEnd(); }
     void Closed() override { closed_ = true; }
     void ItemOpened(const std::string& path) override;
-    void ItemFailed(const std::string& path) override { front_.ItemFailed(path); }
+    void ItemFailed(const std::string& path) override;
     void Stopped(bool ended) override { front_.Stopped(ended); }
 
     bool AwaitOpening(const std::function<bool()>& isDone);

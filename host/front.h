@@ -25,6 +25,8 @@ class Front : public ItemListener {
         TagReader& tags;
         /// Asks for the orderly end of the program, once the main loop has control.
         std::function<void()> requestEnd;
+        /// Whether somebody has asked for it.
+        std::function<bool()> isEnding;
         /// Ends it at once where that can be: whoever asks may not leave time for more.
         std::function<void()> endNow;
     };

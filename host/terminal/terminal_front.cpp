@@ -45,22 +45,23 @@ void TerminalFront::Enter(const Surroundings& surroundings) {
 
 void TerminalFront::Begin(bool restored) {
     const bool triedFirstRow = !restored && failed_ > 0;
-    if (!HasPlayed()) {
+    if (!HasBegun()) {
         if (!triedFirstRow) {
             Press(kKeyPlay);
         }
-        if (!HasPlayed() && failed_ > 0) {
+        if (!HasBegun() && failed_ > 0) {
             Press(kKeyNext);
         }
-        if (!HasPlayed() && !triedFirstRow) {
+        if (!HasBegun() && !triedFirstRow) {
             Press(platform::VK_HOME);
             Press(platform::VK_RETURN);
         }
-        if (!HasPlayed() && !triedFirstRow) {
+        if (!HasBegun() && !triedFirstRow) {
             Press(kKeyNext);
         }
     }
-    if (!HasPlayed()) {
+    if (!HasBegun()) {
+        inVain_ = true;
         console_.Complain("nothing could be played");
         s_->requestEnd();
         return;

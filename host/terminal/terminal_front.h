@@ -30,10 +30,11 @@ class TerminalFront : public Front {
     void Suspending() override;
     void Continued() override { keyboard_.Resume(); }
     /// 1 if not one item could be played.
-    int Status() const override { return HasPlayed() ? 0 : 1; }
+    int Status() const override { return inVain_ ? 1 : 0; }
 
   private:
-    bool HasPlayed() const { return started_ > 0; }
+    /// Whether the list need not be made to play any more: it does, or the end has come.
+    bool HasBegun() const { return started_ > 0 || s_->isEnding(); }
     void Press(platform::Long code);
     void KeyTyped(char key);
     void Beat();
@@ -45,6 +46,7 @@ class TerminalFront : public Front {
     std::optional<Surroundings> s_;  ///< set by Enter
     int started_ = 0;                ///< items of this run
     int failed_ = 0;                 ///< attempts of this run
+    bool inVain_ = false;            ///< nothing could be played
     bool sounding_ = false;          ///< an item was opened and not stopped since
     int beatsSinceEnd_ = 0;  ///< beats in which the stream had ended and nobody had acted on it
 };
