@@ -25,8 +25,10 @@ class Front : public ItemListener {
         TagReader& tags;
         /// Asks for the orderly end of the program, once the main loop has control.
         std::function<void()> requestEnd;
-        /// Ends it at once where that can be: whoever asks may not leave time for more.
+        /// Ends it before it returns, if it returns: whoever asks may not leave time for more.
         std::function<void()> endNow;
+        /// Ends it for want of a display. Does not return.
+        std::function<void()> displayLost;
     };
 
     /// The console must outlive it.
@@ -36,6 +38,8 @@ class Front : public ItemListener {
 
     /// Called before the component begins.
     virtual void Enter(const Surroundings& surroundings) = 0;
+    /// What Enter gave is about to go.
+    virtual void Leave() {}
     /// The component has handled the command line; `restored` if the list came back from the last
     /// run.
     virtual void Begin(bool /*restored*/) {}
