@@ -172,6 +172,7 @@ void Application::DisplayLost() {
 // Without a way back: what is below has lost its windows. The senders of a quit request see the end
 // of the process.
 void Application::LeaveProcess(int status) {
+    engine_.FinishOutput();
     server_.reset();
     lock_.reset();
     _exit(status);

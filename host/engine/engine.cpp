@@ -21,6 +21,9 @@ void Engine::Prepare() {
 bool Engine::OutputReady() {
     return player_->OutputReady();
 }
+void Engine::FinishOutput() {
+    player_->FinishOutput();
+}
 bool Engine::Open(const std::string& path) {
     return player_->Open(path);
 }

@@ -56,6 +56,10 @@ class Engine {
     /// Always True for the other outputs.
     [[nodiscard]] bool OutputReady();
 
+    /// Makes a WAV file of the output a whole one and writes nothing more to it: for an end of the
+    /// process that no Engine lives to see.
+    void FinishOutput();
+
     /// Opens the file (raw bytes of its path) and plays it in place of the present one. True only
     /// when its first sound has been decoded; at most 5 seconds are spent on that. After False the
     /// present stream goes on as if nothing had been asked.

@@ -24,6 +24,7 @@ class Player {
 
     void Prepare();
     bool OutputReady();
+    void FinishOutput() { output_.Finish(); }
     bool Open(const std::string& path);
     void Stop();
     void SetPaused(bool paused);

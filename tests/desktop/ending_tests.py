@@ -2,9 +2,10 @@
 """The end of the finished program, whatever it is in the middle of: in order by each way to end it,
 and at once when the display goes away. The list is saved each time."""
 
+import os
 import signal
 
-from desktop import Display, main
+from desktop import Display, main, wait_for
 from situations import ENDS, LOSSES, SITUATIONS, WAITING, Situations
 
 
@@ -36,6 +37,16 @@ class Server(Situations):
         self.assertEqual(self.end_of(self.player), 1)
         self.assertEqual(self.player.complaints, b'veldrin: the display has gone\n')
         self.assert_nothing_lost()
+
+    def test_an_output_file_is_whole(self):
+        output = os.path.join(self.folder, 'out.wav')
+        self.open('--output', 'file:' + output, self.song)
+        wait_for(lambda: os.path.getsize(output) > 100, 'sound in it')
+        LOSSES['cut off'](self)
+        self.assertEqual(self.end_of(self.player), 1)
+        with open(output, 'rb') as file:
+            data = file.read()
+        self.assertEqual(int.from_bytes(data[40:44], 'little'), len(data) - 44)
 
     def test_displays_that_are_none(self):
         for kind, fault in (('nonsense', 'no display is to be had by QT_QPA_PLATFORM=nonsense'),

@@ -81,7 +81,7 @@ class Situations(Player):
     def row_held(self):
         self.hold(self.row(4), shows=self.rows_shown)
 
-    def title(self):
+    def title_held(self):
         was = self.display.geometry(self.window)
         self.hold((TITLE[0] + 20, TITLE[1] + 12), to=(TITLE[0] + 60, TITLE[1] + 40))
         wait_for(lambda: self.display.geometry(self.window) != was, 'the drag')
@@ -92,8 +92,7 @@ class Situations(Player):
 
     def seek(self):
         self.key('x')
-        wait_for(lambda: self.display.tool('getwindowname', self.window).strip() == 'Row 0',
-                 'the song')
+        self.wait_for_title('Row 0')
         self.hold((SEEK[0] + 8, SEEK[1] + 6), to=(SEEK[0] + 150, SEEK[1] + 6),
                   shows=lambda: self.shown((SEEK[0] + 100, SEEK[1], 100, SEEK[3])).data)
 
@@ -133,7 +132,7 @@ class Situations(Player):
             wait_for(lambda: shows() != was, 'what the held button does')
 
 
-SITUATIONS = ['menu', 'submenu', 'track', 'thumb', 'band', 'row_held', 'title', 'volume', 'seek',
+SITUATIONS = ['menu', 'submenu', 'track', 'thumb', 'band', 'row_held', 'title_held', 'volume', 'seek',
               'button', 'minimised', 'panel', 'tags']
 
 
