@@ -1,5 +1,7 @@
 #include "host/application.h"
 
+#include <unistd.h>
+
 #include <csignal>
 #include <utility>
 
@@ -48,10 +50,12 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
     });
     engine_.WaitBy([this](const std::function<bool()>& isDone) { return AwaitOpening(isDone); });
     front_.Enter({windows_, engine_, tags_, [this] { RequestEnd(); },
-                  [this] { return endRequested_ || closed_; }, [this] { EndNow(); }});
+                  [this] { return endRequested_ || closed_; }, [this] { EndNow(); },
+                  [this] { DisplayLost(); }});
 }
 
 Application::~Application() {
+    front_.Leave();
     front_.GetDriver().Watch(signals_.Number(), {});
 }
 
@@ -186,12 +190,31 @@ void Application::RequestEnd() {
     windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
 }
 
-// Under a handler of the component the end has to wait for its return.
+// Whatever handler of the component is below, it finds nothing to go on with.
 void Application::EndNow() {
-    RequestEnd();
-    if (isOpening_ || !windows_.IsDispatching()) {
-        End();
+    endRequested_ = true;
+    End();
+    if (windows_.IsDispatching()) {
+        LeaveProcess(front_.Status());
     }
+}
+
+// Perhaps in the middle of the toolkit's own end of the process, so nothing may be taken down that
+// the list does not need.
+void Application::DisplayLost() {
+    constexpr int kNoDisplay = 1;
+    End();
+    console_.Complain("the display has gone");
+    LeaveProcess(kNoDisplay);
+}
+
+// Without a way back: what is below has lost its windows. The senders of a quit request see the end
+// of the process.
+void Application::LeaveProcess(int status) {
+    engine_.FinishOutput();
+    server_.reset();
+    lock_.reset();
+    _exit(status);
 }
 
 void Application::End() {

@@ -64,6 +64,8 @@ class Application : private RunListener, private ItemListener {
     void SignalArrived(int number);
     void RequestEnd();
     void EndNow();
+    void DisplayLost();
+    [[noreturn]] void LeaveProcess(int status);
     void End();
 
     // The connections of those who wait for the end come first, so that they close last.

@@ -27,8 +27,10 @@ class Front : public ItemListener {
         std::function<void()> requestEnd;
         /// Whether somebody has asked for it.
         std::function<bool()> isEnding;
-        /// Ends it at once where that can be: whoever asks may not leave time for more.
+        /// Ends it before it returns, if it returns: whoever asks may not leave time for more.
         std::function<void()> endNow;
+        /// Ends it for want of a display. Does not return.
+        std::function<void()> displayLost;
     };
 
     /// The console must outlive it.
@@ -38,6 +40,8 @@ class Front : public ItemListener {
 
     /// Called before the component begins.
     virtual void Enter(const Surroundings& surroundings) = 0;
+    /// What Enter gave is about to go.
+    virtual void Leave() {}
     /// The component has handled the command line; `restored` if the list came back from the last
     /// run.
     virtual void Begin(bool /*restored*/) {}

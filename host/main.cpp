@@ -185,7 +185,7 @@ int Play(const Options& options, const std::string& directory, Console& console)
         return *status;
     }
     if (const auto fault = options.noWindow ? std::nullopt : DisplayFault()) {
-        console.Complain(*fault + "; --no-window plays in the terminal");
+        console.Complain(Printable(*fault) + "; --no-window plays in the terminal");
         return kFailed;
     }
     Signals signals;  // before any thread, which must not take them

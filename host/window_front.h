@@ -26,6 +26,11 @@ class WindowFront : public Front {
     platform::Driver& GetDriver() override { return driver_; }
     void Enter(const Surroundings& surroundings) override {
         driver_.WatchSessionEnd(surroundings.endNow);
+        driver_.WatchDisplay(surroundings.displayLost);
+    }
+    void Leave() override {
+        driver_.WatchSessionEnd({});
+        driver_.WatchDisplay({});
     }
     int Status() const override { return 0; }
 

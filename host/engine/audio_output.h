@@ -47,6 +47,12 @@ class AudioOutput {
     std::string ChoiceName() const;
     /// False if the WAV file cannot be written.
     bool Ready() const { return writer_ == nullptr || writer_->Error() == 0; }
+    /// Nothing more is written to a file.
+    void Finish() {
+        if (writer_ != nullptr) {
+            writer_->Finish();
+        }
+    }
     /// What the user is to be told, once; empty if there is nothing new.
     std::string TakeNotice();
 

@@ -24,6 +24,9 @@ bool Engine::OutputReady() {
 void Engine::WaitBy(Wait wait) {
     player_->WaitBy(std::move(wait));
 }
+void Engine::FinishOutput() {
+    player_->FinishOutput();
+}
 bool Engine::Open(const std::string& path) {
     return player_->Open(path);
 }

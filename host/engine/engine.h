@@ -64,6 +64,10 @@ class Engine {
     using Wait = std::function<bool(const std::function<bool()>& isDone)>;
     void WaitBy(Wait wait);
 
+    /// Makes a WAV file of the output a whole one and writes nothing more to it: for an end of the
+    /// process that no Engine lives to see.
+    void FinishOutput();
+
     /// Opens the file (raw bytes of its path) and plays it in place of the present one. True only
     /// when its first sound has been decoded; at most 5 seconds are spent on that, and half a
     /// second where the last file of the same folder or mounted file system did not answer. After

@@ -27,6 +27,7 @@ class Player {
     void Prepare();
     bool OutputReady();
     void WaitBy(Engine::Wait wait) { opener_.WaitBy(std::move(wait)); }
+    void FinishOutput() { output_.Finish(); }
     bool Open(const std::string& path);
     void Stop();
     void SetPaused(bool paused);

@@ -51,12 +51,18 @@ WavWriter::WavWriter(const std::string& path) : file_(OpenForWriting(path)) {
 }
 
 WavWriter::~WavWriter() {
+    Finish();
+}
+
+void WavWriter::Finish() {
     SetRate(kDefaultRate);  // if nothing was played: a valid, empty file
+    const std::lock_guard lock(mutex_);
     // A pipe has no beginning to go back to.
     if (file_ != nullptr && rate_ != 0 && std::fseek(file_.get(), 0, SEEK_SET) == 0) {
         constexpr std::uint64_t kFrame = kChannels * kBytesPerSample;
         WriteHeader(dataBytes_ - dataBytes_ % kFrame);
     }
+    file_.reset();
 }
 
 void WavWriter::SetRate(int rate) {
@@ -69,7 +75,7 @@ void WavWriter::SetRate(int rate) {
 
 void WavWriter::Write(std::span<const float> samples) {
     const std::lock_guard lock(mutex_);
-    if (error_ != 0) {
+    if (error_ != 0 || file_ == nullptr) {
         return;
     }
     bytes_.clear();

@@ -30,6 +30,9 @@ class WavWriter {
     int Rate() const;
     /// Appends interleaved stereo samples, full scale being -1 to 1.
     void Write(std::span<const float> samples);
+    /// Enters the true size and closes the file; nothing is written after that. The destructor does
+    /// so, too.
+    void Finish();
     /// Why the file could not be created or written, as of errno; 0 while nothing is wrong. Nothing
     /// is written after that, and the header tells of what was.
     int Error() const;

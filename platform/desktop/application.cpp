@@ -48,8 +48,29 @@ void PrepareEnvironment() {
 }
 
 // The toolkit ends the process by itself when it is the first to find the connection to the display
-// broken; at that moment nothing else leads to the object that has to hear of it.
+// broken, or cannot go on otherwise; at that moment nothing else leads to the object that has to
+// hear of it.
 Application* watching = nullptr;
+QtMessageHandler formerHandler = nullptr;
+
+void HearMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (type == QtFatalMsg && watching != nullptr) {
+        watching->LoseDisplay();
+    }
+    formerHandler(type, context, text);
+}
+
+void WatchTheEnd() {
+    static const bool watched = [] {
+        formerHandler = qInstallMessageHandler(HearMessage);
+        return std::atexit([] {
+                   if (watching != nullptr) {
+                       watching->LoseDisplay();
+                   }
+               }) == 0;
+    }();
+    static_cast<void>(watched);
+}
 
 }  // namespace
 
@@ -64,45 +85,50 @@ Application::Application(std::string name) : name_(std::move(name)) {
     QGuiApplication::setDesktopFileName(known);
     application_ = std::make_unique<QGuiApplication>(argumentCount_, arguments_);
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    Watch();
 }
 
 Application::~Application() {
     watching = nullptr;
 }
 
-void Application::LoseDisplay() {
-    if (!std::exchange(lostDisplay_, true)) {
-        onLost_();
-    }
-}
-
-void Application::WatchSessionEnd(std::function<void()> onEnd) {
+void Application::Watch() {
+    watching = this;
+    WatchTheEnd();
     QObject::connect(
         application_.get(), &QGuiApplication::commitDataRequest, application_.get(),
-        [onEnd](QSessionManager& manager) {
+        [this](QSessionManager& manager) {
             manager.setRestartHint(QSessionManager::RestartNever);
-            onEnd();
+            if (onSessionEnd_) {
+                onSessionEnd_();
+            }
         },
         Qt::DirectConnection);
     const auto* x11 = application_->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr || x11->connection() == nullptr) {
+    connection_ = x11 != nullptr ? x11->connection() : nullptr;
+    if (connection_ == nullptr) {
         return;
     }
-    onLost_ = std::move(onEnd);
-    watching = this;
-    static const bool registered = std::atexit([] {
-                                       if (watching != nullptr) {
-                                           watching->LoseDisplay();
-                                       }
-                                   }) == 0;
-    static_cast<void>(registered);
     // Most often the hang-up is seen here first. This kind of watch reports nothing else.
-    const int descriptor = xcb_get_file_descriptor(x11->connection());
+    const int descriptor = xcb_get_file_descriptor(connection_);
     hangUp_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Exception);
     QObject::connect(hangUp_.get(), &QSocketNotifier::activated, application_.get(), [this] {
         hangUp_->setEnabled(false);
         LoseDisplay();
     });
+}
+
+// A request that the server does not take breaks the connection on this side, without a hang-up.
+void Application::LookForDisplay() {
+    if (connection_ != nullptr && !lostDisplay_ && xcb_connection_has_error(connection_) != 0) {
+        LoseDisplay();
+    }
+}
+
+void Application::LoseDisplay() {
+    if (!std::exchange(lostDisplay_, true) && onLost_) {
+        onLost_();
+    }
 }
 
 }  // namespace platform::desktop

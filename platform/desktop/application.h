@@ -6,8 +6,10 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 class QSocketNotifier;
+struct xcb_connection_t;
 
 namespace platform::desktop {
 
@@ -19,21 +21,34 @@ class Application {
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
-    /// Whether the connection to the display has broken: nothing may be asked of it any more.
+    /// Whether the connection to the display has broken: neither it nor the toolkit may be asked
+    /// anything any more.
     bool HasLostDisplay() const { return lostDisplay_; }
 
-    /// Calls `onEnd` when the session ends or the connection to the display breaks.
-    void WatchSessionEnd(std::function<void()> onEnd);
+    /// Looks whether it has. To be called before the toolkit looks, which ends the process then.
+    void LookForDisplay();
+    /// It has.
+    void LoseDisplay();
+
+    /// Calls `onEnd` when the session ends.
+    void WatchSessionEnd(std::function<void()> onEnd) { onSessionEnd_ = std::move(onEnd); }
+
+    /// Calls `onLost` when the connection to the display breaks; at the latest when the toolkit
+    /// ends the process for it, in the middle of that.
+    void WatchDisplay(std::function<void()> onLost) { onLost_ = std::move(onLost); }
 
   private:
-    void LoseDisplay();
+    void Watch();
 
     // What the toolkit keeps pointing at.
     std::string name_;
     int argumentCount_ = 1;
     char* arguments_[2] = {nullptr, nullptr};
     std::unique_ptr<QGuiApplication> application_;
+    xcb_connection_t* connection_ =
+        nullptr;  ///< of the toolkit's; null if it has none of that kind
     std::unique_ptr<QSocketNotifier> hangUp_;
+    std::function<void()> onSessionEnd_;
     std::function<void()> onLost_;
     bool lostDisplay_ = false;
 };

@@ -41,9 +41,17 @@ class DesktopDriver : public Driver {
     DesktopDriver(const DesktopDriver&) = delete;
     DesktopDriver& operator=(const DesktopDriver&) = delete;
 
-    /// Calls `onEnd` from WaitUntil when the desktop's session ends or the display goes away. What
-    /// is to be saved must be saved when it returns: the process may be ended at once after.
+    /// Calls `onEnd` from WaitUntil or KeepShown when the desktop's session ends. What is to be
+    /// saved must be saved when it returns: the process may be ended at once after.
     void WatchSessionEnd(std::function<void()> onEnd);
+
+    /// Calls `onLost` once, at the moment at which the display is found to have gone. That may be
+    /// within any member, or late in the end of the process, which the toolkit brings about when it
+    /// is the first to find out. From then on text is measured by fixed numbers, nothing is shown,
+    /// and nothing of the toolkit is called any more. `onLost` should end the process: whatever
+    /// waits for the desktop waits for ever. A new function takes the place of the former one; an
+    /// empty one ends it.
+    void WatchDisplay(std::function<void()> onLost);
 
     /// Answers a page, or the copy of it that it keeps, or nothing; `fresh`: no copy. Takes at most
     /// kLongestFetch. Called on a thread of its own, perhaps on several at once, and may outlive

@@ -1,10 +1,18 @@
 #include "platform/desktop/display.h"
 
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <xcb/xcb.h>
 
 #include <QByteArray>
 #include <QDir>
 #include <QLibraryInfo>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+
+#include "platform/desktop/application.h"
 
 namespace platform::desktop {
 
@@ -22,23 +30,55 @@ bool HasPlugin(const char* pattern) {
     return !folder.entryList({QString::fromLatin1(pattern)}).isEmpty();
 }
 
-}  // namespace
-
-std::optional<std::string> DisplayFault() {
-    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        return std::nullopt;  // the user knows better
-    }
+std::optional<std::string> XServerFault() {
     const QByteArray display = qgetenv("DISPLAY");
     if (display.isEmpty()) {
-        if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && HasPlugin("libqwayland*")) {
-            return std::nullopt;
-        }
         return "there is no display";
     }
     if (!Answers(display.constData())) {
         return "the display '" + display.toStdString() + "' does not answer";
     }
     return std::nullopt;
+}
+
+// Whether the toolkit begins here with a screen. Where it cannot, it ends the process and says all
+// kinds of things, so it is a child that tries.
+bool CanBegin() {
+    constexpr unsigned kLongest = 5;  // seconds
+    const pid_t child = fork();
+    if (child == 0) {
+        const auto fail = [](int) { _exit(EXIT_FAILURE); };
+        std::signal(SIGABRT, fail);
+        std::signal(SIGALRM, fail);
+        alarm(kLongest);
+        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+        dup2(nowhere, STDOUT_FILENO);
+        dup2(nowhere, STDERR_FILENO);
+        const Application trial("trial");
+        _exit(QGuiApplication::primaryScreen() != nullptr ? EXIT_SUCCESS : EXIT_FAILURE);
+    }
+    int status = EXIT_FAILURE;
+    while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return status == EXIT_SUCCESS;
+}
+
+}  // namespace
+
+std::optional<std::string> DisplayFault() {
+    const QByteArray kind = qgetenv("QT_QPA_PLATFORM");
+    const bool isForWayland = kind.isEmpty() && qEnvironmentVariableIsEmpty("DISPLAY") &&
+                              !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+                              HasPlugin("libqwayland*");
+    if (kind == "xcb" || (kind.isEmpty() && !isForWayland)) {
+        return XServerFault();
+    }
+    if (CanBegin()) {
+        return std::nullopt;
+    }
+    return isForWayland
+               ? "the display '" + qgetenv("WAYLAND_DISPLAY").toStdString() + "' does not answer"
+               : "no display is to be had by QT_QPA_PLATFORM=" + kind.toStdString();
 }
 
 }  // namespace platform::desktop

@@ -33,4 +33,9 @@ QString OneLine(std::u16string_view text) {
     return line;
 }
 
+QString Caption(std::u16string_view text) {
+    return OneLine(
+        text.substr(0, InsidePair(text, kLongestCaption) ? kLongestCaption - 1 : kLongestCaption));
+}
+
 }  // namespace platform::desktop

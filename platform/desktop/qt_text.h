@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <cstddef>
 #include <string_view>
 
 namespace platform::desktop {
@@ -11,5 +12,9 @@ namespace platform::desktop {
 QString WholeCharacters(std::u16string_view text);
 /// The same on one line: control characters become blanks.
 QString OneLine(std::u16string_view text);
+/// The same, cut after kLongestCaption units, or one before: for what the desktop is to show. The
+/// window server breaks the connection when it is sent too much at once.
+QString Caption(std::u16string_view text);
+inline constexpr std::size_t kLongestCaption = 2000;
 
 }  // namespace platform::desktop

@@ -31,6 +31,12 @@ constexpr std::array kSubstitutes = {
     Substitutes{"arial", {"Liberation Sans", "Arimo", "Nimbus Sans", "DejaVu Sans"}},
 };
 
+int PixelSize(const Font& font) {
+    constexpr double kPixelsPerPoint = 96.0 / 72.0;
+    constexpr double kLargest = 1000;
+    return static_cast<int>(std::clamp(std::round(font.size * kPixelsPerPoint), 1.0, kLargest));
+}
+
 QFont MakeFont(const Font& font) {
     const QString name = WholeCharacters(font.name);
     QStringList families{name};
@@ -41,12 +47,9 @@ QFont MakeFont(const Font& font) {
             }
         }
     }
-    constexpr double kPixelsPerPoint = 96.0 / 72.0;
-    constexpr double kLargest = 1000;
-    const double pixels = std::clamp(std::round(font.size * kPixelsPerPoint), 1.0, kLargest);
     QFont made;
     made.setFamilies(families);
-    made.setPixelSize(static_cast<int>(pixels));
+    made.setPixelSize(PixelSize(font));
     made.setBold(font.bold);
     made.setItalic(font.italic);
     made.setStyleStrategy(
@@ -56,6 +59,13 @@ QFont MakeFont(const Font& font) {
 }
 
 }  // namespace
+
+Size SizeWithoutFonts(const Font& font, std::u16string_view text) {
+    constexpr std::size_t kLongest = 1'000'000;  // units; more would leave the range of a width
+    const int height = PixelSize(font);
+    const int unit = (height + 1) / 2;
+    return {static_cast<Long>(std::min(text.size(), kLongest)) * unit, height};
+}
 
 struct TextEngine::Face {
     explicit Face(const Font& asked) : font(asked), made(MakeFont(asked)) {

@@ -10,6 +10,10 @@
 
 namespace platform::desktop {
 
+/// What stands for measuring where no font can be asked any more: wide enough that nothing which
+/// goes by the width of a text divides by nothing.
+Size SizeWithoutFonts(const Font& font, std::u16string_view text);
+
 class TextEngine {
   public:
     TextEngine();

@@ -45,6 +45,18 @@ TEST_F(WavWriterTest, TheHeaderIsTrue) {
     EXPECT_EQ(Header(40, 4), 1234U * 2);
 }
 
+TEST_F(WavWriterTest, AFinishedFileIsWholeAndStaysSo) {
+    WavWriter writer(path_);
+    writer.SetRate(8000);
+    writer.Write(std::vector<float>(10));
+    writer.Finish();
+    writer.Write(std::vector<float>(10));
+    writer.Finish();
+    EXPECT_EQ(ReadText(path_).size(), 44U + 20);
+    EXPECT_EQ(Header(40, 4), 20U);
+    EXPECT_EQ(writer.Error(), 0);
+}
+
 TEST_F(WavWriterTest, AFileOfNothingIsSoundAndEmpty) {
     WavWriter(path_).Error();
     EXPECT_EQ(ReadText(path_).size(), 44U);

@@ -301,14 +301,34 @@ class Neighbours(Driver):
 
 
 class End(unittest.TestCase):
-    def test_a_display_that_goes_away_is_told_in_time(self):
+    # The display has gone. Then a text is so wide, and the caret there behind its third letter.
+    LOST = 'display lost 24 18'
+
+    def start(self):
         display = Display()
+        self.addCleanup(display.end)
         probe = Lines([OnDisplay.probe, '1'], display.environment)
+        self.addCleanup(probe.end)
         probe.expect('ready')
         probe.ask('show 100 100')
+        return display, probe
+
+    def test_a_display_that_goes_away_is_told_in_time(self):
+        display, probe = self.start()
         display.end()
-        probe.expect('session end')
-        probe.end()
+        probe.expect(self.LOST)
+
+    def test_so_is_an_end_of_the_process_by_the_toolkit(self):
+        for command in 'exit', 'abort':
+            _, probe = self.start()
+            probe.ask(command, answer=self.LOST)
+
+    def test_long_texts_do_not_cost_the_connection(self):
+        display, probe = self.start()
+        probe.ask('letters 20000000')
+        display.window('x{2000}')
+        self.assertEqual(display.run('xclip', '-o', '-selection', 'clipboard', '-t',
+                                     'UTF8_STRING'), 'y' * 20_000_000)
 
 
 if __name__ == '__main__':

@@ -9,6 +9,7 @@
 #include "platform/desktop/drop_paths.h"
 #include "platform/desktop/event_queue.h"
 #include "platform/desktop/painting.h"
+#include "platform/desktop/qt_text.h"
 #include "platform/desktop/screens.h"
 #include "platform/desktop/text_engine.h"
 #include "tests/desktop/on_toolkit.h"
@@ -122,6 +123,24 @@ TEST(Painting, EachPixelBecomesABlock) {
             EXPECT_EQ(image.pixel(x, y) & 0xFFFFFF, red ? 0xFF0000U : 0U) << x << "," << y;
         }
     }
+}
+
+TEST(Captions, AreCutBetweenTwoCharacters) {
+    const std::u16string most(kLongestCaption, u'a');
+    EXPECT_EQ(Caption(most + u'a'), OneLine(most));
+    std::u16string pair = most;
+    pair.back() = u'\xD834';
+    EXPECT_EQ(Caption(pair + u'\xDD1E'), OneLine(most.substr(1)));
+    EXPECT_EQ(Caption(u"two\nlines"), QString("two lines"));
+}
+
+TEST(WithoutFonts, ATextIsAsWideAsItIsLong) {
+    // 8.25 points are 11 pixels.
+    EXPECT_EQ(SizeWithoutFonts({}, u"four"), (Size{24, 11}));
+    EXPECT_EQ(SizeWithoutFonts({}, u""), (Size{0, 11}));
+    Font huge;
+    huge.size = 1e9;
+    EXPECT_EQ(SizeWithoutFonts(huge, std::u16string(3'000'000, u'x')), (Size{500'000'000, 1000}));
 }
 
 class Text : public OnToolkit {

@@ -9,6 +9,7 @@
 #include <QInputMethodQueryEvent>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <iostream>
 #include <map>
@@ -56,10 +57,7 @@ class Probe {
         : driver_({"veldrin", "Veldrin", "Music Player", "AudioVideo;Audio;Player;"}, scale),
           picture_(kSize) {
         driver_.Watch(STDIN_FILENO, [this] { Read(); });
-        driver_.WatchSessionEnd([this] {
-            Say("session end");
-            ended_ = true;
-        });
+        driver_.WatchDisplay([this] { DisplayLost(); });
         driver_.CreateTopLevel(kWindow);
         // Red tells the column, green the row.
         for (Long y = 0; y < kSize.height; ++y) {
@@ -91,6 +89,21 @@ class Probe {
         }
         const auto content = ReadWholeFile(Widen(address));
         return content ? std::optional(*content + (fresh ? " fresh" : "")) : std::nullopt;
+    }
+
+    /// Perhaps amid the end of the process: what is left of the driver can be asked all the same.
+    [[noreturn]] void DisplayLost() {
+        driver_.SetTopLevelTitle(kWindow, u"lost");
+        const Rect all = picture_.Bounds();
+        driver_.ShowPicture(kWindow, picture_, {&all, 1});
+        driver_.SetClipboardText(u"lost");
+        driver_.HideTrayIcon(kWindow);
+        driver_.ReleaseHotKey(1);
+        driver_.DestroyTopLevel(kWindow);
+        driver_.Watch(STDIN_FILENO, {});
+        Say("display lost " + std::to_string(driver_.MeasureText({}, u"four").width) + " " +
+            std::to_string(driver_.TextOffset({}, u"four", 3)));
+        _exit(1);
     }
 
     static void Say(const std::string& line) { std::cout << line << std::endl; }
@@ -156,12 +169,7 @@ class Probe {
         std::istringstream words(line);
         std::string name;
         words >> name;
-        const auto command = commands_.find(name);
-        if (command == commands_.end()) {
-            Say("unknown " + name);
-            return;
-        }
-        (this->*command->second)(words);
+        (this->*commands_.at(name))(words);
     }
 
     void Show(std::istringstream& words) {
@@ -176,6 +184,16 @@ class Probe {
         driver_.ShowPicture(kWindow, picture_, {&all, 1});
         Say("done");
     }
+    /// A title and a text for the clipboard of so many letters.
+    void Letters(std::istringstream& words) {
+        std::size_t count = 0;
+        words >> count;
+        driver_.SetTopLevelTitle(kWindow, std::u16string(count, u'x'));
+        driver_.SetClipboardText(std::u16string(count, u'y'));
+        Say("done");
+    }
+    void Exit(std::istringstream&) { std::exit(0); }
+    void Abort(std::istringstream&) { qFatal("the end"); }
     void Move(std::istringstream& words) {
         Long x = 0;
         Long y = 0;
@@ -360,7 +378,8 @@ class Probe {
         {"work", &Probe::Work},           {"download", &Probe::Download},
         {"forget", &Probe::Forget},       {"drives", &Probe::Drives},
         {"online", &Probe::Online},       {"grab", &Probe::Grab},
-        {"release", &Probe::Release},
+        {"release", &Probe::Release},     {"letters", &Probe::Letters},
+        {"exit", &Probe::Exit},           {"abort", &Probe::Abort},
     };
 
     DesktopDriver driver_;

@@ -9,7 +9,7 @@ import time
 from collections import Counter
 from typing import NamedTuple
 
-from desktop import SCREEN, Display, Picture, main, wait_for
+from desktop import SCREEN, Picture, main, wait_for
 from player import (AT_REST, HEIGHT, LEFT, LIST, NEXT, PLAY, PREVIOUS, ROW, SEEK, STOP, TITLE,
                     TITLE_BOX, TOP, VOLUME, WIDTH, Player)
 from world import PATIENCE, tone
@@ -217,19 +217,6 @@ class End(Player):
         self.open()
         self.assertEqual(self.run_program('--quit').returncode, 0)
         self.assertEqual(self.end_of(self.player), 0)
-
-    def test_the_list_is_saved_when_the_display_goes_away(self):
-        own, shared = Display(), self.display
-        self.display = own
-        self.environment['DISPLAY'] = own.name
-        self.addCleanup(own.end)
-        self.songs('a', 'b')
-        self.open(self.music)
-        self.wait_for_title('a.wav')
-        self.display = shared
-        own.server.kill()
-        self.end_of(self.player)
-        self.assertEqual(self.paths_saved(), [b'a.wav', b'b.wav'])
 
 
 class Playing(Player):

@@ -79,10 +79,10 @@ TrayIcons::~TrayIcons() = default;
 void TrayIcons::Show(Handle window, std::u16string_view tip) {
     const auto known = icons_.find(window);
     if (known != icons_.end()) {
-        known->second->SetTip(OneLine(tip));
+        known->second->SetTip(Caption(tip));
         return;
     }
-    Icon& icon = *(icons_[window] = std::make_unique<Icon>(*this, window, OneLine(tip)));
+    Icon& icon = *(icons_[window] = std::make_unique<Icon>(*this, window, Caption(tip)));
     icon.Begin();
 }
 

@@ -1,0 +1,101 @@
+// What the driver is made of. For its own sources alone.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "platform/desktop/application.h"
+#include "platform/desktop/associations/associations.h"
+#include "platform/desktop/desktop_driver.h"
+#include "platform/desktop/held_buttons.h"
+#include "platform/desktop/hotkeys/hot_keys.h"
+#include "platform/desktop/screens.h"
+#include "platform/desktop/text_engine.h"
+#include "platform/desktop/top_level.h"
+#include "platform/desktop/tray/tray_icons.h"
+#include "platform/desktop/wait_loop.h"
+
+namespace platform {
+
+// The order is that of life: the application before all, the windows last.
+struct DesktopDriver::Parts {
+    Parts(const ProgramIdentity& program, std::optional<double> scale)
+        : application(program.id),
+          shared{desktop::Magnification(scale.value_or(0) > 0 ? *scale : desktop::ScaleOfScreen()),
+                 {},
+                 {}},
+          screens(
+              shared.scale, [this] { shared.events.Push(WorkAreaChanged{}); },
+              [this](const QRegion& lost) { ScreenLost(lost); }),
+          trayIcons(loop, shared.events,
+                    [this](Handle window, bool inTray) {
+                        if (desktop::TopLevel* found = Find(window)) {
+                            found->KeepEntry(!inTray);
+                        }
+                    }),
+          associations(program) {}
+
+    /// From then on nothing of the toolkit may be called: much of it may be gone already.
+    bool IsLost() const { return application.HasLostDisplay(); }
+
+    /// Null if there is none, and when the display has gone.
+    desktop::TopLevel* Find(Handle window) const {
+        const auto found = windows.find(window);
+        return found == windows.end() || IsLost() ? nullptr : found->second.get();
+    }
+
+    // Brings windows back that the screens no longer show as they did. Hanging over an edge that
+    // was there before is allowed.
+    void ScreenLost(const QRegion& lost) {
+        for (const auto& window : windows) {
+            if (window.second->isVisible() && lost.intersects(window.second->Place())) {
+                window.second->ComeToScreen(desktop::Shown::kWhole);
+            }
+        }
+    }
+
+    // The same after a drag: screens of different sizes leave places between them that none shows.
+    void BringBack() {
+        for (const auto& window : windows) {
+            if (window.second->isVisible()) {
+                window.second->ComeToScreen(desktop::Shown::kEnough);
+            }
+        }
+    }
+
+    // Once the first picture is on the screen, or is late: it waits for nothing that can come after
+    // it. Answers how long until then.
+    std::optional<Millis> BeginHotKeys(Millis now) {
+        constexpr Millis kLate = 500;
+        if (hotKeys.HasBegun() || IsLost()) {
+            return std::nullopt;
+        }
+        if (!shared.hasShownPicture && now < kLate) {
+            return kLate - now;
+        }
+        hotKeys.Begin();
+        return std::nullopt;
+    }
+
+    desktop::Application application;
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    desktop::Shared shared;
+    desktop::Screens screens;
+    desktop::HeldButtons buttons{shared};
+    desktop::WaitLoop loop;
+    desktop::HotKeys hotKeys{loop, shared.events};
+    desktop::TrayIcons trayIcons;
+    desktop::Associations associations;
+    Fetcher fetcher;
+    std::set<std::u16string, std::less<>> forgotten;  ///< pages of which no copy will do
+    desktop::TextEngine text;
+    std::map<Handle, std::unique_ptr<desktop::TopLevel>> windows;
+    Handle grabbing = 0;  ///< the popup that has all input
+};
+
+}  // namespace platform
