@@ -25,6 +25,10 @@ class Slow:
         except FileNotFoundError:
             return []
 
+    def forget(self):
+        """As if nothing had been asked for."""
+        os.remove(self.until + '.asked')
+
     def wait_until_asked(self, name):
         end = time.monotonic() + PATIENCE
         while name not in self.asked():
