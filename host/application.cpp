@@ -32,6 +32,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       signals_(signals),
       front_(front),
       console_(console),
+      rescue_(std::move(beginning.rescue)),
       engine_(
           beginning.output,
           [this](const std::string& notice) { console_.Complain(Printable(notice)); },
@@ -42,7 +43,8 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       component_(windows_, {beginning.directory, UserGuide(),
                             lyrics_ ? lyrics_->Address() : beginning.lyrics}),
       lines_(std::move(beginning.lines)),
-      restored_(beginning.restored) {
+      restored_(beginning.restored),
+      plays_(beginning.plays) {
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
     });
@@ -58,10 +60,21 @@ int Application::Run() {
     for (std::size_t i = 1; i < lines_.size(); ++i) {
         HandOver(lines_[i]);
     }
-    front_.Begin(restored_);
+    if (plays_) {
+        front_.Begin(restored_);
+    } else {
+        front_.BeginSilently();
+    }
+    if (rescue_) {
+        keeper_.emplace(windows_, sarnel::Remote(component_), *rescue_);
+        keeper_->Begin(restored_ && lines_.empty());
+    }
     Listen();
     while (!closed_ && !endRequested_ && IsReady()) {
         windows_.WaitMessage();
+        if (keeper_) {
+            keeper_->Turn();
+        }
     }
     constexpr int kNowhereToPlayTo = 1;
     const bool ready = IsReady();
@@ -166,6 +179,10 @@ void Application::End() {
         ImpulseValue show(false);
         ImpulseValue unused(platform::Long{0});
         component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlShow, show, unused);
+    }
+    // The list is saved: from here on the run counts as ended in order.
+    if (const auto notice = rescue_ ? rescue_->Finish() : std::nullopt) {
+        console_.Complain(Printable(*notice));
     }
     component_.Disconnect();
 }
