@@ -1,5 +1,5 @@
-// The list at size: restoring, saving, adding, removing, and what a row costs in memory. Rows have
-// 25 characters of title and 60 of path.
+// The list at size: restoring, saving, copying, adding, removing, and what a row costs in memory.
+// Rows have 25 characters of title and 60 of path.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <unistd.h>
@@ -94,6 +94,17 @@ void Save(benchmark::State& state) {
     unlink(platform::Narrow(path).c_str());
 }
 BENCHMARK(Save)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
+// What the window waits for when the host takes a copy.
+void Copy(benchmark::State& state) {
+    Bench bench;
+    FillList(*bench.list, static_cast<Long>(state.range(0)));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(bench.list->Copy());
+    }
+    PerRow(state);
+}
+BENCHMARK(Copy)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
 void AddAtEnd(benchmark::State& state) {
     Bench bench;

@@ -34,6 +34,7 @@ class Bench:
         self.display = Display()
         self.environment = {**self.display.environment, 'XDG_RUNTIME_DIR': folder,
                             'XDG_CACHE_HOME': os.path.join(folder, 'cache'),
+                            'XDG_STATE_HOME': os.path.join(folder, 'state'),
                             'GST_REGISTRY': os.path.join(folder, 'registry')}
         self.player = os.path.join(self.build, 'host', 'veldrin')
 

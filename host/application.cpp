@@ -34,6 +34,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       signals_(signals),
       front_(front),
       console_(console),
+      rescue_(std::move(beginning.rescue)),
       engine_(
           beginning.output,
           [this](const std::string& notice) { console_.Complain(Printable(notice)); },
@@ -44,7 +45,8 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       component_(windows_, {beginning.directory, UserGuide(),
                             lyrics_ ? lyrics_->Address() : beginning.lyrics}),
       lines_(std::move(beginning.lines)),
-      restored_(beginning.restored) {
+      restored_(beginning.restored),
+      plays_(beginning.plays) {
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
     });
@@ -66,15 +68,30 @@ int Application::Run() {
         HandOver(lines_[i]);
     }
     if (!ended_) {
-        front_.Begin(restored_);
+        BeginPlaying();
     }
     while (!closed_ && !endRequested_ && IsReady()) {
         windows_.WaitMessage();
+        if (keeper_) {
+            keeper_->Turn();
+        }
     }
     constexpr int kNowhereToPlayTo = 1;
     const bool ready = IsReady();
     End();
     return ready ? front_.Status() : kNowhereToPlayTo;
+}
+
+void Application::BeginPlaying() {
+    if (plays_) {
+        front_.Begin(restored_);
+    } else {
+        front_.BeginSilently();
+    }
+    if (rescue_) {
+        keeper_.emplace(windows_, sarnel::Remote(component_), *rescue_);
+        keeper_->Begin(restored_ && lines_.empty());
+    }
 }
 
 void Application::ItemOpened(const std::string& path) {
@@ -228,6 +245,10 @@ void Application::End() {
         ImpulseValue show(false);
         ImpulseValue unused(platform::Long{0});
         component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlShow, show, unused);
+    }
+    // The list is saved: from here on the run counts as ended in order.
+    if (const auto notice = rescue_ ? rescue_->Finish() : std::nullopt) {
+        console_.Complain(Printable(*notice));
     }
     component_.Disconnect();
 }

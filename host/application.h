@@ -16,6 +16,8 @@
 #include "host/instance/instance.h"
 #include "host/kept_input.h"
 #include "host/lyrics/server.h"
+#include "host/rescue/list_keeper.h"
+#include "host/rescue/rescue.h"
 #include "host/signals.h"
 #include "host/terminal/console.h"
 #include "host/veldrin_host.h"
@@ -32,6 +34,8 @@ struct Beginning {
     std::optional<LyricsSettings> words;  ///< for a lyrics service of its own
     std::vector<std::string> lines;    ///< command lines for the component; none restores the list
     bool restored = false;             ///< the saved list comes back, whatever else is added
+    bool plays = true;                 ///< false: nothing is played until somebody asks for it
+    std::unique_ptr<Rescue> rescue;    ///< of the list, begun; none: there is no place for a copy
     std::optional<InstanceLock> lock;  ///< none: later starts cannot find this one
     MeetingPlace place;                ///< of the lock
 };
@@ -58,6 +62,7 @@ class Application : private RunListener, private ItemListener {
 
     bool AwaitOpening(const std::function<bool()>& isDone);
     void Load();
+    void BeginPlaying();
     void Listen();
     void Handle(const std::vector<Request>& requests);
     void HandOver(const std::string& line);
@@ -75,15 +80,18 @@ class Application : private RunListener, private ItemListener {
     Signals& signals_;
     Front& front_;
     Console& console_;
+    std::unique_ptr<Rescue> rescue_;
     Engine engine_;
     TagReader tags_;
     std::unique_ptr<LyricsServer> lyrics_;
     platform::WindowSystem windows_;
     VeldrinHost host_;
     sarnel::Ambrisor component_;
+    std::optional<ListKeeper> keeper_;
     std::optional<HandoverServer> server_;
     std::vector<std::string> lines_;
     bool restored_;
+    bool plays_;
     platform::Handle window_ = 0;
     KeptInput keptInput_;
     std::vector<Request> keptRequests_;

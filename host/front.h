@@ -46,6 +46,9 @@ class Front : public ItemListener {
     /// run.
     virtual void Begin(bool /*restored*/) {}
 
+    /// Instead of it: after starts that broke off nothing is to be played.
+    virtual void BeginSilently() {}
+
     void ItemOpened(const std::string& /*path*/) override {}
     /// Tells the user, once a run for each file.
     void ItemFailed(const std::string& path) override;

@@ -16,11 +16,12 @@
 #include <vector>
 
 #include "host/application.h"
+#include "host/engine/stragglers.h"
 #include "host/instance/instance.h"
 #include "host/options.h"
 #include "host/output_place.h"
 #include "host/paths.h"
-#include "host/engine/stragglers.h"
+#include "host/rescue/rescue.h"
 #include "host/terminal/console.h"
 #include "host/terminal/terminal_front.h"
 #include "host/window_front.h"
@@ -58,7 +59,7 @@ std::optional<std::string> OutputFault(const Options& options, const std::string
         inputs.paths.push_back(Here(path));
     }
     if (options.add || options.paths.empty()) {
-        inputs.list = directory + "/Sarnel.Ambrisor.omk";
+        inputs.list = directory + "/" + kListName;
     }
     const auto fault = OutputPlaceFault(Here(options.output.path), inputs);
     return fault ? std::optional("--output: cannot write '" + options.output.path + "': " + *fault)
@@ -168,6 +169,41 @@ std::unique_ptr<Front> MakeFront(const Options& options, Console& console) {
     return std::make_unique<WindowFront>(console, options.scale);
 }
 
+/// The lines of a start that is to play nothing: all of them add to the saved list.
+std::vector<std::string> SilentLines(std::vector<std::string> lines) {
+    if (lines.empty()) {
+        // Adds nothing, on any system; an empty line might play what it restores.
+        lines.push_back(CommandLine("/dev/null/nothing", true));
+    } else if (lines.front().starts_with('"')) {
+        lines.front().insert(0, "/ADD ");
+    }
+    return lines;
+}
+
+/// Looks at what the run before has left. What is wrong then, for people, or nothing.
+std::optional<std::string> LookAfterList(Beginning& beginning, const Options& options,
+                                         Console& console) {
+    const std::string list = beginning.directory + "/" + kListName;
+    const auto state = StateFolder();
+    if (!state || !MakeFolder(*state)) {
+        if (const auto notice = SetUnreadableListAside(list)) {
+            console.Complain(Printable(*notice));
+        }
+        return std::nullopt;
+    }
+    beginning.rescue = std::make_unique<Rescue>(Rescue::PlacesFor(beginning.directory, *state));
+    const Rescue::Findings findings = beginning.rescue->Begin();
+    for (const std::string& notice : findings.notices) {
+        console.Complain(Printable(notice));
+    }
+    if (!findings.mayPlay) {
+        beginning.lines = SilentLines(std::move(beginning.lines));
+        beginning.restored = true;
+        beginning.plays = false;
+    }
+    return findings.putBack ? OutputFault(options, beginning.directory) : std::nullopt;
+}
+
 int Play(const Options& options, const std::string& directory, Console& console) {
     Beginning beginning;
     beginning.output = options.output;
@@ -187,6 +223,9 @@ int Play(const Options& options, const std::string& directory, Console& console)
     if (const auto fault = options.noWindow ? std::nullopt : DisplayFault()) {
         console.Complain(Printable(*fault) + "; --no-window plays in the terminal");
         return kFailed;
+    }
+    if (const auto fault = LookAfterList(beginning, options, console)) {
+        return TellMisuse(console, *fault);
     }
     Signals signals;  // before any thread, which must not take them
     const std::unique_ptr<Front> front = MakeFront(options, console);

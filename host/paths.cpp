@@ -136,6 +136,10 @@ std::optional<std::string> DataFolder() {
     return OwnFolder("XDG_DATA_HOME", ".local/share");
 }
 
+std::optional<std::string> StateFolder() {
+    return OwnFolder("XDG_STATE_HOME", ".local/state");
+}
+
 bool IsFolder(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);

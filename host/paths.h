@@ -34,6 +34,10 @@ std::optional<std::string> CacheFolder();
 /// "veldrin" among the user's data files. Nothing if the user has no home.
 std::optional<std::string> DataFolder();
 
+/// "veldrin" among the files in which the user's programs keep their state. Nothing if the user has
+/// no home.
+std::optional<std::string> StateFolder();
+
 /// Whether it leads to a folder.
 bool IsFolder(const std::string& path);
 

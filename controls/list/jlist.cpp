@@ -17,9 +17,22 @@ void JList::AddLast(RowText ItemToAdd, RowText ItemDataToAdd) {
     RowAdded(rows_.AddLast(std::move(ItemToAdd), std::move(ItemDataToAdd)));
 }
 
+void JList::ContentsChanged() {
+    ++changes_;
+    if (onNextChange_) {
+        std::exchange(onNextChange_, {})();
+    }
+}
+
+void JList::ListData(Long Index, std::u16string_view value) {
+    rows_.ListData(Index, value);
+    ContentsChanged();
+}
+
 void JList::RowAdded(Long at) {
     thumb_.dirty = true;
     index_.RowAdded(at, SelCount() != 0);
+    ContentsChanged();
     if (range_.first == -1) {
         range_.first = 0;
     }
@@ -30,6 +43,7 @@ void JList::RemoveItem(Long ItemIndex) {
     if (rows_.RemoveItem(ItemIndex)) {
         thumb_.dirty = true;
         index_.RowRemoved(ItemIndex);
+        ContentsChanged();
         RepaintIfAllowed();
     }
 }
@@ -37,6 +51,7 @@ void JList::RemoveItem(Long ItemIndex) {
 void JList::Clear() {
     rows_.Clear();
     index_.RowsCleared();
+    ContentsChanged();
     range_.first = range_.last = -1;
     thumb_.shown = false;
     thumb_.dirty = true;
@@ -52,7 +67,9 @@ void JList::ListIndex(Long value) {
 }
 
 void JList::ListCurrent(Long value) {
-    index_.current = value;
+    if (std::exchange(index_.current, value) != value) {
+        ContentsChanged();
+    }
     RepaintIfAllowed();
 }
 
@@ -88,12 +105,18 @@ Long JList::FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive
 
 void JList::Sort(bool SortAscending) {
     rows_.Sort(SortAscending);
+    ContentsChanged();
     range_.first = 0;
     range_.last = std::min(ListCount(), VisibleRows()) - 1;
     index_.caret = -1;
     index_.list = 0;
     index_.focus = 0;
     DisplayList();
+}
+
+void JList::ReverseStringArray() {
+    rows_.ReverseStringArray();
+    ContentsChanged();
 }
 
 void JList::Sorted(bool value) {

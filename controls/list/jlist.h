@@ -14,13 +14,16 @@
 // stands.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "controls/list/jlist_gradient.h"
 #include "controls/list/jliststored.h"
+#include "controls/list/listcopy.h"
 #include "controls/list/listindices.h"
 #include "controls/list/listlayout.h"
 #include "controls/list/listmouse.h"
@@ -50,7 +53,7 @@ class JList : public platform::Widget {
     Long ListCount() const { return rows_.ListCount(); }
     /// A row's payload. A write does not repaint.
     std::u16string ListData(Long Index) const { return rows_.ListData(Index); }
-    void ListData(Long Index, std::u16string_view value) { rows_.ListData(Index, value); }
+    void ListData(Long Index, std::u16string_view value);
     /// Text and payload without a copy; the row must exist.
     const RowText& TextAt(Long Index) const { return rows_.TextAt(Index); }
     const RowText& DataAt(Long Index) const { return rows_.DataAt(Index); }
@@ -100,7 +103,7 @@ class JList : public platform::Widget {
     Long FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive) const;
     /// Orders the texts. Rows that the final pass moves lose the rest. Repaints always.
     void Sort(bool SortAscending);
-    void ReverseStringArray() { rows_.ReverseStringArray(); }  ///< turns round only the texts
+    void ReverseStringArray();  ///< turns round only the texts
     bool Sorted() const { return rows_.Sorted(); }
     /// True sorts at once, unless the stored property was True and has not been set False since.
     void Sorted(bool value);
@@ -216,6 +219,14 @@ class JList : public platform::Widget {
     /// Adds a file's rows behind those in the list. False for a missing file or another signature,
     /// with the list as it was; False, with the rows read so far, for a file that ends too soon.
     [[nodiscard]] bool Deserialize(std::u16string_view path);
+    /// What the file would hold.
+    ListCopy Copy() const;
+
+    /// A number that is another one whenever what the file would hold may have changed.
+    std::uint64_t Changes() const { return changes_; }
+    /// Calls `observer` at the next such change, once, from within it: for taking a note and no
+    /// more. One observer; a later one takes its place, an empty function ends it.
+    void OnNextChange(std::function<void()> observer) { onNextChange_ = std::move(observer); }
 
     // Window messages that the list's owner hands on after its window got them.
 
@@ -241,6 +252,7 @@ class JList : public platform::Widget {
     void Create();
     void SetupMetrics();
     void RowAdded(Long at);
+    void ContentsChanged();
     void RepaintIfAllowed();
     void KeyDown(Long keyCode, Long shift);
     void CommitCaret();
@@ -296,6 +308,8 @@ class JList : public platform::Widget {
 
     ListRows rows_;
     ListIndices index_;
+    std::uint64_t changes_ = 0;
+    std::function<void()> onNextChange_;
     std::vector<platform::PictureRef> images_;
     bool sortedLoaded_ = false;
 

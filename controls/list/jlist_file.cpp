@@ -1,11 +1,9 @@
-// The list's file: lines that end in CR LF. The signature, the number of rows, the current row,
-// then a row's text and its payload, a line each. Nothing is escaped: a text that holds a CR shifts
-// all lines behind it.
-#include <algorithm>
+// The list's file, written and read, and a copy of the list to be written elsewhere.
 #include <optional>
 #include <string>
 
 #include "controls/list/jlist.h"
+#include "controls/list/listfile.h"
 #include "core/base/impulsevalue.h"
 #include "platform/base/text.h"
 #include "platform/files/files.h"
@@ -13,32 +11,6 @@
 namespace sarnel {
 
 namespace {
-
-constexpr std::string_view kSignature = "OMK v1.1";
-constexpr std::string_view kLineEnd = "\r\n";
-
-// The number form of sequential files: a blank where a plus would stand, and a blank behind.
-std::string NumberLine(Long number) {
-    std::string line = number < 0 ? "" : " ";
-    line += std::to_string(number);
-    line += ' ';
-    line += kLineEnd;
-    return line;
-}
-
-// A row's text as a line; most are plain ASCII and go out as they lie in memory.
-void WriteLine(platform::FileWriter& file, const RowText& text) {
-    text.Units([&](const auto& units) {
-        if constexpr (sizeof(units[0]) == 1) {
-            if (std::none_of(units.begin(), units.end(), [](char c) { return UnitOf(c) > 0x7F; })) {
-                file.Write(units);
-                return;
-            }
-        }
-        file.Write(platform::Narrow(text.Text()));
-    });
-    file.Write(kLineEnd);
-}
 
 // Hands out a file line by line. A line ends at CR or CR LF; an LF alone stays in the line.
 class LineInput {
@@ -63,7 +35,7 @@ class LineInput {
         }
         const auto line = std::string_view(buffer_).substr(at_, end - at_);
         const auto rest = std::string_view(buffer_).substr(end);
-        at_ = end + (rest.starts_with(kLineEnd) ? 2 : rest.empty() ? 0 : 1);
+        at_ = end + (rest.starts_with(kListLineEnd) ? 2 : rest.empty() ? 0 : 1);
         return line;
     }
 
@@ -96,15 +68,21 @@ bool JList::Serialize(std::u16string_view path) const {
     if (!file.IsOpen()) {
         return false;
     }
-    file.Write(kSignature);
-    file.Write(kLineEnd);
-    file.Write(NumberLine(ListCount()));
-    file.Write(NumberLine(index_.current));
+    WriteListHead(file, ListCount(), index_.current);
+    const auto writeLine = [&file](const auto& units) { WriteListLine(file, units); };
     for (Long i = 0; i < ListCount() && rows_.Has(i); ++i) {
-        WriteLine(file, rows_.TextAt(i));
-        WriteLine(file, rows_.DataAt(i));
+        rows_.TextAt(i).Units(writeLine);
+        rows_.DataAt(i).Units(writeLine);
     }
     return file.Close();
+}
+
+ListCopy JList::Copy() const {
+    ListCopy copy(ListCount(), index_.current);
+    for (Long i = 0; i < ListCount() && rows_.Has(i); ++i) {
+        copy.AddRow(rows_.TextAt(i), rows_.DataAt(i));
+    }
+    return copy;
 }
 
 bool JList::Deserialize(std::u16string_view path) {
@@ -113,7 +91,7 @@ bool JList::Deserialize(std::u16string_view path) {
     }
     LineInput input(path);
     const auto signature = input.Next();
-    if (!signature || *signature != kSignature) {
+    if (!signature || *signature != kListSignature) {
         return false;
     }
     const std::optional<Long> count = input.NextNumber();

@@ -24,6 +24,8 @@ class TerminalFront : public Front {
     /// current row if it was `restored` from the last run, else from the first. Asks for the end if
     /// nothing in it can be played.
     void Begin(bool restored) override;
+    /// Asks for the end: there is nothing to do here but to play.
+    void BeginSilently() override { s_->requestEnd(); }
     void ItemOpened(const std::string& path) override;
     void ItemFailed(const std::string& path) override;
     void Stopped(bool ended) override;

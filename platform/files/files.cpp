@@ -33,6 +33,24 @@ bool IsHidden(std::u16string_view path) {
     return name < path.size() && path[name] == u'.';
 }
 
+// Sees to it that a file's bytes are on the disk before it takes the place of another: a file
+// system may carry out the renaming first, and after a power cut there would be nothing in it. To
+// wait for the disk takes up to tens of milliseconds, too long for each of a row of writes.
+bool Flush(int descriptor, const struct stat* replaced) {
+    constexpr std::int64_t kRow = 1;  // second
+    struct stat status {};
+    if (fstat(descriptor, &status) != 0) {
+        return false;
+    }
+    const bool inRow = replaced != nullptr && status.st_mtim.tv_sec >= replaced->st_mtim.tv_sec &&
+                       status.st_mtim.tv_sec - replaced->st_mtim.tv_sec <= kRow;
+    if (inRow) {
+        sync_file_range(descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
+        return true;
+    }
+    return fdatasync(descriptor) == 0 || errno == EINVAL;  // there are disks that cannot be flushed
+}
+
 bool WriteAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = write(descriptor, bytes.data(), bytes.size());
@@ -116,6 +134,7 @@ bool ReplaceFile(std::u16string_view path, std::string_view bytes, Disk disk) {
     }
     bool good = WriteAll(descriptor, bytes);
     good = fchmod(descriptor, existed ? status.st_mode & 07777 : 0600) == 0 && good;
+    good = good && Flush(descriptor, existed ? &status : nullptr);
     good = close(descriptor) == 0 && good;
     good = good && rename(temporary.c_str(), target.c_str()) == 0;
     if (!good) {
@@ -178,6 +197,12 @@ void FileWriter::Write(std::string_view bytes) {
 void FileWriter::Flush() {
     failed_ = failed_ || descriptor_ < 0 || !WriteAll(descriptor_, buffer_);
     buffer_.clear();
+}
+
+bool FileWriter::CloseFlushed() {
+    Flush();
+    failed_ = failed_ || (fdatasync(descriptor_) != 0 && errno != EINVAL);
+    return Close();
 }
 
 bool FileWriter::Close() {

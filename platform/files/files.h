@@ -37,8 +37,10 @@ std::optional<std::string> ReadWholeFile(std::u16string_view path);
 enum class Disk { kWritable, kFull };
 
 /// Puts `bytes` in the place of the file in one step: whoever reads meanwhile, or after a crash,
-/// finds the old content or the new, never a part. A link stays a link. False if that failed, and
-/// then the old file is as it was.
+/// finds the old content or the new, never a part. They are flushed to the disk first, unless the
+/// file was replaced within the last second: of such a row of writes the later ones are only on
+/// their way there, since each may come from one step of a slider. A link stays a link. False if
+/// that failed, and then the old file is as it was.
 [[nodiscard]] bool ReplaceFile(std::u16string_view path, std::string_view bytes,
                                Disk disk = Disk::kWritable);
 
@@ -73,6 +75,8 @@ class FileWriter {
     void Write(std::string_view bytes);
     /// True if all that was written has reached the file.
     [[nodiscard]] bool Close();
+    /// The same, and the disk: waits for that.
+    [[nodiscard]] bool CloseFlushed();
 
   private:
     void Flush();

@@ -151,6 +151,10 @@ bool WritePrivateProfileString(std::string_view section, std::string_view key,
         line.append("[").append(section).append("]").append(lineEnd);
     }
     line.append(key).append("=").append(value);
+    if (place.keyFound &&
+        std::string_view(text).substr(place.begin, place.end - place.begin) == line) {
+        return disk == Disk::kWritable;  // a start writes most of what it has read
+    }
     if (place.keyFound) {
         text.replace(place.begin, place.end - place.begin, line);
         return ReplaceFile(file, text, disk);

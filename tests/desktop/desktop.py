@@ -220,7 +220,8 @@ class OnDisplay(World):
         self.environment = {**self.display.environment,
                             **{key: self.environment[key] for key in
                                ('XDG_CONFIG_HOME', 'XDG_RUNTIME_DIR', 'XDG_CACHE_HOME',
-                                'XDG_DATA_HOME', 'GST_REGISTRY', 'ASAN_OPTIONS', 'LSAN_OPTIONS')}}
+                                'XDG_DATA_HOME', 'XDG_STATE_HOME', 'GST_REGISTRY', 'ASAN_OPTIONS',
+                                'LSAN_OPTIONS')}}
 
     def start_drag(self, *words):
         """A window to drag from. It stays until it is ended."""

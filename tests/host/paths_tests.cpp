@@ -98,6 +98,16 @@ TEST(Paths, DataFolderOfTheUser) {
     EXPECT_EQ(DataFolder(), "/home/ann/.local/share/veldrin");
 }
 
+TEST(Paths, StateFolderOfTheUser) {
+    const EnvironmentValue home("HOME", "/home/ann");
+    {
+        const EnvironmentValue state("XDG_STATE_HOME", "/state");
+        EXPECT_EQ(StateFolder(), "/state/veldrin");
+    }
+    const EnvironmentValue state("XDG_STATE_HOME", std::nullopt);
+    EXPECT_EQ(StateFolder(), "/home/ann/.local/state/veldrin");
+}
+
 TEST(Paths, FoldersAreMadeForTheOwnerOnly) {
     const ScratchFolder scratch;
     EXPECT_TRUE(MakeFolder(scratch.Path("a/b/c")));

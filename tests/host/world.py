@@ -50,6 +50,7 @@ class World(unittest.TestCase):
             os.environ, XDG_CONFIG_HOME=os.path.join(self.folder, 'config'),
             XDG_RUNTIME_DIR=os.path.join(self.folder, 'runtime'), XDG_CACHE_HOME=self.shared,
             XDG_DATA_HOME=os.path.join(self.folder, 'data'),
+            XDG_STATE_HOME=os.path.join(self.folder, 'state'),
             GST_REGISTRY=os.path.join(self.shared, 'registry.bin'), LC_ALL='C.UTF-8',
             # Of use only if the program was built with the address sanitizer.
             ASAN_OPTIONS='fast_unwind_on_malloc=1',

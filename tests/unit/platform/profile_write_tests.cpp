@@ -136,6 +136,22 @@ TEST_F(ProfileWrite, AFailedWriteLeavesTheFileAndNoOther) {
     EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"p.ini"}));
 }
 
+TEST_F(ProfileWrite, AValueThatIsThereAlreadyCostsNoNewFile) {
+    const auto node = [this] {
+        struct stat status {};
+        EXPECT_EQ(stat(folder_.Path("p.ini").c_str(), &status), 0);
+        return status.st_ino;
+    };
+    folder_.Write("p.ini", "[Memory]\r\nX=1\r\nY=2\r\n");
+    std::filesystem::create_hard_link(folder_.Path("p.ini"), folder_.Path("old"));
+    const auto before = node();
+    EXPECT_TRUE(Write("X", "1"));
+    EXPECT_EQ(node(), before);
+    EXPECT_TRUE(Write("X", "2"));
+    EXPECT_NE(node(), before);
+    EXPECT_EQ(folder_.Read("p.ini"), "[Memory]\r\nX=2\r\nY=2\r\n");
+}
+
 TEST_F(ProfileWrite, AFullDiskLeavesTheFile) {
     folder_.Write("p.ini", "[Memory]\r\nX=1\r\n");
     const auto write = [this](const char* key, const char* file) {
