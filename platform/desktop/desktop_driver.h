@@ -41,8 +41,8 @@ class DesktopDriver : public Driver {
     DesktopDriver(const DesktopDriver&) = delete;
     DesktopDriver& operator=(const DesktopDriver&) = delete;
 
-    /// Calls `onEnd` from WaitUntil or KeepShown when the desktop's session ends. What is to be
-    /// saved must be saved when it returns: the process may be ended at once after.
+    /// Calls `onEnd` from WaitUntil, KeepShown or Download when the desktop's session ends. What is
+    /// to be saved must be saved when it returns: the process may be ended at once after.
     void WatchSessionEnd(std::function<void()> onEnd);
 
     /// Calls `onLost` once, at the moment at which the display is found to have gone. That may be

@@ -134,9 +134,7 @@ class Situations(Player):
 
 SITUATIONS = ['menu', 'submenu', 'track', 'thumb', 'band', 'row_held', 'title_held', 'volume', 'seek',
               'button', 'minimised', 'panel', 'tags']
-
-
-# The loops that the program waits in below one of its handlers, or does not wait at all.
+# In these the program is below a handler of its own: it waits there, or works without a wait.
 WAITING = ['menu', 'submenu', 'track', 'thumb', 'band', 'tags']
 
 
