@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-#include <cstdio>
 #include <utility>
 
 #include "host/paths.h"

@@ -132,16 +132,6 @@ class Rescue(World):
         # That one ended in order.
         self.assertEqual(self.ended(self.start_playing(self.at('long.wav'))), b'')
 
-    def test_restored_list_is_not_played_either(self):
-        self.save_list('long.wav')
-        with open(os.path.join(self.directory, 'Sarnel.Ambrisor.ini'), 'w') as file:
-            file.write('[Memory]\r\nPlayAtStartup=True\r\n')
-        for _ in range(3):
-            self.killed()
-        result = self.play()
-        self.assertEqual((result.returncode, result.stdout), (1, b''))
-        self.assertEqual(self.paths_saved(), [b'long.wav'])
-
     def test_second_start_leaves_the_mark_alone(self):
         self.save_list('long.wav')
         process = self.start_playing()
