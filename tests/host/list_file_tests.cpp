@@ -8,65 +8,65 @@
 namespace veldrin {
 namespace {
 
-using Kind = ListState::Kind;
+using ListKind = ListState::Kind;
 namespace fs = std::filesystem;
 
 class ListFile : public RescueFixture {
   protected:
-    Kind Judged(const std::string& bytes) {
+    ListKind Judged(const std::string& bytes) {
         WriteBytes(places_.list, bytes);
         return JudgeList(places_.list).kind;
     }
 };
 
 TEST_F(ListFile, AWholeOneHasALineForEachTextOfItsRows) {
-    EXPECT_EQ(JudgeList(places_.list).kind, Kind::kMissing);
-    EXPECT_EQ(Judged(ListOf(0)), Kind::kWhole);
-    EXPECT_EQ(Judged(ListOf(2)), Kind::kWhole);
-    EXPECT_EQ(Judged("OMK v1.1\r\n 1 \r\n-1 \r\n\r\n\r\n"), Kind::kWhole);
-    EXPECT_EQ(Judged(ListOf(20000)), Kind::kWhole);
+    EXPECT_EQ(JudgeList(places_.list).kind, ListKind::kMissing);
+    EXPECT_EQ(Judged(ListOf(0)), ListKind::kWhole);
+    EXPECT_EQ(Judged(ListOf(2)), ListKind::kWhole);
+    EXPECT_EQ(Judged("OMK v1.1\r\n 1 \r\n-1 \r\n\r\n\r\n"), ListKind::kWhole);
+    EXPECT_EQ(Judged(ListOf(20000)), ListKind::kWhole);
 }
 
 TEST_F(ListFile, ATextMayHoldALinesEnd) {
-    EXPECT_EQ(Judged("OMK v1.1\r\n 1 \r\n 0 \r\none\rtwo\r\n/a\r\n"), Kind::kWhole);
+    EXPECT_EQ(Judged("OMK v1.1\r\n 1 \r\n 0 \r\none\rtwo\r\n/a\r\n"), ListKind::kWhole);
 }
 
 TEST_F(ListFile, EveryCutIsSeen) {
     const std::string whole = ListOf(3);
     for (std::size_t length = 0; length < whole.size(); ++length) {
-        EXPECT_EQ(Judged(whole.substr(0, length)), Kind::kDamaged) << length;
+        EXPECT_EQ(Judged(whole.substr(0, length)), ListKind::kDamaged) << length;
     }
     const std::string large = ListOf(20000);
     for (std::size_t length = large.size() - 40; length < large.size(); ++length) {
-        EXPECT_EQ(Judged(large.substr(0, length)), Kind::kDamaged) << length;
+        EXPECT_EQ(Judged(large.substr(0, length)), ListKind::kDamaged) << length;
     }
 }
 
 TEST_F(ListFile, OtherFilesAreNoList) {
-    EXPECT_EQ(Judged("OMK v1.2\r\n 0 \r\n-1 \r\n"), Kind::kDamaged);
-    EXPECT_EQ(Judged("OMK v1.1\r\n x \r\n-1 \r\n"), Kind::kDamaged);
-    EXPECT_EQ(Judged(std::string(4096, '\0')), Kind::kDamaged);
-    EXPECT_EQ(Judged(ListOf(3) + std::string(100, '\0')), Kind::kDamaged);
+    EXPECT_EQ(Judged("OMK v1.2\r\n 0 \r\n-1 \r\n"), ListKind::kDamaged);
+    EXPECT_EQ(Judged("OMK v1.1\r\n x \r\n-1 \r\n"), ListKind::kDamaged);
+    EXPECT_EQ(Judged(std::string(4096, '\0')), ListKind::kDamaged);
+    EXPECT_EQ(Judged(ListOf(3) + std::string(100, '\0')), ListKind::kDamaged);
 }
 
 TEST_F(ListFile, WhatIsNoFileCannotBeRead) {
     fs::create_directory(places_.list);
-    EXPECT_EQ(GlanceAtList(places_.list).kind, Kind::kUnreadable);
+    EXPECT_EQ(GlanceAtList(places_.list).kind, ListKind::kUnreadable);
     fs::remove(places_.list);
     ASSERT_EQ(mkfifo(places_.list.c_str(), 0600), 0);
-    EXPECT_EQ(GlanceAtList(places_.list).kind, Kind::kUnreadable);
+    EXPECT_EQ(GlanceAtList(places_.list).kind, ListKind::kUnreadable);
     fs::remove(places_.list);
     fs::create_symlink("/nowhere/at/all", places_.list);
-    EXPECT_EQ(JudgeList(places_.list).kind, Kind::kUnreadable);
+    EXPECT_EQ(JudgeList(places_.list).kind, ListKind::kUnreadable);
     fs::remove(places_.list);
     fs::create_symlink("/dev/zero", places_.list);
-    EXPECT_EQ(JudgeList(places_.list).kind, Kind::kUnreadable);
+    EXPECT_EQ(JudgeList(places_.list).kind, ListKind::kUnreadable);
 }
 
 TEST_F(ListFile, ALinkToAListIsAList) {
     WriteBytes(Path("elsewhere"), ListOf(2));
     fs::create_symlink(Path("elsewhere"), places_.list);
-    EXPECT_EQ(JudgeList(places_.list).kind, Kind::kWhole);
+    EXPECT_EQ(JudgeList(places_.list).kind, ListKind::kWhole);
 }
 
 TEST_F(ListFile, TheHeadTellsRowsAndCurrentRow) {
