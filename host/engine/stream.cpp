@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/engine/file_source.h"
+
 namespace veldrin {
 
 namespace {
@@ -120,15 +122,13 @@ Stream::~Stream() {
 }
 
 bool Stream::Build(const Plan& plan) {
-    GstElement* source = gst_element_factory_make("filesrc", nullptr);
+    GstElement* source = MakeFileSource(plan.path);
     GstElement* decoder = gst_element_factory_make("decodebin", nullptr);
     if (!chain_->Usable() || source == nullptr || decoder == nullptr) {
         return false;
     }
     tempo_ = chain_->TempoFactor();
     chain_->SetGain(plan.gain);
-    // The file's name goes in as it is: a URI would only have to be encoded here and decoded there.
-    g_object_set(source, "location", plan.path.c_str(), nullptr);
     // Sound alone: pictures and texts in the file are not even decoded.
     const CapsPtr sound(gst_caps_from_string("audio/x-raw(ANY)"));
     g_object_set(decoder, "caps", sound.get(), "expose-all-streams", FALSE, nullptr);
