@@ -18,7 +18,7 @@ class TagPrefetcher;
 class TagReader {
   public:
     TagReader();
-    /// Stops reading ahead and joins the threads.
+    /// Stops reading ahead. A thread that is held up in a file is left behind, see stragglers.h.
     ~TagReader();
     TagReader(const TagReader&) = delete;
     TagReader& operator=(const TagReader&) = delete;

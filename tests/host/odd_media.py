@@ -62,3 +62,71 @@ def au(channels=2, rate=8000, encoding=3, data=None):
     data = noise(min(200000, max(1, rate // 10) * channels * 2)) if data is None else data
     return struct.pack('>4sIIIII', b'.snd', 24, len(data), encoding, clipped(rate, 32),
                        clipped(channels, 32)) + data
+
+
+def sevens(number):
+    """Seven bits of each byte."""
+    return bytes((number >> shift) & 0x7F for shift in (21, 14, 7, 0))
+
+
+def frame(name, data):
+    """Of ID3v2.4."""
+    return name + sevens(len(data)) + b'\0\0' + data
+
+
+def id3(frames, flags=0):
+    return b'ID3\4\0' + bytes([flags]) + sevens(len(frames)) + frames
+
+
+def text_frame(name, text):
+    return frame(name, b'\3' + text.encode())
+
+
+def nested_chapters(depth):
+    """Frames of chapters, each within the one before; 28 bytes each."""
+    size = 0
+    heads = []
+    for _ in range(depth):
+        size += 28
+        heads.append(b'CHAP' + sevens(size - 10) + b'\0\0' + b'a\0' + b'\0' * 16)
+    return b''.join(reversed(heads))
+
+
+def atom(name, data):
+    return struct.pack('>I', len(data) + 8) + name + data
+
+
+def nested_atoms(name, depth):
+    return b''.join(struct.pack('>I', 8 * left) + name for left in range(depth, 0, -1))
+
+
+def mp4(*atoms):
+    return atom(b'ftyp', b'M4A \0\0\0\0') + b''.join(atoms)
+
+
+def comments(fields):
+    """What Ogg and FLAC have for tags."""
+    return struct.pack('<II', 0, len(fields)) + b''.join(
+        struct.pack('<I', len(field)) + field for field in fields)
+
+
+def flac(*blocks):
+    """Of (kind, bytes), behind the one that tells the format."""
+    info = struct.pack('>HHII', 4096, 4096, 0, 0x0AC442F0) + b'\0' * 20
+    blocks = [(0, info[:34].ljust(34, b'\0')), *blocks]
+    return b'fLaC' + b''.join(
+        bytes([kind | (0x80 if number == len(blocks) - 1 else 0)]) + struct.pack('>I', len(data))[1:]
+        + data for number, (kind, data) in enumerate(blocks))
+
+
+def ape_tag(items):
+    """Of (name, value) in bytes."""
+    body = b''.join(struct.pack('<II', len(value), 0) + name + b'\0' + value
+                    for name, value in items)
+    return body + struct.pack('<8sIIII8s', b'APETAGEX', 2000, len(body) + 32, len(items), 0, b'')
+
+
+def adts_frames(count, size=8):
+    """Empty frames of AAC, the smallest that are taken for some."""
+    return struct.pack('>HBBBBB', 0xFFF1, 0x6C, 0x40 | size >> 11, size >> 3 & 0xFF,
+                       (size << 5 & 0xFF) | 0x1F, 0xFC).ljust(size, b'\0') * count
