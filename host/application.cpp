@@ -43,6 +43,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
                             lyrics_ ? lyrics_->Address() : beginning.lyrics}),
       lines_(std::move(beginning.lines)),
       restored_(beginning.restored) {
+    tags_.GiveUpWhile(&Signals::IsEndAsked);
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
     });

@@ -5,7 +5,7 @@
 #include <thread>
 #include <utility>
 
-#include "host/stragglers.h"
+#include "host/engine/stragglers.h"
 #include "platform/base/text.h"
 #include "platform/files/folders.h"
 

@@ -14,8 +14,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "host/engine/stragglers.h"
 #include "host/engine/tag_stream.h"
-#include "host/stragglers.h"
 
 namespace veldrin {
 

@@ -104,6 +104,15 @@ def mp4(*atoms):
     return atom(b'ftyp', b'M4A \0\0\0\0') + b''.join(atoms)
 
 
+def nested_chapter_atoms(depth):
+    """The chapters of a Matroska file, each within the one before."""
+    sized = lambda name, size: name + b'\1' + size.to_bytes(7, 'big')
+    inside = b''.join(sized(b'\xb6', 9 * left) for left in range(depth - 1, -1, -1))
+    return (b'\x1a\x45\xdf\xa3\x8b\x42\x82\x88matroska' + b'\x18\x53\x80\x67\1' + b'\xff' * 7
+            + sized(b'\x10\x43\xa7\x70', len(inside) + 10) + sized(b'\x45\xb9', len(inside))
+            + inside)
+
+
 def comments(fields):
     """What Ogg and FLAC have for tags."""
     return struct.pack('<II', 0, len(fields)) + b''.join(
