@@ -73,9 +73,9 @@ class OddMedia(World):
         self.assert_plays(files, [f'{rate}.{ending}' for rate in (10, 8000, 768000, 1 << 24)
                                   for ending in ('wav', 'aiff')])
 
-    def test_samples_of_all_widths(self):
+    def test_samples_of_many_widths(self):
         files = []
-        for bits in range(66):
+        for bits in 0, 1, 4, 7, 8, 9, 12, 16, 17, 20, 24, 25, 31, 32, 33, 48, 63, 64, 65:
             files += [self.write(f'{bits}.wav', odd_media.wav(bits=bits)),
                       self.write(f'{bits}.aiff', odd_media.aiff(bits=bits)),
                       self.write(f'{bits} floats.wav', odd_media.wav(bits=bits, kind=odd_media.FLOAT))]
