@@ -47,6 +47,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       lines_(std::move(beginning.lines)),
       restored_(beginning.restored),
       plays_(beginning.plays) {
+    tags_.GiveUpWhile(&Signals::IsEndAsked);
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
     });

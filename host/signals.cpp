@@ -2,10 +2,18 @@
 
 #include <sys/signalfd.h>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <initializer_list>
 
 namespace veldrin {
+
+namespace {
+
+constexpr std::array kEnds = {SIGTERM, SIGINT, SIGHUP};
+
+}  // namespace
 
 Signals::Signals() {
     sigset_t watched;
@@ -21,6 +29,13 @@ Signals::Signals() {
     // A file that may grow no more is a write that fails.
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGTTIN, SIG_IGN);
+}
+
+bool Signals::IsEndAsked() {
+    sigset_t arrived;
+    return sigpending(&arrived) == 0 && std::any_of(kEnds.begin(), kEnds.end(), [&](int number) {
+               return sigismember(&arrived, number) == 1;
+           });
 }
 
 void Signals::Suspend() {

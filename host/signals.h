@@ -21,6 +21,9 @@ class Signals {
     /// Calls `onSignal` with each number that has arrived. Never waits.
     void Take(const std::function<void(int)>& onSignal);
 
+    /// Whether one that asks for an end has arrived and is still to be taken.
+    static bool IsEndAsked();
+
     /// Stops the process as SIGTSTP does when nobody watches it, and returns once it goes on.
     static void Suspend();
 

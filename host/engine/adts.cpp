@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -15,7 +16,9 @@ namespace {
 constexpr std::array kRates = {96000, 88200, 64000, 48000, 44100, 32000, 24000,
                                22050, 16000, 12000, 11025, 8000,  7350};
 constexpr int kSamplesPerBlock = 1024;
-constexpr int kFewestFrames = 3;  // what looks like fewer may be chance
+constexpr int kFewestFrames = 3;                         // what looks like fewer may be chance
+constexpr off_t kMostBytesFollowed = 64L * 1024 * 1024;  // an hour of sound
+constexpr int kFramesBetweenLooks = 1000;                // at the time
 
 struct FrameHeader {
     int bytes = 0;  ///< of the whole frame; 0 if there is none here
@@ -36,9 +39,19 @@ class File {
     File(const File&) = delete;
     File& operator=(const File&) = delete;
 
+    /// The bytes there, from a stretch of the file in memory that moves on with them.
     template <std::size_t kCount>
-    bool Read(std::array<std::uint8_t, kCount>& bytes, off_t position) const {
-        return pread(file_, bytes.data(), kCount, position) == static_cast<ssize_t>(kCount);
+    bool Read(std::array<std::uint8_t, kCount>& bytes, off_t position) {
+        constexpr auto kNeeded = static_cast<off_t>(kCount);
+        if (position < start_ || position + kNeeded > start_ + size_) {
+            start_ = position;
+            size_ = std::max(ssize_t{0}, pread(file_, stretch_.data(), stretch_.size(), position));
+        }
+        if (size_ - (position - start_) < kNeeded) {
+            return false;
+        }
+        std::copy_n(stretch_.begin() + (position - start_), kCount, bytes.begin());
+        return true;
     }
     off_t Size() const {
         struct stat status {};
@@ -47,10 +60,13 @@ class File {
 
   private:
     int file_;
+    off_t start_ = 0;
+    off_t size_ = 0;
+    std::array<std::uint8_t, 8192> stretch_{};
 };
 
 /// The bytes of tags in front of the sound.
-off_t TagBytes(const File& file) {
+off_t TagBytes(File& file) {
     std::array<std::uint8_t, 10> head{};
     if (!file.Read(head, 0) || head[0] != 'I' || head[1] != 'D' || head[2] != '3') {
         return 0;
@@ -60,7 +76,7 @@ off_t TagBytes(const File& file) {
                  (head[9] & 0x7F));
 }
 
-FrameHeader FrameAt(const File& file, off_t position) {
+FrameHeader FrameAt(File& file, off_t position) {
     std::array<std::uint8_t, 7> head{};
     FrameHeader frame;
     // Twelve bits of ones, one for the version, two zeros.
@@ -80,14 +96,19 @@ FrameHeader FrameAt(const File& file, off_t position) {
 
 }  // namespace
 
-SoundFacts ReadAdtsFacts(const std::string& path) {
-    const File file(path);
+SoundFacts ReadAdtsFacts(const std::string& path, const TagLimits& limits) {
+    File file(path);
     const off_t start = TagBytes(file);
     const FrameHeader first = FrameAt(file, start);
     off_t position = start;
     double seconds = 0;
     int frames = 0;
-    for (FrameHeader frame = first; frame.bytes > 0; frame = FrameAt(file, position)) {
+    const auto isWorthIt = [&] {
+        return position - start < kMostBytesFollowed &&
+               (frames % kFramesBetweenLooks != 0 || !limits.AreReached());
+    };
+    for (FrameHeader frame = first; frame.bytes > 0 && isWorthIt();
+         frame = FrameAt(file, position)) {
         seconds += static_cast<double>(frame.samples) / frame.rate;
         position += frame.bytes;
         ++frames;

@@ -5,10 +5,11 @@
 #include <string>
 
 #include "host/engine/tag_file.h"
+#include "host/engine/tag_stream.h"
 
 namespace veldrin {
 
 /// All 0 if the file is no such stream.
-SoundFacts ReadAdtsFacts(const std::string& path);
+SoundFacts ReadAdtsFacts(const std::string& path, const TagLimits& limits);
 
 }  // namespace veldrin

@@ -11,9 +11,16 @@ namespace {
 
 constexpr const char* kStretchElement = "pitch";
 
+// What can be mixed down and resampled. The converter ends the process when it meets more channels,
+// and a rate beyond these makes the resampler lay out tables, or put out pieces, of hundreds of
+// megabytes.
+constexpr const char* kAccepted = "audio/x-raw, channels=(int)[1,63], rate=(int)[10,16777216]";
+
 // Seconds of sound that go through the chain at once. Decoders give a quarter of it, and each trip
 // through a dozen elements that the processor has forgotten in between costs more than the sound.
-// With more, a moved slider would be heard late.
+// With more, a moved slider would be heard late. A decoder may also give an hour at once, if the
+// rate is low enough: it has to be cut up before the resampler makes a thousand times as much of
+// it.
 constexpr const char* kGathered = "1/10";
 
 // The delay buffer is laid out once, from the longest delay; later changes of the delay are cut to
@@ -74,10 +81,11 @@ bool CanStretch() {
 }
 
 EffectChain::EffectChain(GstBin* pipeline, const Effects& effects, int rate) : effects_(effects) {
+    GstElement* entrance = Add(pipeline, "capsfilter");
     convert_ = Add(pipeline, "audioconvert");
+    GstElement* gather = Add(pipeline, "audiobuffersplit");
     GstElement* resample = Add(pipeline, "audioresample");
     GstElement* format = Add(pipeline, "capsfilter");
-    GstElement* gather = Add(pipeline, "audiobuffersplit");
     stretch_ = effects.Stretches() ? Add(pipeline, kStretchElement) : nullptr;
     echo_ = Add(pipeline, "audioecho");
     reverb_ = Add(pipeline, "freeverb");
@@ -89,6 +97,8 @@ EffectChain::EffectChain(GstBin* pipeline, const Effects& effects, int rate) : e
         usable_ = false;
         return;
     }
+    const CapsPtr accepted(gst_caps_from_string(kAccepted));
+    g_object_set(entrance, "caps", accepted.get(), nullptr);
     const CapsPtr caps(gst_caps_from_string(
         "audio/x-raw, format=(string)F32LE, layout=(string)interleaved, channels=(int)2, "
         "rate=(int)[8000,96000]"));
@@ -106,8 +116,9 @@ EffectChain::EffectChain(GstBin* pipeline, const Effects& effects, int rate) : e
     for (std::size_t i = 1; i < elements_.size(); ++i) {
         usable_ = usable_ && gst_element_link(elements_[i - 1], elements_[i]);
     }
-    entry_.reset(gst_element_get_static_pad(convert_, "sink"));
-    gst_pad_add_probe(entry_.get(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, &EffectChain::OnFormat,
+    entry_.reset(gst_element_get_static_pad(entrance, "sink"));
+    const PadPtr toMix(gst_element_get_static_pad(convert_, "sink"));
+    gst_pad_add_probe(toMix.get(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, &EffectChain::OnFormat,
                       this, nullptr);
     gate_.reset(gst_element_get_static_pad(format, "src"));
     exit_.reset(gst_element_get_static_pad(volume_, "src"));

@@ -1,11 +1,12 @@
 // The effects of the engine: their settings, and the chain of elements that carries them out on the
 // way from the decoder to the output.
 //
-// The chain turns whatever the decoder gives into 32-bit float stereo of 8 to 96 kHz first. This is
-// not for comfort: the element behind tempo and pitch ends the whole process when it meets 16
-// channels or more, or a rate of some 192 kHz and above. That element is part of the chain only
-// while one of its two effects is away from rest, since it is not transparent at rest; the others
-// are, to the bit.
+// The chain takes up to 63 channels at 10 Hz to 16.8 MHz; anything else is refused before an
+// element of it sees the format. It turns what it takes into 32-bit float stereo of 8 to 96 kHz
+// first. This is not for comfort: the element behind tempo and pitch ends the whole process when it
+// meets 16 channels or more, or a rate of some 192 kHz and above. That element is part of the chain
+// only while one of its two effects is away from rest, since it is not transparent at rest; the
+// others are, to the bit.
 #pragma once
 
 #include <mutex>
@@ -42,7 +43,7 @@ class EffectChain {
 
     /// False if an element without which nothing can be played is missing.
     bool Usable() const { return usable_; }
-    /// Where the decoder is linked. Its caps are those of the medium.
+    /// Where the decoder is linked, unless its format is refused. Its caps are those of the medium.
     GstPad* Entry() const { return entry_.get(); }
     /// Between the format and the first effect: what is sent from here towards the file is in times
     /// of the medium.

@@ -17,14 +17,16 @@ class Straggler {
     Straggler(const Straggler&) { ++count_; }
     Straggler& operator=(const Straggler&) = delete;
 
+    /// How many there are.
+    static int Count() { return count_; }
+
   private:
-    friend bool HasStragglers();
     static inline std::atomic<int> count_ = 0;
 };
 
 /// Whether any of them is at work, so that the process has to end by _Exit. From any thread.
 inline bool HasStragglers() {
-    return Straggler::count_ > 0;
+    return Straggler::Count() > 0;
 }
 
 }  // namespace veldrin

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/engine/file_source.h"
+
 namespace veldrin {
 
 namespace {
@@ -12,6 +14,8 @@ constexpr GstClockTime kBetweenLooks = 50 * GST_MSECOND;
 constexpr GstClockTime kSettlePatience = 500 * GST_MSECOND;
 // A seek to the very end leaves some demuxers hanging.
 constexpr std::chrono::milliseconds kBeforeEnd(200);
+
+constexpr const char* kDecodedSound = "audio/x-raw";
 
 // What the streaming threads tell the waiting thread through the bus.
 constexpr const char* kFirstSound = "veldrin-first-sound";
@@ -54,17 +58,26 @@ bool IsAnyTaskRunning(GstBin* pipeline) {
     return found || result == GST_ITERATOR_RESYNC;  // elements are being added: not idle
 }
 
+/// Holds back decoded sound. A pad that may put out such has turned out to be one of a parser, and
+/// to put out what is still to be decoded: without that the decoder would never be complete.
+GstPadProbeReturn HoldSound(GstPad* pad, GstPadProbeInfo*, gpointer) {
+    const CapsPtr caps(gst_pad_get_current_caps(pad));
+    const bool isSound =
+        caps == nullptr ||
+        gst_structure_has_name(gst_caps_get_structure(caps.get(), 0), kDecodedSound);
+    return isSound ? GST_PAD_PROBE_OK : GST_PAD_PROBE_PASS;
+}
+
 }  // namespace
 
 void SoundGates::CloseFor(GstElement* element) {
     const auto lookAt = [](GstElement*, GstPad* pad, gpointer self) -> gboolean {
         const CapsPtr caps(gst_pad_get_pad_template_caps(pad));
         if (!gst_caps_is_any(caps.get()) && !gst_caps_is_empty(caps.get()) &&
-            gst_structure_has_name(gst_caps_get_structure(caps.get(), 0), "audio/x-raw")) {
-            const auto hold = [](GstPad*, GstPadProbeInfo*, gpointer) { return GST_PAD_PROBE_OK; };
+            gst_structure_has_name(gst_caps_get_structure(caps.get(), 0), kDecodedSound)) {
             constexpr auto kBuffers =
                 static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BLOCK | GST_PAD_PROBE_TYPE_BUFFER);
-            const gulong probe = gst_pad_add_probe(pad, kBuffers, hold, nullptr, nullptr);
+            const gulong probe = gst_pad_add_probe(pad, kBuffers, &HoldSound, nullptr, nullptr);
             static_cast<SoundGates*>(self)->gates_.push_back(
                 {PadPtr(GST_PAD(gst_object_ref(pad))), probe});
         }
@@ -108,15 +121,13 @@ Stream::~Stream() {
 }
 
 bool Stream::Build(const Plan& plan) {
-    GstElement* source = gst_element_factory_make("filesrc", nullptr);
+    GstElement* source = MakeFileSource(plan.path);
     GstElement* decoder = gst_element_factory_make("decodebin", nullptr);
     if (!chain_->Usable() || source == nullptr || decoder == nullptr) {
         return false;
     }
     tempo_ = chain_->TempoFactor();
     chain_->SetGain(plan.gain);
-    // The file's name goes in as it is: a URI would only have to be encoded here and decoded there.
-    g_object_set(source, "location", plan.path.c_str(), nullptr);
     // Sound alone: pictures and texts in the file are not even decoded.
     const CapsPtr sound(gst_caps_from_string("audio/x-raw(ANY)"));
     g_object_set(decoder, "caps", sound.get(), "expose-all-streams", FALSE, nullptr);

@@ -16,6 +16,7 @@
 #include <exception>
 
 #include "host/engine/adts.h"
+#include "host/engine/tag_reading.h"
 #include "host/engine/tag_stream.h"
 #include "host/engine/time_text.h"
 
@@ -197,86 +198,88 @@ FileStamp StampOf(const std::string& path) {
     return stat(path.c_str(), &status) == 0 ? StampFrom(status) : FileStamp{};
 }
 
-std::string ReadTitle(const std::string& path, FileStamp& stamp) {
-    TagStream stream(path);
-    if (!stream.isOpen()) {
-        stamp = {};
-        return {};
-    }
-    stamp = StampFrom(stream.Status());
-    std::string title;
-    Guarded([&] {
-        const TagLib::FileRef file(&stream, false);
-        const TagLib::Tag* tag = TagOf(file);
-        if (tag == nullptr) {
-            return;
-        }
-        title = Line(tag->title());
-        const std::string artist = Line(tag->artist());
-        if (!title.empty() && !artist.empty()) {
-            title = artist + " - " + title;
-        }
-    });
-    return title;
+std::string ReadTitle(const std::string& path, FileStamp& stamp, const std::atomic<bool>* stop) {
+    struct Found {
+        std::string title;
+        FileStamp stamp;
+    };
+    const auto read = [](TagStream& stream) {
+        Found found = {{}, StampFrom(stream.Status())};
+        Guarded([&] {
+            const TagLib::FileRef file(&stream, false);
+            const TagLib::Tag* tag = TagOf(file);
+            if (tag == nullptr) {
+                return;
+            }
+            found.title = Line(tag->title());
+            const std::string artist = Line(tag->artist());
+            if (!found.title.empty() && !artist.empty()) {
+                found.title = artist + " - " + found.title;
+            }
+        });
+        return found;
+    };
+    Found found = ReadWithinTime(path, read, stop);
+    stamp = found.stamp;
+    return found.title;
 }
 
 SoundFacts ReadSoundFacts(const std::string& path) {
-    TagStream stream(path);
-    SoundFacts facts;
-    if (!stream.isOpen()) {
-        return facts;
-    }
-    Guarded([&] { facts = FactsOf(TagLib::FileRef(&stream)); });
-    return facts.length.count() > 0 ? facts : ReadAdtsFacts(path);
+    return ReadWithinTime(path, [](TagStream& stream) {
+        SoundFacts facts;
+        Guarded([&] { facts = FactsOf(TagLib::FileRef(&stream)); });
+        return facts.length.count() > 0 ? facts : ReadAdtsFacts(stream.Path(), stream.Limits());
+    });
 }
 
 std::string ReadInfo(const std::string& path) {
-    TagStream stream(path);
-    if (!stream.isOpen()) {
-        return {};
-    }
-    InfoText info;
-    SoundFacts facts;
-    Guarded([&] {
-        const TagLib::FileRef file(&stream);
-        if (const TagLib::Tag* tag = TagOf(file)) {
-            AddTags(info, *tag);
-        }
-        facts = FactsOf(file);
+    return ReadWithinTime(path, [](TagStream& stream) {
+        InfoText info;
+        SoundFacts facts;
+        Guarded([&] {
+            const TagLib::FileRef file(&stream);
+            if (const TagLib::Tag* tag = TagOf(file)) {
+                AddTags(info, *tag);
+            }
+            facts = FactsOf(file);
+        });
+        AddFacts(info,
+                 facts.length.count() > 0 ? facts : ReadAdtsFacts(stream.Path(), stream.Limits()));
+        info.Add("Size", SizeText(stream.Status().st_size));
+        info.Add("Path", stream.Path());
+        return info.Text();
     });
-    AddFacts(info, facts.length.count() > 0 ? facts : ReadAdtsFacts(path));
-    info.Add("Size", SizeText(stream.Status().st_size));
-    info.Add("Path", path);
-    return info.Text();
 }
 
 std::string ReadWords(const std::string& path) {
-    TagStream stream(path);
-    std::string words;
-    Guarded([&] {
-        const TagLib::FileRef file(&stream, false);
-        if (file.isNull()) {
-            return;
-        }
-        words = WordsAmong(file.file()->properties()).to8Bit(true);
-        auto* mp3 = dynamic_cast<TagLib::MPEG::File*>(file.file());
-        if (words.empty() && mp3 != nullptr) {
-            words = WordsBesides(*mp3).to8Bit(true);
-        }
+    return ReadWithinTime(path, [](TagStream& stream) {
+        std::string words;
+        Guarded([&] {
+            const TagLib::FileRef file(&stream, false);
+            if (file.isNull()) {
+                return;
+            }
+            words = WordsAmong(file.file()->properties()).to8Bit(true);
+            auto* mp3 = dynamic_cast<TagLib::MPEG::File*>(file.file());
+            if (words.empty() && mp3 != nullptr) {
+                words = WordsBesides(*mp3).to8Bit(true);
+            }
+        });
+        return words;
     });
-    return words;
 }
 
 std::string ReadAlbum(const std::string& path) {
-    TagStream stream(path);
-    std::string album;
-    Guarded([&] {
-        const TagLib::FileRef file(&stream, false);
-        if (const TagLib::Tag* tag = TagOf(file)) {
-            album = Line(tag->album());
-        }
+    return ReadWithinTime(path, [](TagStream& stream) {
+        std::string album;
+        Guarded([&] {
+            const TagLib::FileRef file(&stream, false);
+            if (const TagLib::Tag* tag = TagOf(file)) {
+                album = Line(tag->album());
+            }
+        });
+        return album;
     });
-    return album;
 }
 
 Extensions TaggedExtensions() {

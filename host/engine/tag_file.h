@@ -3,11 +3,13 @@
 // it may be called from several threads at once.
 //
 // The file is read through a small window and up to a bounded number of bytes: a gigabyte of
-// rubbish with a musical name costs a moment and not a minute.
+// rubbish with a musical name costs a moment and not a minute. Within a second each of these has
+// answered with what it has found so far.
 #pragma once
 
 #include <sys/stat.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <string>
@@ -28,8 +30,10 @@ struct FileStamp {
 FileStamp StampOf(const std::string& path);
 
 /// "Artist - Title", the title alone, or nothing. UTF-8 without control characters. `stamp` becomes
-/// the file's state before it was read.
-std::string ReadTitle(const std::string& path, FileStamp& stamp);
+/// the file's state before it was read. Once another thread sets `stop`, there is little to wait
+/// for and nothing to rely on in the answer.
+std::string ReadTitle(const std::string& path, FileStamp& stamp,
+                      const std::atomic<bool>* stop = nullptr);
 
 struct SoundFacts {
     std::chrono::milliseconds length{0};

@@ -1,8 +1,11 @@
 #include "host/engine/tag_prefetcher.h"
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 #include <utility>
 
+#include "host/engine/stragglers.h"
 #include "platform/base/text.h"
 #include "platform/files/folders.h"
 
@@ -16,20 +19,19 @@ constexpr std::size_t kAhead = 1000;  // files that are read ahead at most
 constexpr std::size_t kOwnShare = 16;
 constexpr std::size_t kAtOnce = 8;  // files that a thread takes on in one go
 constexpr unsigned kMostThreads = 4;
+// A thread ends at the next look into its file. One that has none is not waited for.
+constexpr std::chrono::milliseconds kPartingTime(50);
 
 }  // namespace
 
-TagPrefetcher::TagPrefetcher() : extensions_(TaggedExtensions()) {}
+TagPrefetcher::TagPrefetcher()
+    : extensions_(TaggedExtensions()), shared_(std::make_shared<Shared>()) {}
 
 TagPrefetcher::~TagPrefetcher() {
-    {
-        const std::lock_guard lock(mutex_);
-        stopping_ = true;
-    }
-    work_.notify_all();
-    for (std::thread& thread : threads_) {
-        thread.join();
-    }
+    std::unique_lock lock(shared_->mutex);
+    shared_->stopping = true;
+    shared_->work.notify_all();
+    shared_->ended.wait_for(lock, kPartingTime, [this] { return shared_->threads == 0; });
 }
 
 std::string TagPrefetcher::Title(const std::string& path) {
@@ -38,10 +40,11 @@ std::string TagPrefetcher::Title(const std::string& path) {
     const std::size_t slash = path.rfind('/');
     if (slash != std::string::npos) {
         EnterFolder(std::string_view(path).substr(0, slash));
-        // folder_ itself is changed by this thread only.
-        if (folder_ != nullptr) {
-            const auto place = folder_->places.find(std::string_view(path).substr(slash + 1));
-            if (place != folder_->places.end() && TakeRead(place->second, title, stamp) &&
+        // The pointer itself is changed by this thread only.
+        if (shared_->folder != nullptr) {
+            const auto place =
+                shared_->folder->places.find(std::string_view(path).substr(slash + 1));
+            if (place != shared_->folder->places.end() && TakeRead(place->second, title, stamp) &&
                 stamp == StampOf(path)) {
                 return title;
             }
@@ -54,41 +57,41 @@ std::string TagPrefetcher::Title(const std::string& path) {
 void TagPrefetcher::EnterFolder(std::string_view path) {
     if (path != lastFolder_) {
         lastFolder_ = path;
-        const std::lock_guard lock(mutex_);
-        folder_.reset();
+        const std::lock_guard lock(shared_->mutex);
+        shared_->folder.reset();
         return;
     }
-    if (folder_ != nullptr) {
+    if (shared_->folder != nullptr) {
         return;
     }
     std::shared_ptr<Folder> folder = ListFolder(lastFolder_);
-    const std::lock_guard lock(mutex_);
-    folder_ = std::move(folder);
+    const std::lock_guard lock(shared_->mutex);
+    shared_->folder = std::move(folder);
 }
 
 /// Takes the title of an entry out if it has been read ahead; moves the range to read ahead.
 bool TagPrefetcher::TakeRead(std::size_t place, std::string& title, FileStamp& stamp) {
-    const std::unique_lock lock(mutex_, std::try_to_lock);
+    const std::unique_lock lock(shared_->mutex, std::try_to_lock);
     if (!lock) {
         return false;  // reading the file takes less time than being put to sleep and woken
     }
-    Entry& entry = folder_->entries[place];
+    Entry& entry = shared_->folder->entries[place];
     if (entry.state != State::kRead) {
         if (ownShare_ == 0) {
             // The others have been caught up with, or the questions have jumped to another place.
             ownShare_ = kOwnShare;
-            folder_->next = place + 1 + kOwnShare;
+            shared_->folder->next = place + 1 + kOwnShare;
         } else {
             --ownShare_;
         }
     }
-    const std::size_t limit = std::min(folder_->entries.size(), place + 1 + kAhead);
+    const std::size_t limit = std::min(shared_->folder->entries.size(), place + 1 + kAhead);
     // In large steps, so that nobody is woken for a single file.
-    if (limit < folder_->limit || limit >= folder_->limit + kAhead / 2 ||
-        (limit > folder_->limit && limit == folder_->entries.size())) {
-        folder_->limit = limit;
+    if (limit < shared_->folder->limit || limit >= shared_->folder->limit + kAhead / 2 ||
+        (limit > shared_->folder->limit && limit == shared_->folder->entries.size())) {
+        shared_->folder->limit = limit;
         StartThreads();
-        work_.notify_all();
+        shared_->work.notify_all();
     }
     if (entry.state != State::kRead) {
         return false;
@@ -102,18 +105,24 @@ bool TagPrefetcher::TakeRead(std::size_t place, std::string& title, FileStamp& s
 void TagPrefetcher::StartThreads() {
     // One core is left to the asking thread, which reads too.
     const unsigned count = std::clamp(std::thread::hardware_concurrency(), 2U, kMostThreads) - 1;
-    while (threads_.size() < count) {
-        threads_.emplace_back([this] { ReadAhead(); });
+    while (shared_->threads < count) {
+        std::thread([shared = shared_] {
+            ReadAhead(*shared);
+            const std::lock_guard lock(shared->mutex);
+            --shared->threads;
+            shared->ended.notify_all();
+        }).detach();
+        ++shared_->threads;
     }
 }
 
-void TagPrefetcher::ReadAhead() {
+void TagPrefetcher::ReadAhead(Shared& shared) {
     std::vector<Entry*> taken;
-    std::unique_lock lock(mutex_);
-    while (!stopping_) {
-        const std::shared_ptr<Folder> folder = folder_;
+    std::unique_lock lock(shared.mutex);
+    while (!shared.stopping) {
+        const std::shared_ptr<Folder> folder = shared.folder;
         if (folder == nullptr || folder->next >= folder->limit) {
-            work_.wait(lock);
+            shared.work.wait(lock);
             continue;
         }
         taken.clear();
@@ -125,8 +134,12 @@ void TagPrefetcher::ReadAhead() {
             }
         }
         lock.unlock();
+        const Straggler reading;
         for (Entry* entry : taken) {
-            entry->title = ReadTitle(folder->path + "/" + entry->name, entry->stamp);
+            if (!shared.stopping) {
+                entry->title =
+                    ReadTitle(folder->path + "/" + entry->name, entry->stamp, &shared.stopping);
+            }
         }
         lock.lock();
         for (Entry* entry : taken) {

@@ -1,16 +1,16 @@
 // TagPrefetcher reads the titles of a folder's files ahead of the questions for them. Folders are
 // asked through in alphabetical order; from the second question in a row on, a few threads run
 // ahead of the last one, up to a fixed number of files, so that nothing is read in vain for long
-// and memory stays bounded.
+// and memory stays bounded. A thread that does not come back from a file at the end is left behind.
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <unordered_map>
 #include <vector>
 
@@ -47,11 +47,22 @@ class TagPrefetcher {
         std::size_t limit = 0;  // and up to where
     };
 
+    /// What the threads use, for as long as the last of them.
+    struct Shared {
+        std::mutex mutex;
+        std::condition_variable work;   // there is something to read, or the end has come
+        std::condition_variable ended;  // a thread has
+        // The following are guarded by the mutex.
+        std::shared_ptr<Folder> folder;
+        unsigned threads = 0;
+        std::atomic<bool> stopping = false;  // but for this, which is also read without it
+    };
+
     std::shared_ptr<Folder> ListFolder(const std::string& path) const;
     void EnterFolder(std::string_view path);
     bool TakeRead(std::size_t place, std::string& title, FileStamp& stamp);
     void StartThreads();
-    void ReadAhead();
+    static void ReadAhead(Shared& shared);
 
     const Extensions extensions_;
 
@@ -59,13 +70,7 @@ class TagPrefetcher {
     std::string lastFolder_;
     std::size_t ownShare_ = 0;  // files it still reads itself
 
-    std::mutex mutex_;
-    std::condition_variable work_;  // there is something to read, or the end has come
-    // The following are guarded by mutex_.
-    std::shared_ptr<Folder> folder_;
-    bool stopping_ = false;
-
-    std::vector<std::thread> threads_;
+    const std::shared_ptr<Shared> shared_;
 };
 
 }  // namespace veldrin

@@ -9,6 +9,9 @@ TagReader::TagReader() : prefetcher_(std::make_unique<TagPrefetcher>()) {}
 TagReader::~TagReader() = default;
 
 std::string TagReader::Title(const std::string& path, const std::string& fallbackName) {
+    if (isPointless_ && isPointless_()) {
+        return fallbackName;
+    }
     std::string title = prefetcher_->Title(path);
     return title.empty() ? fallbackName : title;
 }

@@ -8,8 +8,10 @@
 // line: control characters have become blanks.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace veldrin {
 
@@ -18,7 +20,7 @@ class TagPrefetcher;
 class TagReader {
   public:
     TagReader();
-    /// Stops reading ahead and joins the threads.
+    /// Stops reading ahead. A thread that is held up in a file is left behind, see stragglers.h.
     ~TagReader();
     TagReader(const TagReader&) = delete;
     TagReader& operator=(const TagReader&) = delete;
@@ -27,12 +29,17 @@ class TagReader {
     /// `fallbackName` unchanged if it has no title or cannot be read.
     std::string Title(const std::string& path, const std::string& fallbackName);
 
+    /// From now on no title is read while this is True: the names stand for them. For an end that
+    /// has been asked for and cannot be had before a folder has been added.
+    void GiveUpWhile(std::function<bool()> isPointless) { isPointless_ = std::move(isPointless); }
+
     /// Artist, title, album, year, track, genre, length, bit rate, sample rate, channels, size and
     /// path, a line each ("Artist: ..."), joined by CR LF; what is missing is left out. Empty if
     /// there is no such file.
     std::string Info(const std::string& path) const;
 
   private:
+    std::function<bool()> isPointless_;
     std::unique_ptr<TagPrefetcher> prefetcher_;
 };
 

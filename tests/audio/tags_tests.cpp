@@ -194,6 +194,32 @@ TEST_F(TagsTest, InfoHasALineForEachThingKnown) {
     EXPECT_EQ(info.substr(info.size() - path.size()), path);
 }
 
+TEST_F(TagsTest, NoTitleIsReadWhenThereIsNoPointInIt) {
+    const std::string path = Flac("a.flac");
+    SetTags(path, "Artist", "Title");
+    bool pointless = true;
+    reader_.GiveUpWhile([&] { return pointless; });
+    EXPECT_EQ(reader_.Title(path, "name"), "name");
+    pointless = false;
+    EXPECT_EQ(reader_.Title(path, "name"), "Artist - Title");
+}
+
+TEST_F(TagsTest, ALargeTagGivesItsTextsAndNotItsRest) {
+    // Frames of ID3v2.4: a picture of 300,000 bytes (0x12 27 60 in sevens of bits), then texts.
+    const auto frame = [](const std::string& name, const std::string& size,
+                          const std::string& data) {
+        return name + size + std::string(2, '\0') + data;
+    };
+    const std::string frames =
+        frame("APIC", std::string("\0\x12\x27\x60", 4), std::string(300000, 'p')) +
+        frame("TPE1", std::string("\0\0\0\3", 4), "\3Me") +
+        frame("TIT2", std::string("\0\0\0\4", 4), "\3You");
+    ASSERT_EQ(frames.size(), 300037U);  // 0x12 28 05
+    const std::string path = directory_ / "large.mp3";
+    WriteText(path, std::string("ID3\4\0\0\0\x12\x28\x05", 10) + frames);
+    EXPECT_EQ(reader_.Title(path, "name"), "Me - You");
+}
+
 TEST_F(TagsTest, InfoLeavesOutWhatIsMissing) {
     WriteText(directory_ / "text.mp3", std::string(1234, 'x'));
     EXPECT_EQ(reader_.Info(directory_ / "text.mp3"),
