@@ -25,7 +25,10 @@ class TerminalFront : public Front {
     /// nothing in it can be played.
     void Begin(bool restored) override;
     /// Asks for the end: there is nothing to do here but to play.
-    void BeginSilently() override { s_->requestEnd(); }
+    void BeginSilently() override {
+        inVain_ = true;
+        s_->requestEnd();
+    }
     void ItemOpened(const std::string& path) override;
     void ItemFailed(const std::string& path) override;
     void Stopped(bool ended) override;
@@ -48,7 +51,7 @@ class TerminalFront : public Front {
     std::optional<Surroundings> s_;  ///< set by Enter
     int started_ = 0;                ///< items of this run
     int failed_ = 0;                 ///< attempts of this run
-    bool inVain_ = false;            ///< nothing could be played
+    bool inVain_ = false;            ///< nothing could or may be played
     bool sounding_ = false;          ///< an item was opened and not stopped since
     int beatsSinceEnd_ = 0;  ///< beats in which the stream had ended and nobody had acted on it
 };
