@@ -29,7 +29,6 @@
 #include "platform/desktop/top_level.h"
 #include "platform/desktop/tray/tray_icons.h"
 #include "platform/desktop/wait_loop.h"
-#include "platform/files/files.h"
 
 namespace platform {
 
@@ -123,6 +122,10 @@ void DesktopDriver::WatchSessionEnd(std::function<void()> onEnd) {
 
 void DesktopDriver::SetFetcher(Fetcher fetcher) {
     parts_->fetcher = std::move(fetcher);
+}
+
+void DesktopDriver::CountOnceWhileWaiting(std::vector<Long> keyCodes) {
+    parts_->shared.events.CountOnce(std::move(keyCodes));
 }
 
 Millis DesktopDriver::Now() const {
@@ -332,9 +335,7 @@ std::vector<Drive> DesktopDriver::Drives() const {
 }
 
 bool DesktopDriver::IsOnline(std::u16string_view address) const {
-    return LeadsToThisMachine(Narrow(address)) ||
-           HasRoute(ReadWholeFile(u"/proc/net/route").value_or(""),
-                    ReadWholeFile(u"/proc/net/ipv6_route").value_or(""));
+    return LeadsToThisMachine(Narrow(address)) || HasRouteHere();
 }
 
 void DesktopDriver::ForgetDownload(std::u16string_view address) {
@@ -344,11 +345,7 @@ void DesktopDriver::ForgetDownload(std::u16string_view address) {
 std::optional<std::string> DesktopDriver::Download(std::u16string_view address) {
     // The fetcher keeps its own limit; this one is for a name that is looked up for ever.
     constexpr std::chrono::milliseconds kGrace(500);
-    const auto found = parts_->forgotten.find(address);
-    const bool fresh = found != parts_->forgotten.end();
-    if (fresh) {
-        parts_->forgotten.erase(found);
-    }
+    const bool fresh = parts_->forgotten.erase(std::u16string(address)) > 0;
     if (!parts_->fetcher) {
         return std::nullopt;
     }

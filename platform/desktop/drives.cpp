@@ -115,8 +115,9 @@ std::vector<Drive> DrivesHere() {
         const auto found = labels.find(Canonical(device));
         return found == labels.end() ? std::string() : found->second;
     };
+    constexpr std::size_t kMostRead = std::size_t{4} << 20U;
     return ListDrives(home == nullptr ? "" : home,
-                      ReadWholeFile(u"/proc/self/mountinfo").value_or(""), labelOf);
+                      ReadWholeFile(u"/proc/self/mountinfo", kMostRead).value_or(""), labelOf);
 }
 
 }  // namespace platform::desktop
