@@ -36,6 +36,7 @@ class TerminalFront : public Front {
     bool HasPlayed() const { return started_ > 0; }
     void Press(platform::Long code);
     void KeyTyped(char key);
+    void PressTyped();
     void Beat();
     void FollowEnd();
     void ShowProgress();
@@ -43,6 +44,7 @@ class TerminalFront : public Front {
     platform::HeadlessDriver driver_;
     Keyboard keyboard_;
     std::optional<Surroundings> s_;  ///< set by Enter
+    std::string typed_;              ///< keys that wait for their turn, each once
     int started_ = 0;                ///< items of this run
     int failed_ = 0;                 ///< attempts of this run
     bool sounding_ = false;          ///< an item was opened and not stopped since
