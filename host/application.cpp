@@ -241,6 +241,7 @@ void Application::End() {
     }
     if (server_) {
         waitingForEnd_ = server_->StopListening();
+        lock_->RemoveSocket(place_);
     }
     if (!closed_) {
         ImpulseValue show(false);

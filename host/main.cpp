@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -81,6 +82,16 @@ std::vector<std::string> LinesFor(const Options& options, Console& console) {
         lines.push_back(CommandLine(absolute, options.add || !lines.empty()));
     }
     return lines;
+}
+
+/// To standard output, whole or with a complaint. Whoever asks for a text waits for it.
+int Tell(std::string_view text, Console& console) {
+    const bool told =
+        std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+    if (!told) {
+        console.Complain(std::string("cannot write to standard output: ") + std::strerror(errno));
+    }
+    return told ? kInOrder : kFailed;
 }
 
 int QuitRunning(const std::optional<MeetingPlace>& place, Console& console) {
@@ -241,11 +252,13 @@ int Main(const std::vector<std::string>& arguments) {
     }
     const Options& options = std::get<Options>(parsed);
     if (options.action == Options::Action::kHelp) {
-        return std::fputs(HelpText(), stdout) >= 0 ? kInOrder : kFailed;
+        return Tell(HelpText(), console);
     }
     if (options.action == Options::Action::kVersion) {
-        return std::fputs(VersionText(), stdout) >= 0 ? kInOrder : kFailed;
+        return Tell(VersionText(), console);
     }
+    NeverBlock(STDOUT_FILENO);
+    NeverBlock(STDERR_FILENO);
     const auto directory = options.directory ? Here(*options.directory) : DefaultDirectory();
     if (!directory) {
         console.Complain("no home folder; name one with --dir");

@@ -7,7 +7,7 @@
 
 #include "host/paths.h"
 #include "platform/base/text.h"
-#include "platform/files/files.h"
+#include "platform/files/line_input.h"
 
 namespace veldrin {
 namespace {
@@ -47,12 +47,9 @@ bool IsAmong(const std::vector<struct stat>& all, const struct stat& one) {
 /// Whether a line of the saved list leads to the file. Titles are lines, too; none of them is a
 /// whole path.
 bool IsInList(const std::string& list, const struct stat& status) {
-    const std::string text = platform::ReadWholeFile(platform::Widen(list)).value_or("");
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find("\r\n", begin), text.size());
-        const std::string line = text.substr(begin, end - begin);
-        begin = end + 2;
-        const auto found = line.starts_with('/') ? StatusOf(line) : std::nullopt;
+    platform::LineInput input(platform::Widen(list));
+    while (const auto line = input.Next()) {
+        const auto found = line->starts_with('/') ? StatusOf(std::string(*line)) : std::nullopt;
         if (found && Same(*found, status)) {
             return true;
         }
@@ -66,7 +63,7 @@ std::optional<std::string> OutputPlaceFault(const std::string& path, const Input
     if (IsFolder(path)) {
         return "it is a folder";
     }
-    if (!IsFolder(AbsolutePath("..", path))) {
+    if (!IsFolder(FolderOf(path))) {
         return "there is no such folder";
     }
     const auto status = StatusOf(path);

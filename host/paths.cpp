@@ -12,7 +12,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
-#include <vector>
 
 namespace veldrin {
 namespace {
@@ -53,6 +52,12 @@ bool FitsSocketAddress(const std::string& folder) {
     return folder.size() + kRoomForName <= sizeof(sockaddr_un::sun_path);
 }
 
+/// Whether ".." behind this path is not the path without its last name.
+bool IsLeftToTheSystem(const std::string& path) {
+    struct stat status {};
+    return path.ends_with("/..") || (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode));
+}
+
 std::string Join(const std::string& folder, const std::string& name) {
     return folder.ends_with('/') ? folder + name : folder + "/" + name;
 }
@@ -71,18 +76,16 @@ std::optional<std::string> OwnFolder(const char* variable, const char* inHome) {
 }  // namespace
 
 std::string AbsolutePath(std::string_view path, std::string_view base) {
-    std::vector<std::string_view> parts;
-    const auto take = [&parts](std::string_view text) {
+    std::string result;  // "/" is empty meanwhile
+    const auto take = [&result](std::string_view text) {
         while (!text.empty()) {
             const std::size_t end = std::min(text.find('/'), text.size());
             const std::string_view part = text.substr(0, end);
             text.remove_prefix(std::min(end + 1, text.size()));
-            if (part == "..") {
-                if (!parts.empty()) {
-                    parts.pop_back();
-                }
+            if (part == ".." && !IsLeftToTheSystem(result)) {
+                result.resize(std::min(result.rfind('/'), result.size()));
             } else if (!part.empty() && part != ".") {
-                parts.push_back(part);
+                result.append("/").append(part);
             }
         }
     };
@@ -90,11 +93,11 @@ std::string AbsolutePath(std::string_view path, std::string_view base) {
         take(base);
     }
     take(path);
-    std::string result;
-    for (const std::string_view part : parts) {
-        result.append("/").append(part);
-    }
     return result.empty() ? "/" : result;
+}
+
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
 }
 
 std::optional<std::string> CurrentFolder() {
@@ -120,7 +123,7 @@ std::string ProgramPath() {
 std::optional<std::string> DefaultDirectory() {
     const std::string program = ProgramPath();
     if (!program.empty()) {
-        const std::string own = AbsolutePath("..", program);
+        const std::string own = FolderOf(program);
         if (access(Join(own, kSettingsFile).c_str(), F_OK) == 0) {
             return own;
         }

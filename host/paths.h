@@ -7,9 +7,13 @@
 
 namespace veldrin {
 
-/// The path as seen from the folder `base` (absolute): absolute, "." and ".." taken out by the text
-/// alone, no symbolic link resolved, no separator at the end but that of "/".
+/// The path as seen from the folder `base` (absolute): absolute, "." taken out, no symbolic link
+/// resolved, no separator at the end but that of "/". ".." is taken out with the name in front of
+/// it, unless that is a link: what is above the place where it leads to, the system knows.
 std::string AbsolutePath(std::string_view path, std::string_view base);
+
+/// The folder in which the last name of an absolute path stands.
+std::string FolderOf(const std::string& path);
 
 /// The folder that this process stands in; nothing if it has been removed.
 std::optional<std::string> CurrentFolder();

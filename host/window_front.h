@@ -8,6 +8,7 @@
 
 #include "host/front.h"
 #include "host/http/page_fetcher.h"
+#include "platform/base/keys.h"
 #include "platform/desktop/desktop_driver.h"
 
 namespace veldrin {
@@ -18,6 +19,8 @@ class WindowFront : public Front {
     WindowFront(Console& console, std::optional<double> scale)
         : Front(console),
           driver_({"veldrin", "Veldrin", "Music Player", "AudioVideo;Audio;Player;"}, scale) {
+        // Each may open a file; a flood of them shall not leave the window deaf.
+        driver_.CountOnceWhileWaiting({'Z', 'X', 'C', 'V', 'B', platform::VK_RETURN});
         driver_.SetFetcher([pages = MakeFetcher()](const std::string& address, bool fresh) {
             return pages->Fetch(address, fresh);
         });

@@ -47,7 +47,7 @@ std::optional<std::string> ThroughFile(std::string_view page) {
     file.Write(page);
     std::optional<std::string> content;
     if (file.Close()) {
-        content = platform::ReadWholeFile(path);
+        content = platform::ReadWholeFile(path, page.size());
     }
     platform::RemoveFile(path, disk);
     return content;

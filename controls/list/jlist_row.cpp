@@ -7,6 +7,7 @@
 #include "controls/list/jlist.h"
 #include "controls/list/translatecolour.h"
 #include "platform/base/rounding.h"
+#include "platform/drawing/text_lines.h"
 
 namespace sarnel {
 
@@ -27,7 +28,7 @@ void AppendRowString(const ListRows& rows, Long index, bool numbered, std::u16st
     }
     if (rows.Has(index)) {
         rows.TextAt(index).Units([&to](const auto& units) {
-            for (const auto unit : units) {
+            for (const auto unit : units.substr(0, platform::kMostUnits)) {
                 if (unit == 0) {
                     return;  // drawn without a length, a text ends at a zero
                 }

@@ -1,17 +1,15 @@
 // The list of playable types from one run to the next. It stands under a stamp of all that it
 // depends on: if anything of that has changed, GStreamer is asked anew.
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string_view>
 #include <vector>
 
 #include "host/engine/file_types.h"
+#include "platform/base/text.h"
+#include "platform/files/files.h"
 
 namespace veldrin {
 
@@ -70,9 +68,10 @@ std::string Stamp() {
 }  // namespace
 
 std::optional<SupportedTypes> SupportedTypes::Remembered(const std::string& file) {
-    std::ifstream in(file, std::ios::binary);
+    constexpr std::size_t kMostRead = std::size_t{64} << 10U;
+    std::istringstream in(platform::ReadWholeFile(platform::Widen(file), kMostRead).value_or(""));
     std::string stamp;
-    if (file.empty() || !std::getline(in, stamp) || stamp != Stamp()) {
+    if (!std::getline(in, stamp) || stamp != Stamp()) {
         return std::nullopt;
     }
     SupportedTypes types;
@@ -88,17 +87,12 @@ void SupportedTypes::Remember(const std::string& file) const {
     if (file.empty()) {
         return;
     }
-    const std::string fresh = file + "." + std::to_string(getpid());
-    std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
-    out << Stamp() << '\n';
+    std::string text = Stamp() + '\n';
     for (const std::string& extension : extensions_) {
-        out << extension << '\n';
+        text.append(extension).push_back('\n');
     }
-    out << '\n';
-    out.close();
-    if (!out || std::rename(fresh.c_str(), file.c_str()) != 0) {
-        std::remove(fresh.c_str());
-    }
+    text.push_back('\n');
+    static_cast<void>(platform::ReplaceFile(platform::Widen(file), text));
 }
 
 }  // namespace veldrin

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <tuple>
 #include <utility>
 
 #include "host/instance/instance.h"
@@ -50,8 +51,11 @@ std::vector<Descriptor> HandoverServer::StopListening() {
 
 void HandoverServer::Accept() {
     Descriptor socket(accept4(listening_.Number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
-    if (!socket || !IsSameUser(socket) || connections_.size() >= limits_.connections) {
+    if (!socket || !IsSameUser(socket)) {
         return;
+    }
+    if (connections_.size() >= limits_.connections) {
+        DropMostSilent();
     }
     const int number = socket.Number();
     const platform::Millis now = windows_.Now();
@@ -106,6 +110,16 @@ void HandoverServer::Complete(int number) {
 void HandoverServer::Drop(int number) {
     windows_.GetDriver().Watch(number, {});
     connections_.erase(number);
+}
+
+// An honest sender has said all of it at once, so he is not among those who say nothing.
+void HandoverServer::DropMostSilent() {
+    const auto found = std::min_element(
+        connections_.begin(), connections_.end(), [](const auto& one, const auto& other) {
+            return std::tie(one.second.lastHeard, one.second.serial) <
+                   std::tie(other.second.lastHeard, other.second.serial);
+        });
+    Drop(found->first);
 }
 
 void HandoverServer::ScheduleExpiry(int number, long serial, platform::Millis delay) {

@@ -19,7 +19,7 @@ class HandoverServer {
     struct Limits {
         platform::Millis silence = 1000;  ///< without a byte
         platform::Millis whole = 5000;    ///< from the connection to the end of the message
-        std::size_t connections = 16;     ///< at a time
+        std::size_t connections = 16;     ///< at a time; for one more the most silent one goes
     };
 
     /// One whole message of a sender who has had his answer.
@@ -50,6 +50,7 @@ class HandoverServer {
     void Read(int number);
     void Complete(int number);
     void Drop(int number);
+    void DropMostSilent();
     void ScheduleExpiry(int number, long serial, platform::Millis delay);
     void Expire(int number, long serial);
 

@@ -26,7 +26,7 @@ using std::chrono::milliseconds;
 constexpr milliseconds kRetryPeriod(10);
 
 /// Starts that may wait for their turn.
-constexpr int kBacklog = 16;
+constexpr int kBacklog = 128;
 
 Descriptor NewSocket() {
     return Descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
@@ -94,10 +94,13 @@ bool ReceiveAnswer(const Descriptor& connection, Clock::time_point deadline) {
     return answer == kAnswer;
 }
 
-/// The lock's file, not yet locked; made if it is missing.
+/// The lock's file, not yet locked; made if it is missing. Nothing if something else is there.
 Descriptor OpenLock(const MeetingPlace& place) {
-    return Descriptor(
-        open(place.lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    constexpr int kFlags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
+    Descriptor file(open(place.lockPath.c_str(), kFlags, 0600));
+    struct stat status {};
+    const bool isOrdinary = file && fstat(file.Number(), &status) == 0 && S_ISREG(status.st_mode);
+    return isOrdinary ? std::move(file) : Descriptor();
 }
 
 enum class Attempt { kTaken, kNotListening, kHungUp, kTimeUp };
@@ -151,14 +154,27 @@ MeetingPlace MeetingPlace::In(const std::string& runtimeFolder, const std::strin
 }
 
 std::optional<InstanceLock> InstanceLock::TryTake(const MeetingPlace& place) {
-    Descriptor file = OpenLock(place);
-    if (!file || flock(file.Number(), LOCK_EX | LOCK_NB) != 0) {
+    InstanceLock lock(OpenLock(place));
+    if (!lock.file_ || flock(lock.file_.Number(), LOCK_EX | LOCK_NB) != 0 || !lock.IsOf(place)) {
         return std::nullopt;
     }
     // The sticky bit asks those who tidy runtime folders up to leave the file alone.
-    fchmod(file.Number(), S_ISVTX | S_IRUSR | S_IWUSR);
-    unlink(place.socketPath.c_str());
-    return InstanceLock(std::move(file));
+    fchmod(lock.file_.Number(), S_ISVTX | S_IRUSR | S_IWUSR);
+    lock.RemoveSocket(place);
+    return lock;
+}
+
+bool InstanceLock::IsOf(const MeetingPlace& place) const {
+    struct stat held {};
+    struct stat there {};
+    return fstat(file_.Number(), &held) == 0 && lstat(place.lockPath.c_str(), &there) == 0 &&
+           held.st_dev == there.st_dev && held.st_ino == there.st_ino;
+}
+
+void InstanceLock::RemoveSocket(const MeetingPlace& place) const {
+    if (IsOf(place)) {
+        unlink(place.socketPath.c_str());
+    }
 }
 
 Descriptor InstanceLock::Listen(const MeetingPlace& place) const {
@@ -171,6 +187,7 @@ Descriptor InstanceLock::Listen(const MeetingPlace& place) const {
     });
     if (!bound || chmod(place.socketPath.c_str(), S_ISVTX | S_IRUSR | S_IWUSR) != 0 ||
         listen(listening.Number(), kBacklog) != 0) {
+        RemoveSocket(place);
         return Descriptor();
     }
     return listening;

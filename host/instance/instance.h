@@ -34,7 +34,14 @@ class InstanceLock {
     /// done when the main loop is about to run: who connects expects an answer soon.
     Descriptor Listen(const MeetingPlace& place) const;
 
+    /// Takes the socket's file away, whoever still has a connection.
+    void RemoveSocket(const MeetingPlace& place) const;
+
   private:
+    /// Whether the file is still that of the place. If somebody has tidied it away, another
+    /// instance may have the lock of another file, and the socket.
+    bool IsOf(const MeetingPlace& place) const;
+
     explicit InstanceLock(Descriptor file) : file_(std::move(file)) {}
 
     Descriptor file_;

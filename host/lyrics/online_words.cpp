@@ -24,6 +24,7 @@ constexpr seconds kMissKept = std::chrono::hours(24);
 constexpr int kFound = 200;
 constexpr int kNotFound = 404;
 constexpr std::string_view kInstrumental = "[Instrumental]";
+constexpr std::size_t kMostKept = kMostWords * 2;  // bytes of a file: the words and their song
 constexpr std::string_view kMark = "veldrin lyrics 1\n";  // what files of the cache begin with
 
 std::int64_t SecondsAt(std::chrono::system_clock::time_point time) {
@@ -125,7 +126,7 @@ std::optional<OnlineWords::Kept> OnlineWords::Recall(const Song& song) const {
     if (folder_.empty()) {
         return std::nullopt;
     }
-    const auto content = platform::ReadWholeFile(platform::Widen(FileFor(song)));
+    const auto content = platform::ReadWholeFile(platform::Widen(FileFor(song)), kMostKept);
     if (!content || !content->starts_with(kMark)) {
         return std::nullopt;
     }

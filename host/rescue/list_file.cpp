@@ -183,13 +183,14 @@ std::optional<std::string> SetAside(const std::string& path) {
 }
 
 bool DuplicateFile(const std::string& from, const std::string& to) {
+    constexpr std::size_t kMostCopied = std::size_t{1} << 30U;
     if (!OpenFile(from)) {
         return false;
     }
     if (linkat(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), AT_SYMLINK_FOLLOW) == 0) {
         return true;
     }
-    const auto bytes = platform::ReadWholeFile(platform::Widen(from));
+    const auto bytes = platform::ReadWholeFile(platform::Widen(from), kMostCopied);
     return bytes && platform::ReplaceFile(platform::Widen(to), *bytes);
 }
 

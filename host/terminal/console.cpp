@@ -1,9 +1,14 @@
 #include "host/terminal/console.h"
 
+#include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 
 #include "platform/base/text.h"
 
@@ -19,13 +24,18 @@ bool SteersTerminal(char16_t unit) {
            (unit >= 0x2066 && unit <= 0x2069) || unit == 0xFEFF;
 }
 
-/// Writes as much as goes out; a terminal that has gone away is no error.
+/// Writes as much as goes out at once, and drops the rest: the music does not wait for a reader. A
+/// terminal that has gone away is no error.
 void Write(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        // So much a pipe that is ready takes as a whole; more, and the writing could block.
+        const std::size_t size = std::min<std::size_t>(bytes.size(), PIPE_BUF);
+        pollfd entry{descriptor, POLLOUT, 0};
+        const int ready = poll(&entry, 1, 0);
+        const ssize_t written = ready > 0 ? write(descriptor, bytes.data(), size) : ready;
         if (written > 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno != EINTR) {
+        } else if (written == 0 || errno != EINTR) {
             return;
         }
     }
@@ -51,6 +61,19 @@ std::string Printable(std::string_view bytes) {
         }
     }
     return platform::Narrow(text);
+}
+
+void NeverBlock(int descriptor) {
+    struct stat status {};
+    if (fstat(descriptor, &status) != 0 || (!S_ISFIFO(status.st_mode) && isatty(descriptor) == 0)) {
+        return;  // nobody reads from what else there is, or it cannot be opened anew
+    }
+    const std::string name = "/proc/self/fd/" + std::to_string(descriptor);
+    const int own = open(name.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (own >= 0) {
+        dup2(own, descriptor);
+        close(own);
+    }
 }
 
 Console::Console(int output, int errors)

@@ -1,5 +1,6 @@
 // What `veldrin` prints: lines, complaints, and on a terminal a progress line that stays the last
-// one. Text comes from tags and file names, so nothing in it may steer the terminal.
+// one. Text comes from tags and file names, so nothing in it may steer the terminal. Nobody need
+// read it: what a pipe or terminal does not take at once is dropped.
 #pragma once
 
 #include <string>
@@ -10,6 +11,10 @@ namespace veldrin {
 /// Fit to be shown: valid UTF-8 on one line. Control characters and those that turn the direction
 /// of text become blanks, bytes that are not UTF-8 become U+FFFD.
 std::string Printable(std::string_view bytes);
+
+/// Writing to this pipe or terminal fails from now on where it would block, whoever in this process
+/// writes. Those who share it with us, such as the shell, are not touched: it is opened anew.
+void NeverBlock(int descriptor);
 
 class Console {
   public:

@@ -7,30 +7,53 @@
 #include <utility>
 
 namespace veldrin {
+namespace {
 
-char KeyDecoder::Decode(char byte) {
-    constexpr char kEscapeByte = 27;
+constexpr char kEscapeByte = 27;
+constexpr std::string_view kPasteBegin = "200~";  // behind "ESC ["
+constexpr std::string_view kPasteEnd = "\x1b[201~";
+
+/// All that a terminal keeps of what was typed: a flood of keys is one flood, and not a file opened
+/// for each bucket of it.
+constexpr std::size_t kMostTyped = 4096;
+
+}  // namespace
+
+char KeyDecoder::Decode(char byte, platform::Millis now) {
+    if (now - std::exchange(last_, now) > kLongestPause) {
+        state_ = State::kPlain;
+    }
+    const bool isPlain = state_ == State::kPlain && byte != kEscapeByte;
+    state_ = Next(byte);
+    return isPlain ? byte : 0;
+}
+
+KeyDecoder::State KeyDecoder::Next(char byte) {
+    if (state_ == State::kPasted) {
+        // The latest bytes only: what is pasted may be long.
+        sequence_ = (sequence_ + byte).substr(sequence_.size() < kPasteEnd.size() ? 0 : 1);
+        return sequence_ == kPasteEnd ? State::kPlain : State::kPasted;
+    }
+    if (byte == kEscapeByte) {
+        return State::kEscape;
+    }
     switch (state_) {
-        case State::kPlain:
-            if (byte == kEscapeByte) {
-                state_ = State::kEscape;
-                return 0;
-            }
-            return byte;
         case State::kEscape:
             // "ESC [ ... letter", "ESC O letter", else Alt and a character.
-            state_ = byte == '[' ? State::kSequence : byte == 'O' ? State::kOneMore : State::kPlain;
-            return 0;
+            sequence_.clear();
+            return byte == '[' ? State::kSequence : byte == 'O' ? State::kOneMore : State::kPlain;
         case State::kSequence:
-            if (byte >= '@' && byte <= '~') {
-                state_ = State::kPlain;
+            if (byte == '[' && sequence_.empty()) {
+                return State::kOneMore;  // the console's function keys: "ESC [ [ letter"
             }
-            return 0;
-        case State::kOneMore:
-            state_ = State::kPlain;
-            return 0;
+            sequence_.append(sequence_.size() < kPasteBegin.size() ? 1 : 0, byte);
+            if (byte < '@' || byte > '~') {
+                return State::kSequence;
+            }
+            return std::exchange(sequence_, {}) == kPasteBegin ? State::kPasted : State::kPlain;
+        default:
+            return State::kPlain;
     }
-    return 0;
 }
 
 Keyboard::Keyboard(int terminal, platform::Driver& driver, std::function<void(char)> onKey)
@@ -82,7 +105,7 @@ void Keyboard::Release() {
 }
 
 void Keyboard::Read() {
-    std::array<char, 64> buffer{};
+    std::array<char, kMostTyped> buffer{};
     const ssize_t got = read(terminal_, buffer.data(), buffer.size());
     if (got <= 0) {
         if (got == 0 || errno != EINTR) {
@@ -90,8 +113,9 @@ void Keyboard::Read() {
         }
         return;
     }
+    const platform::Millis now = driver_.Now();
     for (ssize_t i = 0; i < got; ++i) {
-        if (const char key = decoder_.Decode(buffer[static_cast<std::size_t>(i)])) {
+        if (const char key = decoder_.Decode(buffer[static_cast<std::size_t>(i)], now)) {
             onKey_(key);
         }
     }

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "platform/driver.h"
@@ -13,15 +14,24 @@
 namespace veldrin {
 
 /// Picks plain characters out of what a terminal sends. An arrow or function key sends a sequence
-/// whose last character looks like a letter; those are passed over.
+/// whose last character looks like a letter; those are passed over, and so is what is pasted where
+/// the terminal marks it.
 class KeyDecoder {
   public:
-    /// The character, or 0 if this byte is none or part of a sequence.
-    char Decode(char byte);
+    /// A terminal sends a sequence in one go: one that has not ended so long after its last byte
+    /// was a key of its own, Escape, or a broken one.
+    static constexpr platform::Millis kLongestPause = 100;
+
+    /// The character, or 0 if this byte is none or part of a sequence. `now` only grows.
+    char Decode(char byte, platform::Millis now);
 
   private:
-    enum class State { kPlain, kEscape, kSequence, kOneMore };
+    enum class State { kPlain, kEscape, kSequence, kOneMore, kPasted };
+    State Next(char byte);
+
     State state_ = State::kPlain;
+    std::string sequence_;  ///< behind "ESC [", or the end of what is pasted
+    platform::Millis last_ = 0;
 };
 
 class Keyboard {

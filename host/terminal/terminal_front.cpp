@@ -11,6 +11,7 @@
 namespace veldrin {
 namespace {
 
+constexpr std::string_view kTransportKeys = "ZXCVB";
 constexpr platform::Long kKeyNext = 'B';
 constexpr platform::Long kKeyPlay = 'X';
 
@@ -108,8 +109,18 @@ void TerminalFront::KeyTyped(char key) {
     const char upper = platform::UpperAscii(key);
     if (upper == 'Q') {
         s_->requestEnd();
-    } else if (std::string_view("ZXCVB").find(upper) != std::string_view::npos) {
-        driver_.PushKey(upper);
+    } else if (kTransportKeys.find(upper) != std::string_view::npos &&
+               typed_.find(upper) == std::string::npos) {
+        typed_.push_back(upper);
+        if (typed_.size() == 1) {
+            s_->windows.Schedule(0, [this] { PressTyped(); });
+        }
+    }
+}
+
+void TerminalFront::PressTyped() {
+    for (const char key : std::exchange(typed_, {})) {
+        driver_.PushKey(key);
     }
 }
 

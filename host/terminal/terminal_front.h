@@ -42,6 +42,7 @@ class TerminalFront : public Front {
     bool HasBegun() const { return started_ > 0 || s_->isEnding(); }
     void Press(platform::Long code);
     void KeyTyped(char key);
+    void PressTyped();
     void Beat();
     void FollowEnd();
     void ShowProgress();
@@ -49,6 +50,7 @@ class TerminalFront : public Front {
     platform::HeadlessDriver driver_;
     Keyboard keyboard_;
     std::optional<Surroundings> s_;  ///< set by Enter
+    std::string typed_;              ///< keys that wait for their turn, each once
     int started_ = 0;                ///< items of this run
     int failed_ = 0;                 ///< attempts of this run
     bool inVain_ = false;            ///< nothing could or may be played

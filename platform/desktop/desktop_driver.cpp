@@ -37,6 +37,10 @@ void DesktopDriver::SetFetcher(Fetcher fetcher) {
     parts_->fetcher = std::move(fetcher);
 }
 
+void DesktopDriver::CountOnceWhileWaiting(std::vector<Long> keyCodes) {
+    parts_->shared.events.CountOnce(std::move(keyCodes));
+}
+
 Millis DesktopDriver::Now() const {
     const auto passed = std::chrono::steady_clock::now() - parts_->start;
     return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/driver.h"
 
@@ -61,6 +62,9 @@ class DesktopDriver : public Driver {
     static constexpr std::chrono::seconds kLongestFetch{10};
     /// Without one there are no downloads.
     void SetFetcher(Fetcher fetcher);
+
+    /// See EventQueue::CountOnce.
+    void CountOnceWhileWaiting(std::vector<Long> keyCodes);
 
     Millis Now() const override;
     void WaitUntil(std::optional<Millis> deadline) override;

@@ -11,7 +11,6 @@
 #include "platform/desktop/drives.h"
 #include "platform/desktop/network.h"
 #include "platform/desktop/qt_text.h"
-#include "platform/files/files.h"
 
 namespace platform {
 
@@ -57,9 +56,7 @@ std::vector<Drive> DesktopDriver::Drives() const {
 }
 
 bool DesktopDriver::IsOnline(std::u16string_view address) const {
-    return LeadsToThisMachine(Narrow(address)) ||
-           HasRoute(ReadWholeFile(u"/proc/net/route").value_or(""),
-                    ReadWholeFile(u"/proc/net/ipv6_route").value_or(""));
+    return LeadsToThisMachine(Narrow(address)) || HasRouteHere();
 }
 
 void DesktopDriver::ForgetDownload(std::u16string_view address) {
@@ -69,11 +66,7 @@ void DesktopDriver::ForgetDownload(std::u16string_view address) {
 std::optional<std::string> DesktopDriver::Download(std::u16string_view address) {
     // The fetcher keeps its own limit; this one is for a name that is looked up for ever.
     constexpr std::chrono::milliseconds kGrace(500);
-    const auto found = parts_->forgotten.find(address);
-    const bool fresh = found != parts_->forgotten.end();
-    if (fresh) {
-        parts_->forgotten.erase(found);
-    }
+    const bool fresh = parts_->forgotten.erase(std::u16string(address)) > 0;
     if (!parts_->fetcher || parts_->IsLost()) {
         return std::nullopt;
     }

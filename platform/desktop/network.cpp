@@ -9,6 +9,7 @@
 
 #include "platform/base/text.h"
 #include "platform/base/words.h"
+#include "platform/files/files.h"
 
 namespace platform::desktop {
 
@@ -67,6 +68,12 @@ bool HasRoute(std::string_view routes, std::string_view routes6) {
         return columns.size() >= kColumns6 && LeadsOut(columns[9], columns[8]);
     };
     return std::ranges::any_of(Lines(routes), leads) || std::ranges::any_of(Lines(routes6), leads6);
+}
+
+bool HasRouteHere() {
+    constexpr std::size_t kMostRead = std::size_t{4} << 20U;
+    return HasRoute(ReadWholeFile(u"/proc/net/route", kMostRead).value_or(""),
+                    ReadWholeFile(u"/proc/net/ipv6_route", kMostRead).value_or(""));
 }
 
 }  // namespace platform::desktop

@@ -12,4 +12,7 @@ bool LeadsToThisMachine(std::string_view address);
 /// to this machine.
 bool HasRoute(std::string_view routes, std::string_view routes6);
 
+/// The same of those that the kernel has now.
+bool HasRouteHere();
+
 }  // namespace platform::desktop

@@ -12,8 +12,6 @@ namespace {
 constexpr Long kPieceWidth = 2048;
 // Enough for the rows of several screens; a piece of a row takes some 4 KiB.
 constexpr std::size_t kMostBytes = 1U << 20;
-// No surface is wide enough for more, and shaping takes time that grows with the text.
-constexpr std::size_t kMostUnits = 8192;
 
 // A text as its format reads it; kept in `room` where that differs from how it is written.
 std::u16string_view WithoutMarks(std::u16string_view text, Long format, std::u16string& room) {
@@ -21,11 +19,11 @@ std::u16string_view WithoutMarks(std::u16string_view text, Long format, std::u16
     if ((format & DT_NOPREFIX) != 0 || text.find(kMark) == std::u16string_view::npos) {
         return text;
     }
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == kMark && ++i == text.size()) {
-            break;  // a mark of nothing
-        }
-        room.push_back(text[i]);
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t mark = std::min(text.find(kMark, start), text.size());
+        room.append(text.substr(start, mark - start));
+        room.append(text.substr(std::min(mark + 1, text.size()), 1));  // a mark of nothing is none
+        start = mark + 2;
     }
     return room;
 }
@@ -93,6 +91,9 @@ void TextDrawing::DrawLine(Surface& surface, const Font& font, std::u16string_vi
 
 void TextDrawing::Draw(Surface& surface, const Font& font, std::u16string_view text,
                        const Rect& rect, Long format, Colour colour) {
+    if ((format & DT_SINGLELINE) != 0) {
+        text = text.substr(0, kMostUnits);
+    }
     std::u16string room;
     text = WithoutMarks(text, format, room);
     const bool clips = (format & DT_NOCLIP) == 0;
@@ -106,7 +107,9 @@ void TextDrawing::Draw(Surface& surface, const Font& font, std::u16string_view t
     const Long height = Rendered(font, u"^j", 0).height;
     const Long width = (format & DT_WORDBREAK) != 0 ? rect.Width() : 0;
     Rect line = rect;
-    for (const std::u16string_view words : BreakLines(driver_, font, text, width)) {
+    const auto fits =
+        static_cast<std::size_t>(std::max(rect.Height(), 0) / std::max(height, 1)) + 1;
+    for (const std::u16string_view words : BreakLines(driver_, font, text, width, fits)) {
         if (!words.empty()) {
             DrawLine(surface, font, words, line, format & ~DT_VCENTER, colour);
         }
@@ -123,13 +126,13 @@ Rect TextDrawing::Calculate(const Font& font, std::u16string_view text, const Re
     text = WithoutMarks(text, format, room);
     Size size = driver_.MeasureText(font, u"^j");
     if ((format & DT_SINGLELINE) != 0) {
-        size.width = driver_.MeasureText(font, text).width;
+        size.width = MeasureLine(driver_, font, text).width;
     } else {
         const Long width = (format & DT_WORDBREAK) != 0 ? rect.Width() : 0;
         const auto lines = BreakLines(driver_, font, text, width);
         size = {0, size.height * static_cast<Long>(lines.size())};
         for (const std::u16string_view line : lines) {
-            size.width = std::max(size.width, driver_.MeasureText(font, line).width);
+            size.width = std::max(size.width, MeasureLine(driver_, font, line).width);
         }
     }
     return {rect.left, rect.top, rect.left + size.width, rect.top + size.height};

@@ -1,6 +1,7 @@
 #include "platform/drawing/text_lines.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <unordered_map>
 
@@ -13,6 +14,11 @@ namespace {
 // Longer words are measured in parts only: no line is wide enough for them.
 constexpr std::size_t kLongestWord = 1024;
 
+// What may be spent on measuring the words of one text, in units of text. Each time costs as much
+// as some units more.
+constexpr std::size_t kMostMeasured = std::size_t{256} << 10U;
+constexpr std::size_t kCostOfMeasuring = 32;
+
 // Breaks paragraphs between words. The width of a beginning is the sum of its words' widths, each
 // measured once; only where that is too close to the line's end to be sure, since words are rounded
 // to whole pixels, the beginning itself is measured.
@@ -21,8 +27,9 @@ class Breaker {
     Breaker(const Driver& driver, const Font& font, Long width)
         : driver_(driver), font_(font), width_(width), blank_(Measure(u" ")) {}
 
-    void Break(std::u16string_view paragraph, std::vector<std::u16string_view>& lines) {
-        for (;;) {
+    void Break(std::u16string_view paragraph, std::size_t most,
+               std::vector<std::u16string_view>& lines) {
+        while (lines.size() < most) {
             const std::size_t fits = FittingUnits(paragraph);
             const std::size_t next = paragraph.find_first_not_of(u' ', fits);
             lines.push_back(paragraph.substr(0, fits));
@@ -34,14 +41,28 @@ class Breaker {
     }
 
   private:
-    Long Measure(std::u16string_view text) const { return driver_.MeasureText(font_, text).width; }
+    Long Measure(std::u16string_view text) {
+        if (spent_ > kMostMeasured) {
+            return static_cast<Long>(pixels_ * static_cast<std::int64_t>(text.size()) / units_);
+        }
+        const Long width = driver_.MeasureText(font_, text).width;
+        spent_ += text.size() + kCostOfMeasuring;
+        units_ += static_cast<std::int64_t>(text.size());
+        pixels_ += width;
+        return width;
+    }
 
     Long WidthOf(std::u16string_view word) {
-        const auto [entry, isNew] = widths_.try_emplace(word, 0);
-        if (isNew) {
-            entry->second = Measure(word);
+        const auto known = widths_.find(word);
+        if (known != widths_.end()) {
+            return known->second;
         }
-        return entry->second;
+        const bool isExact = spent_ <= kMostMeasured;
+        const Long width = Measure(word);
+        if (isExact) {
+            widths_.emplace(word, width);
+        }
+        return width;
     }
 
     // How much of a paragraph goes on one line: whole words if one fits, else units, at least one.
@@ -73,7 +94,7 @@ class Breaker {
     }
 
     // The longest beginning that fits, of a text whose first word does not.
-    std::size_t UnitsOfWord(std::u16string_view text) const {
+    std::size_t UnitsOfWord(std::u16string_view text) {
         std::size_t fits = 1;
         std::size_t tooLong = 2;
         while (tooLong <= text.size() && Measure(text.substr(0, tooLong)) <= width_) {
@@ -94,26 +115,40 @@ class Breaker {
     const Driver& driver_;
     const Font& font_;
     Long width_;
+    std::size_t spent_ = 0;
+    std::int64_t units_ = 0;   ///< measured so far
+    std::int64_t pixels_ = 0;  ///< their width
     Long blank_;
     std::unordered_map<std::u16string_view, Long> widths_;
 };
 
 }  // namespace
 
+Size MeasureLine(const Driver& driver, const Font& font, std::u16string_view line) {
+    Size size = driver.MeasureText(font, line.substr(0, kMostUnits));
+    if (line.size() > kMostUnits) {
+        constexpr double kWidest = 1 << 30;
+        const double units = static_cast<double>(line.size()) / kMostUnits;
+        size.width = static_cast<Long>(std::min(size.width * units, kWidest));
+    }
+    return size;
+}
+
 std::vector<std::u16string_view> BreakLines(const Driver& driver, const Font& font,
-                                            std::u16string_view text, Long width) {
+                                            std::u16string_view text, Long width,
+                                            std::size_t most) {
     std::vector<std::u16string_view> lines;
     std::optional<Breaker> breaker;  // measures, which lines of any width do not need
     if (width > 0) {
         breaker.emplace(driver, font, width);
     }
-    for (bool more = true; more;) {
+    for (bool more = true; more && lines.size() < most;) {
         const std::size_t end = std::min(text.find_first_of(u"\r\n"), text.size());
         const std::u16string_view line = text.substr(0, end);
         more = end < text.size();
         text.remove_prefix(more ? end + (text.substr(end, 2) == u"\r\n" ? 2 : 1) : end);
         if (breaker) {
-            breaker->Break(line, lines);
+            breaker->Break(line, most, lines);
         } else {
             lines.push_back(line);
         }

@@ -19,12 +19,23 @@ namespace {
 
 constexpr std::size_t kBufferSize = 1 << 16;
 
+bool HoldsZero(std::u16string_view path) {
+    return path.find(u'\0') != std::u16string_view::npos;
+}
+
 std::optional<struct stat> Status(std::u16string_view path) {
     struct stat status {};
-    if (path.find(u'\0') != std::u16string_view::npos || stat(Narrow(path).c_str(), &status) != 0) {
+    if (HoldsZero(path) || stat(Narrow(path).c_str(), &status) != 0) {
         return std::nullopt;
     }
     return status;
+}
+
+// Never waits: a pipe would let us wait for whoever is at its other end.
+int Open(std::u16string_view path, int flags) {
+    constexpr mode_t kOwnersAlone = 0600;
+    constexpr int kAlways = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    return HoldsZero(path) ? -1 : open(Narrow(path).c_str(), flags | kAlways, kOwnersAlone);
 }
 
 bool IsHidden(std::u16string_view path) {
@@ -84,6 +95,18 @@ std::u16string FullPath(std::u16string_view path) {
     return error ? std::u16string(path) : Widen(full.native());
 }
 
+std::optional<FileStamp> StampOf(std::u16string_view path) {
+    const auto status = Status(path);
+    if (!status || !S_ISREG(status->st_mode)) {
+        return std::nullopt;
+    }
+    const auto nanoseconds = [](const timespec& time) {
+        return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+    };
+    return FileStamp{status->st_dev, status->st_ino, status->st_size, nanoseconds(status->st_mtim),
+                     nanoseconds(status->st_ctim)};
+}
+
 std::optional<std::int64_t> FileLength(std::u16string_view path) {
     const auto status = Status(path);
     if (!status || S_ISDIR(status->st_mode)) {
@@ -101,15 +124,22 @@ bool OrdinaryFileMatches(std::u16string_view path) {
     return status && S_ISREG(status->st_mode) && !IsHidden(path);
 }
 
-std::optional<std::string> ReadWholeFile(std::u16string_view path) {
+bool IsTaken(std::u16string_view path) {
+    struct stat status {};
+    return !HoldsZero(path) && lstat(Narrow(path).c_str(), &status) == 0;
+}
+
+std::optional<std::string> ReadWholeFile(std::u16string_view path, std::size_t most) {
     FileReader file(path);
-    if (!file.IsOpen()) {
+    // Those that the system makes up, as in /proc, say that they hold nothing.
+    if (!file.IsOpen() || std::cmp_greater(FileLength(path).value_or(0), most)) {
         return std::nullopt;
     }
     std::string bytes;
-    while (file.Append(bytes)) {
+    bytes.reserve(static_cast<std::size_t>(FileLength(path).value_or(0)) + kBufferSize);
+    while (bytes.size() <= most && file.Append(bytes)) {
     }
-    return bytes;
+    return bytes.size() <= most ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 bool ReplaceFile(std::u16string_view path, std::string_view bytes, Disk disk) {
@@ -124,7 +154,7 @@ bool ReplaceFile(std::u16string_view path, std::string_view bytes, Disk disk) {
     }
     struct stat status {};
     const bool existed = stat(target.c_str(), &status) == 0;
-    if (existed && access(target.c_str(), W_OK) != 0) {
+    if (existed && (!S_ISREG(status.st_mode) || access(target.c_str(), W_OK) != 0)) {
         return false;
     }
     std::string temporary = target.native() + ".XXXXXX";
@@ -147,8 +177,7 @@ bool RemoveFile(std::u16string_view path, Disk disk) {
     return disk == Disk::kWritable && unlink(Narrow(path).c_str()) == 0;
 }
 
-FileReader::FileReader(std::u16string_view path)
-    : descriptor_(open(Narrow(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+FileReader::FileReader(std::u16string_view path) : descriptor_(Open(path, O_RDONLY)) {
     struct stat status {};
     // A pipe or device in the file's place could feed us for ever.
     if (descriptor_ >= 0 && (fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode))) {
@@ -176,7 +205,7 @@ bool FileReader::Append(std::string& buffer) {
 
 FileWriter::FileWriter(std::u16string_view path, Disk disk) {
     if (disk == Disk::kWritable) {
-        descriptor_ = open(Narrow(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        descriptor_ = Open(path, O_WRONLY | O_CREAT | O_TRUNC);
         buffer_.reserve(kBufferSize);
     }
 }

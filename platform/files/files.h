@@ -16,6 +16,19 @@ inline constexpr char16_t kPathSeparator = u'/';
 /// `directory` (without a separator at its end), a separator, `name`.
 std::u16string JoinPath(std::u16string_view directory, std::u16string_view name);
 
+/// What changes whenever another file takes a file's place, or its bytes change.
+struct FileStamp {
+    std::uint64_t device = 0;
+    std::uint64_t node = 0;
+    std::int64_t length = 0;
+    std::int64_t modified = 0;  ///< nanoseconds, as the next
+    std::int64_t changed = 0;
+    bool operator==(const FileStamp&) const = default;
+};
+
+/// None for what is no ordinary file, nor a link to one.
+std::optional<FileStamp> StampOf(std::u16string_view path);
+
 /// Length in bytes of an ordinary file, or of what a link to one leads to.
 std::optional<std::int64_t> FileLength(std::u16string_view path);
 
@@ -30,7 +43,12 @@ bool OrdinaryFileMatches(std::u16string_view path);
 /// and empty ones. Links are names like all others. A separator at the end stays.
 std::u16string FullPath(std::u16string_view path);
 
-std::optional<std::string> ReadWholeFile(std::u16string_view path);
+/// Whether something stands there under that name, be it a link that leads nowhere.
+bool IsTaken(std::u16string_view path);
+
+/// The bytes of an ordinary file. None if it holds more than `most`: who reads a file whole says
+/// how much of it he can bear.
+std::optional<std::string> ReadWholeFile(std::u16string_view path, std::size_t most);
 
 /// Whether files can be written, made, renamed and deleted at all. On a full disk they cannot;
 /// reading goes on.
@@ -40,7 +58,7 @@ enum class Disk { kWritable, kFull };
 /// finds the old content or the new, never a part. They are flushed to the disk first, unless the
 /// file was replaced within the last second: of such a row of writes the later ones are only on
 /// their way there, since each may come from one step of a slider. A link stays a link. False if
-/// that failed, and then the old file is as it was.
+/// that failed, or what stands there is no ordinary file, and then it is as it was.
 [[nodiscard]] bool ReplaceFile(std::u16string_view path, std::string_view bytes,
                                Disk disk = Disk::kWritable);
 
@@ -62,7 +80,7 @@ class FileReader {
     int descriptor_ = -1;
 };
 
-/// A file that is written from its beginning; an existing one is emptied. Buffered.
+/// A file that is written from its beginning; an existing one is emptied. Buffered. Never waits.
 class FileWriter {
   public:
     explicit FileWriter(std::u16string_view path, Disk disk = Disk::kWritable);

@@ -46,7 +46,8 @@ std::vector<Mount> ParseMounts(std::string_view mountinfo) {
 }
 
 std::vector<Mount> MountsHere() {
-    return ParseMounts(ReadWholeFile(u"/proc/self/mountinfo").value_or(""));
+    constexpr std::size_t kMostRead = std::size_t{4} << 20U;
+    return ParseMounts(ReadWholeFile(u"/proc/self/mountinfo", kMostRead).value_or(""));
 }
 
 }  // namespace platform

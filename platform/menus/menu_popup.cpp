@@ -70,6 +70,8 @@ MenuPopup::MenuPopup(WindowSystem& windows, Menus& menus, Handle menu, Handle ow
             size.height += row.height;
         }
     }
+    // A caption may be of any length, and a picture of it as wide as that would take all memory.
+    size.width = std::min(size.width, windows_.GetDriver().WorkArea().Width() - 2 * kFrame);
     for (Rect& row : rows_) {
         row.right = size.width;
     }

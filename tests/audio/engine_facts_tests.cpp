@@ -1,5 +1,6 @@
 // What the engine tells: of the item, of the types that it can play, and of itself.
 #include <stdlib.h>
+#include <sys/stat.h>
 
 #include <chrono>
 #include <filesystem>
@@ -98,6 +99,29 @@ TEST_F(FactsTest, FileTypesAreRememberedUntilPlugInsChange) {
     std::ofstream(file) << stamp << " /more 1.2\nabc\n\n";
     EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
     EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
+}
+
+TEST_F(FactsTest, FileTypesAreAskedForWhereTheyCannotBeRead) {
+    const std::string file = directory_ / "file-types";
+    const Output silent{Output::Kind::kNull, {}};
+    const std::string installed = Engine(silent, {}, file).FileTypes();
+    std::string stamp;
+    std::getline(std::ifstream(file), stamp);
+    using std::filesystem::file_type;
+    const auto tryOnce = [&](const char* what, file_type after) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
+        EXPECT_EQ(std::filesystem::symlink_status(file).type(), after);
+        std::filesystem::remove(file);
+    };
+    std::ofstream(file) << stamp << "\nabc\n\n" << std::string(64 << 10, 'x');
+    tryOnce("a large file", file_type::regular);
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    tryOnce("a pipe", file_type::fifo);
+    std::filesystem::create_symlink("nowhere", file);
+    tryOnce("a link that leads nowhere", file_type::regular);
+    std::filesystem::create_directory(file);
+    tryOnce("a folder", file_type::directory);
 }
 
 TEST_F(FactsTest, WhatWasRememberedEndsWithAChangeOfAnyPlugInFolder) {

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "platform/desktop/desktop_driver.h"
 #include "platform/desktop/drop_paths.h"
@@ -57,6 +60,70 @@ TEST(EventQueue, ARunOfMovesIsOneButAPressKeepsItsPlace) {
     EXPECT_TRUE(std::holds_alternative<ButtonChanged>(*queue.Take()));
     EXPECT_EQ(std::get<PointerMoved>(*queue.Take()).ptScreen, (Point{3, 3}));
     EXPECT_FALSE(queue.Take());
+}
+
+// The codes of the presses that come out.
+std::vector<Long> Presses(EventQueue& queue) {
+    std::vector<Long> codes;
+    while (const auto event = queue.Take()) {
+        const auto* const key = std::get_if<KeyChanged>(&*event);
+        if (key != nullptr && key->down) {
+            codes.push_back(key->code);
+        }
+    }
+    return codes;
+}
+
+void PushKeys(EventQueue& queue, std::string_view codes, Long shift = 0) {
+    for (const char code : codes) {
+        queue.Push(KeyChanged{code, shift, true});
+        queue.Push(KeyChanged{code, shift, false});
+    }
+}
+
+TEST(EventQueue, AFloodOfOneKeyIsOnePress) {
+    EventQueue queue;
+    queue.CountOnce({'B', 'Z'});
+    PushKeys(queue, std::string(1000, 'B'));
+    EXPECT_EQ(Presses(queue), (std::vector<Long>{'B'}));
+    PushKeys(queue, "BZBZBBZ");
+    EXPECT_EQ(Presses(queue), (std::vector<Long>{'B', 'Z'}));
+    // What was taken does not wait any more.
+    PushKeys(queue, "B");
+    EXPECT_EQ(Presses(queue), (std::vector<Long>{'B'}));
+}
+
+TEST(EventQueue, OtherKeysAndWhatTheyComeBetweenStay) {
+    EventQueue queue;
+    queue.CountOnce({'B'});
+    PushKeys(queue, "BB((BB");
+    EXPECT_EQ(Presses(queue), (std::vector<Long>{'B', '(', '(', 'B'}));
+    PushKeys(queue, "BB", kShiftBit);
+    EXPECT_EQ(Presses(queue), (std::vector<Long>{'B', 'B'}));
+    PushKeys(queue, "B");
+    queue.Push(ButtonChanged{{2, 2}, 1, true, 0});
+    PushKeys(queue, "B");
+    EXPECT_EQ(Presses(queue), (std::vector<Long>{'B', 'B'}));
+}
+
+TEST(EventQueue, WhatIsTypedStaysWhole) {
+    EventQueue queue;
+    queue.CountOnce({'B'});
+    for (int i = 0; i < 3; ++i) {
+        queue.Push(KeyChanged{'B', 0, true});
+        queue.Push(TextTyped{u"b"});
+        queue.Push(KeyChanged{'B', 0, false});
+    }
+    std::u16string typed;
+    std::size_t presses = 0;
+    while (const auto event = queue.Take()) {
+        const auto* const key = std::get_if<KeyChanged>(&*event);
+        presses += key != nullptr && key->down ? 1 : 0;
+        const auto* const text = std::get_if<TextTyped>(&*event);
+        typed += text != nullptr ? text->text : u"";
+    }
+    EXPECT_EQ(typed, u"bbb");
+    EXPECT_EQ(presses, 1U);
 }
 
 TEST(Magnification, PlacesGoThereAndBack) {

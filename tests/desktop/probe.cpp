@@ -87,7 +87,7 @@ class Probe {
         while (access(address.c_str(), F_OK) != 0) {
             usleep(5000);
         }
-        const auto content = ReadWholeFile(Widen(address));
+        const auto content = ReadWholeFile(Widen(address), SIZE_MAX);
         return content ? std::optional(*content + (fresh ? " fresh" : "")) : std::nullopt;
     }
 

@@ -8,11 +8,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "host/descriptor.h"
 #include "host/terminal/keyboard.h"
+#include "tests/host/scratch_folder.h"
 
 namespace veldrin {
 namespace {
@@ -164,13 +167,78 @@ TEST_F(ConsoleOnTerminal, LinesAndComplaintsTakeThePlaceOfTheProgress) {
     EXPECT_EQ(Shown(), "fourth\r\n");
 }
 
-std::string Keys(std::string_view bytes) {
+/// A pipe that holds all it can: 64 KiB.
+class FullPipe {
+  public:
+    FullPipe() {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+        reading_ = Descriptor(ends[0]);
+        writing_ = Descriptor(ends[1]);
+        fcntl(Writing(), F_SETFL, O_NONBLOCK);
+        const std::string much(4096, '.');
+        while (write(Writing(), much.data(), much.size()) > 0) {
+        }
+        fcntl(Writing(), F_SETFL, 0);
+    }
+    int Writing() const { return writing_.Number(); }
+    void Empty() const {
+        std::vector<char> all(std::size_t{1} << 20U);
+        EXPECT_GT(read(reading_.Number(), all.data(), all.size()), 0);
+    }
+    std::string Read() const {
+        std::array<char, 256> some{};
+        const ssize_t got = read(reading_.Number(), some.data(), some.size());
+        return {some.data(), got > 0 ? static_cast<std::size_t>(got) : 0};
+    }
+
+  private:
+    Descriptor reading_;
+    Descriptor writing_;
+};
+
+// These two would hang.
+TEST(Console, WhatNobodyReadsIsDropped) {
+    const FullPipe full;
+    Console console(full.Writing(), full.Writing());
+    console.Line("lost");
+    console.Complain("lost, too");
+    console.Line(std::string(100'000, 'x'));
+    full.Empty();
+    console.Complain("heard");
+    EXPECT_EQ(full.Read(), "veldrin: heard\n");
+}
+
+TEST(NeverBlock, HoldsForWhoeverWritesHereAndForNobodyElse) {
+    const FullPipe full;
+    const Descriptor own(dup(full.Writing()));
+    NeverBlock(own.Number());
+    EXPECT_EQ(write(own.Number(), "x", 1), -1);
+    EXPECT_EQ(errno, EAGAIN);
+    // The other end of the copy is still that of whoever shares it, such as the shell.
+    EXPECT_EQ(fcntl(full.Writing(), F_GETFL) & O_NONBLOCK, 0);
+}
+
+TEST(NeverBlock, AFileIsWrittenOnWhereItWas) {
+    const ScratchFolder scratch;
+    const Descriptor file(open(scratch.Path("file").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    EXPECT_EQ(write(file.Number(), "ab", 2), 2);
+    NeverBlock(file.Number());
+    EXPECT_EQ(write(file.Number(), "c", 1), 1);
+    std::array<char, 8> all{};
+    EXPECT_EQ(pread(file.Number(), all.data(), all.size(), 0), 3);
+}
+
+/// Of bytes that come all at once, or that many milliseconds one after the other.
+std::string Keys(std::string_view bytes, platform::Millis apart = 0) {
     KeyDecoder decoder;
     std::string keys;
+    platform::Millis now = 1000;
     for (const char byte : bytes) {
-        if (const char key = decoder.Decode(byte)) {
+        if (const char key = decoder.Decode(byte, now)) {
             keys.push_back(key);
         }
+        now += apart;
     }
     return keys;
 }
@@ -181,6 +249,34 @@ TEST(KeyDecoder, ArrowAndFunctionKeysAreNoLetters) {
     EXPECT_EQ(Keys("\x1bOPb"), "b");             // F1
     EXPECT_EQ(Keys("\x1b[15~b"), "b");           // F5
     EXPECT_EQ(Keys("\x1bqz"), "z");              // Alt and q
+    EXPECT_EQ(Keys("\x1b[[Bz"), "z");            // F2 of the console
+}
+
+TEST(KeyDecoder, ASequenceThatDoesNotEndTakesNoKeyThatComesLater) {
+    constexpr platform::Millis kBetweenPresses = 150;
+    for (const std::string_view begun : {"\x1b", "\x1b[", "\x1b[1;", "\x1bO", "\x1b[200~"}) {
+        KeyDecoder decoder;
+        for (const char byte : begun) {
+            EXPECT_EQ(decoder.Decode(byte, 0), 0);
+        }
+        EXPECT_EQ(decoder.Decode('q', kBetweenPresses), 'q');
+    }
+    EXPECT_EQ(Keys("\x1bq", kBetweenPresses), "q");
+    EXPECT_EQ(Keys("\x1b[\x1b[Bz"), "z");  // one begins inside another
+}
+
+// A slow line brings a sequence in pieces.
+TEST(KeyDecoder, ASequenceMayTakeAMoment) {
+    EXPECT_EQ(Keys("\x1b[1;5Cv", 20), "v");
+}
+
+TEST(KeyDecoder, WhatIsPastedIsNotTyped) {
+    EXPECT_EQ(Keys("\x1b[200~quit \x1b[B now\x1b[201~b"), "b");
+}
+
+TEST(KeyDecoder, OtherBytesAreNoKeysOfOurs) {
+    EXPECT_EQ(Keys(std::string_view("\0z", 2)), "z");
+    EXPECT_EQ(Keys("\xC3z\xE2\x82"), "\xC3z\xE2\x82");  // cut short, as they are
 }
 
 }  // namespace

@@ -6,6 +6,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <memory>
+#include <vector>
+
 #include "tests/host/instance_fixture.h"
 
 namespace veldrin {
@@ -81,14 +84,27 @@ TEST_F(Instance, SilentSendersDoNotHoldUpTheMainLoopOrOtherSenders) {
     EXPECT_EQ(silent.Answer(), "");
 }
 
-TEST_F(Instance, NoMoreConnectionsThanAllowed) {
-    Running running(Lock(), place_, {.silence = 5000, .whole = 5000, .connections = 2});
+TEST_F(Instance, OfMoreConnectionsThanAllowedTheMostSilentIsDropped) {
+    Running running(Lock(), place_, {.silence = 60'000, .whole = 60'000, .connections = 2});
     RawSender first(place_);
     RawSender second(place_);
+    EXPECT_EQ(second.Send("v"), 1U);
     RawSender third(place_);
-    EXPECT_TRUE(running.TurnUntil([&] { return third.Answer() == "(closed)"; }));
-    EXPECT_EQ(first.Answer(), "");
+    EXPECT_TRUE(running.TurnUntil([&] { return first.Answer() == "(closed)"; }));
     EXPECT_EQ(second.Answer(), "");
+    EXPECT_EQ(third.Answer(), "");
+}
+
+// Each says a word and then nothing; none of them is given up by the time limit.
+TEST_F(Instance, SlowSendersKeepNobodyOut) {
+    Running running(Lock(), place_, {.silence = 60'000, .whole = 60'000, .connections = 16});
+    std::vector<std::unique_ptr<RawSender>> slow;
+    for (int i = 0; i < 40; ++i) {
+        slow.push_back(std::make_unique<RawSender>(place_));
+        EXPECT_TRUE(slow.back()->IsConnected());
+        EXPECT_EQ(slow.back()->Send("v"), 1U);
+    }
+    EXPECT_EQ(AnswerTo(running, "veldrin 1;S0:,"), "ok");
 }
 
 // Should the rights of folder and socket ever be laxer than they are made, the user is checked too.

@@ -42,6 +42,41 @@ TEST_F(Instance, LockAndSocketAreTheOwnersOnly) {
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
+TEST_F(Instance, AnythingButAFileIsNoLock) {
+    ASSERT_EQ(mkfifo(place_.lockPath.c_str(), 0600), 0);
+    EXPECT_FALSE(InstanceLock::TryTake(place_));
+    EXPECT_EQ(unlink(place_.lockPath.c_str()), 0);
+    ASSERT_EQ(mkdir(place_.lockPath.c_str(), 0700), 0);
+    EXPECT_FALSE(InstanceLock::TryTake(place_));
+    EXPECT_EQ(rmdir(place_.lockPath.c_str()), 0);
+    EXPECT_EQ(symlink("elsewhere", place_.lockPath.c_str()), 0);
+    EXPECT_FALSE(InstanceLock::TryTake(place_));
+    EXPECT_EQ(unlink(place_.lockPath.c_str()), 0);
+    EXPECT_TRUE(InstanceLock::TryTake(place_));
+}
+
+TEST_F(Instance, ItsHolderTakesTheSocketAway) {
+    const InstanceLock lock = Lock();
+    const Descriptor listening = lock.Listen(place_);
+    ASSERT_TRUE(listening);
+    lock.RemoveSocket(place_);
+    EXPECT_NE(access(place_.socketPath.c_str(), F_OK), 0);
+}
+
+// Somebody has tidied the folder up, and another instance has begun since.
+TEST_F(Instance, SocketOfALaterInstanceStays) {
+    const InstanceLock earlier = Lock();
+    const Descriptor unheard = earlier.Listen(place_);
+    unlink(place_.lockPath.c_str());
+    const InstanceLock later = Lock();
+    const Descriptor listening = later.Listen(place_);
+    ASSERT_TRUE(listening);
+    earlier.RemoveSocket(place_);
+    EXPECT_EQ(access(place_.socketPath.c_str(), F_OK), 0);
+    later.RemoveSocket(place_);
+    EXPECT_NE(access(place_.socketPath.c_str(), F_OK), 0);
+}
+
 TEST_F(Instance, LaterStartHandsItsLinesOver) {
     Running running(Lock(), place_);
     const Requests requests = {{Kind::kLine, "\"/m/b\xE9\n.mp3\""}, {Kind::kLine, "/ADD \"/m\""}};

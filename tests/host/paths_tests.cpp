@@ -34,6 +34,35 @@ TEST(Paths, NamesThatOnlyLookLikeDotsStay) {
     EXPECT_EQ(AbsolutePath("/a/.../..b/c..", "/"), "/a/.../..b/c..");
 }
 
+TEST(Paths, WhatIsAboveALinkIsLeftToTheSystem) {
+    const ScratchFolder scratch;
+    ASSERT_TRUE(MakeFolder(scratch.Path("there/below")));
+    ASSERT_TRUE(MakeFolder(scratch.Path("here/folder")));
+    std::ofstream(scratch.Path("there/song")) << "there";
+    std::ofstream(scratch.Path("here/song")) << "here";
+    std::filesystem::create_directory_symlink("../there/below", scratch.Path("here/link"));
+    const auto seen = [&](const std::string& path) {
+        return AbsolutePath(path, scratch.Path("here"));
+    };
+    EXPECT_EQ(seen("link/../song"), scratch.Path("here/link/../song"));
+    EXPECT_TRUE(std::filesystem::equivalent(seen("link/../song"), scratch.Path("there/song")));
+    EXPECT_EQ(seen("./link//.././../here/song"), scratch.Path("here/link/../../here/song"));
+    EXPECT_EQ(seen("link/../below/../song"), scratch.Path("here/link/../song"));
+    EXPECT_EQ(seen("folder/../song"), scratch.Path("here/song"));
+    EXPECT_EQ(seen("link/song"), scratch.Path("here/link/song"));
+    std::filesystem::create_symlink("nowhere", scratch.Path("here/dead"));
+    EXPECT_EQ(seen("dead/../song"), scratch.Path("here/dead/../song"));
+    // From within the folder that the link leads to.
+    EXPECT_EQ(AbsolutePath("../song", scratch.Path("here/link")),
+              scratch.Path("here/link/../song"));
+}
+
+TEST(Paths, TheFolderOfANameIsInFrontOfIt) {
+    EXPECT_EQ(FolderOf("/a/b"), "/a");
+    EXPECT_EQ(FolderOf("/a"), "/");
+    EXPECT_EQ(FolderOf("/"), "/");
+}
+
 TEST(Paths, BytesStayAsTheyAre) {
     EXPECT_EQ(AbsolutePath("b\xE9 \"q\"\n.mp3", "/m\xFF"), "/m\xFF/b\xE9 \"q\"\n.mp3");
 }

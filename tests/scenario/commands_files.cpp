@@ -59,7 +59,7 @@ Command Exists(CommandLine& line) {
 
 Command Bytes(CommandLine& line) {
     return [path = line.Text()](World& world) {
-        const auto content = platform::ReadWholeFile(path);
+        const auto content = platform::ReadWholeFile(path, SIZE_MAX);
         world.Print(content ? world.Printed(Value(platform::Widen(*content))) : "none");
     };
 }

@@ -50,7 +50,7 @@ void World::ApplyLooks() {
     }
     pictureFiles_.clear();
     for (const auto& [id, path] : looks_.bitmaps) {
-        pictureFiles_[id] = path ? platform::ReadWholeFile(*path).value_or("") : "";
+        pictureFiles_[id] = path ? platform::ReadWholeFile(*path, SIZE_MAX).value_or("") : "";
         table.Bitmap(id, pictureFiles_[id]);
     }
     component_->State().Skins = std::move(table);

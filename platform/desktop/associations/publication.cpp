@@ -25,16 +25,22 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::milliseconds kToolTime(2000);
 constexpr const char* kList = "mimeapps.list";
+// The cache of all entries of a machine takes some tens of kilobytes.
+constexpr std::size_t kMostRead = std::size_t{4} << 20U;
 
 std::optional<std::string> Read(const std::string& path) {
-    return ReadWholeFile(Widen(path));
+    return ReadWholeFile(Widen(path), kMostRead);
 }
 
 enum class Written { kAsItWas, kAnew, kNot };
 
 Written Write(const std::string& path, const std::string& bytes) {
-    if (Read(path) == bytes) {
+    const auto old = Read(path);
+    if (old == bytes) {
         return Written::kAsItWas;
+    }
+    if (!old && IsTaken(Widen(path))) {
+        return Written::kNot;  // there is something that cannot be read, and so not kept either
     }
     std::error_code error;
     fs::create_directories(fs::path(path).parent_path(), error);
@@ -125,12 +131,7 @@ std::optional<std::string> FolderOpener(const UserFolders& folders,
 void WriteList(const UserFolders& folders, const Defaults& defaults,
                const std::set<std::string>& ours) {
     const std::string path = folders.config + "/" + kList;
-    const auto old = Read(path);
-    std::error_code error;
-    if (!old && fs::exists(fs::symlink_status(path, error))) {
-        return;  // there is something that cannot be read, and so not kept either
-    }
-    std::string text = WithDefaults(old.value_or(""), defaults);
+    std::string text = WithDefaults(Read(path).value_or(""), defaults);
     // Now that there are entries of ours for folders, the one that comes first might be ours.
     if (!FoldersHaveDefault(folders)) {
         if (const auto opener = FolderOpener(folders, ours)) {

@@ -1,7 +1,9 @@
 #include "platform/files/files.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <iterator>
@@ -87,17 +89,69 @@ TEST_F(Files, ReadWholeFileGivesEveryByte) {
     const std::string bytes("a\0\r\n\xFF z", 7);
     folder_.Write("file", bytes);
     folder_.Write("empty", "");
-    EXPECT_EQ(ReadWholeFile(folder_.Text("file")), bytes);
-    EXPECT_EQ(ReadWholeFile(folder_.Text("empty")), "");
+    EXPECT_EQ(ReadWholeFile(folder_.Text("file"), 100), bytes);
+    EXPECT_EQ(ReadWholeFile(folder_.Text("empty"), 100), "");
+    EXPECT_EQ(ReadWholeFile(folder_.Text("empty"), 0), "");
+}
+
+TEST_F(Files, ReadWholeFileHasNoneForAFileOfMoreThanIsBorne) {
+    folder_.Write("file", "1234567");
+    EXPECT_EQ(ReadWholeFile(folder_.Text("file"), 7), "1234567");
+    EXPECT_EQ(ReadWholeFile(folder_.Text("file"), 6), std::nullopt);
+    // A terabyte without a byte on the disk.
+    folder_.Write("huge", "");
+    std::filesystem::resize_file(folder_.Path("huge"), std::uintmax_t{1} << 40U);
+    EXPECT_EQ(ReadWholeFile(folder_.Text("huge"), 1000), std::nullopt);
+    // What the system makes up has no length until it is read.
+    EXPECT_EQ(ReadWholeFile(u"/proc/self/status", 10), std::nullopt);
+    EXPECT_NE(ReadWholeFile(u"/proc/self/status", 100'000).value_or(""), "");
 }
 
 TEST_F(Files, ReadWholeFileHasNoneForAFolderAPipeOrNothing) {
     folder_.MakeFolder("sub");
     ASSERT_EQ(mkfifo(folder_.Path("pipe").c_str(), 0600), 0);
-    EXPECT_EQ(ReadWholeFile(folder_.Text("sub")), std::nullopt);
-    EXPECT_EQ(ReadWholeFile(folder_.Text("none")), std::nullopt);
-    EXPECT_EQ(ReadWholeFile(folder_.Text("pipe")), std::nullopt);  // and does not wait for a writer
-    EXPECT_EQ(ReadWholeFile(u"/dev/zero"), std::nullopt);
+    EXPECT_EQ(ReadWholeFile(folder_.Text("sub"), 100), std::nullopt);
+    EXPECT_EQ(ReadWholeFile(folder_.Text("none"), 100), std::nullopt);
+    EXPECT_EQ(ReadWholeFile(folder_.Text("pipe"), 100),
+              std::nullopt);  // and does not wait for a writer
+    EXPECT_EQ(ReadWholeFile(u"/dev/zero", 100), std::nullopt);
+    folder_.Write("file", "bytes");
+    const std::u16string behindZero = folder_.Text("file") + std::u16string(u"\0", 1);
+    EXPECT_EQ(ReadWholeFile(behindZero, 100), std::nullopt);
+}
+
+TEST_F(Files, IsTakenByWhateverBearsTheName) {
+    folder_.MakeFolder("sub");
+    folder_.Link("nowhere", "dead");
+    EXPECT_TRUE(IsTaken(folder_.Text("sub")));
+    EXPECT_TRUE(IsTaken(folder_.Text("dead")));
+    EXPECT_FALSE(IsTaken(folder_.Text("none")));
+}
+
+TEST_F(Files, AStampChangesWithTheFile) {
+    folder_.Write("file", "1234567");
+    folder_.Write("other", "1234567");
+    folder_.MakeFolder("sub");
+    const auto stamp = StampOf(folder_.Text("file"));
+    ASSERT_TRUE(stamp);
+    EXPECT_EQ(StampOf(folder_.Text("file")), stamp);
+    EXPECT_NE(StampOf(folder_.Text("other")), stamp);
+    folder_.Write("file", "12345678");
+    EXPECT_NE(StampOf(folder_.Text("file")), stamp);
+    EXPECT_EQ(StampOf(folder_.Text("sub")), std::nullopt);
+    EXPECT_EQ(StampOf(folder_.Text("none")), std::nullopt);
+}
+
+TEST_F(Files, AWriterWaitsForNobodyToRead) {
+    ASSERT_EQ(mkfifo(folder_.Path("pipe").c_str(), 0600), 0);
+    FileWriter unread(folder_.Text("pipe"));
+    EXPECT_FALSE(unread.IsOpen());
+    const int reader = open(folder_.Path("pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    ASSERT_GE(reader, 0);
+    FileWriter writer(folder_.Text("pipe"));
+    writer.Write(std::string(1U << 20U, '.'));  // more than it holds
+    EXPECT_FALSE(writer.Close());
+    close(reader);
 }
 
 TEST_F(Files, ReplaceFileMakesANewFileOrTakesTheOldOnesPlace) {
@@ -117,6 +171,17 @@ TEST_F(Files, ReplaceFileKeepsWhoeverReadsWithTheOldContent) {
     EXPECT_EQ(fread(buffer, 1, sizeof buffer, reader), 11U);
     EXPECT_EQ(std::string(buffer), "old content");
     fclose(reader);
+}
+
+TEST_F(Files, ReplaceFileReplacesNothingButAnOrdinaryFile) {
+    folder_.MakeFolder("sub");
+    ASSERT_EQ(mkfifo(folder_.Path("pipe").c_str(), 0600), 0);
+    folder_.Link("pipe", "link");
+    for (const char* name : {"sub", "pipe", "link"}) {
+        EXPECT_FALSE(ReplaceFile(folder_.Text(name), "new")) << name;
+    }
+    EXPECT_TRUE(std::filesystem::is_fifo(folder_.Path("link")));
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"link", "pipe", "sub"}));
 }
 
 TEST_F(Files, ReplaceFileKeepsThePermissions) {
@@ -175,8 +240,8 @@ TEST_F(Files, NothingLeavesADescriptorOpen) {
     folder_.Write("file", "old");
     const auto before = open();
     for (int i = 0; i < 3; ++i) {
-        EXPECT_TRUE(ReadWholeFile(folder_.Text("file")));
-        EXPECT_FALSE(ReadWholeFile(folder_.Text()));
+        EXPECT_TRUE(ReadWholeFile(folder_.Text("file"), 100));
+        EXPECT_FALSE(ReadWholeFile(folder_.Text(), 100));
         EXPECT_TRUE(ReplaceFile(folder_.Text("file"), "new"));
         EXPECT_FALSE(ReplaceFile(folder_.Text(), "new"));
         FileWriter closed(folder_.Text("other"));

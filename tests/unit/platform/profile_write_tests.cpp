@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <random>
 #include <string>
 #include <vector>
@@ -184,20 +186,111 @@ TEST_F(ProfileWrite, AFolderOrAPipeInTheFilesPlaceStays) {
     EXPECT_TRUE(std::filesystem::is_fifo(folder_.Path("pipe")));
 }
 
-// Any file, however broken: the written key reads back, and every other key reads as before.
-TEST_F(ProfileWrite, InAnyFileTheKeyReadsBackAndAllOthersReadAsBefore) {
-    const std::vector<std::string> pieces{
+TEST_F(ProfileWrite, AFileTooLargeToBeReadStays) {
+    const std::string large = "[Memory]\r\nX=1\r\n;" + std::string(4U << 20U, '.');
+    folder_.Write("p.ini", large);
+    EXPECT_FALSE(Write("X", "2"));
+    EXPECT_EQ(folder_.Read("p.ini"), large);
+    EXPECT_EQ(Read("X"), "none");
+}
+
+TEST_F(ProfileWrite, NoFileGetsTooLargeToBeRead) {
+    const std::string large = "[Memory]\r\nX=1\r\n;" + std::string((4U << 20U) - 20, '.');
+    folder_.Write("p.ini", large);
+    EXPECT_FALSE(Write("Y", std::string(200, 'y')));
+    EXPECT_EQ(folder_.Read("p.ini"), large);
+    EXPECT_TRUE(Write("X", "2"));
+    EXPECT_EQ(Read("X"), "2");
+}
+
+// What it leads to may be back tomorrow.
+TEST_F(ProfileWrite, ALinkThatLeadsNowhereStays) {
+    folder_.Link("nowhere/settings", "p.ini");
+    EXPECT_EQ(Read("X"), "none");
+    EXPECT_FALSE(Write("X", "1"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_.Path("p.ini")));
+    EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"p.ini"}));
+}
+
+TEST_F(ProfileWrite, WhatIsThereAlreadyIsNotWritten) {
+    folder_.Write("p.ini", "[Memory]\r\nX=1\r\n");
+    const auto before = StampOf(folder_.Text("p.ini"));
+    EXPECT_TRUE(Write("X", "1"));
+    EXPECT_EQ(StampOf(folder_.Text("p.ini")), before);
+}
+
+std::string BrokenProfile(std::mt19937& random) {
+    static const std::vector<std::string> pieces{
         "[Memory]", "[Other]", "[memory] ", "[",     "]",        "X=1", "Y = 2", "x=3",
         ";X=4",     "=",       "Z=",        "=5",    "nonsense", " ",   "Y=a=b", "[X]=1",
         "\xFF",     "X",       "\t",        "[]",    "\r\n",     "\n",  "\r",    "",
         "\r\n",     "\r\n",    "\n\n",      "\r\n ", "\r\r",     "\r\n"};
+    std::string bytes;
+    for (std::size_t count = random() % 14; count > 0; --count) {
+        bytes += pieces[random() % pieces.size()];
+    }
+    return bytes;
+}
+
+// Large files are not gone through for each key, small ones are; nobody can tell.
+TEST_F(ProfileWrite, ALargeFileReadsAsASmallOne) {
+    std::mt19937 random(11);
+    for (int round = 0; round < 200; ++round) {
+        const std::string bytes = BrokenProfile(random);
+        // Each under a name of its own: two writes within one tick of the disk's clock are one.
+        const std::string name = std::to_string(round) + ".ini";
+        folder_.Write("p.ini", bytes);
+        folder_.Write(name, bytes + "\r\n;" + std::string(1 << 16U, '.'));
+        for (const std::string_view section : {"Memory", "Other", "memory"}) {
+            for (const std::string_view key : {"X", "Y", "Z", "y", "nonsense", "\xFF", ""}) {
+                ASSERT_EQ(GetPrivateProfileString(section, key, "none", 255, folder_.Text(name)),
+                          Read(key, section))
+                    << testing::PrintToString(bytes) << ' ' << key;
+            }
+        }
+    }
+}
+
+TEST_F(ProfileWrite, ALargeFileThatChangesIsReadAnew) {
+    const std::string rest = "\r\n;" + std::string(1 << 16U, '.');
+    folder_.Write("p.ini", "[Memory]\r\nX=1" + rest);
+    EXPECT_EQ(Read("X"), "1");
+    folder_.Write("p.ini", "[Memory]\r\nX=22" + rest);
+    EXPECT_EQ(Read("X"), "22");
+    EXPECT_TRUE(Write("X", "33"));  // as long as before
+    EXPECT_EQ(Read("X"), "33");
+    EXPECT_TRUE(Write("Y", "4"));
+    EXPECT_EQ(Read("Y"), "4");
+    std::filesystem::remove(folder_.Path("p.ini"));
+    EXPECT_EQ(Read("X"), "none");
+}
+
+/// Bytes that this process has read from files so far.
+std::uint64_t BytesRead() {
+    std::ifstream numbers("/proc/self/io");
+    std::string name;
+    std::uint64_t number = 0;
+    numbers >> name >> number;
+    return number;
+}
+
+TEST_F(ProfileWrite, ALargeFileIsReadOnceForAllKeys) {
+    constexpr std::size_t kLarge = 1U << 20U;
+    folder_.Write("p.ini", "[Memory]\r\nX=1\r\n;" + std::string(kLarge, '.'));
+    const std::uint64_t before = BytesRead();
+    for (int i = 0; i < 60; ++i) {
+        EXPECT_EQ(Read("X"), "1");
+        EXPECT_EQ(Read("Y"), "none");
+    }
+    EXPECT_LT(BytesRead() - before, 2 * kLarge);
+}
+
+// Any file, however broken: the written key reads back, and every other key reads as before.
+TEST_F(ProfileWrite, InAnyFileTheKeyReadsBackAndAllOthersReadAsBefore) {
     const std::vector<std::string> keys{"X", "Y", "Z", "New", "nonsense"};
     std::mt19937 random(7);
     for (int round = 0; round < 400; ++round) {
-        std::string bytes;
-        for (std::size_t count = random() % 14; count > 0; --count) {
-            bytes += pieces[random() % pieces.size()];
-        }
+        const std::string bytes = BrokenProfile(random);
         folder_.Write("p.ini", bytes);
         const std::string& written = keys[random() % 4];
         std::vector<std::string> before;

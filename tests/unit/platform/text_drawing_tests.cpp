@@ -16,11 +16,13 @@ class WatchedDriver : public HeadlessDriver {
     TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
                            Long width) const override {
         ++rendered;
+        longest = std::max(longest, text.size());
         widest = std::max(widest, width);
         return HeadlessDriver::RenderText(font, text, left, width);
     }
     mutable int rendered = 0;
     mutable Long widest = 0;
+    mutable std::size_t longest = 0;
 };
 
 class TextDrawingTest : public ::testing::Test {
@@ -164,6 +166,20 @@ TEST_F(TextDrawingTest, ALongLineIsRenderedInPiecesAsTheyComeIntoView) {
     EXPECT_EQ(Inked(text, {-11990, 0, 100, 20}, DT_SINGLELINE), (Rect{0, 3, 9, 10}));
     EXPECT_EQ(driver_.rendered, 3);
     EXPECT_EQ(driver_.widest, 2048);
+}
+
+TEST_F(TextDrawingTest, OfATextWithoutEndOnlyTheBeginningGoesToTheDriver) {
+    std::u16string text(5'000'000, u'x');
+    EXPECT_EQ(Inked(text, {0, 0, 100, 20}, DT_SINGLELINE | DT_NOPREFIX).right, 100);
+    EXPECT_LE(driver_.longest, 8192U);
+    EXPECT_EQ(drawing_.Calculate(font_, text, {}, DT_SINGLELINE), (Rect{0, 0, 30'000'000, 13}));
+    text[1'000'000] = u'&';  // a mark, and so without a width
+    EXPECT_EQ(drawing_.Calculate(font_, text, {}, DT_SINGLELINE), (Rect{0, 0, 29'999'994, 13}));
+    // As many lines as can be seen: 60 pixels take five.
+    text.assign(5'000'000, u'\n');
+    text[4] = u'x';
+    EXPECT_EQ(Inked(text, {0, 0, 100, 60}, 0), (Rect{1, 55, 5, 60}));
+    EXPECT_LE(driver_.longest, 8192U);
 }
 
 TEST_F(TextDrawingTest, ALongLineEndsAtTheRightEdge) {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/base/text.h"
 #include "platform/headless/headless_driver.h"
 
 namespace platform {
@@ -159,6 +160,42 @@ TEST(TextLines, TheSumOfRoundedWordsDecidesNothing) {
         }
         ASSERT_EQ(lines, BrokenOneByOne(driver, text, width)) << round;
     }
+}
+
+TEST(TextLines, NoMoreLinesAreBrokenThanAreWanted) {
+    const CountingDriver driver;
+    const std::u16string text(1'000'000, u'x');
+    EXPECT_EQ(BreakLines(driver, {}, text, 280, 3).size(), 3U);
+    EXPECT_LT(driver.measured, 10'000U);
+    EXPECT_EQ(BreakLines(driver, {}, u"a\nb\nc\nd", 0, 2).size(), 2U);
+    EXPECT_EQ(BreakLines(driver, {}, u"a b\nc", 1, 3).size(), 3U);
+}
+
+// Else each line of a text that nobody can read through would be shaped before the first is shown.
+TEST(TextLines, WordsFarBehindAreMeasuredByThoseInFront) {
+    const CountingDriver driver;
+    std::u16string text;
+    while (text.size() < 2'000'000) {
+        const std::u16string number = Widen(std::to_string(100'000 + text.size() / 8));
+        text += u"w" + number + u" ";  // seven units each, no two the same
+    }
+    const auto lines = BreakLines(driver, {}, text, 280);  // ten, with their blanks, take 276.5
+    EXPECT_LT(driver.measured, 300'000U);
+    EXPECT_EQ(lines.front().size(), 79U);
+    // Estimated, a line may end a word early; it never takes in another.
+    for (const std::u16string_view line : lines) {
+        ASSERT_LE(line.size(), 79U);
+    }
+    EXPECT_LT(lines.size(), text.size() / 80 * 5 / 4);
+}
+
+TEST(TextLines, ALineIsMeasuredByItsFirstUnits) {
+    const CountingDriver driver;
+    EXPECT_EQ(MeasureLine(driver, {}, std::u16string(8192, u'x')).width, 28672);  // 3.5 each
+    driver.measured = 0;
+    EXPECT_EQ(MeasureLine(driver, {}, std::u16string(81'920, u'x')).width, 286'720);
+    EXPECT_EQ(driver.measured, 8192U);
+    EXPECT_EQ(MeasureLine(driver, {}, std::u16string(8193, u'x')).height, 13);
 }
 
 TEST(TextLines, MeasuringGrowsWithTheTextOnly) {

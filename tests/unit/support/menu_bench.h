@@ -66,6 +66,7 @@ class MenuBench {
     Long selected = 0;  ///< id of the row that was drawn as selected last, 0 once it is not
     std::vector<std::string> drawn;     ///< "id action state"
     std::vector<Long> measured;         ///< ids
+    Long width = 100;                   ///< of a row
     std::vector<std::string> messages;  ///< what else the owner got: "id wParam lParam"
 
     MenuBench() {
@@ -132,7 +133,7 @@ class MenuBench {
         if (message.id == platform::WM_MEASUREITEM) {
             auto* record = menus.MeasureRecord(message.lParam);
             measured.push_back(record->itemId);
-            record->itemWidth = 100;
+            record->itemWidth = width;
             record->itemHeight = Rows::IsLine(menus, record->itemId) ? 6 : 20;
             return 1;
         }
