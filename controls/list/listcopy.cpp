@@ -11,7 +11,7 @@ namespace {
 
 using Length = std::size_t;
 
-constexpr std::size_t kBlock = std::size_t{1} << 20U;
+constexpr std::size_t kBlockBytes = std::size_t{1} << 20U;
 
 }  // namespace
 
@@ -26,7 +26,7 @@ void ListCopy::Add(const RowText& text) {
         const std::size_t bytes = units.size() << wide;
         const std::size_t wanted = sizeof(Length) + bytes;
         if (blocks_.empty() || blocks_.back().capacity() - blocks_.back().size() < wanted) {
-            blocks_.emplace_back().reserve(std::max(kBlock, wanted));
+            blocks_.emplace_back().reserve(std::max(kBlockBytes, wanted));
         }
         const Length length = bytes * 2 + wide;
         std::string& block = blocks_.back();

@@ -54,6 +54,19 @@ class GuardedProc {
     std::shared_ptr<State> state_;
 };
 
+// Does something when a scope is left, be it because a procedure throws.
+template <typename Call>
+class AtTheEnd {
+  public:
+    explicit AtTheEnd(Call call) : call_(std::move(call)) {}
+    ~AtTheEnd() { call_(); }
+    AtTheEnd(const AtTheEnd&) = delete;
+    AtTheEnd& operator=(const AtTheEnd&) = delete;
+
+  private:
+    Call call_;
+};
+
 }  // namespace
 
 WindowProc WindowSystem::Window::Guarded(WindowProc proc) {
@@ -95,8 +108,8 @@ Long WindowSystem::CallWindowProc(const WindowProc& proc, const Message& message
 void WindowSystem::SendCopyData(Handle window, CopyDataRecord record) {
     const Handle name = ++lastHandle_;
     records_[name] = std::move(record);
+    const AtTheEnd forget([this, name] { records_.erase(name); });
     SendMessage(window, WM_COPYDATA, 0, name);
-    records_.erase(name);
 }
 
 const CopyDataRecord* WindowSystem::CopyData(Long lParam) const {
@@ -126,8 +139,8 @@ void WindowSystem::DropFiles(Handle window, std::vector<std::string> paths) {
     }
     const Handle drop = ++lastHandle_;
     drops_[drop] = std::move(paths);
+    const AtTheEnd forget([this, drop] { drops_.erase(drop); });
     SendMessage(top, WM_DROPFILES, drop, 0);
-    drops_.erase(drop);
 }
 
 Long WindowSystem::DragQueryFileCount(Handle drop) const {

@@ -2,6 +2,7 @@
 // and what a desktop reports.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,25 @@ TEST_F(WindowMessages, PostedMessagesWaitForThePumpAndKeepTheirOrder) {
     EXPECT_EQ(log_.Take(), (Lines{"a 1 0 0", "b 2 0 0", "a 3 0 0"}));
     windows_.DoEvents();
     EXPECT_EQ(log_.Take(), Lines{});
+}
+
+TEST_F(WindowMessages, AHandlerThatThrowsLeavesNoRecordBehind) {
+    Long named = 0;
+    const Handle w = windows_.CreateWindow(0, {}, [&](const Message& message) -> Long {
+        if (message.id == WM_COPYDATA || message.id == WM_DROPFILES) {
+            named = message.id == WM_COPYDATA ? message.lParam : message.wParam;
+            throw std::runtime_error("no");
+        }
+        return 0;
+    });
+    windows_.SetWindowLong(w, GWL_EXSTYLE, WS_EX_ACCEPTFILES);
+    EXPECT_THROW(windows_.SendCopyData(w, {5, "text"}), std::runtime_error);
+    EXPECT_NE(named, 0);
+    EXPECT_EQ(windows_.CopyData(named), nullptr);
+    named = 0;
+    EXPECT_THROW(windows_.DropFiles(w, {"/a"}), std::runtime_error);
+    EXPECT_NE(named, 0);
+    EXPECT_EQ(windows_.DragQueryFileCount(named), 0);
 }
 
 TEST_F(WindowMessages, WhatIsPostedDuringThePumpWaitsForTheNext) {
