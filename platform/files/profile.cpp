@@ -280,7 +280,9 @@ bool WritePrivateProfileString(std::string_view section, std::string_view key,
     const std::string lineEnd(LineEndOf(text));
     const Place place = FindPlace(text, section, key);
     if (!place.sectionFound) {
-        line.insert(0, "[" + std::string(section) + "]" + lineEnd);
+        std::string opening("[");
+        opening.append(section).append("]").append(lineEnd);
+        line.insert(0, opening);
     }
     if (place.keyFound) {
         text.replace(place.begin, place.end - place.begin, line);
