@@ -139,7 +139,8 @@ class Associations(Player):
         self.associate()
         found = {os.path.relpath(os.path.join(folder, name), self.folder)
                  for folder, _, names in os.walk(self.folder) for name in names}
-        written = {name for name in found if not name.startswith(('runtime/', 'config/veldrin/'))}
+        usual = ('runtime/', 'state/', 'config/veldrin/')
+        written = {name for name in found if not name.startswith(usual)}
         icons = {f'data/icons/hicolor/{size}x{size}/apps/veldrin.png' for size in (16, 32, 48, 128)}
         entries = {f'data/applications/veldrin{name}.desktop' for name in ('', '-enqueue', '-folder')}
         known = {name for name in written if name.startswith('data/mime/')}

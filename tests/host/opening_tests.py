@@ -16,7 +16,7 @@ class Opening(slow.Slow, World):
     def setUp(self):
         super().setUp()
         for name in NAMES:
-            tone(self.at(name), seconds=1)
+            tone(self.at(name), seconds=0.5)
 
     def start_slow(self):
         self.save_list(*NAMES)
@@ -50,7 +50,7 @@ class Opening(slow.Slow, World):
         self.assert_ended_whole(process)
 
     def test_what_another_start_adds_comes_after_it(self):
-        tone(self.at('added.wav'), seconds=1)
+        tone(self.at('added.wav'), seconds=0.5)
         process = self.start_slow()
         self.assertEqual(self.run_program('--add', self.at('added.wav')).returncode, 0)
         self.answer()

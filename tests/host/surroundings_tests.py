@@ -70,12 +70,19 @@ class OddFiles(World):
 
     def test_list(self):
         path = os.path.join(self.directory, 'Sarnel.Ambrisor.omk')
-        for what in ('pipe', 'dead link', 'device', 'large file'):
+        for what in ('pipe', 'folder', 'dead link', 'device'):
             with self.subTest(what):
                 ODD[what](path)
-                self.plays(what)
-                if os.path.lexists(path):
-                    self.remove(path)
+                done = self.play(self.at('a.wav'), preexec_fn=limit_memory)
+                self.assertEqual(done.returncode, 0)
+                self.assertIn(b'a.wav', done.stdout)
+                self.assertRegex(done.stderr, rb"^veldrin: [^\n]*; what was there is kept as "
+                                              rb"'Sarnel\.Ambrisor\.omk\.damaged'\n$")
+                self.assertEqual(self.paths_saved(), [b'a.wav'])
+            self.remove(path + '.damaged')
+            self.remove(path)
+        put_large(path)
+        self.plays('large file')
 
     def test_file_types(self):
         path = os.path.join(self.cache, 'file-types')
