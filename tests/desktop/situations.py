@@ -134,8 +134,8 @@ class Situations(Player):
 
 SITUATIONS = ['menu', 'submenu', 'track', 'thumb', 'band', 'row_held', 'title_held', 'volume', 'seek',
               'button', 'minimised', 'panel', 'tags']
-# In these the program is below a handler of its own: it waits there, or works without a wait.
-WAITING = ['menu', 'submenu', 'track', 'thumb', 'band', 'tags']
+# In these the program is below a handler of its own: in the menu's loop, or in one of the list's.
+WAITING = ['menu', 'thumb']
 
 
 # The ends in order.

@@ -75,7 +75,7 @@ class OddMedia(World):
 
     def test_samples_of_many_widths(self):
         files = []
-        for bits in 0, 1, 4, 7, 8, 9, 12, 16, 17, 20, 24, 25, 31, 32, 33, 48, 63, 64, 65:
+        for bits in 0, 1, 7, 8, 12, 16, 24, 31, 32, 64, 65:
             files += [self.write(f'{bits}.wav', odd_media.wav(bits=bits)),
                       self.write(f'{bits}.aiff', odd_media.aiff(bits=bits)),
                       self.write(f'{bits} floats.wav', odd_media.wav(bits=bits, kind=odd_media.FLOAT))]
