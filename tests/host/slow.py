@@ -6,6 +6,8 @@ import time
 
 from world import PATIENCE
 
+GIVEN_UP = 5  # seconds after which a file that does not answer is passed over
+
 
 class Slow:
     def setUp(self):
