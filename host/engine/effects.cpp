@@ -80,12 +80,17 @@ bool CanStretch() {
     return true;
 }
 
-EffectChain::EffectChain(GstBin* pipeline, const Effects& effects, int rate) : effects_(effects) {
+EffectChain::EffectChain(GstBin* pipeline, const Effects& effects, int rate,
+                         const std::vector<ElementPtr>& leveller)
+    : effects_(effects) {
     GstElement* entrance = Add(pipeline, "capsfilter");
     convert_ = Add(pipeline, "audioconvert");
     GstElement* gather = Add(pipeline, "audiobuffersplit");
     GstElement* resample = Add(pipeline, "audioresample");
     GstElement* format = Add(pipeline, "capsfilter");
+    for (const ElementPtr& element : leveller) {
+        Add(pipeline, element.get());
+    }
     stretch_ = effects.Stretches() ? Add(pipeline, kStretchElement) : nullptr;
     echo_ = Add(pipeline, "audioecho");
     reverb_ = Add(pipeline, "freeverb");
@@ -125,7 +130,10 @@ EffectChain::EffectChain(GstBin* pipeline, const Effects& effects, int rate) : e
 }
 
 GstElement* EffectChain::Add(GstBin* pipeline, const char* factory) {
-    GstElement* element = gst_element_factory_make(factory, nullptr);
+    return Add(pipeline, gst_element_factory_make(factory, nullptr));
+}
+
+GstElement* EffectChain::Add(GstBin* pipeline, GstElement* element) {
     if (element != nullptr && gst_bin_add(pipeline, element)) {
         elements_.push_back(element);
     }

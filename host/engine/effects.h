@@ -37,7 +37,9 @@ class EffectChain {
   public:
     /// Adds the elements to the pipeline, which owns them from then on, and links them. `rate` is
     /// the sample rate that the chain puts out, 0 for the medium's own as far as it is in range.
-    EffectChain(GstBin* pipeline, const Effects& effects, int rate);
+    /// `leveller`: new elements that get the sound before all effects.
+    EffectChain(GstBin* pipeline, const Effects& effects, int rate,
+                const std::vector<ElementPtr>& leveller);
     EffectChain(const EffectChain&) = delete;
     EffectChain& operator=(const EffectChain&) = delete;
 
@@ -71,6 +73,7 @@ class EffectChain {
   private:
     static GstPadProbeReturn OnFormat(GstPad* pad, GstPadProbeInfo* info, gpointer self);
     static GstPadProbeReturn OnIdle(GstPad* pad, GstPadProbeInfo* info, gpointer self);
+    GstElement* Add(GstBin* pipeline, GstElement* element);
     GstElement* Add(GstBin* pipeline, const char* factory);
     void Configure(const Effects& effects) const;
 

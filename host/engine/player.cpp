@@ -43,10 +43,12 @@ void WriteToStandardError(const std::string& line) {
 
 }  // namespace
 
-Player::Player(const Output& output, Engine::Notice notice, std::string typesFile)
+Player::Player(const Output& output, Engine::Notice notice, std::string typesFile,
+               Loudness loudness)
     : notice_(notice ? std::move(notice) : Engine::Notice(&WriteToStandardError)),
       output_(output),
-      typesFile_(std::move(typesFile)) {
+      typesFile_(std::move(typesFile)),
+      loudness_(loudness) {
     TellNotice();
 }
 
@@ -93,7 +95,7 @@ bool Player::OutputReady() {
 }
 
 Stream::Plan Player::PlanFor(const std::string& path, Time from) const {
-    return {path, effects_, gain_, output_.Rate(), from};
+    return {path, effects_, gain_, loudness_, output_.Rate(), from};
 }
 
 /// Waits for the file, and for GStreamer, which nothing is started for that is not there.

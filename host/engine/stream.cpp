@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "host/engine/file_source.h"
+#include "host/engine/leveller.h"
 
 namespace veldrin {
 
@@ -112,7 +113,8 @@ std::unique_ptr<Stream> Stream::Prepare(const Plan& plan) {
 
 Stream::Stream(const Plan& plan) : pipeline_(Adopt(gst_pipeline_new(nullptr))) {
     bus_.reset(gst_element_get_bus(pipeline_.get()));
-    chain_ = std::make_unique<EffectChain>(GST_BIN(pipeline_.get()), plan.effects, plan.rate);
+    chain_ = std::make_unique<EffectChain>(GST_BIN(pipeline_.get()), plan.effects, plan.rate,
+                                           MakeLeveller(plan.path, plan.loudness));
 }
 
 Stream::~Stream() {

@@ -15,6 +15,7 @@
 #include "host/engine/audio_output.h"
 #include "host/engine/effects.h"
 #include "host/engine/gst_ptr.h"
+#include "host/engine/loudness.h"
 
 namespace veldrin {
 
@@ -46,6 +47,7 @@ class Stream {
         std::string path;  ///< raw bytes
         Effects effects;
         double gain = 1.0;
+        Loudness loudness = Loudness::kOff;
         int rate = 0;  ///< the output's sample rate, 0 for any
         Time from{0};  ///< where in the medium to start
         std::chrono::milliseconds patience{5000};

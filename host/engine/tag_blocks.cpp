@@ -74,7 +74,7 @@ class Frames {
         // Compressed, a few bytes can be any number of them.
         const unsigned compressed = version_ == 4 ? 0x08 : version_ == 3 ? 0x80 : 0;
         return (At(bytes_, place_ + 9) & compressed) == 0 &&
-               (name[0] == 'T' || name == "USL" || name == "ULT" || name == "SYL" || name == "SLT");
+               (name[0] == 'T' || name == "RVA" || name == "USL" || name == "ULT" || name == "SYL" || name == "SLT");
     }
 
   private:

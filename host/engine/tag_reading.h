@@ -27,6 +27,16 @@ inline constexpr long kMostLargeBlocks = 12L * 1024 * 1024;
 /// With so many threads left behind another one would only be one more.
 inline constexpr int kMostStragglers = 8;
 
+/// Runs one reading of a file. What the library cannot stand, such as a size in the file for which
+/// there is no memory, counts as nothing found.
+template <typename Read>
+void Guarded(Read read) {
+    try {
+        read();
+    } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): nothing is found
+    }
+}
+
 /// What `read` finds in the file, on a thread of its own that owns all it uses; `otherwise` if the
 /// time is over before.
 template <typename Result, typename Read>
