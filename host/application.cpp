@@ -38,7 +38,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       engine_(
           beginning.output,
           [this](const std::string& notice) { console_.Complain(Printable(notice)); },
-          std::move(beginning.typesFile)),
+          std::move(beginning.typesFile), beginning.loudness),
       lyrics_(MakeLyrics(beginning.words, console)),
       windows_(front.GetDriver()),
       host_(engine_, tags_, *this, *this),

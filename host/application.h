@@ -30,6 +30,7 @@ struct Beginning {
     std::string directory;  ///< of the component; it exists
     std::string typesFile;  ///< where the engine keeps its list of playable types
     Output output;
+    Loudness loudness = Loudness::kOff;
     std::string lyrics;                   ///< another lyrics service's base address
     std::optional<LyricsSettings> words;  ///< for a lyrics service of its own
     std::vector<std::string> lines;    ///< command lines for the component; none restores the list

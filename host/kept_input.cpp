@@ -1,22 +1,16 @@
 #include "host/kept_input.h"
 
-#include <string_view>
 #include <variant>
 
+#include "host/transport_keys.h"
+
 namespace veldrin {
-namespace {
 
-using namespace platform;
-
-/// Previous, play, pause, stop, next.
-constexpr std::u16string_view kTransportKeys = u"ZXCVB";
-
-bool IsTransportKey(const KeyChanged& key) {
-    return key.shift == 0 &&
-           kTransportKeys.find(static_cast<char16_t>(key.code)) != std::u16string_view::npos;
-}
-
-}  // namespace
+using platform::CloseRequested;
+using platform::DriverEvent;
+using platform::HotKeyPressed;
+using platform::KeyChanged;
+using platform::TextTyped;
 
 bool KeptInput::Keeps(const DriverEvent& event) {
     if (const auto* key = std::get_if<KeyChanged>(&event)) {
@@ -33,7 +27,7 @@ bool KeptInput::Keeps(const DriverEvent& event) {
 }
 
 bool KeptInput::KeepsKey(const KeyChanged& key) {
-    if (!IsTransportKey(key)) {
+    if (key.shift != 0 || !IsTransportKey(key.code)) {
         textIsDropped_ = false;
         return true;
     }

@@ -218,6 +218,7 @@ std::optional<std::string> LookAfterList(Beginning& beginning, const Options& op
 int Play(const Options& options, const std::string& directory, Console& console) {
     Beginning beginning;
     beginning.output = options.output;
+    beginning.loudness = options.loudness;
     beginning.lyrics = options.lyrics.value_or("");
     beginning.words = OwnLyrics(options);
     beginning.lines = LinesFor(options, console);

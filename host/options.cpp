@@ -14,7 +14,17 @@ namespace {
 
 using Action = Options::Action;
 
-enum class Name { kAdd, kNoWindow, kDirectory, kScale, kOutput, kLyrics, kLyricsOnline, kAction };
+enum class Name {
+    kAdd,
+    kNoWindow,
+    kDirectory,
+    kScale,
+    kOutput,
+    kLoudness,
+    kLyrics,
+    kLyricsOnline,
+    kAction
+};
 enum class Value { kNone, kNeeded, kAfterEquals };
 
 struct Known {
@@ -33,6 +43,7 @@ constexpr std::array kKnown = {
     Known{"--scale", Name::kScale, Value::kNeeded},
     Known{"--dir", Name::kDirectory, Value::kNeeded},
     Known{"--output", Name::kOutput, Value::kNeeded},
+    Known{"--loudness", Name::kLoudness, Value::kNeeded},
     Known{"--lyrics", Name::kLyrics, Value::kNeeded},
     Known{"--lyrics-online", Name::kLyricsOnline, Value::kAfterEquals, Action::kPlay, kLrclib},
     Known{"--quit", Name::kAction, Value::kNone, Action::kQuit},
@@ -95,6 +106,12 @@ std::string Apply(Options& options, const Known& known, const std::string& value
                 return {};
             }
             return "--output must be auto, null or file:PATH, not '" + value + "'";
+        case Name::kLoudness:
+            if (const auto loudness = ParseLoudness(value)) {
+                options.loudness = *loudness;
+                return {};
+            }
+            return "--loudness must be off, track or album, not '" + value + "'";
         case Name::kLyrics:
             return ApplyBase(options.lyrics, known, value);
         case Name::kLyricsOnline:
@@ -184,6 +201,8 @@ With several, the first replaces the list and the others are added to it.
   --output auto        sound device, or silence if there is none (this is the default)
   --output null        silence, in real time
   --output file:PATH   write the sound to PATH as a wav file, faster than real time
+  --loudness track     play all items equally loud, by their tags (the default is off)
+  --loudness album     the same for albums, whose items keep their differences
   --lyrics URL         ask this lyrics service, not the player's own
   --lyrics-online      look for missing lyrics at lrclib.net, which tells it what you play
   --lyrics-online=URL  the same at another address

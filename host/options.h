@@ -20,6 +20,7 @@ struct Options {
     std::optional<double> scale;           ///< of the window, 1 to 4; none takes the screen's
     std::optional<std::string> directory;  ///< of the settings and the playlist, as given
     Output output;
+    Loudness loudness = Loudness::kOff;
     /// Base address of the lyrics service, without separators at its end; none: the player's own.
     std::optional<std::string> lyrics;
     /// Base address of LRCLIB, likewise; none: the player's own service asks nobody.

@@ -5,9 +5,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "host/front.h"
 #include "host/http/page_fetcher.h"
+#include "host/transport_keys.h"
 #include "platform/base/keys.h"
 #include "platform/desktop/desktop_driver.h"
 
@@ -20,7 +23,9 @@ class WindowFront : public Front {
         : Front(console),
           driver_({"veldrin", "Veldrin", "Music Player", "AudioVideo;Audio;Player;"}, scale) {
         // Each may open a file; a flood of them shall not leave the window deaf.
-        driver_.CountOnceWhileWaiting({'Z', 'X', 'C', 'V', 'B', platform::VK_RETURN});
+        std::vector<platform::Long> keys(kTransportKeys.begin(), kTransportKeys.end());
+        keys.push_back(platform::VK_RETURN);
+        driver_.CountOnceWhileWaiting(std::move(keys));
         driver_.SetFetcher([pages = MakeFetcher()](const std::string& address, bool fresh) {
             return pages->Fetch(address, fresh);
         });

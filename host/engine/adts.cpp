@@ -1,13 +1,11 @@
 #include "host/engine/adts.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
+
+#include "host/engine/read_only_file.h"
 
 namespace veldrin {
 
@@ -16,9 +14,9 @@ namespace {
 constexpr std::array kRates = {96000, 88200, 64000, 48000, 44100, 32000, 24000,
                                22050, 16000, 12000, 11025, 8000,  7350};
 constexpr int kSamplesPerBlock = 1024;
-constexpr int kFewestFrames = 3;                         // what looks like fewer may be chance
-constexpr off_t kMostBytesFollowed = 64L * 1024 * 1024;  // an hour of sound
-constexpr int kFramesBetweenLooks = 1000;                // at the time
+constexpr int kFewestFrames = 3;  // what looks like fewer may be chance
+constexpr std::int64_t kMostBytesFollowed = 64L * 1024 * 1024;  // an hour of sound
+constexpr int kFramesBetweenLooks = 1000;                       // at the time
 
 struct FrameHeader {
     int bytes = 0;  ///< of the whole frame; 0 if there is none here
@@ -27,25 +25,19 @@ struct FrameHeader {
     int samples = 0;
 };
 
-class File {
+/// Goes through a file from its start to its end.
+class Stretches {
   public:
-    explicit File(const std::string& path)
-        : file_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-    ~File() {
-        if (file_ >= 0) {
-            close(file_);
-        }
-    }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
+    explicit Stretches(const std::string& path) : file_(path) {}
 
     /// The bytes there, from a stretch of the file in memory that moves on with them.
     template <std::size_t kCount>
-    bool Read(std::array<std::uint8_t, kCount>& bytes, off_t position) {
-        constexpr auto kNeeded = static_cast<off_t>(kCount);
+    bool Read(std::array<std::uint8_t, kCount>& bytes, std::int64_t position) {
+        constexpr auto kNeeded = static_cast<std::int64_t>(kCount);
         if (position < start_ || position + kNeeded > start_ + size_) {
             start_ = position;
-            size_ = std::max(ssize_t{0}, pread(file_, stretch_.data(), stretch_.size(), position));
+            size_ = static_cast<std::int64_t>(
+                file_.Read(stretch_.data(), stretch_.size(), position).size());
         }
         if (size_ - (position - start_) < kNeeded) {
             return false;
@@ -53,20 +45,17 @@ class File {
         std::copy_n(stretch_.begin() + (position - start_), kCount, bytes.begin());
         return true;
     }
-    off_t Size() const {
-        struct stat status {};
-        return fstat(file_, &status) == 0 ? status.st_size : 0;
-    }
+    std::int64_t Size() const { return file_.Size(); }
 
   private:
-    int file_;
-    off_t start_ = 0;
-    off_t size_ = 0;
-    std::array<std::uint8_t, 8192> stretch_{};
+    ReadOnlyFile file_;
+    std::int64_t start_ = 0;
+    std::int64_t size_ = 0;
+    std::array<char, 8192> stretch_{};
 };
 
 /// The bytes of tags in front of the sound.
-off_t TagBytes(File& file) {
+std::int64_t TagBytes(Stretches& file) {
     std::array<std::uint8_t, 10> head{};
     if (!file.Read(head, 0) || head[0] != 'I' || head[1] != 'D' || head[2] != '3') {
         return 0;
@@ -76,7 +65,7 @@ off_t TagBytes(File& file) {
                  (head[9] & 0x7F));
 }
 
-FrameHeader FrameAt(File& file, off_t position) {
+FrameHeader FrameAt(Stretches& file, std::int64_t position) {
     std::array<std::uint8_t, 7> head{};
     FrameHeader frame;
     // Twelve bits of ones, one for the version, two zeros.
@@ -97,10 +86,10 @@ FrameHeader FrameAt(File& file, off_t position) {
 }  // namespace
 
 SoundFacts ReadAdtsFacts(const std::string& path, const TagLimits& limits) {
-    File file(path);
-    const off_t start = TagBytes(file);
+    Stretches file(path);
+    const std::int64_t start = TagBytes(file);
     const FrameHeader first = FrameAt(file, start);
-    off_t position = start;
+    std::int64_t position = start;
     double seconds = 0;
     int frames = 0;
     const auto isWorthIt = [&] {

@@ -1,9 +1,11 @@
 #include "host/engine/decoder.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "host/engine/aac_lag.h"
 #include "host/engine/file_source.h"
+#include "host/engine/leveller.h"
 
 namespace veldrin {
 
@@ -99,14 +101,6 @@ bool Decoder::Prepare(Plan plan) {
     return true;
 }
 
-GstElement* Decoder::Add(const char* factory) {
-    GstElement* element = gst_element_factory_make(factory, nullptr);
-    if (element != nullptr) {
-        gst_bin_add(GST_BIN(pipeline_.get()), element);
-    }
-    return element;
-}
-
 bool Decoder::Build() {
     pipeline_ = Adopt(gst_pipeline_new(nullptr));
     const BusPtr bus(gst_element_get_bus(pipeline_.get()));
@@ -130,30 +124,48 @@ bool Decoder::Build() {
 /// What lies behind the decoder, ready for data: the pipeline would not know that this comes before
 /// the decoder, which is not linked to it yet.
 bool Decoder::AddConversion() {
-    GstElement* entrance = Add("capsfilter");
-    convert_ = Add("audioconvert");
-    GstElement* gather = Add("audiobuffersplit");
-    GstElement* resample = Add("audioresample");
-    format_ = Add("capsfilter");
-    last_ = Add("appsink");
+    std::vector<GstElement*> row;
+    const auto add = [&](GstElement* element) {
+        if (element != nullptr && gst_bin_add(GST_BIN(pipeline_.get()), element)) {
+            row.push_back(element);
+        }
+        return element;
+    };
+    const auto make = [&](const char* factory) {
+        return add(gst_element_factory_make(factory, nullptr));
+    };
+    GstElement* entrance = make("capsfilter");
+    convert_ = make("audioconvert");
+    GstElement* gather = make("audiobuffersplit");
+    GstElement* resample = make("audioresample");
+    format_ = make("capsfilter");
+    for (const ElementPtr& element : MakeLeveller(plan_.path, plan_.loudness)) {
+        add(element.get());
+    }
+    last_ = make("appsink");
     if (entrance == nullptr || convert_ == nullptr || resample == nullptr || format_ == nullptr ||
         last_ == nullptr) {
         return false;
     }
     const CapsPtr accepted(gst_caps_from_string(kAccepted));
     g_object_set(entrance, "caps", accepted.get(), nullptr);
+    if (gather != nullptr) {
+        gst_util_set_object_arg(G_OBJECT(gather), "output-buffer-duration", kGathered);
+    }
     g_object_set(resample, "quality", kQuality, nullptr);
     g_object_set(last_, "sync", FALSE, "async", FALSE, "max-buffers", kAhead, "wait-on-eos", FALSE,
                  nullptr);
-    bool linked = gst_element_link(entrance, convert_);
-    if (gather != nullptr) {
-        gst_util_set_object_arg(G_OBJECT(gather), "output-buffer-duration", kGathered);
-        linked = linked && gst_element_link_many(convert_, gather, resample, nullptr);
-    } else {
-        linked = linked && gst_element_link(convert_, resample);
+    LookAtWhatPasses(entrance);
+    bool linked = true;
+    for (std::size_t i = 1; i < row.size(); ++i) {
+        linked = linked && gst_element_link(row[i - 1], row[i]);
     }
-    linked = linked && gst_element_link_many(resample, format_, last_, nullptr);
+    std::for_each(row.rbegin(), row.rend(),
+                  [](GstElement* element) { gst_element_set_state(element, GST_STATE_PAUSED); });
+    return linked;
+}
 
+void Decoder::LookAtWhatPasses(GstElement* entrance) {
     entry_.reset(gst_element_get_static_pad(entrance, "sink"));
     const PadPtr toMix(gst_element_get_static_pad(convert_, "sink"));
     gst_pad_add_probe(toMix.get(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, &Decoder::OnFormat, this,
@@ -163,12 +175,6 @@ bool Decoder::AddConversion() {
         GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM |
         GST_PAD_PROBE_TYPE_EVENT_FLUSH);
     gst_pad_add_probe(exit_.get(), kAllThatPasses, &Decoder::OnSound, this, nullptr);
-    for (GstElement* element : {last_, format_, resample, gather, convert_, entrance}) {
-        if (element != nullptr) {
-            gst_element_set_state(element, GST_STATE_PAUSED);
-        }
-    }
-    return linked;
 }
 
 bool Decoder::WaitForSound() {

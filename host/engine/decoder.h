@@ -13,6 +13,7 @@
 
 #include "host/engine/frames.h"
 #include "host/engine/gst_ptr.h"
+#include "host/engine/loudness.h"
 #include "host/engine/sound_gates.h"
 
 namespace veldrin {
@@ -20,7 +21,8 @@ namespace veldrin {
 class Decoder {
   public:
     struct Plan {
-        std::string path;         ///< raw bytes
+        std::string path;  ///< raw bytes
+        Loudness loudness = Loudness::kOff;
         int smallestRate = 8000;  ///< what is handed out has the medium's own rate,
         int largestRate = 96000;  ///< or the nearest of these
         std::chrono::milliseconds patience{5000};
@@ -67,7 +69,7 @@ class Decoder {
   private:
     bool Build();
     bool AddConversion();
-    GstElement* Add(const char* factory);
+    void LookAtWhatPasses(GstElement* entrance);
     bool WaitForSound();
     void Note(std::atomic<bool>& what);
     void ReadLength();

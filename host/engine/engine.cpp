@@ -10,8 +10,9 @@
 
 namespace veldrin {
 
-Engine::Engine(const Output& output, Notice notice, std::string typesFile)
-    : player_(std::make_unique<Player>(output, std::move(notice), std::move(typesFile))) {}
+Engine::Engine(const Output& output, Notice notice, std::string typesFile, Loudness loudness)
+    : player_(std::make_unique<Player>(output, std::move(notice), std::move(typesFile), loudness)) {
+}
 Engine::~Engine() = default;
 
 void Engine::Prepare() {
@@ -112,10 +113,15 @@ std::vector<std::string> Engine::Parts() {
     const auto version = [](auto one, auto two, auto three) {
         return std::to_string(one) + "." + std::to_string(two) + "." + std::to_string(three);
     };
-    return {
+    std::vector<std::string> parts = {
         "Audio engine: GStreamer " + version(major, minor, micro),
         "Tags: TagLib " + version(TAGLIB_MAJOR_VERSION, TAGLIB_MINOR_VERSION, TAGLIB_PATCH_VERSION),
         "Output: " + output};
+    if (const Loudness loudness = player_->LoudnessAsked(); loudness != Loudness::kOff) {
+        parts.emplace_back(loudness == Loudness::kTrack ? "Loudness: by track"
+                                                        : "Loudness: by album");
+    }
+    return parts;
 }
 
 std::string Engine::FileTypes() {

@@ -18,6 +18,8 @@
 #include <string_view>
 #include <vector>
 
+#include "host/engine/loudness.h"
+
 namespace veldrin {
 
 /// Where the sound goes.
@@ -45,7 +47,9 @@ class Engine {
     /// Starts nothing yet: that happens at the first need, or before it by Prepare. Without
     /// `notice` the lines go to standard error. `typesFile`: where the list of playable types is
     /// kept from one run to the next, so that GStreamer need not be started for it; none if empty.
-    explicit Engine(const Output& output, Notice notice = {}, std::string typesFile = {});
+    /// `loudness`: whether items are brought to one loudness by their tags, without clipping.
+    explicit Engine(const Output& output, Notice notice = {}, std::string typesFile = {},
+                    Loudness loudness = Loudness::kOff);
     ~Engine();
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
@@ -118,8 +122,8 @@ class Engine {
     void SetTreble(int decibels);
 
     /// What the engine is made of, a line each: "Audio engine: GStreamer 1.22.0",
-    /// "Tags: TagLib 1.13.0", "Output: ...". The name of the sound device is known once something
-    /// has been opened.
+    /// "Tags: TagLib 1.13.0", "Output: ...", and unless it is off "Loudness: by track" or
+    /// "Loudness: by album". The name of the sound device is known once something has been opened.
     std::vector<std::string> Parts();
 
     /// The patterns of all files that the installed decoders can play, joined by ";", lower case:

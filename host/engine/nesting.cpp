@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "host/engine/bytes.h"
+
 namespace veldrin {
 
 namespace {
@@ -18,22 +20,10 @@ struct Piece {
     std::size_t bytes = 0;   ///< with the header
 };
 
-unsigned At(std::string_view bytes, std::size_t place) {
-    return place < bytes.size() ? static_cast<unsigned char>(bytes[place]) : 0U;
-}
-
-std::uint64_t Number(std::string_view bytes, std::size_t place, std::size_t count) {
-    std::uint64_t number = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        number = number << 8U | At(bytes, place + i);
-    }
-    return number;
-}
-
 /// An atom of MP4 that ends within these bytes.
 Piece AtomAt(std::string_view bytes) {
     constexpr std::size_t kHeader = 8;
-    const std::uint64_t size = Number(bytes, 0, 4);
+    const std::uint64_t size = NumberAt(bytes, 0, 4);
     const auto isLetter = [](char c) {
         const auto letter = static_cast<unsigned char>(c);
         return letter >= ' ' && letter != 0x7F;
@@ -55,13 +45,13 @@ Piece ElementAt(std::string_view bytes) {
         }
         return length;
     };
-    const std::size_t name = lengthOf(At(bytes, 0));
-    const std::size_t number = lengthOf(At(bytes, name));
+    const std::size_t name = lengthOf(ByteAt(bytes, 0));
+    const std::size_t number = lengthOf(ByteAt(bytes, name));
     if (name > 4 || number > 8 || name + number > bytes.size()) {
         return {};
     }
     const std::uint64_t mask = (std::uint64_t{1} << (7 * number)) - 1;
-    const std::uint64_t size = Number(bytes, name, number) & mask;
+    const std::uint64_t size = NumberAt(bytes, name, number) & mask;
     const std::size_t header = name + number;
     return {header, header + static_cast<std::size_t>(
                                  std::min<std::uint64_t>(size, bytes.size() - header))};

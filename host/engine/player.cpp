@@ -64,10 +64,12 @@ struct Player::FileFacts {
     std::uintmax_t size = 0;
 };
 
-Player::Player(const Output& output, Engine::Notice notice, std::string typesFile)
+Player::Player(const Output& output, Engine::Notice notice, std::string typesFile,
+               Loudness loudness)
     : notice_(notice ? std::move(notice) : Engine::Notice(&WriteToStandardError)),
       output_(std::make_shared<AudioOutput>(output)),
-      typesFile_(std::move(typesFile)) {
+      typesFile_(std::move(typesFile)),
+      loudness_(loudness) {
     TellNotice();
 }
 
@@ -144,7 +146,7 @@ Opener::Opened Player::Opened(const std::string& path) {
     if (!started || !Await()) {
         return {};
     }
-    Decoder::Plan plan{path};
+    Decoder::Plan plan{path, loudness_};
     if (const int rate = line_->Rate(); rate > 0) {
         plan.smallestRate = rate;
         plan.largestRate = rate;

@@ -19,7 +19,7 @@ namespace veldrin {
 
 class Player {
   public:
-    Player(const Output& output, Engine::Notice notice, std::string typesFile);
+    Player(const Output& output, Engine::Notice notice, std::string typesFile, Loudness loudness);
     ~Player();
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
@@ -45,6 +45,7 @@ class Player {
     std::string BitRateText();
     std::string OutputName() const;
     const SupportedTypes& Types();
+    Loudness LoudnessAsked() const { return loudness_; }
 
   private:
     struct FileFacts;
@@ -65,6 +66,7 @@ class Player {
     std::future<bool> starting_;  // of kUnderWay, when output_ belongs to another thread
     bool runs_ = false;           // of kDone: GStreamer could be started
     const std::string typesFile_;
+    const Loudness loudness_;
     std::optional<SupportedTypes> types_;
 
     Effects effects_;

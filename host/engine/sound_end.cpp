@@ -1,14 +1,13 @@
 #include "host/engine/sound_end.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <string_view>
 #include <vector>
+
+#include "host/engine/bytes.h"
+#include "host/engine/read_only_file.h"
 
 namespace veldrin {
 
@@ -24,45 +23,9 @@ constexpr std::int64_t kLargestPage = kPageHeader + 255 + 255 * 255;
 // Gigabytes of rubbish, or a slow disk: then the demuxer may try its luck.
 constexpr std::chrono::seconds kSearchTime(2);
 
-class File {
-  public:
-    explicit File(const std::string& path)
-        : file_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {
-        struct stat status {};
-        if (file_ >= 0 && fstat(file_, &status) == 0 && S_ISREG(status.st_mode)) {
-            size_ = status.st_size;
-        }
-    }
-    ~File() {
-        if (file_ >= 0) {
-            close(file_);
-        }
-    }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-
-    std::int64_t Size() const { return size_; }
-    /// What there is from this place on, up to as many bytes as there is room for.
-    std::string_view Read(char* bytes, std::size_t room, std::int64_t position) const {
-        return {bytes, static_cast<std::size_t>(std::max(
-                           ssize_t{0}, pread(file_, bytes, room, static_cast<off_t>(position))))};
-    }
-
-  private:
-    int file_;
-    std::int64_t size_ = 0;
-};
-
-std::uint32_t Number(std::string_view bytes, bool bigEndian) {
-    std::uint32_t number = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
-        number = (number << 8U) | static_cast<unsigned char>(bytes[bigEndian ? i : 3 - i]);
-    }
-    return number;
-}
-
 /// Follows the chunks of WAV or AIFF.
-std::optional<std::int64_t> EndOfChunks(const File& file, std::string_view sound, bool bigEndian) {
+std::optional<std::int64_t> EndOfChunks(const ReadOnlyFile& file, std::string_view sound,
+                                        bool bigEndian) {
     int behind = 0;  // chunks behind the sound
     std::array<char, kChunkHeader> bytes{};
     std::int64_t position = 12;
@@ -72,7 +35,8 @@ std::optional<std::int64_t> EndOfChunks(const File& file, std::string_view sound
             return std::nullopt;
         }
         const std::string_view name = header.substr(0, 4);
-        const std::uint32_t size = Number(header.substr(4), bigEndian);
+        const auto size = bigEndian ? static_cast<std::int64_t>(NumberAt(header, 4, 4))
+                                    : LittleEndianAt(header, 4);
         const bool nothing = size == 0 && name == std::string_view("\0\0\0\0", 4);
         if (behind > 0 && (nothing || behind > kMostChunks)) {
             return position;
@@ -86,7 +50,7 @@ std::optional<std::int64_t> EndOfChunks(const File& file, std::string_view sound
 }
 
 /// Looks for the last page from the end on.
-std::optional<std::int64_t> EndOfPages(const File& file) {
+std::optional<std::int64_t> EndOfPages(const ReadOnlyFile& file) {
     constexpr std::int64_t kStep = 1024L * 1024;
     constexpr auto kOverlap = static_cast<std::int64_t>(kPageStart.size()) - 1;
     std::vector<char> bytes(kLargestPage);
@@ -112,7 +76,7 @@ std::optional<std::int64_t> EndOfPages(const File& file) {
 }  // namespace
 
 std::optional<std::int64_t> EndOfSound(const std::string& path) {
-    const File file(path);
+    const ReadOnlyFile file(path);
     std::array<char, 12> bytes{};
     const std::string_view head = file.Read(bytes.data(), bytes.size(), 0);
     const std::string_view kind = head.size() < bytes.size() ? "" : head.substr(8);

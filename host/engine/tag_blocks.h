@@ -16,8 +16,8 @@ inline constexpr std::size_t kId3Header = 10;
 /// Whether these 10 bytes begin an ID3v2 tag whose frames take up as many bytes.
 bool IsId3Header(std::string_view header, std::size_t frameBytes);
 
-/// Of the frames behind that header those with texts and words, of which there are never many, laid
-/// out so that they can stand in the place of all.
+/// Of the frames behind that header those with texts, words and loudness, of which there are never
+/// many, laid out so that they can stand in the place of all.
 TagLib::ByteVector TextFramesOf(std::string_view header, std::string_view frames);
 
 /// Whether the block behind these 10 bytes is a picture, in FLAC or in MP4.

@@ -7,15 +7,15 @@
 #include <atomic>
 #include <chrono>
 #include <exception>
-#include <future>
 #include <memory>
+#include <optional>
 #include <string>
-#include <thread>
 #include <type_traits>
 #include <utility>
 
 #include "host/engine/stragglers.h"
 #include "host/engine/tag_stream.h"
+#include "host/engine/worker.h"
 
 namespace veldrin {
 
@@ -27,6 +27,16 @@ inline constexpr long kMostLargeBlocks = 12L * 1024 * 1024;
 /// With so many threads left behind another one would only be one more.
 inline constexpr int kMostStragglers = 8;
 
+/// Runs one reading of a file. What the library cannot stand, such as a size in the file for which
+/// there is no memory, counts as nothing found.
+template <typename Read>
+void Guarded(Read read) {
+    try {
+        read();
+    } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): nothing is found
+    }
+}
+
 /// What `read` finds in the file, on a thread of its own that owns all it uses; `otherwise` if the
 /// time is over before.
 template <typename Result, typename Read>
@@ -35,21 +45,20 @@ Result FoundElsewhere(const std::string& path, std::chrono::steady_clock::time_p
     if (Straggler::Count() >= kMostStragglers) {
         return otherwise;
     }
-    const auto stop = std::make_shared<std::atomic<bool>>(false);
-    std::promise<Result> promise;
-    std::future<Result> found = promise.get_future();
-    try {
-        std::thread([=, promise = std::move(promise), straggler = Straggler()]() mutable {
-            TagStream file(path, {deadline, kMostLargeBlocks, stop.get()});
-            promise.set_value(file.isOpen() ? read(file) : Result());
-        }).detach();
-    } catch (const std::exception&) {  // no thread to be had
-        return otherwise;
+    struct Shared {
+        std::atomic<bool> stop = false;
+        std::optional<Result> found;  ///< none before, and if there is no thread to be had
+    };
+    const auto shared = std::make_shared<Shared>();
+    Worker worker;
+    worker.Begin([=] {
+        TagStream file(path, {deadline, kMostLargeBlocks, &shared->stop});
+        shared->found = file.isOpen() ? read(file) : Result();
+    });
+    if (worker.WaitFor(deadline - std::chrono::steady_clock::now())) {
+        return std::move(shared->found).value_or(std::move(otherwise));
     }
-    if (found.wait_until(deadline) == std::future_status::ready) {
-        return found.get();
-    }
-    *stop = true;
+    shared->stop = true;
     return otherwise;
 }
 

@@ -5,8 +5,6 @@
 
 #include <cstdio>
 #include <mutex>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 #include "host/descriptor.h"
@@ -19,7 +17,6 @@ struct CopyWriter::State {
     const std::string path;
     std::mutex mutex;
     // Guarded by the mutex.
-    bool busy = false;
     bool failed = false;
     bool stopped = false;
 };
@@ -41,16 +38,15 @@ bool WriteFile(const std::string& path, const sarnel::ListCopy& copy) {
 CopyWriter::CopyWriter(std::string path) : state_(new State{std::move(path), {}}) {}
 
 void CopyWriter::Write(sarnel::ListCopy copy) {
-    const std::lock_guard guard(state_->mutex);
-    if (state_->busy || state_->stopped) {
-        return;
+    {
+        const std::lock_guard guard(state_->mutex);
+        if (IsBusy() || state_->stopped) {
+            return;
+        }
+        state_->failed = true;  // unless it is done
     }
-    try {
-        std::thread([state = state_, copy = std::move(copy)] { Run(*state, copy); }).detach();
-        state_->busy = true;
-    } catch (const std::system_error&) {
-        state_->failed = true;
-    }
+    worker_.Begin([state = state_, kept = std::make_shared<const sarnel::ListCopy>(
+                                       std::move(copy))] { Run(*state, *kept); });
 }
 
 void CopyWriter::Run(State& state, const sarnel::ListCopy& copy) {
@@ -68,13 +64,7 @@ void CopyWriter::Run(State& state, const sarnel::ListCopy& copy) {
         unlink(fresh.c_str());
     }
     const std::lock_guard guard(state.mutex);
-    state.busy = false;
     state.failed = !renamed;
-}
-
-bool CopyWriter::IsBusy() const {
-    const std::lock_guard guard(state_->mutex);
-    return state_->busy;
 }
 
 bool CopyWriter::HasFailed() const {

@@ -1,4 +1,4 @@
-// Writes copies of the list, each on a thread of its own: in one step, by a new file that is on the
+// Writes copies of the list on a thread of its own, each in one step: by a new file that is on the
 // disk before it takes the place of the old one. A thread that hangs on a slow disk is left behind,
 // holding all that it uses.
 #pragma once
@@ -7,6 +7,7 @@
 #include <string>
 
 #include "controls/list/listcopy.h"
+#include "host/engine/worker.h"
 
 namespace veldrin {
 
@@ -20,8 +21,8 @@ class CopyWriter {
 
     /// Begins to write, unless it is busy.
     void Write(sarnel::ListCopy copy);
-    bool IsBusy() const;
-    /// Whether what was begun last failed.
+    bool IsBusy() const { return !worker_.IsDone(); }
+    /// Whether what was begun last failed. Asked when it is not busy.
     bool HasFailed() const;
     /// From now on the file stays as it is. Does not wait for the disk.
     void Stop();
@@ -31,6 +32,7 @@ class CopyWriter {
     static void Run(State& state, const sarnel::ListCopy& copy);
 
     std::shared_ptr<State> state_;
+    Worker worker_;
 };
 
 }  // namespace veldrin

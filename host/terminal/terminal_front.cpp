@@ -5,15 +5,12 @@
 #include <string_view>
 #include <utility>
 
+#include "host/transport_keys.h"
 #include "platform/base/keys.h"
 #include "platform/base/text.h"
 
 namespace veldrin {
 namespace {
-
-constexpr std::string_view kTransportKeys = "ZXCVB";
-constexpr platform::Long kKeyNext = 'B';
-constexpr platform::Long kKeyPlay = 'X';
 
 /// How often progress is shown and the end is looked for.
 constexpr platform::Millis kBeat = 250;
@@ -109,8 +106,7 @@ void TerminalFront::KeyTyped(char key) {
     const char upper = platform::UpperAscii(key);
     if (upper == 'Q') {
         s_->requestEnd();
-    } else if (kTransportKeys.find(upper) != std::string_view::npos &&
-               typed_.find(upper) == std::string::npos) {
+    } else if (IsTransportKey(upper) && typed_.find(upper) == std::string::npos) {
         typed_.push_back(upper);
         if (typed_.size() == 1) {
             s_->windows.Schedule(0, [this] { PressTyped(); });

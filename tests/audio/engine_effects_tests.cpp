@@ -10,17 +10,6 @@ using veldrin::Engine;
 
 using EffectsTest = EngineTest;
 
-/// The left channel without its first and last half second, where effects swing in and out.
-std::vector<float> Middle(const Sound& sound) {
-    return sound.Channel(0, 0.5, sound.Seconds() - 0.5);
-}
-
-/// By how many decibels the frequency is louder in one sound than in the other.
-double Gain(double frequency, const Sound& after, const Sound& before) {
-    return 20.0 * std::log10(AmplitudeOf(frequency, Middle(after), after.rate) /
-                             AmplitudeOf(frequency, Middle(before), before.rate));
-}
-
 Sound Times(Sound sound, float factor) {
     for (float& sample : sound.samples) {
         sample *= factor;
@@ -37,14 +26,6 @@ int LongestCut(const Sound& sound) {
         longest = std::max(longest, run);
     }
     return longest;
-}
-
-float Peak(const std::vector<float>& samples) {
-    float peak = 0;
-    for (const float sample : samples) {
-        peak = std::max(peak, std::abs(sample));
-    }
-    return peak;
 }
 
 TEST_F(EffectsTest, AtRestTheSoundIsUntouched) {

@@ -37,9 +37,11 @@ class EngineTest : public testing::Test {
     std::string OutPath() const { return directory_ / "out.wav"; }
 
     /// An engine that writes all it plays to OutPath().
-    std::unique_ptr<veldrin::Engine> FileEngine() const {
+    std::unique_ptr<veldrin::Engine> FileEngine(
+        veldrin::Loudness loudness = veldrin::Loudness::kOff) const {
         return std::make_unique<veldrin::Engine>(
-            veldrin::Output{veldrin::Output::Kind::kFile, OutPath()});
+            veldrin::Output{veldrin::Output::Kind::kFile, OutPath()}, veldrin::Engine::Notice(),
+            std::string(), loudness);
     }
     /// An engine that plays in real time, unheard.
     static std::unique_ptr<veldrin::Engine> SilentEngine() {

@@ -195,6 +195,23 @@ double LoudnessOf(const std::vector<float>& samples) {
     return samples.empty() ? 0.0 : std::sqrt(sum / static_cast<double>(samples.size()));
 }
 
+std::vector<float> Middle(const Sound& sound) {
+    return sound.Channel(0, 0.5, sound.Seconds() - 0.5);
+}
+
+double Gain(double frequency, const Sound& after, const Sound& before) {
+    return 20.0 * std::log10(AmplitudeOf(frequency, Middle(after), after.rate) /
+                             AmplitudeOf(frequency, Middle(before), before.rate));
+}
+
+float Peak(const std::vector<float>& samples) {
+    float peak = 0;
+    for (const float sample : samples) {
+        peak = std::max(peak, std::abs(sample));
+    }
+    return peak;
+}
+
 void WriteText(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary).write(text.data(), static_cast<long>(text.size()));
 }

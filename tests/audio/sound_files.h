@@ -63,6 +63,12 @@ double AmplitudeOf(double frequency, const std::vector<float>& samples, int rate
 /// The frequency of a single tone, by its zero crossings.
 double FrequencyOf(const std::vector<float>& samples, int rate);
 double LoudnessOf(const std::vector<float>& samples);  ///< root mean square
+float Peak(const std::vector<float>& samples);
+
+/// The left channel without its first and last half second, where effects swing in and out.
+std::vector<float> Middle(const Sound& sound);
+/// By how many decibels the frequency is louder in one sound than in the other, in the middles.
+double Gain(double frequency, const Sound& after, const Sound& before);
 
 void WriteText(const std::string& path, const std::string& text);
 std::string ReadText(const std::string& path);

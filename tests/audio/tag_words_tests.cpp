@@ -2,15 +2,14 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <taglib/apetag.h>
-#include <taglib/fileref.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/mpegfile.h>
 #include <taglib/synchronizedlyricsframe.h>
-#include <taglib/tpropertymap.h>
 #include <taglib/unsynchronizedlyricsframe.h>
 
 #include "host/engine/tag_file.h"
 #include "sound_files.h"
+#include "tagged_files.h"
 
 namespace audio_tests {
 namespace {
@@ -30,30 +29,15 @@ class TagWords : public testing::Test {
         return Encode(directory_ / "in.wav", chain, directory_ / name);
     }
     void SetProperty(const std::string& name, const char* key, const TagLib::String& value) const {
-        const TagLib::FileRef file((directory_ / name).c_str(), false);
-        ASSERT_FALSE(file.isNull());
-        TagLib::PropertyMap properties = file.file()->properties();
-        properties.insert(key, TagLib::StringList(value));
-        file.file()->setProperties(properties);
-        ASSERT_TRUE(file.file()->save());
+        SetTag(directory_ / name, key, value);
     }
 
     TemporaryDirectory directory_;
 };
 
 TEST_F(TagWords, FormatsHaveThemUnderTheirOwnNames) {
-    const std::pair<const char*, const char*> formats[] = {
-        {"mp3", "lamemp3enc"},
-        {"ogg", "vorbisenc ! oggmux"},
-        {"flac", "flacenc"},
-        {"opus", "opusenc ! oggmux"},
-        {"wv", "wavpackenc"},
-        {"m4a", "voaacenc ! mp4mux"},
-        {"wav", "audioconvert ! wavenc"},
-        {"aiff", "aiffmux"},
-    };
     int made = 0;
-    for (const auto& [extension, chain] : formats) {
+    for (const auto& [extension, chain] : kTaggedFormats) {
         SCOPED_TRACE(extension);
         const std::string name = std::string("words.") + extension;
         if (!Make(name, chain)) {

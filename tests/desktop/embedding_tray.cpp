@@ -13,19 +13,18 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <string_view>
+
+#include "platform/desktop/x_answers.h"
 
 namespace {
 
 constexpr std::uint16_t kIcon = 26;
 constexpr std::uint32_t kBackground = 0x204060;
 
-template <class T>
-using Owned = std::unique_ptr<T, decltype(&std::free)>;
+using platform::desktop::Owned;
 
 class Tray {
   public:
@@ -49,8 +48,7 @@ class Tray {
         std::array<pollfd, 2> watched{
             {{STDIN_FILENO, POLLIN, 0}, {xcb_get_file_descriptor(connection_), POLLIN, 0}}};
         for (;;) {
-            while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection_),
-                                                          &std::free}) {
+            while (const auto event = Owned(xcb_poll_for_event(connection_))) {
                 Handle(*event);
             }
             xcb_flush(connection_);
@@ -153,12 +151,8 @@ class Tray {
         xcb_send_event(connection_, 0, to, mask, reinterpret_cast<const char*>(&event));
     }
 
-    xcb_atom_t Atom(std::string_view name) {
-        const auto asked =
-            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
-        const Owned<xcb_intern_atom_reply_t> answer(
-            xcb_intern_atom_reply(connection_, asked, nullptr), &std::free);
-        return answer ? answer->atom : xcb_atom_t{XCB_ATOM_NONE};
+    xcb_atom_t Atom(std::string_view name) const {
+        return platform::desktop::AtomOf(connection_, name, platform::desktop::IfUnknown::kMake);
     }
 
     const bool orphans_;

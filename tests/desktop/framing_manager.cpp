@@ -8,18 +8,17 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <map>
-#include <memory>
 #include <string_view>
+
+#include "platform/desktop/x_answers.h"
 
 namespace {
 
 constexpr std::int16_t kBorder = 2;
 constexpr std::int16_t kTitle = 18;
 
-template <class T>
-using Owned = std::unique_ptr<T, decltype(&std::free)>;
+using platform::desktop::Owned;
 
 struct Framed {
     xcb_window_t frame = 0;
@@ -52,7 +51,7 @@ class Manager {
     void Run() {
         for (;;) {
             xcb_flush(connection_);
-            const Owned<xcb_generic_event_t> event(xcb_wait_for_event(connection_), &std::free);
+            const auto event = Owned(xcb_wait_for_event(connection_));
             if (!event) {
                 return;
             }
@@ -87,8 +86,7 @@ class Manager {
 
     void Frame(xcb_window_t window) {
         const auto asked = xcb_get_geometry(connection_, window);
-        const Owned<xcb_get_geometry_reply_t> wanted(
-            xcb_get_geometry_reply(connection_, asked, nullptr), &std::free);
+        const auto wanted = Owned(xcb_get_geometry_reply(connection_, asked, nullptr));
         if (!wanted || framed_.contains(window)) {
             return;
         }
@@ -174,12 +172,8 @@ class Manager {
         return window;
     }
 
-    xcb_atom_t Atom(std::string_view name) {
-        const auto asked =
-            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
-        const Owned<xcb_intern_atom_reply_t> answer(
-            xcb_intern_atom_reply(connection_, asked, nullptr), &std::free);
-        return answer ? answer->atom : xcb_atom_t{XCB_ATOM_NONE};
+    xcb_atom_t Atom(std::string_view name) const {
+        return platform::desktop::AtomOf(connection_, name, platform::desktop::IfUnknown::kMake);
     }
 
     void Set(xcb_window_t window, std::string_view name, xcb_atom_t type,

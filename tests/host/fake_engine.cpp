@@ -28,7 +28,7 @@ class Player {
     bool plays_ = false;
 };
 
-Engine::Engine(const Output&, Notice notice, std::string)
+Engine::Engine(const Output&, Notice notice, std::string, Loudness)
     : player_(std::make_unique<Player>(std::move(notice))) {}
 Engine::~Engine() = default;
 

@@ -117,6 +117,18 @@ TEST(Options, ScaleIsANumberFromOneToFour) {
     }
 }
 
+TEST(Options, LoudnessIsOffUnlessAskedFor) {
+    EXPECT_EQ(Parsed({}).loudness, Loudness::kOff);
+    EXPECT_EQ(Parsed({"--loudness", "track"}).loudness, Loudness::kTrack);
+    EXPECT_EQ(Parsed({"--loudness=album"}).loudness, Loudness::kAlbum);
+    EXPECT_EQ(Parsed({"--loudness=album", "--loudness=off"}).loudness, Loudness::kOff);
+    EXPECT_EQ(Fault({"--loudness"}), "--loudness needs a value");
+    for (const std::string value : {"", "on", "Track", "album "}) {
+        EXPECT_EQ(Fault({"--loudness=" + value}),
+                  "--loudness must be off, track or album, not '" + value + "'");
+    }
+}
+
 TEST(Options, LyricsComeFromAWebAddress) {
     EXPECT_FALSE(Parsed({}).lyrics);
     EXPECT_FALSE(Parsed({}).lyricsOnline);

@@ -37,29 +37,16 @@ void WaitIfSlow(const char* path) {
     }
 }
 
-int OpenBy(const char* function, const char* path, int flags, mode_t mode) {
-    WaitIfSlow(path);
-    return reinterpret_cast<Open>(dlsym(RTLD_NEXT, function))(path, flags, mode);
-}
-
-mode_t ModeOf(int flags, va_list arguments) {
-    return (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
-}
-
 }  // namespace
 
 extern "C" int open(const char* path, int flags, ...) {
     va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = ModeOf(flags, arguments);
+    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return OpenBy("open", path, flags, mode);
+    WaitIfSlow(path);
+    // The one of the two that opens large files everywhere.
+    return reinterpret_cast<Open>(dlsym(RTLD_NEXT, "open64"))(path, flags, mode);
 }
 
-extern "C" int open64(const char* path, int flags, ...) {
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = ModeOf(flags, arguments);
-    va_end(arguments);
-    return OpenBy("open64", path, flags, mode);
-}
+extern "C" int open64(const char* path, int flags, ...) __attribute__((alias("open")));

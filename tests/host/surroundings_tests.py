@@ -123,6 +123,15 @@ class OddFiles(World):
 class NobodyReads(World):
     def full_pipe(self):
         reading, writing = os.pipe()
+        return self.filled(writing, reading)
+
+    def full_terminal(self):
+        """The program's end of a terminal whose screen nobody looks at."""
+        screen, terminal = pty.openpty()
+        return self.filled(terminal, screen)
+
+    def filled(self, writing, reading):
+        """The end that takes no more, as nobody reads at the other."""
         self.addCleanup(os.close, reading)
         self.addCleanup(os.close, writing)
         os.set_blocking(writing, False)
@@ -133,20 +142,6 @@ class NobodyReads(World):
             pass
         os.set_blocking(writing, True)
         return writing
-
-    def full_terminal(self):
-        """The program's end of a terminal whose screen nobody looks at."""
-        screen, terminal = pty.openpty()
-        self.addCleanup(os.close, screen)
-        self.addCleanup(os.close, terminal)
-        os.set_blocking(terminal, False)
-        try:
-            while True:
-                os.write(terminal, b'.' * 4096)
-        except BlockingIOError:
-            pass
-        os.set_blocking(terminal, True)
-        return terminal
 
     def test_plays_on(self):
         with open(self.at('a.wav'), 'wb') as file:
