@@ -29,8 +29,8 @@ constexpr double kSliderEnd = 15.0;
 constexpr double kBoostTakenBack = 1.0 / 6.0;
 
 // A band moves by so much in a second, in steps that are too small and too close to be heard.
-constexpr double kDecibelsASecond = 150.0;
-constexpr int kStepsASecond = 400;
+constexpr double kDecibelsASecond = 500.0;
+constexpr int kStepsASecond = 1000;
 
 double BandGain(double decibels) {
     return decibels < 0 ? decibels : decibels * kLargestBoost / kSliderEnd;

@@ -35,7 +35,8 @@ class EffectChain {
     /// Begins a sound of this rate: nothing is left of the one before, and the settings hold from
     /// its first frame on.
     void Begin(int rate);
-    /// Takes new settings over. The bands get there in a tenth of a second, so that nothing clicks.
+    /// Takes new settings over. The bands take a few hundredths of a second, so that nothing
+    /// clicks.
     void Set(const Effects& effects);
     /// Colours the frames, in their place.
     void Process(std::span<float> frames);

@@ -87,7 +87,7 @@ void Playout::SetPaused(bool paused) {
 
 void Playout::SetGain(double gain) {
     gain_ = gain;
-    if (!sounds_) {
+    if (!begun_) {
         gainNow_ = gain;
     }
 }
