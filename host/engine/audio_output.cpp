@@ -1,174 +1,172 @@
 #include "host/engine/audio_output.h"
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstring>
-#include <string_view>
 #include <utility>
-#include <vector>
 
 namespace veldrin {
 
 namespace {
 
-// Ways to the same devices as the others, that write to the terminal or start servers when they
-// find nothing.
-constexpr std::array<std::string_view, 2> kShunnedSinks = {"openalsink", "jackaudiosink"};
+using std::chrono::milliseconds;
+using std::chrono::seconds;
 
-/// The factories of installed audio outputs, best first.
-std::vector<GstElementFactory*> RankedSinks(GList* list) {
-    std::vector<GstElementFactory*> factories;
-    for (GList* node = list; node != nullptr; node = node->next) {
-        auto* factory = GST_ELEMENT_FACTORY(node->data);
-        const std::string_view name = GST_OBJECT_NAME(factory);
-        if (std::find(kShunnedSinks.begin(), kShunnedSinks.end(), name) == kShunnedSinks.end()) {
-            factories.push_back(factory);
-        }
-    }
-    std::stable_sort(factories.begin(), factories.end(), [](auto* one, auto* other) {
-        return gst_plugin_feature_get_rank(GST_PLUGIN_FEATURE(one)) >
-               gst_plugin_feature_get_rank(GST_PLUGIN_FEATURE(other));
-    });
-    return factories;
-}
+// Longer than a device that is there takes to be opened, too short to be missed by a listener.
+constexpr milliseconds kHeldUpAtMost(300);
+// A device that goes as soon as it has come is not tried again at once.
+constexpr seconds kInVain(1);
+constexpr milliseconds kBetweenLooks(1000);
+// Lasting so long, it was worth being told of; else a device that comes and goes would be told of
+// again and again.
+constexpr seconds kWorthTelling(10);
 
-/// How desktops name the stream in their mixers.
-void Introduce(GstElement* sink) {
-    if (g_object_class_find_property(G_OBJECT_GET_CLASS(sink), "stream-properties") == nullptr) {
-        return;
-    }
-    GstStructure* properties = gst_structure_new(
-        "props", "media.role", G_TYPE_STRING, "music", "application.name", G_TYPE_STRING, "Veldrin",
-        "application.icon_name", G_TYPE_STRING, "veldrin", nullptr);
-    g_object_set(sink, "stream-properties", properties, nullptr);
-    gst_structure_free(properties);
-}
-
-/// Closes the device; an element must not go in any other state.
-void Dispose(ElementPtr element) {
-    if (element != nullptr) {
-        gst_element_set_state(element.get(), GST_STATE_NULL);
-    }
-}
-
-/// The device and what it needs in front of it, as one element; empty on failure.
-ElementPtr WithConversion(GstElement* sink) {
-    ElementPtr bin = Adopt(gst_bin_new(nullptr));
-    GstElement* convert = gst_element_factory_make("audioconvert", nullptr);
-    GstElement* resample = gst_element_factory_make("audioresample", nullptr);
-    if (convert == nullptr || resample == nullptr) {
-        return {};
-    }
-    gst_bin_add_many(GST_BIN(bin.get()), convert, resample, sink, nullptr);
-    gst_element_link_many(convert, resample, sink, nullptr);
-    const PadPtr pad(gst_element_get_static_pad(convert, "sink"));
-    gst_element_add_pad(bin.get(), gst_ghost_pad_new("sink", pad.get()));
-    return bin;
-}
+// What a device is begun with at least. A list may begin with a memo of 8,000 Hz; what is joined to
+// it without a gap would sound as dull.
+constexpr int kDeviceRate = 44100;
+constexpr int kSmallest = 8000;
 
 }  // namespace
 
 AudioOutput::AudioOutput(const Output& choice) : choice_(choice) {
     if (choice_.kind == Output::Kind::kFile) {
         writer_ = std::make_unique<WavWriter>(choice_.path);
+        drain_ = MakeFileDrain(*writer_);
     }
 }
 
-AudioOutput::~AudioOutput() {
-    Dispose(std::move(element_));
+AudioOutput::~AudioOutput() = default;
+
+int AudioOutput::SmallestRate() const {
+    return choice_.kind == Output::Kind::kAuto ? kDeviceRate : kSmallest;
+}
+
+void AudioOutput::FinishFile() {
+    if (writer_ != nullptr) {
+        writer_->Finish();
+    }
 }
 
 void AudioOutput::Start() {
-    if (choice_.kind == Output::Kind::kAuto) {
-        if (!OpenDevice()) {
-            GoSilent("No sound device found; playing silently");
-        }
+    if (choice_.kind != Output::Kind::kAuto) {
         return;
     }
-    element_ = MakeElement("fakesink");
-    if (element_ == nullptr) {
+    OpenedDevice opened = OpenDevice();
+    if (opened.drain == nullptr) {
+        GoSilent("No sound device found; playing silently");
         return;
     }
-    g_object_set(element_.get(), "sync", writer_ == nullptr, nullptr);
-    if (writer_ != nullptr) {
-        g_object_set(element_.get(), "signal-handoffs", TRUE, nullptr);
-        g_signal_connect(element_.get(), "handoff", G_CALLBACK(&AudioOutput::OnSamples), this);
+    drain_ = std::move(opened.drain);
+    openedAt_ = Clock::now();
+    const std::lock_guard lock(mutex_);
+    device_ = opened.name;
+}
+
+void AudioOutput::Begin(int rate) {
+    rate_ = rate;
+    written_ = 0;
+    writtenBefore_ = 0;
+    if (!drain_->Begin(rate)) {
+        Replace();
     }
 }
 
-void AudioOutput::Replace(bool silently) {
-    if (choice_.kind == Output::Kind::kAuto && (silently || !OpenDevice())) {
+void AudioOutput::Write(std::span<const float> frames) {
+    if (isLooking_) {
+        TakeFound();
+    } else if (silent_ && (looksAgain_ || Clock::now() >= lookAt_)) {
+        Look(nullptr);
+    }
+    const bool written = drain_->Write(frames);
+    if (!written) {
+        Replace();
+        drain_->Write(frames);
+    }
+    written_ += static_cast<std::int64_t>(frames.size() / kSides);
+}
+
+std::int64_t AudioOutput::Heard() {
+    return writtenBefore_ + drain_->Heard();
+}
+
+void AudioOutput::Rest() {
+    drain_->Rest();
+}
+
+/// What has been written goes on being counted, and what the old one still held counts as heard.
+void AudioOutput::Use(std::unique_ptr<Drain> drain) {
+    drain_ = std::move(drain);
+    writtenBefore_ = written_;
+    if (rate_ > 0) {
+        drain_->Begin(rate_);
+    }
+}
+
+/// Looks for a device on another thread, after the one that has gone has been closed there.
+void AudioOutput::Look(std::unique_ptr<Drain> gone) {
+    looksAgain_ = false;
+    isLooking_ = true;
+    lookAt_ = Clock::now() + kBetweenLooks;
+    found_ = std::make_shared<Found>();
+    looking_.Begin([found = found_, old = std::shared_ptr<Drain>(std::move(gone))]() mutable {
+        old.reset();
+        found->device = OpenDevice();
+        found->done = true;
+    });
+}
+
+/// Takes what has been found, if the search is over.
+void AudioOutput::TakeFound() {
+    if (!found_->done) {
+        return;
+    }
+    OpenedDevice device = std::move(found_->device);
+    found_.reset();
+    if (device.drain != nullptr) {
+        Use(std::move(device.drain));
+        openedAt_ = Clock::now();
+        silent_ = false;
+        const std::lock_guard lock(mutex_);
+        device_ = device.name;
+    }
+    isLooking_ = false;
+}
+
+/// The device has gone. Where there is another one, nothing is missed.
+void AudioOutput::Replace() {
+    if (choice_.kind != Output::Kind::kAuto || drain_ == nullptr) {
+        return;
+    }
+    const auto lasted = Clock::now() - openedAt_;
+    const bool inVain = !isNewItem_.exchange(false) && isReplacement_ && lasted < kInVain;
+    isReplacement_ = true;
+    {
+        const std::lock_guard lock(mutex_);
+        noticed_ = noticed_ && lasted < kWorthTelling;
+    }
+    std::unique_ptr<Drain> gone = std::exchange(drain_, MakeSilence(pace_));
+    silent_ = true;
+    if (inVain) {
+        looking_.Begin([old = std::shared_ptr<Drain>(std::move(gone))] {});
+        looking_.WaitFor(kHeldUpAtMost);
+        lookAt_ = Clock::now() + kBetweenLooks;
+    } else {
+        Look(std::move(gone));
+        looking_.WaitFor(kHeldUpAtMost);
+        TakeFound();
+    }
+    if (silent_) {
+        Use(std::move(drain_));
         GoSilent("The sound device has gone; playing silently");
     }
 }
 
-void AudioOutput::Retry() {
-    if (silent_) {
-        OpenDevice();
-    }
-}
-
-bool AudioOutput::OpenDevice() {
-    GList* list = gst_element_factory_list_get_elements(
-        GST_ELEMENT_FACTORY_TYPE_SINK | GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO, GST_RANK_MARGINAL);
-    bool found = false;
-    for (GstElementFactory* factory : RankedSinks(list)) {
-        found = TryDevice(factory);
-        if (found) {
-            break;
-        }
-    }
-    gst_plugin_feature_list_free(list);
-    return found;
-}
-
-bool AudioOutput::TryDevice(GstElementFactory* factory) {
-    const ElementPtr sink = Adopt(gst_element_factory_create(factory, nullptr));
-    if (sink == nullptr) {
-        return false;
-    }
-    Introduce(sink.get());
-    ElementPtr element = WithConversion(sink.get());
-    // READY is where a sink opens its device.
-    if (element == nullptr ||
-        gst_element_set_state(element.get(), GST_STATE_READY) == GST_STATE_CHANGE_FAILURE) {
-        Dispose(std::move(element));
-        return false;
-    }
-    Dispose(std::exchange(element_, std::move(element)));
-    device_ = gst_element_factory_get_metadata(factory, GST_ELEMENT_METADATA_LONGNAME);
-    silent_ = false;
-    return true;
-}
-
 void AudioOutput::GoSilent(const char* reason) {
-    Dispose(std::exchange(element_, MakeElement("fakesink")));
-    if (element_ != nullptr) {
-        g_object_set(element_.get(), "sync", TRUE, nullptr);
-    }
-    device_.clear();
     silent_ = true;
-    if (!noticed_) {
-        noticed_ = true;
+    const std::lock_guard lock(mutex_);
+    device_.clear();
+    if (!std::exchange(noticed_, true)) {
         notice_ = reason;
     }
-}
-
-void AudioOutput::OnSamples(GstElement*, GstBuffer* buffer, GstPad*, gpointer self) {
-    GstMapInfo map = GST_MAP_INFO_INIT;
-    if (gst_buffer_map(buffer, &map, GST_MAP_READ)) {
-        // The chain ends in interleaved native floats; buffers of audio are aligned for them.
-        static_cast<AudioOutput*>(self)->writer_->Write(
-            {reinterpret_cast<const float*>(map.data), map.size / sizeof(float)});
-        gst_buffer_unmap(buffer, &map);
-    }
-}
-
-bool AudioOutput::IsSourceOf(GstMessage* message) const {
-    return element_ != nullptr && GST_MESSAGE_SRC(message) != nullptr &&
-           (GST_MESSAGE_SRC(message) == GST_OBJECT(element_.get()) ||
-            gst_object_has_as_ancestor(GST_MESSAGE_SRC(message), GST_OBJECT(element_.get())));
 }
 
 std::string AudioOutput::ChoiceName() const {
@@ -187,10 +185,12 @@ std::string AudioOutput::Name() const {
     if (choice_.kind != Output::Kind::kAuto) {
         return ChoiceName();
     }
+    const std::lock_guard lock(mutex_);
     return device_.empty() ? "none found (silent)" : device_;
 }
 
 std::string AudioOutput::TakeNotice() {
+    const std::lock_guard lock(mutex_);
     if (!Ready() && !std::exchange(noticed_, true)) {
         const int error = writer_->Error();
         notice_ = "Cannot write " + choice_.path + ": " +

@@ -1,18 +1,12 @@
-// The effects of the engine: their settings, and the chain of elements that carries them out on the
-// way from the decoder to the output.
-//
-// The chain takes up to 63 channels at 10 Hz to 16.8 MHz; anything else is refused before an
-// element of it sees the format. It turns what it takes into 32-bit float stereo of 8 to 96 kHz
-// first. This is not for comfort: the element behind tempo and pitch ends the whole process when it
-// meets 16 channels or more, or a rate of some 192 kHz and above. That element is part of the chain
-// only while one of its two effects is away from rest, since it is not transparent at rest; the
-// others are, to the bit.
+// The effects of the engine: their settings, and those of them that colour the sound without
+// changing its time: echo, reverb, and the three bands. Tempo and pitch are stretch.h's.
 #pragma once
 
-#include <mutex>
+#include <array>
+#include <span>
 #include <vector>
 
-#include "host/engine/gst_ptr.h"
+#include "host/engine/element_line.h"
 
 namespace veldrin {
 
@@ -28,73 +22,44 @@ struct Effects {
 
     /// Seconds of the medium that pass in a second of listening.
     double TempoFactor() const { return 1.0 + tempo / 100.0; }
-    /// Whether the time-stretching element is needed.
+    /// Whether tempo or pitch is away from rest.
     bool Stretches() const { return tempo != 0 || pitch != 0; }
     bool operator==(const Effects&) const = default;
 };
 
+/// Echo, reverb and bands. At rest the sound goes by it, and is untouched to the bit.
 class EffectChain {
   public:
-    /// Adds the elements to the pipeline, which owns them from then on, and links them. `rate` is
-    /// the sample rate that the chain puts out, 0 for the medium's own as far as it is in range.
-    EffectChain(GstBin* pipeline, const Effects& effects, int rate);
-    EffectChain(const EffectChain&) = delete;
-    EffectChain& operator=(const EffectChain&) = delete;
+    EffectChain();
 
-    /// False if an element without which nothing can be played is missing.
-    bool Usable() const { return usable_; }
-    /// Where the decoder is linked, unless its format is refused. Its caps are those of the medium.
-    GstPad* Entry() const { return entry_.get(); }
-    /// Between the format and the first effect: what is sent from here towards the file is in times
-    /// of the medium.
-    GstPad* Gate() const { return gate_.get(); }
-    /// The last element, to which the output is linked.
-    GstElement* Last() const { return volume_; }
-    /// Its source pad.
-    GstPad* Exit() const { return exit_.get(); }
-    /// Whether the time-stretching element is in the chain, and with it the pipeline's times are
-    /// those of listening and not those of the medium.
-    bool Stretches() const { return stretch_ != nullptr; }
-    /// The tempo that the pipeline's times are to be multiplied with, 1 without that element.
-    double TempoFactor() const;
-
-    /// Makes the chain ready for data. The pipeline would not know that this comes before the
-    /// decoder, which is not linked to it yet.
-    void Wake();
-
-    /// Takes new settings over. The elements get them as soon as no data pass them, as some of them
-    /// are not protected against a change in between.
-    void Apply(const Effects& effects);
-    /// The volume, 1 leaves the sound as it is.
-    void SetGain(double gain);
+    /// Begins a sound of this rate: nothing is left of the one before, and the settings hold from
+    /// its first frame on.
+    void Begin(int rate);
+    /// Takes new settings over. The bands get there in a tenth of a second, so that nothing clicks.
+    void Set(const Effects& effects);
+    /// Colours the frames, in their place.
+    void Process(std::span<float> frames);
 
   private:
-    static GstPadProbeReturn OnFormat(GstPad* pad, GstPadProbeInfo* info, gpointer self);
-    static GstPadProbeReturn OnIdle(GstPad* pad, GstPadProbeInfo* info, gpointer self);
-    GstElement* Add(GstBin* pipeline, const char* factory);
-    void Configure(const Effects& effects) const;
+    static constexpr std::size_t kBands = 3;
+    bool IsAtRest() const;
+    void MoveBands(double most);
+    void Configure();
 
-    bool usable_ = true;
-    // Owned by the pipeline; null where the plug-in is missing.
-    std::vector<GstElement*> elements_;
-    GstElement* convert_ = nullptr;
-    GstElement* stretch_ = nullptr;
-    GstElement* echo_ = nullptr;
-    GstElement* reverb_ = nullptr;
-    GstElement* equaliser_ = nullptr;
-    GstElement* preamp_ = nullptr;
-    GstElement* limiter_ = nullptr;
-    GstElement* volume_ = nullptr;
-    PadPtr entry_;
-    PadPtr gate_;
-    PadPtr exit_;
+    ElementLine line_;
+    // Owned by the line; null where the plug-in is missing.
+    GstElement* echo_;
+    GstElement* reverb_;
+    GstElement* equaliser_;
+    GstElement* preamp_;
+    GstElement* limiter_;
 
-    mutable std::mutex mutex_;
-    Effects effects_;       // guarded by mutex_
-    bool waiting_ = false;  // guarded by mutex_: a probe is waiting for its turn
+    int rate_ = 0;
+    Effects effects_;
+    std::array<double, kBands> bands_{};  // decibels of the slider, on their way to the settings
+    bool fresh_ = true;                   // nothing has been heard since Begin
+    bool runs_ = false;                   // the line has begun
+    std::vector<float> out_;              // kept for its memory
 };
-
-/// Whether the plug-in behind tempo and pitch is installed.
-bool CanStretch();
 
 }  // namespace veldrin

@@ -71,10 +71,10 @@ std::string Engine::LengthText() {
     return MinutesAndSeconds(Length());
 }
 int Engine::SampleRate() {
-    return player_->FormatNumber("rate");
+    return player_->SampleRate();
 }
 int Engine::Channels() {
-    return player_->FormatNumber("channels");
+    return player_->Channels();
 }
 std::string Engine::BitRateText() {
     return player_->BitRateText();

@@ -11,14 +11,14 @@ namespace veldrin {
 struct GstUnref {
     void operator()(gpointer object) const { gst_object_unref(object); }
     void operator()(GstCaps* caps) const { gst_caps_unref(caps); }
-    void operator()(GstMessage* message) const { gst_message_unref(message); }
+    void operator()(GstSample* sample) const { gst_sample_unref(sample); }
 };
 
 using ElementPtr = std::unique_ptr<GstElement, GstUnref>;
 using PadPtr = std::unique_ptr<GstPad, GstUnref>;
 using BusPtr = std::unique_ptr<GstBus, GstUnref>;
 using CapsPtr = std::unique_ptr<GstCaps, GstUnref>;
-using MessagePtr = std::unique_ptr<GstMessage, GstUnref>;
+using SamplePtr = std::unique_ptr<GstSample, GstUnref>;
 
 /// Takes over an element that nobody owns yet ("floating"); empty if it is null.
 inline ElementPtr Adopt(GstElement* floating) {

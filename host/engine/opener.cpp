@@ -18,7 +18,6 @@ constexpr milliseconds kUnnoticed(100);
 /// Openings so close upon each other are a row of them, such as the dead items of a list, between
 /// which the caller does nothing else.
 constexpr milliseconds kInARow(20);
-constexpr milliseconds kLongestDisposal(200);
 
 /// Only a regular file is; a FIFO would be waited for and a directory read from.
 bool HandsOutBytes(const std::string& path) {
@@ -27,9 +26,11 @@ bool HandsOutBytes(const std::string& path) {
     return file.IsOpen() && file.Append(bytes);
 }
 
-Opener::Opened OpenedBy(const Stream::Plan& plan) {
-    Opener::Opened opened{Stream::Prepare(plan)};
-    if (opened.stream != nullptr && opened.stream->Length() == Time(0)) {
+Opener::Opened OpenedBy(const Decoder::Plan& plan, const std::function<void()>& changed) {
+    Opener::Opened opened{std::make_unique<Item>(changed)};
+    if (!opened.item->Prepare(plan)) {
+        opened.item.reset();
+    } else if (opened.item->Length() == Time(0)) {
         opened.taggedLength = ReadSoundFacts(plan.path).length;
     }
     return opened;
@@ -42,12 +43,12 @@ bool Opener::Answers(const std::string& path) {
     return Do(path, [path, answers] { *answers = HandsOutBytes(path); }) && *answers;
 }
 
-Opener::Opened Opener::Open(Stream::Plan plan) {
+Opener::Opened Opener::Open(Decoder::Plan plan, const std::function<void()>& changed) {
     const auto opened = std::make_shared<Opened>();
     const auto givenUp = std::make_shared<std::atomic<bool>>(false);
     plan.patience = slow_.PatienceFor(plan.path);
     plan.givenUp = givenUp;
-    if (!Do(plan.path, [plan, opened] { *opened = OpenedBy(plan); })) {
+    if (!Do(plan.path, [plan, changed, opened] { *opened = OpenedBy(plan, changed); })) {
         *givenUp = true;
         return {};
     }
@@ -57,15 +58,6 @@ Opener::Opened Opener::Open(Stream::Plan plan) {
 bool Opener::Await(const WaitFor& waitFor) {
     constexpr std::chrono::hours kNoEnd(24);
     return WaitUntil(Clock::now() + kNoEnd, waitFor);
-}
-
-void Opener::Dispose(std::unique_ptr<Stream> stream) {
-    if (stream == nullptr) {
-        return;
-    }
-    stream->Release();
-    disposing_.Begin([stream = std::shared_ptr<Stream>(std::move(stream))] {});
-    disposing_.WaitFor(kLongestDisposal);
 }
 
 /// Does one step of opening the file; whether it was done in time. If not, it is left behind.

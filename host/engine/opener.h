@@ -8,8 +8,8 @@
 #include <string>
 
 #include "host/engine/engine.h"
+#include "host/engine/item.h"
 #include "host/engine/slow_places.h"
-#include "host/engine/stream.h"
 #include "host/engine/worker.h"
 
 namespace veldrin {
@@ -17,8 +17,8 @@ namespace veldrin {
 class Opener {
   public:
     struct Opened {
-        std::unique_ptr<Stream> stream;  ///< null: it cannot be played
-        Time taggedLength{0};            ///< what its tags say, if the stream does not know
+        std::unique_ptr<Item> item;  ///< null: it cannot be played
+        Time taggedLength{0};        ///< what its tags say, if the medium does not
     };
 
     /// Without one, what lasts is slept through.
@@ -26,8 +26,8 @@ class Opener {
 
     /// Whether the file is a regular one and hands out its bytes in time.
     bool Answers(const std::string& path);
-    /// Prepares the stream of a plan, whose patience is set here.
-    Opened Open(Stream::Plan plan);
+    /// Prepares the item of a plan, whose patience is set here. `changed` as of Item.
+    Opened Open(Decoder::Plan plan, const std::function<void()>& changed);
     /// Waits so long at most; answers whether what it waits for is done.
     using WaitFor = std::function<bool(std::chrono::nanoseconds longest)>;
     /// Waits for something else without an end, but that of the program: then False.
@@ -35,8 +35,6 @@ class Opener {
 
     /// Whether somebody waits at this moment, and things are done meanwhile.
     bool IsWaiting() const { return isWaiting_; }
-    /// Takes a stream apart, which may last if its file does not answer any more.
-    void Dispose(std::unique_ptr<Stream> stream);
 
   private:
     using Clock = std::chrono::steady_clock;
@@ -47,7 +45,6 @@ class Opener {
     Engine::Wait wait_;
     SlowPlaces slow_;
     Worker opening_;
-    Worker disposing_;
     Clock::time_point turnedAt_;  ///< when the caller last did something else
     Clock::time_point leftAt_;    ///< when the last wait was over
     bool isWaiting_ = false;

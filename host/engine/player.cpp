@@ -13,10 +13,25 @@ namespace veldrin {
 
 namespace {
 
+using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 // Calculating with the tempo may leave a position a hair short of the second that was sought.
-constexpr std::chrono::milliseconds kHair(1);
+constexpr milliseconds kHair(1);
+
+// An item no longer plays when what is still to be heard of it is no longer than this: whoever asks
+// twenty times a second then has time to open the next one, so that it is joined without a gap. The
+// title changes that much early.
+constexpr milliseconds kLead(250);
+// So much of it must be ours, however much the device holds: else there is no time left.
+constexpr milliseconds kLeastLead(150);
+
+// The end of the engine waits for the end of the music, but not for a device that does not go on.
+constexpr milliseconds kTailAtMost(1500);
+constexpr milliseconds kFadeAtMost(200);
+// For things that nobody may be held up by while something plays.
+constexpr milliseconds kUnnoticed(40);
+constexpr milliseconds kDeviceSoon(300);
 
 /// GStreamer and its plug-ins complain to the terminal about files that are merely damaged. Their
 /// messages are for those who look for faults in them, and who ask for them in the environment.
@@ -43,11 +58,25 @@ void WriteToStandardError(const std::string& line) {
 
 }  // namespace
 
+/// What another thread reads of the present item's file.
+struct Player::FileFacts {
+    int bitRate = 0;  // kbit/s; 0: the tags do not say
+    std::uintmax_t size = 0;
+};
+
 Player::Player(const Output& output, Engine::Notice notice, std::string typesFile)
     : notice_(notice ? std::move(notice) : Engine::Notice(&WriteToStandardError)),
-      output_(output),
+      output_(std::make_shared<AudioOutput>(output)),
       typesFile_(std::move(typesFile)) {
     TellNotice();
+}
+
+Player::~Player() {
+    HearTail();
+    Stop();
+    if (line_) {
+        line_->Finish(kFadeAtMost);
+    }
 }
 
 void Player::Prepare() {
@@ -61,7 +90,7 @@ void Player::Prepare() {
         if (gst_init_check(nullptr, nullptr, nullptr) == FALSE) {
             return false;
         }
-        output_.Start();
+        output_->Start();
         return true;
     });
 }
@@ -75,29 +104,35 @@ bool Player::Await() {
         types_.reset();  // what was remembered has served
         TellNotice();
     }
-    return runs_ && output_.Element() != nullptr;
+    if (runs_ && !line_) {
+        line_.emplace(output_);
+        line_->SetGain(gain_);
+        line_->SetEffects(effects_);
+    }
+    return runs_;
 }
 
 void Player::TellNotice() {
-    if (const std::string notice = output_.TakeNotice(); !notice.empty()) {
+    if (const std::string notice = output_->TakeNotice(); !notice.empty()) {
         notice_(notice);
     }
 }
 
 bool Player::OutputReady() {
-    const bool ready = output_.Ready();
+    const bool ready = output_->Ready();
     if (!ready) {
         TellNotice();
     }
     return ready;
 }
 
-Stream::Plan Player::PlanFor(const std::string& path, Time from) const {
-    return {path, effects_, gain_, output_.Rate(), from};
+void Player::FinishOutput() {
+    HearTail();
+    output_->FinishFile();
 }
 
 /// Waits for the file, and for GStreamer, which nothing is started for that is not there.
-Opener::Opened Player::Opened(const std::string& path, Time from) {
+Opener::Opened Player::Opened(const std::string& path) {
     if (!opener_.Answers(path)) {
         return {};
     }
@@ -106,172 +141,186 @@ Opener::Opened Player::Opened(const std::string& path, Time from) {
         start_ == Start::kDone || opener_.Await([this](std::chrono::nanoseconds longest) {
             return starting_.wait_for(longest) == std::future_status::ready;
         });
-    return started && Await() ? opener_.Open(PlanFor(path, from)) : Opener::Opened();
-}
-
-/// The old stream is taken apart after the new one has begun.
-void Player::Replace(std::unique_ptr<Stream> next) {
-    std::swap(stream_, next);
-    opener_.Dispose(std::move(next));
+    if (!started || !Await()) {
+        return {};
+    }
+    Decoder::Plan plan{path};
+    if (const int rate = line_->Rate(); rate > 0) {
+        plan.smallestRate = rate;
+        plan.largestRate = rate;
+    } else {
+        plan.smallestRate = output_->SmallestRate();
+    }
+    return opener_.Open(std::move(plan), line_->Waker());
 }
 
 bool Player::Open(const std::string& path) {
-    Opener::Opened next = Opened(path, Time(0));
-    if (next.stream == nullptr) {
+    Opener::Opened next = Opened(path);
+    if (next.item == nullptr) {
         return false;
     }
-    if (stream_ != nullptr) {
-        stream_->Release();
-    }
-    output_.Retry();
-    next.stream->Start(output_, false);
+    item_ = disposal_->Share(std::move(next.item));
+    ++number_;
+    output_->BeginItem();
+    line_->Play({item_, number_}, tail_);
+    line_->SetPaused(false);
     taggedLength_ = next.taggedLength;
-    Replace(std::move(next.stream));
-    path_ = path;
     paused_ = false;
     ended_ = false;
-    bitRate_.reset();
-    outputReplacedAt_.reset();
+    tail_ = false;
+    ReadFacts(path);
+    LookForDevice();
     return true;
 }
 
-/// Prepares the present item anew, with the effects that are now needed and the present output.
-/// False also if it was stopped meanwhile.
-bool Player::Restart(Time from) {
-    Opener::Opened next = Opened(path_, from);
-    if (next.stream == nullptr || stream_ == nullptr) {
-        return false;
+/// One that has come since the last item is to be heard from the beginning of this one.
+void Player::LookForDevice() {
+    if (output_->IsSilent()) {
+        output_->LookAgain();
+        const auto deadline = std::chrono::steady_clock::now() + kDeviceSoon;
+        opener_.Await([&](std::chrono::nanoseconds longest) {
+            const auto left = deadline - std::chrono::steady_clock::now();
+            return line_->WaitForLook(std::clamp(left, {}, longest)) || left <= left.zero();
+        });
     }
-    stream_->Release();
-    next.stream->Start(output_, paused_);
-    Replace(std::move(next.stream));
-    return true;
 }
 
-void Player::ReplaceOutput() {
-    const Time position = stream_->Position();
-    stream_->Release();
-    // A device that goes as soon as it has come is not tried again.
-    const bool inVain = outputReplacedAt_ && position - *outputReplacedAt_ < seconds(1);
-    outputReplacedAt_ = position;
-    output_.Replace(inVain);
-    TellNotice();
-    if (!Restart(position)) {
-        End(position);
-    }
+void Player::ReadFacts(const std::string& path) {
+    facts_ = std::make_shared<FileFacts>();
+    readingFacts_.Begin([path, facts = facts_] {
+        facts->bitRate = ReadSoundFacts(path).bitRate;
+        struct stat status {};
+        if (stat(path.c_str(), &status) == 0) {
+            facts->size = static_cast<std::uintmax_t>(status.st_size);
+        }
+    });
 }
 
 void Player::Stop() {
-    opener_.Dispose(std::exchange(stream_, nullptr));
-    path_.clear();
+    if (item_ == nullptr) {
+        return;
+    }
+    item_.reset();
+    if (!tail_) {
+        line_->Play({}, false);
+    }
+    // Paused silence would hold the next item, too.
+    line_->SetPaused(false);
+    disposal_->WaitFor(kUnnoticed);
     ended_ = false;
     paused_ = false;
 }
 
+/// An end that comes right after that of the last item does not cut it.
+void Player::HearTail() {
+    if (tail_) {
+        line_->Finish(kTailAtMost);
+    }
+}
+
 void Player::SetPaused(bool paused) {
-    if (stream_ != nullptr && !ended_ && paused != paused_) {
+    if (item_ != nullptr && !ended_ && paused != paused_) {
         paused_ = paused;
-        stream_->SetPaused(paused);
+        line_->SetPaused(paused);
     }
 }
 
 void Player::Seek(int target) {
-    if (stream_ != nullptr && !ended_) {
-        stream_->Seek(seconds(target));
+    if (item_ == nullptr || ended_ || !item_->CanJump()) {
+        return;
     }
+    if (item_->Jump(seconds(target))) {
+        jumping_.Begin([item = item_] { item->DoJump(); });
+    }
+    line_->Jumped({item_, number_});
 }
 
 void Player::SetGain(double gain) {
     gain_ = gain;
-    if (stream_ != nullptr) {
-        stream_->SetGain(gain);
+    if (line_) {
+        line_->SetGain(gain);
     }
 }
 
 void Player::Change(int Effects::*effect, int value, int smallest, int largest) {
     effects_.*effect = std::clamp(value, smallest, largest);
-    if (stream_ == nullptr || ended_) {
-        return;
+    if (line_) {
+        line_->SetEffects(effects_);
     }
-    // Putting the time-stretching element in or out under way would need the same flush as this.
-    if (effects_.Stretches() != stream_->Stretches() && CanStretch() && stream_->Seekable()) {
-        stream_->Halt();
-        if (Restart(stream_->Position()) || stream_ == nullptr) {
-            return;
-        }
-        stream_->SetPaused(paused_);
-    }
-    stream_->Apply(effects_);
 }
 
 bool Player::IsPlaying() {
     if (opener_.IsWaiting()) {
         return true;
     }
-    if (stream_ == nullptr || ended_) {
+    if (item_ == nullptr || ended_) {
         return false;
     }
-    switch (stream_->Poll(output_)) {
-        case Stream::Event::kEnded:
-            End(seconds(Length()));
-            break;
-        case Stream::Event::kFailed:
-            End(stream_->Position());
-            break;
-        case Stream::Event::kOutputFailed:
-            ReplaceOutput();
-            break;
-        case Stream::Event::kNothing:
-            break;
+    TellNotice();
+    if (!paused_ && IsLetGo()) {
+        ended_ = true;
+        tail_ = true;
     }
     return !ended_;
 }
 
-void Player::End(Time position) {
-    ended_ = true;
-    endedAt_ = position;
+bool Player::IsLetGo() const {
+    if (!item_->IsDecoded()) {
+        return false;
+    }
+    const auto left = line_->LeftToHear();
+    return left && (left->toHear <= kLead || left->toWrite <= kLeastLead);
+}
+
+Time Player::ExactPosition() const {
+    const Timeline::Place heard = line_->Heard();
+    const unsigned jumps = item_->Jumps();
+    const bool isThere = heard.item == number_ && heard.jumps == jumps;
+    const Time place = isThere ? heard.at : jumps > 0 ? item_->JumpsTo() : Time(0);
+    const Time length = item_->Length();
+    const Time last = length > Time(0) ? length : Time::max();
+    return std::clamp(place, Time(0), last);
 }
 
 int Player::Position() {
-    if (stream_ == nullptr) {
+    if (item_ == nullptr) {
         return 0;
     }
-    const bool plays =
-        IsPlaying() && !ended_;  // while a file is being opened it always answers True
-    return WholeSeconds((plays ? stream_->Position() : endedAt_) + kHair);
+    // While a file is being opened it is always told to play.
+    return WholeSeconds((IsPlaying() && !ended_ ? ExactPosition() : Time(seconds(Length()))) +
+                        kHair);
 }
 
 Time Player::ExactLength() const {
-    if (stream_ == nullptr) {
+    if (item_ == nullptr) {
         return Time(0);
     }
-    return taggedLength_ > Time(0) ? taggedLength_ : stream_->Length();
+    return taggedLength_ > Time(0) ? taggedLength_ : item_->Length();
 }
 
 int Player::Length() const {
     const Time length = ExactLength();
-    return length > Time(0) ? std::max(1, WholeSeconds(length + std::chrono::milliseconds(500)))
-                            : 0;
+    return length > Time(0) ? std::max(1, WholeSeconds(length + milliseconds(500))) : 0;
 }
 
 std::string Player::BitRateText() {
-    if (stream_ == nullptr) {
+    if (item_ == nullptr) {
         return {};
     }
-    if (!bitRate_) {
-        bitRate_ = ReadSoundFacts(path_).bitRate;
-        struct stat status {};
+    int bitRate = 0;
+    if (readingFacts_.WaitFor(kUnnoticed)) {
+        bitRate = facts_->bitRate;
         const double length = std::chrono::duration<double>(ExactLength()).count();
-        if (*bitRate_ == 0 && length > 0 && stat(path_.c_str(), &status) == 0) {
-            bitRate_ = static_cast<int>(
-                std::lround(static_cast<double>(status.st_size) * 8.0 / 1000.0 / length));
+        if (bitRate == 0 && length > 0) {
+            bitRate = static_cast<int>(
+                std::lround(static_cast<double>(facts_->size) * 8.0 / 1000.0 / length));
         }
     }
-    return std::to_string(*bitRate_);
+    return std::to_string(bitRate);
 }
 
 std::string Player::OutputName() const {
-    return start_ == Start::kDone ? output_.Name() : output_.ChoiceName();
+    return start_ == Start::kDone ? output_->Name() : output_->ChoiceName();
 }
 
 const SupportedTypes& Player::Types() {

@@ -1,6 +1,5 @@
 // Player is what stands behind Engine's interface: the output, the settings that outlive an item,
-// and the stream of the present one, if any. Its members are those of the engine and keep their
-// promises.
+// and the present item, if any. Its members are those of the engine and keep their promises.
 #pragma once
 
 #include <future>
@@ -9,25 +8,26 @@
 #include <string>
 
 #include "host/engine/audio_output.h"
+#include "host/engine/disposal.h"
 #include "host/engine/effects.h"
 #include "host/engine/engine.h"
 #include "host/engine/file_types.h"
 #include "host/engine/opener.h"
-#include "host/engine/stream.h"
+#include "host/engine/sound_line.h"
 
 namespace veldrin {
 
 class Player {
   public:
     Player(const Output& output, Engine::Notice notice, std::string typesFile);
-    ~Player() { Stop(); }
+    ~Player();
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
     void Prepare();
     bool OutputReady();
     void WaitBy(Engine::Wait wait) { opener_.WaitBy(std::move(wait)); }
-    void FinishOutput() { output_.Finish(); }
+    void FinishOutput();
     bool Open(const std::string& path);
     void Stop();
     void SetPaused(bool paused);
@@ -36,30 +36,30 @@ class Player {
     void Change(int Effects::*effect, int value, int smallest, int largest);
 
     bool IsPlaying();
-    bool IsPaused() const { return stream_ != nullptr && !ended_ && paused_; }
+    bool IsPaused() const { return item_ != nullptr && !ended_ && paused_; }
     /// In whole seconds, as the engine tells them.
     int Position();
     int Length() const;
-    int FormatNumber(const char* name) const {
-        return stream_ == nullptr ? 0 : stream_->FormatNumber(name);
-    }
+    int SampleRate() const { return item_ == nullptr ? 0 : item_->MediumRate(); }
+    int Channels() const { return item_ == nullptr ? 0 : item_->MediumChannels(); }
     std::string BitRateText();
     std::string OutputName() const;
     const SupportedTypes& Types();
 
   private:
+    struct FileFacts;
     bool Await();
     void TellNotice();
-    Opener::Opened Opened(const std::string& path, Time from);
-    void Replace(std::unique_ptr<Stream> next);
-    bool Restart(Time from);
-    void ReplaceOutput();
-    void End(Time position);
+    Opener::Opened Opened(const std::string& path);
+    void LookForDevice();
+    void ReadFacts(const std::string& path);
+    void HearTail();
+    bool IsLetGo() const;
+    Time ExactPosition() const;
     Time ExactLength() const;
-    Stream::Plan PlanFor(const std::string& path, Time from) const;
 
     Engine::Notice notice_;
-    AudioOutput output_;
+    const std::shared_ptr<AudioOutput> output_;
     enum class Start { kNone, kUnderWay, kDone };
     Start start_ = Start::kNone;
     std::future<bool> starting_;  // of kUnderWay, when output_ belongs to another thread
@@ -71,14 +71,18 @@ class Player {
     double gain_ = 1.0;
 
     Opener opener_;
-    std::unique_ptr<Stream> stream_;
-    std::string path_;  // of the stream
+    const std::shared_ptr<Disposal> disposal_ = std::make_shared<Disposal>();
+    Worker jumping_;
+    Worker readingFacts_;
+    std::optional<SoundLine> line_;  // as soon as GStreamer runs
+
+    std::shared_ptr<Item> item_;
+    std::uint64_t number_ = 0;  // of the item, in the line
     Time taggedLength_{0};
-    std::optional<int> bitRate_;            // kbit/s, once asked for
-    std::optional<Time> outputReplacedAt_;  // in this item
+    std::shared_ptr<FileFacts> facts_;
     bool paused_ = false;
-    bool ended_ = false;
-    Time endedAt_{0};
+    bool ended_ = false;  // it has been told that it no longer plays
+    bool tail_ = false;   // what is still heard is the end of an item that was let go like that
 };
 
 }  // namespace veldrin

@@ -315,10 +315,12 @@ TEST_F(OpenTest, ReplacingAnItemManyTimesLeavesNothingBehind) {
     }
     // Each pipeline left behind would hold three files and one thread or more. GLib keeps some idle
     // threads for later use, and takes a moment to close what they had open.
-    EXPECT_LE(CountEntries("/proc/self/fd"), files + 10);
-    EXPECT_LE(CountEntries("/proc/self/task"), threads + 10);
+    EXPECT_TRUE(WaitUntil([&] {
+        return CountEntries("/proc/self/fd") <= files + 10 &&
+               CountEntries("/proc/self/task") <= threads + 10;
+    }));
     engine->Stop();
-    EXPECT_LE(CountEntries("/proc/self/fd"), files);
+    EXPECT_TRUE(WaitUntil([&] { return CountEntries("/proc/self/fd") <= files; }));
 }
 
 TEST_F(OpenTest, ANewItemIsHeardInPlaceOfTheOld) {
