@@ -77,7 +77,7 @@ class Bench:
         return max(self.recorder.last(WINDOW), default=0) > waves.LOUD // 2
 
     def quiet(self):
-        wait_for(lambda: not any(self.recorder.last(RATE // 5)), 'silence')
+        self.recorder.wait_for_silence(self.recorder.now())
 
     def play(self, path):
         self.engine.do('open ' + path)
@@ -95,7 +95,7 @@ class Bench:
         count = len(self.engine.told('end')) + 1
         self.engine.send('playlist ' + ' '.join(self.pieces))
         end = self.engine.wait_for('end', count=count)
-        self.recorder.wait_for_seconds(0.6, end.after)
+        self.recorder.wait_for_silence(end.after)
         first, last = waves.sound_in(self.recorder.samples(since))
         return ((last - first) / RATE - 3) / (PIECES - 1)
 

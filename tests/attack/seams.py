@@ -18,7 +18,7 @@ SECONDS = 0.3
 ITEMS_IN_A_LIST = 500
 # From what is held at the hundredth item on.
 SETTLED = 100
-MORE_MEMORY = 1024  # KiB
+MORE_MEMORY = 4096  # KiB; an arena of the allocator comes and goes with a thread
 MORE_OF_OTHERS = 3  # threads and descriptors, that come and go with an item
 ENDINGS = ['wav', 'wav', 'flac']
 
@@ -38,7 +38,7 @@ def faults(server, program, files):
         line.wait_for('item', count=len(files), patience=len(files) * SECONDS * 3 + 15)
         after = held(line)
         end = line.wait_for('end')
-        recorder.wait_for_seconds(0.6, end.after)
+        recorder.wait_for_silence(end.after)
         samples = recorder.samples()
     finally:
         recorder.end()

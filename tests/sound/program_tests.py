@@ -23,7 +23,7 @@ class Program(Sounding):
     def assert_all_is_heard(self):
         """Since the recorder has been made."""
         # What is heard behind the end is what the server had already taken.
-        self.recorder.wait_for_seconds(0.5, self.recorder.now())
+        self.recorder.wait_for_silence(self.recorder.now())
         heard = self.recorder.samples()
         first, last = waves.sound_in(heard)
         self.assertEqual(last - first, len(self.tone), waves.silences_in(heard[first:last], 44))

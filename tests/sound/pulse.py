@@ -56,9 +56,10 @@ class Server:
         modules = [f'module-native-protocol-unix socket={self.place} auth-anonymous=1']
         modules += [f'module-null-sink sink_name={name} rate={rate} format=s16le channels=2 '
                     'norewinds=1' for name, rate in self.sinks.items()]
+        # Where it may, it goes before those that play: a server that is held up is heard as a gap.
         command = ['pulseaudio', '-n', '--daemonize=no', '--exit-idle-time=-1',
-                   '--use-pid-file=no', '--disable-shm=yes', '--realtime=no', '--high-priority=no',
-                   '--log-target=stderr', '--log-level=error']
+                   '--use-pid-file=no', '--disable-shm=yes', '--realtime=yes',
+                   '--high-priority=yes', '--log-target=stderr', '--log-level=error']
         for module in modules:
             command += ['-L', module]
         with open(os.path.join(self.folder, 'server.log'), 'ab') as log:
@@ -149,6 +150,11 @@ class Recorder:
         """Until so much has been recorded after a point in time."""
         wait_for(lambda: len(self.data) / 2 >= self.sample_at(since + seconds), 'more recording',
                  PATIENCE + seconds)
+
+    def wait_for_silence(self, since, seconds=0.4):
+        """Until nothing has been heard for so long, all of it after a point in time."""
+        self.wait_for_seconds(seconds, since)
+        wait_for(lambda: not any(self.last(round(seconds * self.rate))), 'silence')
 
     def end(self):
         self.process.kill()

@@ -118,7 +118,7 @@ class Transport(Sounding):
             since = self.recorder.now()
             self.engine.do('open ' + self.at('tone.wav'))
             end = self.engine.do('wait')
-            self.recorder.wait_for_seconds(0.6, end.after)
+            self.recorder.wait_for_silence(end.after)
             heard = self.recorder.samples(since)
             first, last = waves.sound_in(heard)
             self.assertTrue(heard[first:last] == tone, (last - first, len(tone)))
