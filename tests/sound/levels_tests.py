@@ -2,7 +2,7 @@
 """A change of the volume or of an effect is heard at once. Volume and equaliser do not step."""
 
 import waves
-from sounding import Sounding, main
+from sounding import QUICK, Sounding, main
 from waves import RATE
 
 AT_ONCE = 0.030    # seconds until heard
@@ -15,7 +15,7 @@ class Levels(Sounding):
     def setUp(self):
         super().setUp()
         self.recorder = self.record()
-        self.engine = self.line()
+        self.engine = self.line(**QUICK)
 
     def play(self, samples, loud=waves.LOUD):
         path = self.at('tone.wav')

@@ -6,7 +6,7 @@ tone that rises, so that it tells its own place.
 import array
 
 import waves
-from sounding import Sounding, main
+from sounding import QUICK, Sounding, main
 from waves import RATE
 
 AT_ONCE = 0.060   # seconds until heard
@@ -30,7 +30,7 @@ class Transport(Sounding):
         waves.write(self.at('music.wav'), smooth(waves.sweep(20)))
         waves.write(self.at('high.wav'), smooth(waves.tone(2, frequency=HIGH)))
         self.recorder = self.record()
-        self.engine = self.line()
+        self.engine = self.line(**QUICK)
 
     def play(self, attempt):
         """The music, until it has been heard for a moment, each time a little longer."""
