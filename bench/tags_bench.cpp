@@ -86,7 +86,7 @@ BENCHMARK(BM_TitlesOfAFolder)->Unit(benchmark::kMillisecond)->UseRealTime();
 void BM_TitlesOneByOne(benchmark::State& state) {
     const auto& paths = Folder().Paths();
     for (auto _ : state) {
-        veldrin::FileStamp stamp;
+        std::optional<platform::FileStamp> stamp;
         for (std::size_t i = 0; i < paths.size(); ++i) {
             Check(state, veldrin::ReadTitle(paths[i], stamp), i);
         }

@@ -22,7 +22,7 @@ std::u16string ComponentFile(std::u16string_view name) {
 std::u16string ReadSetting(std::u16string_view key, std::u16string_view defaultValue) {
     const std::string value = platform::GetPrivateProfileString(
         kSection, platform::Narrow(key), platform::Narrow(defaultValue), kBufferSize,
-        ComponentFile(kSettingsFile));
+        ComponentFile(kSettingsFile), &App().SettingsMemory);
     std::u16string text = StripNull(platform::Widen(value));
     text.erase(text.find_last_not_of(u' ') + 1);
     return text;
@@ -31,7 +31,7 @@ std::u16string ReadSetting(std::u16string_view key, std::u16string_view defaultV
 void WriteSetting(std::u16string_view key, std::u16string_view value) {
     static_cast<void>(platform::WritePrivateProfileString(
         kSection, platform::Narrow(key), platform::Narrow(value), ComponentFile(kSettingsFile),
-        App().windows.GetDriver().GetDisk()));
+        App().windows.GetDriver().GetDisk(), &App().SettingsMemory));
 }
 
 bool DirExists(std::u16string_view path) {

@@ -14,6 +14,7 @@
 #include "core/base/impulsevalue.h"
 #include "core/state/windowhooks.h"
 #include "menus/mJPopupMenu.h"
+#include "platform/files/profile.h"
 #include "platform/windows/window_system.h"
 #include "playback/playedhistory.h"
 #include "skin/skintable.h"
@@ -41,6 +42,9 @@ struct Program {
     const std::string guide;
     /// Base address of the lyrics service.
     const std::u16string lyrics;
+
+    /// For ReadSetting and WriteSetting.
+    platform::ProfileMemory SettingsMemory;
 
     /// Stored by impulse 3; nothing can be sent before.
     Component* component = nullptr;

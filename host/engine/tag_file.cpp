@@ -18,6 +18,7 @@
 #include "host/engine/tag_reading.h"
 #include "host/engine/tag_stream.h"
 #include "host/engine/time_text.h"
+#include "platform/base/text.h"
 
 namespace veldrin {
 
@@ -25,14 +26,6 @@ namespace {
 
 constexpr std::size_t kLongestText = 1000;  // bytes; nobody reads a longer tag in one line
 constexpr const char* kLineBreak = "\r\n";
-
-FileStamp StampFrom(const struct stat& status) {
-    return {status.st_size, status.st_mtim, status.st_ctim};
-}
-
-bool SameTime(const timespec& one, const timespec& other) {
-    return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
-}
 
 /// One line of UTF-8 without blanks at its ends.
 std::string Line(const TagLib::String& text) {
@@ -177,40 +170,30 @@ TagLib::String WordsBesides(TagLib::MPEG::File& file) {
 
 }  // namespace
 
-bool FileStamp::operator==(const FileStamp& other) const {
-    return size == other.size && SameTime(modified, other.modified) &&
-           SameTime(changed, other.changed);
+std::optional<platform::FileStamp> StampOfFile(const std::string& path) {
+    return platform::StampOf(platform::Widen(path));
 }
 
-FileStamp StampOf(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 ? StampFrom(status) : FileStamp{};
-}
-
-std::string ReadTitle(const std::string& path, FileStamp& stamp, const std::atomic<bool>* stop) {
-    struct Found {
-        std::string title;
-        FileStamp stamp;
-    };
+std::string ReadTitle(const std::string& path, std::optional<platform::FileStamp>& stamp,
+                      const std::atomic<bool>* stop) {
+    stamp = StampOfFile(path);
     const auto read = [](TagStream& stream) {
-        Found found = {{}, StampFrom(stream.Status())};
+        std::string title;
         Guarded([&] {
             const TagLib::FileRef file(&stream, false);
             const TagLib::Tag* tag = TagOf(file);
             if (tag == nullptr) {
                 return;
             }
-            found.title = Line(tag->title());
+            title = Line(tag->title());
             const std::string artist = Line(tag->artist());
-            if (!found.title.empty() && !artist.empty()) {
-                found.title = artist + " - " + found.title;
+            if (!title.empty() && !artist.empty()) {
+                title = artist + " - " + title;
             }
         });
-        return found;
+        return title;
     };
-    Found found = ReadWithinTime(path, read, stop);
-    stamp = found.stamp;
-    return found.title;
+    return ReadWithinTime(path, read, stop);
 }
 
 SoundFacts ReadSoundFacts(const std::string& path) {

@@ -7,32 +7,24 @@
 // answered with what it has found so far.
 #pragma once
 
-#include <sys/stat.h>
-
 #include <atomic>
 #include <chrono>
-#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "host/engine/extensions.h"
+#include "platform/files/files.h"
 
 namespace veldrin {
 
-/// Tells one state of a file from another.
-struct FileStamp {
-    std::int64_t size = -1;  ///< bytes, -1 if there is no such file
-    timespec modified{};
-    timespec changed{};  ///< also when a tag editor restores the time of modification
-
-    bool operator==(const FileStamp& other) const;
-};
-
-FileStamp StampOf(const std::string& path);
+/// Shows a change also when a tag editor restores the time of modification. None for what is no
+/// regular file.
+std::optional<platform::FileStamp> StampOfFile(const std::string& path);
 
 /// "Artist - Title", the title alone, or nothing. UTF-8 without control characters. `stamp` becomes
-/// the file's state before it was read. Once another thread sets `stop`, there is little to wait
+/// that of the file before it was read. Once another thread sets `stop`, there is little to wait
 /// for and nothing to rely on in the answer.
-std::string ReadTitle(const std::string& path, FileStamp& stamp,
+std::string ReadTitle(const std::string& path, std::optional<platform::FileStamp>& stamp,
                       const std::atomic<bool>* stop = nullptr);
 
 struct SoundFacts {

@@ -36,7 +36,7 @@ TagPrefetcher::~TagPrefetcher() {
 
 std::string TagPrefetcher::Title(const std::string& path) {
     std::string title;
-    FileStamp stamp;
+    std::optional<platform::FileStamp> stamp;
     const std::size_t slash = path.rfind('/');
     if (slash != std::string::npos) {
         EnterFolder(std::string_view(path).substr(0, slash));
@@ -45,7 +45,7 @@ std::string TagPrefetcher::Title(const std::string& path) {
             const auto place =
                 shared_->folder->places.find(std::string_view(path).substr(slash + 1));
             if (place != shared_->folder->places.end() && TakeRead(place->second, title, stamp) &&
-                stamp == StampOf(path)) {
+                stamp == StampOfFile(path)) {
                 return title;
             }
         }
@@ -70,7 +70,8 @@ void TagPrefetcher::EnterFolder(std::string_view path) {
 }
 
 /// Takes the title of an entry out if it has been read ahead; moves the range to read ahead.
-bool TagPrefetcher::TakeRead(std::size_t place, std::string& title, FileStamp& stamp) {
+bool TagPrefetcher::TakeRead(std::size_t place, std::string& title,
+                             std::optional<platform::FileStamp>& stamp) {
     const std::unique_lock lock(shared_->mutex, std::try_to_lock);
     if (!lock) {
         return false;  // reading the file takes less time than being put to sleep and woken

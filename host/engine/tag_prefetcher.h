@@ -36,7 +36,7 @@ class TagPrefetcher {
         State state = State::kUnread;
         // Belong to the reading thread while kBeingRead, else to whoever holds the mutex.
         std::string title;
-        FileStamp stamp;
+        std::optional<platform::FileStamp> stamp;
     };
     /// Kept alive by a thread that still reads in it when another folder is begun.
     struct Folder {
@@ -60,7 +60,7 @@ class TagPrefetcher {
 
     std::shared_ptr<Folder> ListFolder(const std::string& path) const;
     void EnterFolder(std::string_view path);
-    bool TakeRead(std::size_t place, std::string& title, FileStamp& stamp);
+    bool TakeRead(std::size_t place, std::string& title, std::optional<platform::FileStamp>& stamp);
     void StartThreads();
     static void ReadAhead(Shared& shared);
 

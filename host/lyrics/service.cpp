@@ -213,7 +213,7 @@ std::optional<LyricsService::Wanted> LyricsService::OpenItem(const LyricsAddress
     if (path.empty()) {
         return std::nullopt;
     }
-    FileStamp stamp;
+    std::optional<platform::FileStamp> stamp;
     const std::string title = ReadTitle(path, stamp);
     const std::string name = FileName(path);
     const bool isTitle = !title.empty() && StandsFor(address, SongAskedFor(title));

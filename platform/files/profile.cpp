@@ -205,32 +205,37 @@ class Index {
 // them, but remembered for as long as its stamp stays; below, that is not worth a thought.
 constexpr std::int64_t kRemembered = std::int64_t{32} << 10;
 
-struct Remembered {
+}  // namespace
+
+struct ProfileMemory::Contents {
     std::u16string file;
     FileStamp stamp;
     std::string section;
     std::string text;
-    std::optional<Index> index;
+    Index index{text, section};
 };
 
-const Index& Recall(std::u16string_view file, const FileStamp& stamp, std::string_view section) {
-    static Remembered last;
-    if (!last.index || last.file != file || last.stamp != stamp || last.section != section) {
-        last.index.reset();
-        last.file = file;
-        last.stamp = stamp;
-        last.section = section;
-        last.text = ReadWholeFile(file, kMostProfile).value_or("");
-        last.index.emplace(last.text, last.section);
+ProfileMemory::ProfileMemory() = default;
+ProfileMemory::~ProfileMemory() = default;
+
+const ProfileMemory::Contents& ProfileMemory::Of(std::u16string_view file, const FileStamp& stamp,
+                                                 std::string_view section) {
+    if (last_ == nullptr || last_->file != file || last_->stamp != stamp ||
+        last_->section != section) {
+        last_.reset();  // never both in memory
+        last_.reset(new Contents{std::u16string(file), stamp, std::string(section),
+                                 ReadWholeFile(file, kMostProfile).value_or("")});
     }
-    return *last.index;
+    return *last_;
 }
 
-std::optional<Found> Find(std::u16string_view file, std::string_view section,
-                          std::string_view key) {
-    const auto stamp = StampOf(file);
+namespace {
+
+std::optional<Found> Find(std::u16string_view file, std::string_view section, std::string_view key,
+                          ProfileMemory* memory) {
+    const auto stamp = memory == nullptr ? std::nullopt : StampOf(file);
     if (stamp && stamp->length >= kRemembered) {
-        return Recall(file, *stamp, section).Find(key);
+        return memory->Of(file, *stamp, section).index.Find(key);
     }
     const std::string text = ReadWholeFile(file, kMostProfile).value_or("");
     const Place place = FindPlace(text, section, key);
@@ -257,18 +262,19 @@ std::string_view LineEndOf(std::string_view text) {
 
 std::string GetPrivateProfileString(std::string_view section, std::string_view key,
                                     std::string_view defaultValue, std::size_t bufferSize,
-                                    std::u16string_view file) {
-    const auto found = Find(file, section, key);
+                                    std::u16string_view file, ProfileMemory* memory) {
+    const auto found = Find(file, section, key, memory);
     return std::string(found ? std::string_view(found->value) : defaultValue)
         .substr(0, bufferSize - 1);
 }
 
 bool WritePrivateProfileString(std::string_view section, std::string_view key,
-                               std::string_view value, std::u16string_view file, Disk disk) {
+                               std::string_view value, std::u16string_view file, Disk disk,
+                               ProfileMemory* memory) {
     value = value.substr(0, value.find_first_of(std::string_view("\r\n\0", 3)));
     std::string line;
     line.append(key).append("=").append(value);
-    const auto found = Find(file, section, key);
+    const auto found = Find(file, section, key, memory);
     if (found && found->line == line) {
         return disk == Disk::kWritable;  // a start writes much of what it has read
     }

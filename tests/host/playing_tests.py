@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
 """The real program: what it prints, what it plays, and its exit status."""
 
+import array
 import os
 import resource
 import shutil
 import struct
 import subprocess
+import wave
 
 from world import PATIENCE, World, main, tone
 
@@ -16,8 +18,8 @@ class Words(World):
     def test_help(self):
         result = self.run_program('--help')
         self.assertEqual((result.returncode, result.stderr), (0, b''))
-        for option in ('--add', '/ADD', '--no-window', '--scale', '--dir', '--output', '--lyrics',
-                       '--lyrics-online', '--quit', '--help', '--version', '--'):
+        for option in ('--add', '/ADD', '--no-window', '--scale', '--dir', '--output',
+                       '--loudness', '--lyrics', '--lyrics-online', '--quit', '--help', '--version', '--'):
             self.assertIn(b'\n  ' + option.encode() + b' ', result.stdout)
         self.assert_nothing_started()
 
@@ -34,6 +36,7 @@ class Words(World):
                                 (['--output=loud'], b'loud'), (['--output', 'file:'], b'file:'),
                                 (['--output', 'file:' + nowhere], b'x.wav'),
                                 (['--output', 'file:' + self.music], b'music'),
+                                (['--loudness', 'quiet'], b'quiet'),
                                 (['--lyrics', 'ftp://x'], b'ftp://x'),
                                 (['--add=1'], b'--add'), (['--quit', 'a.wav'], b'--quit')):
             result = self.run_program(*arguments)
@@ -219,6 +222,18 @@ class Playing(World):
         self.assertEqual(result.returncode, 0, result.stderr)
         length = float(subprocess.check_output(['soxi', '-D', out]))
         self.assertAlmostEqual(length, 2, delta=0.1)
+
+    def test_loudness_is_what_the_tags_ask_for(self):
+        path = tone(self.at('a.flac'), replaygain_album_gain='+6 dB')
+        out = os.path.join(self.folder, 'out.wav')
+        peaks = []
+        for words in ((), ('--loudness=album',)):
+            result = self.run_program('--no-window', '--output', 'file:' + out, *words, path)
+            self.assertEqual(result.returncode, 0, result.stderr)
+            with wave.open(out) as file:
+                samples = array.array('h', file.readframes(file.getnframes()))
+            peaks.append(max(samples))
+        self.assertAlmostEqual(peaks[1] / peaks[0], 1.995, delta=0.01)  # 6 dB
 
     def test_without_a_display_it_says_so_and_names_the_way_out(self):
         tone(self.at('a.wav'))

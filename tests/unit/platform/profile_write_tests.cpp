@@ -17,10 +17,11 @@ namespace {
 class ProfileWrite : public ::testing::Test {
   protected:
     bool Write(std::string_view key, std::string_view value) {
-        return WritePrivateProfileString("Memory", key, value, folder_.Text("p.ini"));
+        return WritePrivateProfileString("Memory", key, value, folder_.Text("p.ini"),
+                                         Disk::kWritable, &memory_);
     }
     std::string Read(std::string_view key, std::string_view section = "Memory") {
-        return GetPrivateProfileString(section, key, "none", 255, folder_.Text("p.ini"));
+        return GetPrivateProfileString(section, key, "none", 255, folder_.Text("p.ini"), &memory_);
     }
     /// The file after a write of `key` into a file of these bytes.
     std::string Written(std::string_view bytes, std::string_view key, std::string_view value) {
@@ -30,6 +31,7 @@ class ProfileWrite : public ::testing::Test {
     }
 
     support::TempFolder folder_;
+    ProfileMemory memory_;
 };
 
 TEST_F(ProfileWrite, AMissingFileIsMadeWithItsSection) {
@@ -243,7 +245,8 @@ TEST_F(ProfileWrite, ALargeFileReadsAsASmallOne) {
         folder_.Write(name, bytes + "\r\n;" + std::string(1 << 16U, '.'));
         for (const std::string_view section : {"Memory", "Other", "memory"}) {
             for (const std::string_view key : {"X", "Y", "Z", "y", "nonsense", "\xFF", ""}) {
-                ASSERT_EQ(GetPrivateProfileString(section, key, "none", 255, folder_.Text(name)),
+                ASSERT_EQ(GetPrivateProfileString(section, key, "none", 255, folder_.Text(name),
+                                                  &memory_),
                           Read(key, section))
                     << testing::PrintToString(bytes) << ' ' << key;
             }
