@@ -24,7 +24,6 @@ constexpr milliseconds kBuffer(80);
 constexpr const char* kBufferVariable = "PULSE_LATENCY_MSEC";
 constexpr int kSmallestBuffer = 10;
 constexpr int kLargestBuffer = 250;
-constexpr milliseconds kPortion(10);
 
 // Ways to the same devices as the others, that write to the terminal or start servers when they
 // find nothing.
@@ -99,7 +98,7 @@ class Device : public Drain {
     PadPtr pad_{GST_PAD(gst_object_ref_sink(gst_pad_new("frames", GST_PAD_SRC)))};
     GstElement* sink_ = nullptr;  // owned by the pipeline
     std::atomic<bool> failed_{false};
-    const Time portion_ = std::min<Time>(kPortion, BufferTime() / 4);
+    const Time portion_ = BufferTime() / 4;
     bool plays_ = false;
     int rate_ = 1;
     std::int64_t written_ = 0;
