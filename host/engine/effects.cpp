@@ -29,8 +29,11 @@ constexpr double kSliderEnd = 15.0;
 constexpr double kBoostTakenBack = 1.0 / 6.0;
 
 // A band moves by so much in a second, in steps that are too small and too close to be heard.
-constexpr double kDecibelsASecond = 500.0;
-constexpr int kStepsASecond = 1000;
+constexpr double kDecibelsASecond = 1000.0;
+constexpr int kStepsASecond = 2000;
+
+// What the bands still hold of the sound when they come to rest has died away after this.
+constexpr Time kSwing = std::chrono::milliseconds(200);
 
 double BandGain(double decibels) {
     return decibels < 0 ? decibels : decibels * kLargestBoost / kSliderEnd;
@@ -94,7 +97,9 @@ void EffectChain::MoveBands(double most) {
 
 void EffectChain::Process(std::span<float> frames) {
     fresh_ = false;
-    if (line_.IsEmpty() || IsAtRest()) {
+    const bool rests = IsAtRest();
+    rested_ = rests ? rested_ + static_cast<std::int64_t>(frames.size() / kSides) : 0;
+    if (line_.IsEmpty() || (rests && (!runs_ || rested_ > FramesIn(kSwing, rate_)))) {
         runs_ = false;
         return;
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -35,7 +36,7 @@ class EffectChain {
     /// Begins a sound of this rate: nothing is left of the one before, and the settings hold from
     /// its first frame on.
     void Begin(int rate);
-    /// Takes new settings over. The bands take a few hundredths of a second, so that nothing
+    /// Takes new settings over. The bands take about a hundredth of a second, so that nothing
     /// clicks.
     void Set(const Effects& effects);
     /// Colours the frames, in their place.
@@ -60,6 +61,7 @@ class EffectChain {
     std::array<double, kBands> bands_{};  // decibels of the slider, on their way to the settings
     bool fresh_ = true;                   // nothing has been heard since Begin
     bool runs_ = false;                   // the line has begun
+    std::int64_t rested_ = 0;             // frames since all came to rest
     std::vector<float> out_;              // kept for its memory
 };
 
