@@ -32,6 +32,8 @@ constexpr double kBoostTakenBack = 1.0 / 6.0;
 constexpr double kDecibelsASecond = 1000.0;
 constexpr int kStepsASecond = 2000;
 
+constexpr double kNearlyZero = 0.001;  // decibels
+
 // What the bands still hold of the sound when they come to rest has died away after this.
 constexpr Time kSwing = std::chrono::milliseconds(200);
 
@@ -104,6 +106,7 @@ void EffectChain::Process(std::span<float> frames) {
         return;
     }
     if (!runs_) {
+        equalises_ = false;
         Configure();
         line_.Begin(rate_);
         Configure();  // beginning anew sets some of it back
@@ -138,7 +141,11 @@ void EffectChain::Configure() {
         // Unlike the others it computes all of its echoes for a level of 0 as well.
         gst_base_transform_set_passthrough(GST_BASE_TRANSFORM(reverb_), effects_.reverb == 0);
     }
-    const auto [bass, mid, treble] = bands_;
+    // With all bands at 0 the equaliser lets the sound go by it, and what it still holds of it is
+    // missing with a click. It must not find itself there while it is in use.
+    equalises_ = equalises_ || bands_ != std::array<double, kBands>{};
+    auto [bass, mid, treble] = bands_;
+    bass = bass == 0 && equalises_ ? kNearlyZero : bass;
     if (equaliser_ != nullptr) {
         g_object_set(equaliser_, "band0", BandGain(bass), "band1", BandGain(mid), "band2",
                      BandGain(treble), nullptr);

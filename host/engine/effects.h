@@ -61,6 +61,7 @@ class EffectChain {
     std::array<double, kBands> bands_{};  // decibels of the slider, on their way to the settings
     bool fresh_ = true;                   // nothing has been heard since Begin
     bool runs_ = false;                   // the line has begun
+    bool equalises_ = false;              // the bands have been in use since
     std::int64_t rested_ = 0;             // frames since all came to rest
     std::vector<float> out_;              // kept for its memory
 };

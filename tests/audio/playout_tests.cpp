@@ -230,6 +230,25 @@ TEST_F(PlayoutTest, VolumeAndBandsMoveWithoutSteps) {
     EXPECT_LE(LargestStep(), 0.25F * 0.0629F * 1.5F);
 }
 
+TEST_F(PlayoutTest, BandsPassTheirRestWithoutAClick) {
+    playout_.Append(Entry(Tone(110, 5.0, 44100, 2, 0.06)));
+    RenderFrames(4410);
+    Effects effects;
+    for (const int decibels : {3, -15, 0, -15, 3, 0}) {
+        SCOPED_TRACE(decibels);
+        effects.bass = decibels;
+        playout_.SetEffects(effects);
+        const std::size_t before = out_.Frames();
+        RenderFrames(17640);
+        const std::vector<float>& all = out_.samples;
+        float bend = 0;
+        for (std::size_t i = before * kSides; i < all.size(); i += kSides) {
+            bend = std::max(bend, std::abs(all[i] - 2 * all[i - kSides] + all[i - 2 * kSides]));
+        }
+        EXPECT_LT(bend, 0.001F);  // the tone's own is 0.00001, that of a click 0.004 and more
+    }
+}
+
 TEST_F(PlayoutTest, TheVolumeIsThereInAHundredthOfASecond) {
     playout_.Append(Entry(Tone(441, 2.0)));
     RenderFrames(4410);
