@@ -8,12 +8,14 @@
 #include <utility>
 #include <vector>
 
+#include "host/engine/come_first.h"
 #include "host/engine/gst_ptr.h"
 
 namespace veldrin {
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
 using std::chrono::microseconds;
 using std::chrono::milliseconds;
 
@@ -24,6 +26,10 @@ constexpr milliseconds kBuffer(80);
 constexpr const char* kBufferVariable = "PULSE_LATENCY_MSEC";
 constexpr int kSmallestBuffer = 10;
 constexpr int kLargestBuffer = 250;
+
+// If the program was held up for longer (stopped in a terminal), outputs would leave out what
+// should have been heard meanwhile.
+constexpr milliseconds kHeldUp(500);
 
 // Ways to the same devices as the others, that write to the terminal or start servers when they
 // find nothing.
@@ -92,6 +98,11 @@ class Device : public Drain {
     Time Portion() const override { return portion_; }
 
   private:
+    bool Start();
+    /// As the pipeline counts it.
+    GstClockTime TimeUntil(std::int64_t frames) const {
+        return static_cast<GstClockTime>(TimeOf(frames - startedAt_, rate_).count());
+    }
     static GstBusSyncReply OnMessage(GstBus* bus, GstMessage* message, gpointer self);
 
     ElementPtr pipeline_ = Adopt(gst_pipeline_new(nullptr));
@@ -103,6 +114,8 @@ class Device : public Drain {
     int rate_ = 1;
     std::int64_t written_ = 0;
     std::int64_t heard_ = 0;
+    std::int64_t startedAt_ = 0;  // frames that had been written by then
+    Clock::time_point wroteAt_;   // or began to
 };
 
 bool Device::Open(GstElement* sink) {
@@ -145,6 +158,12 @@ bool Device::Begin(int rate) {
     rate_ = rate;
     written_ = 0;
     heard_ = 0;
+    return Start();
+}
+
+/// Plays what is written from now on at once, whatever was before.
+bool Device::Start() {
+    startedAt_ = written_;
     plays_ = true;
     gst_pad_set_active(pad_.get(), FALSE);
     gst_element_set_state(pipeline_.get(), GST_STATE_READY);
@@ -152,7 +171,7 @@ bool Device::Begin(int rate) {
     if (gst_element_set_state(pipeline_.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE) {
         return false;
     }
-    const CapsPtr format(gst_caps_from_string(FramesFormat(rate).c_str()));
+    const CapsPtr format(gst_caps_from_string(FramesFormat(rate_).c_str()));
     GstSegment segment;
     gst_segment_init(&segment, GST_FORMAT_TIME);
     return gst_pad_push_event(pad_.get(), gst_event_new_stream_start("veldrin")) == TRUE &&
@@ -163,20 +182,23 @@ bool Device::Begin(int rate) {
 bool Device::Write(std::span<const float> frames) {
     if (!std::exchange(plays_, true)) {
         gst_element_set_state(pipeline_.get(), GST_STATE_PLAYING);
+    } else if (written_ > startedAt_ && Clock::now() - wroteAt_ > kHeldUp) {
+        Start();
     }
     GstBuffer* buffer = gst_buffer_new_allocate(nullptr, frames.size_bytes(), nullptr);
     gst_buffer_fill(buffer, 0, frames.data(), frames.size_bytes());
-    const auto from = static_cast<GstClockTime>(TimeOf(written_, rate_).count());
+    const GstClockTime from = TimeUntil(written_);
     written_ += static_cast<std::int64_t>(frames.size() / kSides);
     GST_BUFFER_PTS(buffer) = from;
-    GST_BUFFER_DURATION(buffer) = static_cast<GstClockTime>(TimeOf(written_, rate_).count()) - from;
+    GST_BUFFER_DURATION(buffer) = TimeUntil(written_) - from;
+    wroteAt_ = Clock::now();
     return gst_pad_push(pad_.get(), buffer) == GST_FLOW_OK && !failed_;
 }
 
 std::int64_t Device::Heard() {
     gint64 position = 0;
     if (gst_element_query_position(sink_, GST_FORMAT_TIME, &position)) {
-        heard_ = std::clamp(FramesIn(Time(position), rate_), heard_, written_);
+        heard_ = std::clamp(startedAt_ + FramesIn(Time(position), rate_), heard_, written_);
     }
     return heard_;
 }
@@ -189,6 +211,7 @@ void Device::Rest() {
 }  // namespace
 
 OpenedDevice OpenDevice() {
+    ComeFirst();  // outputs start threads that hand the sound on
     GList* list = gst_element_factory_list_get_elements(
         GST_ELEMENT_FACTORY_TYPE_SINK | GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO, GST_RANK_MARGINAL);
     OpenedDevice opened;

@@ -18,6 +18,7 @@ using std::chrono::seconds;
 
 // Calculating with the tempo may leave a position a hair short of the second that was sought.
 constexpr milliseconds kHair(1);
+constexpr milliseconds kCorrection(200);
 
 // An item no longer plays when what is still to be heard of it is no longer than this: whoever asks
 // twenty times a second then has time to open the next one, so that it is joined without a gap. The
@@ -274,11 +275,17 @@ bool Player::IsLetGo() const {
     return left && (left->toHear <= kLead || left->toWrite <= kLeastLead);
 }
 
-Time Player::ExactPosition() const {
+Time Player::ExactPosition() {
     const Timeline::Place heard = line_->Heard();
     const unsigned jumps = item_->Jumps();
-    const bool isThere = heard.item == number_ && heard.jumps == jumps;
-    const Time place = isThere ? heard.at : jumps > 0 ? item_->JumpsTo() : Time(0);
+    Time place = jumps > 0 ? item_->JumpsTo() : Time(0);
+    if (heard.item == number_ && heard.jumps == jumps) {
+        // The device corrects what it has said by a few thousandths of a second. It is no jump.
+        const bool isBehind = heard_.item == heard.item && heard_.jumps == heard.jumps &&
+                              heard_.at > heard.at && heard_.at - heard.at < kCorrection;
+        heard_ = isBehind ? heard_ : heard;
+        place = heard_.at;
+    }
     const Time length = item_->Length();
     const Time last = length > Time(0) ? length : Time::max();
     return std::clamp(place, Time(0), last);

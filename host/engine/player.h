@@ -56,7 +56,7 @@ class Player {
     void ReadFacts(const std::string& path);
     void HearTail();
     bool IsLetGo() const;
-    Time ExactPosition() const;
+    Time ExactPosition();
     Time ExactLength() const;
 
     Engine::Notice notice_;
@@ -80,6 +80,7 @@ class Player {
 
     std::shared_ptr<Item> item_;
     std::uint64_t number_ = 0;  // of the item, in the line
+    Timeline::Place heard_;     // when it was last asked for
     Time taggedLength_{0};
     std::shared_ptr<FileFacts> facts_;
     bool paused_ = false;

@@ -1,8 +1,5 @@
 #include "host/engine/sound_line.h"
 
-#include <sys/resource.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cmath>
 #include <condition_variable>
@@ -10,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/engine/come_first.h"
 #include "host/engine/stragglers.h"
 #include "platform/base/signals_held.h"
 
@@ -25,12 +23,6 @@ constexpr Time kSilenceBeforeRest = std::chrono::seconds(1);
 // A thread that waits for its device this long is not waited for.
 constexpr milliseconds kPatience(500);
 constexpr milliseconds kBetweenQuestions(50);
-
-/// A desktop that is busy must not be heard as gaps. Where that is not allowed, it may be.
-void ComeFirst() {
-    constexpr int kNice = -10;
-    setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), kNice);
-}
 
 }  // namespace
 
@@ -148,18 +140,18 @@ void SoundLine::Shared::Turnover(std::unique_lock<std::mutex>& lock) {
     lock.unlock();
     Turn(taken);
     taken.changes.clear();  // an item that has gone goes now
-    lock.lock();
-    made = count;
-    lock.unlock();
-
     const bool mayRest = MayRest();
     const bool isDone = mayRest && isEnd && playout.IsEmpty();
+    lock.lock();
+    made = count;
+    const bool lieDown = mayRest && !rests;
+    rests = rests && mayRest;
+    lock.unlock();
     if (!mayRest) {
         Step();
     } else if (isDone && output->IsFile() && playout.Rate() > 0) {
         WriteTail();
     }
-    const bool lieDown = mayRest && !rests;
     if (lieDown) {
         NoteHeard();
         output->Rest();
@@ -235,7 +227,7 @@ std::int64_t SoundLine::Shared::HeardNow() const {
 
 bool SoundLine::Shared::IsAllHeard() const {
     return made == ordered && playout.FramesLeft() == 0 &&
-           timeline.ReadAt(HeardNow()) >= static_cast<double>(playout.EndOfItems() - 1);
+           (rests || timeline.ReadAt(HeardNow()) >= static_cast<double>(playout.EndOfItems() - 1));
 }
 
 SoundLine::SoundLine(std::shared_ptr<AudioOutput> output)
