@@ -1,14 +1,14 @@
-// Engine plays one file at a time: it opens, pauses, seeks, sets the volume and the seven effects,
-// and tells where it stands. It knows nothing of lists or windows. Below it lies GStreamer, which
-// nobody above needs to see.
+// Engine plays one file after the other, without a gap: it opens, pauses, seeks, sets the volume
+// and the seven effects, and tells where it stands. It knows nothing of lists or windows. Below it
+// lies GStreamer, which nobody above needs to see.
 //
 // All members are called from one thread. Nothing has to be run in between: no main loop, no call
-// back. What happens on the streaming threads (the end of the stream, a device that goes away) is
-// noticed when IsPlaying or Position is asked, which costs microseconds and is meant to be done
-// several times a second. Files are opened on another thread, and the caller can do something else
-// meanwhile (WaitBy). The environment must not be changed while an Engine exists: its
-// initialisation reads it on a thread of its own. What GStreamer and its libraries would write to
-// the terminal is dropped, in the whole process, unless GST_DEBUG or G_MESSAGES_DEBUG is set.
+// back. The end of an item is noticed when IsPlaying or Position is asked, which costs microseconds
+// and is meant to be done some twenty times a second. No member waits for a device; files are
+// opened on another thread, and the caller can do something else meanwhile (WaitBy). The
+// environment must not be changed while an Engine exists: its initialisation reads it on a thread
+// of its own. What GStreamer and its libraries would write to the terminal is dropped, in the whole
+// process, unless GST_DEBUG or G_MESSAGES_DEBUG is set.
 #pragma once
 
 #include <functional>
@@ -50,6 +50,8 @@ class Engine {
     /// `loudness`: whether items are brought to one loudness by their tags, without clipping.
     explicit Engine(const Output& output, Notice notice = {}, std::string typesFile = {},
                     Loudness loudness = Loudness::kOff);
+    /// What is being heard fades out; the end of an item that was let go (IsPlaying) is heard
+    /// whole.
     ~Engine();
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
@@ -72,17 +74,19 @@ class Engine {
     /// process that no Engine lives to see.
     void FinishOutput();
 
-    /// Opens the file (raw bytes of its path) and plays it in place of the present one. True only
-    /// when its first sound has been decoded; at most 5 seconds are spent on that, and half a
-    /// second where the last file of the same folder or mounted file system did not answer. After
-    /// False the present stream goes on as if nothing had been asked.
+    /// Opens the file (raw bytes of its path) and plays it: behind the present item if that has
+    /// been let go (IsPlaying), sample on sample, else at once in its place. True only when its
+    /// first sound has been decoded; at most 5 seconds are spent on that, and half a second where
+    /// the last file of the same folder or mounted file system did not answer. After False the
+    /// present stream goes on as if nothing had been asked.
     [[nodiscard]] bool Open(const std::string& path);
 
     /// Pauses; nothing if it is paused, ended or stopped.
     void Pause();
     /// Changes between paused and playing; nothing if it has ended or was stopped.
     void Toggle();
-    /// Ends the stream and releases the file.
+    /// Ends the stream and releases the file, soon after it has faded out. The end of an item that
+    /// was let go (IsPlaying) is still heard.
     void Stop();
 
     /// Goes to this second of the medium; values outside of it go to its start or just before its
@@ -98,7 +102,9 @@ class Engine {
     /// items to come.
     void SetVolume(int volume);
 
-    /// True while a stream runs or is paused; False when it has ended, failed or was stopped.
+    /// True while a stream runs or is paused; False when it has failed or was stopped, and as soon
+    /// as no more than a quarter of a second of it is still to be heard: it is let go then, so that
+    /// the next one can be joined without a gap.
     bool IsPlaying();
     /// True while a stream is paused.
     bool IsPaused() const;
