@@ -111,5 +111,33 @@ TEST_F(SeamsTest, AnotherRateIsJoinedAtTheOneThatPlays) {
     EXPECT_NEAR(FrequencyOf(played.Channel(0, 0.9, 2.9), 44100), 440.0, 0.5);
 }
 
+TEST_F(SeamsTest, AChainOfStreamsInOneFileIsPlayedWhole) {
+    // The second link has another rate and number of channels.
+    const std::string one = Wav("one.wav", Tone(440, 1.0, 44100, 2));
+    const std::string two = Wav("two.wav", Tone(880, 1.0, 22050, 1));
+    const std::string path = directory_ / "chain.ogg";
+    ASSERT_TRUE(Encode(one, "vorbisenc ! oggmux", directory_ / "one.ogg"));
+    ASSERT_TRUE(Encode(two, "vorbisenc ! oggmux", directory_ / "two.ogg"));
+    WriteText(path, ReadText(directory_ / "one.ogg") + ReadText(directory_ / "two.ogg"));
+    auto engine = FileEngine();
+    PlayAll(*engine, {path, Wav("after.wav", Tone(660, 1.0, 44100, 2))});
+    engine.reset();
+    const Sound played = ReadWav(OutPath());
+    EXPECT_EQ(played.rate, 44100);
+    EXPECT_NEAR(played.Seconds(), 3.0, 0.01);
+    EXPECT_NEAR(FrequencyOf(played.Channel(0, 0.1, 0.9), 44100), 440.0, 1.0);
+    EXPECT_NEAR(FrequencyOf(played.Channel(0, 1.1, 1.9), 44100), 880.0, 1.0);
+    EXPECT_NEAR(FrequencyOf(played.Channel(0, 2.1, 2.9), 44100), 660.0, 1.0);
+}
+
+TEST_F(SeamsTest, ABrokenEndCostsNoGap) {
+    const std::string cut = Wav("cut.wav", Tone(440, 2.0));
+    std::filesystem::resize_file(cut, 44 + 44100 * 4 + 3);
+    auto engine = FileEngine();
+    PlayAll(*engine, {cut, Wav("after.wav", Tone(660, 1.0))});
+    engine.reset();
+    EXPECT_NEAR(ReadWav(OutPath()).Seconds(), 2.0, 0.001);
+}
+
 }  // namespace
 }  // namespace audio_tests
