@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <exception>
 
 #include "host/engine/adts.h"
 #include "host/engine/tag_reading.h"
@@ -51,16 +50,6 @@ std::string Line(const TagLib::String& text) {
     line.erase(line.find_last_not_of(' ') + 1);
     line.erase(0, line.find_first_not_of(' '));
     return line;
-}
-
-/// Runs one reading of a file. What the library cannot stand, such as a size in the file for which
-/// there is no memory, counts as nothing found.
-template <typename Read>
-void Guarded(Read read) {
-    try {
-        read();
-    } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): nothing is found
-    }
 }
 
 /// The file's tag, null if there is none. For a WAV file the library looks at ID3v2 only; most such
@@ -269,16 +258,16 @@ std::string ReadWords(const std::string& path) {
     });
 }
 
-std::string ReadAlbum(const std::string& path) {
+NamesInTags ReadNames(const std::string& path) {
     return ReadWithinTime(path, [](TagStream& stream) {
-        std::string album;
+        NamesInTags names;
         Guarded([&] {
             const TagLib::FileRef file(&stream, false);
             if (const TagLib::Tag* tag = TagOf(file)) {
-                album = Line(tag->album());
+                names = {Line(tag->title()), Line(tag->artist()), Line(tag->album())};
             }
         });
-        return album;
+        return names;
     });
 }
 

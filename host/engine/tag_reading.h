@@ -27,11 +27,21 @@ inline constexpr long kMostLargeBlocks = 12L * 1024 * 1024;
 /// With so many threads left behind another one would only be one more.
 inline constexpr int kMostStragglers = 8;
 
+/// Runs one reading of a file. What the library cannot stand, such as a size in the file for which
+/// there is no memory, counts as nothing found.
+template <typename Read>
+void Guarded(Read read) {
+    try {
+        read();
+    } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): nothing is found
+    }
+}
+
 /// What `read` finds in the file, on a thread of its own that owns all it uses; `otherwise` if the
 /// time is over before.
 template <typename Result, typename Read>
 Result FoundElsewhere(const std::string& path, std::chrono::steady_clock::time_point deadline,
-                      Read read, Result otherwise) {
+                      Read read, Result otherwise, long pictureBytes) {
     if (Straggler::Count() >= kMostStragglers) {
         return otherwise;
     }
@@ -40,7 +50,7 @@ Result FoundElsewhere(const std::string& path, std::chrono::steady_clock::time_p
     std::future<Result> found = promise.get_future();
     try {
         std::thread([=, promise = std::move(promise), straggler = Straggler()]() mutable {
-            TagStream file(path, {deadline, kMostLargeBlocks, stop.get()});
+            TagStream file(path, {deadline, kMostLargeBlocks, stop.get(), pictureBytes});
             promise.set_value(file.isOpen() ? read(file) : Result());
         }).detach();
     } catch (const std::exception&) {  // no thread to be had
@@ -55,14 +65,16 @@ Result FoundElsewhere(const std::string& path, std::chrono::steady_clock::time_p
 
 /// What `read` finds in the file, which it gets as an open TagStream&, or as much of it as was
 /// found when the time was over; nothing if there is no such file. `read` throws nothing and refers
-/// to nothing that the caller owns. `stop` as in TagLimits.
+/// to nothing that the caller owns. `stop` and `pictureBytes` as in TagLimits.
 template <typename Read>
-auto ReadWithinTime(const std::string& path, Read read, const std::atomic<bool>* stop = nullptr) {
+auto ReadWithinTime(const std::string& path, Read read, const std::atomic<bool>* stop = nullptr,
+                    long pictureBytes = 0) {
     using Result = std::invoke_result_t<Read, TagStream&>;
     const auto deadline = std::chrono::steady_clock::now() + kLongestReading;
-    TagStream file(path, {deadline, kLargeBlocksAtOnce, stop});
+    TagStream file(path, {deadline, kLargeBlocksAtOnce, stop, pictureBytes});
     Result found = file.isOpen() ? read(file) : Result();
-    return file.WasTooLarge() ? FoundElsewhere(path, deadline, read, std::move(found)) : found;
+    return file.WasTooLarge() ? FoundElsewhere(path, deadline, read, std::move(found), pictureBytes)
+                              : found;
 }
 
 }  // namespace veldrin
