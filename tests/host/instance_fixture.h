@@ -33,7 +33,9 @@ class Running {
           server_(
               windows_, lock_.Listen(place),
               [this](const Requests& requests, const Reply& reply) {
-                  replies.push_back(reply);
+                  if (requests.front().kind == Request::Kind::kStatus) {
+                      replies.push_back(reply);
+                  }
                   heard.insert(heard.end(), requests.begin(), requests.end());
               },
               limits) {}
