@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <utility>
 
@@ -145,8 +146,8 @@ bool Application::AwaitOpening(const std::function<bool()>& isDone) {
         End();
     } else if (!kept_.empty()) {
         windows_.Schedule(0, [this] {
-            for (const auto& work : std::exchange(kept_, {})) {
-                WhenFree(work);
+            for (const auto& [name, work] : std::exchange(kept_, {})) {
+                WhenFree(name, work);
             }
         });
     }
@@ -177,12 +178,20 @@ void Application::Listen() {
     }
 }
 
-void Application::WhenFree(std::function<void()> work) {
+bool Application::WhenFree(const std::string& name, std::function<void()> work) {
     if (isOpening_) {
-        kept_.push_back(std::move(work));
-    } else if (!closed_) {
+        const bool isFirst =
+            name.empty() || std::none_of(kept_.begin(), kept_.end(),
+                                         [&](const auto& other) { return other.first == name; });
+        if (isFirst) {
+            kept_.emplace_back(name, std::move(work));
+        }
+        return isFirst;
+    }
+    if (!closed_) {
         work();
     }
+    return !closed_;
 }
 
 // An end does not wait, nor does the question how things stand.
@@ -191,7 +200,10 @@ void Application::Handle(const std::vector<Request>& requests, const Reply& repl
         if (request.kind == Request::Kind::kQuit || request.kind == Request::Kind::kStatus) {
             Do(request, reply);
         } else {
-            WhenFree([this, request, reply] { Do(request, reply); });
+            const bool countsOnce =
+                request.kind == Request::Kind::kVerb && request.text.find(' ') == std::string::npos;
+            WhenFree(countsOnce ? request.text : std::string(),
+                     [this, request, reply] { Do(request, reply); });
         }
     }
 }
@@ -238,7 +250,9 @@ void Application::Offer() {
                          windows_,
                          sarnel::Remote(component_),
                          engine_,
-                         [this](std::function<void()> work) { WhenFree(std::move(work)); },
+                         [this](const std::string& name, std::function<void()> work) {
+                             return WhenFree(name, std::move(work));
+                         },
                          [this] { Show(); },
                          [this] { RequestEnd(); },
                          [this](const std::string& path) { HandOver(CommandLine(path, false)); },

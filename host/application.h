@@ -70,8 +70,9 @@ class Application : private RunListener, private ItemListener {
     void BeginPlaying();
     void Listen();
     void Offer();
-    /// At once, or when the opening under way is over.
-    void WhenFree(std::function<void()> work);
+    /// At once, or when the opening under way is over; then of those with the same name the first,
+    /// so that impatience does not skip as many items. Answers whether it will be done.
+    bool WhenFree(const std::string& name, std::function<void()> work);
     void Handle(const std::vector<Request>& requests, const Reply& reply);
     void Do(const Request& request, const Reply& reply);
     void Show();
@@ -107,7 +108,8 @@ class Application : private RunListener, private ItemListener {
     bool notifies_;
     platform::Handle window_ = 0;
     KeptInput keptInput_;
-    std::vector<std::function<void()>> kept_;  ///< came during an opening
+    /// Came during an opening, with their names; empty for those of which each counts.
+    std::vector<std::pair<std::string, std::function<void()>>> kept_;
     bool isOpening_ = false;
     bool endRequested_ = false;
     bool closed_ = false;

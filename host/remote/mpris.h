@@ -45,8 +45,9 @@ class Mpris {
         platform::WindowSystem& windows;
         sarnel::Remote remote;
         Engine& engine;
-        /// Does it at once, or when no file is being opened any more.
-        std::function<void(std::function<void()>)> whenFree;
+        /// Does it at once, or when no file is being opened any more; of those with the same name
+        /// that would have to wait only the first. Answers whether it will be done.
+        std::function<bool(const std::string& name, std::function<void()> work)> whenFree;
         std::function<void()> raise;
         std::function<void()> quit;
         std::function<void(const std::string& path)> open;

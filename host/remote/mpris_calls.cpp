@@ -74,11 +74,14 @@ void Mpris::Work() {
 // Who asks for the item gets it with its tags, even if he is the first to ask.
 void Mpris::Deal(const BusCall& call) {
     if (call.interface != kPropertiesInterface) {
-        player_.whenFree([this, call] { Do(call); });
+        const std::string name = call.arguments.empty() ? call.member : std::string();
+        if (!player_.whenFree(name, [this, call] { Do(call); })) {
+            player_.bus.Answer(call, {});
+        }
         return;
     }
     if (call.member == "Set") {
-        player_.whenFree([this, call] { Set(call); });
+        player_.whenFree({}, [this, call] { Set(call); });
         return;
     }
     const bool isAll = call.member == "GetAll";

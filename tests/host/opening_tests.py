@@ -64,11 +64,12 @@ class Opening(slow.Slow, World):
         process = self.start_slow()
         stands = self.run_program('--status')
         self.assertEqual((stands.returncode, stands.stdout.split(b'\t')[7]), (0, b'3'))
-        self.assertEqual(self.run_program('--volume', '7').returncode, 0)
+        for verbs in (['--volume', '7'], ['--volume', '+1', '--volume', '+1']):
+            self.assertEqual(self.run_program(*verbs).returncode, 0)
         self.answer()
         self.assertEqual(self.end_of(process), 0)
         with open(os.path.join(self.directory, 'Sarnel.Ambrisor.ini')) as file:
-            self.assertIn('MusicVolume=7\n', file.read())
+            self.assertIn('MusicVolume=9\n', file.read())
 
     def test_the_next_ones_of_a_place_that_does_not_answer_are_not_waited_for_as_long(self):
         names = [f'slow {number}.wav' for number in range(1, 4)]
