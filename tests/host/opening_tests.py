@@ -63,7 +63,8 @@ class Opening(slow.Slow, World):
     def test_what_is_asked_of_it_comes_after_it_but_for_how_it_stands(self):
         process = self.start_slow()
         stands = self.run_program('--status')
-        self.assertEqual((stands.returncode, stands.stdout.split(b'\t')[7]), (0, b'3'))
+        self.assertEqual(stands.returncode, 0, stands.stderr)
+        self.assertEqual(stands.stdout.split(b'\t')[7], b'3')
         for verbs in (['--volume', '7'], ['--volume', '+1', '--volume', '+1']):
             self.assertEqual(self.run_program(*verbs).returncode, 0)
         self.answer()
