@@ -2,12 +2,15 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <utility>
 
 #include "core/base/impulses.h"
 #include "host/http/http.h"
 #include "host/paths.h"
+#include "host/remote/perform.h"
+#include "host/remote/status.h"
 #include "platform/base/text.h"
 #include "platform/menus/menu.h"
 
@@ -46,7 +49,8 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
                             lyrics_ ? lyrics_->Address() : beginning.lyrics}),
       lines_(std::move(beginning.lines)),
       restored_(beginning.restored),
-      plays_(beginning.plays) {
+      plays_(beginning.plays),
+      notifies_(beginning.notifies) {
     tags_.GiveUpWhile(&Signals::IsEndAsked);
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
@@ -64,6 +68,7 @@ Application::~Application() {
 
 int Application::Run() {
     Listen();
+    Offer();
     Load();
     for (std::size_t i = 1; i < lines_.size(); ++i) {
         HandOver(lines_[i]);
@@ -75,6 +80,9 @@ int Application::Run() {
         windows_.WaitMessage();
         if (keeper_) {
             keeper_->Turn();
+        }
+        if (mpris_) {
+            mpris_->Turn();
         }
     }
     constexpr int kNowhereToPlayTo = 1;
@@ -100,6 +108,15 @@ void Application::ItemOpened(const std::string& path) {
         lyrics_->ItemOpened(path);
     }
     front_.ItemOpened(path);
+    if (mpris_) {
+        mpris_->ItemOpened(path);
+    }
+}
+
+void Application::Sought(int seconds) {
+    if (mpris_) {
+        mpris_->Sought(seconds);
+    }
 }
 
 void Application::ItemFailed(const std::string& path) {
@@ -127,8 +144,12 @@ bool Application::AwaitOpening(const std::function<bool()>& isDone) {
     isOpening_ = false;
     if (endRequested_) {
         End();
-    } else if (!keptRequests_.empty()) {
-        windows_.Schedule(0, [this] { Handle(std::exchange(keptRequests_, {})); });
+    } else if (!kept_.empty()) {
+        windows_.Schedule(0, [this] {
+            for (const auto& [name, work] : std::exchange(kept_, {})) {
+                WhenFree(name, work);
+            }
+        });
     }
     return !ended_;
 }
@@ -150,35 +171,102 @@ void Application::Listen() {
     if (listening) {
         server_.emplace(
             windows_, std::move(listening),
-            [this](const std::vector<Request>& requests) { Handle(requests); },
+            [this](const std::vector<Request>& requests, const Reply& reply) {
+                Handle(requests, reply);
+            },
             HandoverServer::Limits());
     }
 }
 
-void Application::Handle(const std::vector<Request>& requests) {
+bool Application::WhenFree(const std::string& name, std::function<void()> work) {
+    if (isOpening_) {
+        const bool isFirst =
+            name.empty() || std::none_of(kept_.begin(), kept_.end(),
+                                         [&](const auto& other) { return other.first == name; });
+        if (isFirst) {
+            kept_.emplace_back(name, std::move(work));
+        }
+        return isFirst;
+    }
+    if (!closed_) {
+        work();
+    }
+    return !closed_;
+}
+
+// An end does not wait, nor does the question how things stand.
+void Application::Handle(const std::vector<Request>& requests, const Reply& reply) {
     for (const Request& request : requests) {
-        if (closed_) {
-            return;
-        }
-        if (isOpening_ && request.kind != Request::Kind::kQuit) {
-            keptRequests_.push_back(request);
-            continue;
-        }
-        ImpulseValue minimise(false);
-        ImpulseValue former(platform::Long{0});
-        switch (request.kind) {
-            case Request::Kind::kLine:
-                HandOver(request.text);
-                break;
-            case Request::Kind::kShow:
-                component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlMinimise,
-                                          minimise, former);
-                break;
-            case Request::Kind::kQuit:
-                RequestEnd();
-                break;
+        if (request.kind == Request::Kind::kQuit || request.kind == Request::Kind::kStatus) {
+            Do(request, reply);
+        } else {
+            const bool countsOnce =
+                request.kind == Request::Kind::kVerb && request.text.find(' ') == std::string::npos;
+            WhenFree(countsOnce ? request.text : std::string(),
+                     [this, request, reply] { Do(request, reply); });
         }
     }
+}
+
+void Application::Do(const Request& request, const Reply& reply) {
+    if (closed_) {
+        return;
+    }
+    switch (request.kind) {
+        case Request::Kind::kLine:
+            HandOver(request.text);
+            break;
+        case Request::Kind::kShow:
+            Show();
+            break;
+        case Request::Kind::kQuit:
+            RequestEnd();
+            break;
+        case Request::Kind::kVerb:
+            if (const auto verb = ParseVerb(request.text)) {
+                reply.Say(Perform(*verb, sarnel::Remote(component_)));
+            }
+            break;
+        case Request::Kind::kStatus: {
+            const Status status = StatusOf(sarnel::Remote(component_), engine_);
+            reply.Say(request.text == "json" ? StatusJson(status) : StatusLine(status));
+            break;
+        }
+    }
+}
+
+void Application::Show() {
+    ImpulseValue minimise(false);
+    ImpulseValue former(platform::Long{0});
+    component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlMinimise, minimise, former);
+}
+
+void Application::Offer() {
+    platform::SessionBus* const bus = front_.Bus();
+    if (bus == nullptr) {
+        return;
+    }
+    Mpris::Player player{*bus,
+                         windows_,
+                         sarnel::Remote(component_),
+                         engine_,
+                         [this](const std::string& name, std::function<void()> work) {
+                             return WhenFree(name, std::move(work));
+                         },
+                         [this] { Show(); },
+                         [this] { RequestEnd(); },
+                         [this](const std::string& path) { HandOver(CommandLine(path, false)); },
+                         {}};
+    if (notifies_) {
+        notifier_.emplace(*bus);
+        player.announce = [this](const std::string& title, const SongFacts& facts) {
+            if (!windows_.IsVisible(window_)) {
+                notifier_->Show(title, facts.names.artist, facts.names.album, facts.picture);
+            }
+        };
+    }
+    const auto cache = CacheFolder();
+    mpris_.emplace(std::move(player), cache ? *cache + "/art" : std::string());
 }
 
 void Application::HandOver(const std::string& line) {
@@ -238,6 +326,9 @@ void Application::LeaveProcess(int status) {
 void Application::End() {
     if (std::exchange(ended_, true)) {
         return;
+    }
+    if (mpris_) {
+        mpris_->End();
     }
     if (server_) {
         waitingForEnd_ = server_->StopListening();

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/ambrisor.h"
@@ -16,6 +17,8 @@
 #include "host/instance/instance.h"
 #include "host/kept_input.h"
 #include "host/lyrics/server.h"
+#include "host/remote/mpris.h"
+#include "host/remote/notifier.h"
 #include "host/rescue/list_keeper.h"
 #include "host/rescue/rescue.h"
 #include "host/signals.h"
@@ -35,6 +38,7 @@ struct Beginning {
     std::optional<LyricsSettings> words;  ///< for a lyrics service of its own
     std::vector<std::string> lines;    ///< command lines for the component; none restores the list
     bool restored = false;             ///< the saved list comes back, whatever else is added
+    bool notifies = false;             ///< of items that begin while the window is hidden
     bool plays = true;                 ///< false: nothing is played until somebody asks for it
     std::unique_ptr<Rescue> rescue;    ///< of the list, begun; none: there is no place for a copy
     std::optional<InstanceLock> lock;  ///< none: later starts cannot find this one
@@ -60,12 +64,19 @@ class Application : private RunListener, private ItemListener {
     void ItemOpened(const std::string& path) override;
     void ItemFailed(const std::string& path) override;
     void Stopped(bool ended) override { front_.Stopped(ended); }
+    void Sought(int seconds) override;
 
     bool AwaitOpening(const std::function<bool()>& isDone);
     void Load();
     void BeginPlaying();
     void Listen();
-    void Handle(const std::vector<Request>& requests);
+    void Offer();
+    /// At once, or when the opening under way is over; then of those with the same name the first,
+    /// so that impatience does not skip as many items. Answers whether it will be done.
+    bool WhenFree(const std::string& name, std::function<void()> work);
+    void Handle(const std::vector<Request>& requests, const Reply& reply);
+    void Do(const Request& request, const Reply& reply);
+    void Show();
     void HandOver(const std::string& line);
     void SignalArrived(int number);
     void RequestEnd();
@@ -75,7 +86,7 @@ class Application : private RunListener, private ItemListener {
     void End();
 
     // The connections of those who wait for the end come first, so that they close last.
-    std::vector<Descriptor> waitingForEnd_;
+    std::vector<std::shared_ptr<const Descriptor>> waitingForEnd_;
     std::optional<InstanceLock> lock_;
     MeetingPlace place_;
     Signals& signals_;
@@ -89,13 +100,17 @@ class Application : private RunListener, private ItemListener {
     VeldrinHost host_;
     sarnel::Ambrisor component_;
     std::optional<ListKeeper> keeper_;
+    std::optional<Notifier> notifier_;
+    std::optional<Mpris> mpris_;
     std::optional<HandoverServer> server_;
     std::vector<std::string> lines_;
     bool restored_;
     bool plays_;
+    bool notifies_;
     platform::Handle window_ = 0;
     KeptInput keptInput_;
-    std::vector<Request> keptRequests_;
+    /// Came during an opening, with their names; empty for those of which each counts.
+    std::vector<std::pair<std::string, std::function<void()>>> kept_;
     bool isOpening_ = false;
     bool endRequested_ = false;
     bool closed_ = false;

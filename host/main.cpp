@@ -22,6 +22,7 @@
 #include "host/options.h"
 #include "host/output_place.h"
 #include "host/paths.h"
+#include "host/remote/sender.h"
 #include "host/rescue/rescue.h"
 #include "host/terminal/console.h"
 #include "host/terminal/terminal_front.h"
@@ -95,20 +96,21 @@ int Tell(std::string_view text, Console& console) {
 }
 
 int QuitRunning(const std::optional<MeetingPlace>& place, Console& console) {
-    if (!place) {
-        console.Complain("no safe place to look for a running veldrin");
+    const Descriptor connection = AskRunning(place, {{Request::Kind::kQuit, {}}}, console);
+    if (!connection) {
         return kFailed;
     }
-    HandoverResult result = TakeLockOrHandOver(*place, {{Request::Kind::kQuit, {}}}, Patience());
-    if (result.outcome == Handover::kNobodyRuns) {
-        console.Complain("no veldrin is running");
-        return kFailed;
-    }
-    if (result.outcome == Handover::kNoAnswer || !WaitForEnd(result.connection, kEndTime)) {
+    if (!WaitForEnd(connection, kEndTime)) {
         console.Complain("the running veldrin does not answer");
         return kFailed;
     }
     return kInOrder;
+}
+
+int TellStatus(const std::optional<MeetingPlace>& place, const std::string& form,
+               Console& console) {
+    const auto status = AskStatus(place, form, console);
+    return status ? Tell(*status, console) : kFailed;
 }
 
 std::vector<Request> RequestsFor(const std::vector<std::string>& lines) {
@@ -225,6 +227,7 @@ int Play(const Options& options, const std::string& directory, Console& console)
     if (beginning.lines.empty() && !options.paths.empty()) {
         return kFailed;
     }
+    beginning.notifies = options.notifies;
     beginning.restored = options.add || options.paths.empty();
     const auto place = MeetingPlace::For(directory);
     beginning.directory = directory;
@@ -265,8 +268,16 @@ int Main(const std::vector<std::string>& arguments) {
         console.Complain("no home folder; name one with --dir");
         return kFailed;
     }
-    if (options.action == Options::Action::kQuit) {
-        return QuitRunning(MeetingPlace::For(*directory), console);
+    switch (options.action) {
+        case Options::Action::kQuit:
+            return QuitRunning(MeetingPlace::For(*directory), console);
+        case Options::Action::kVerbs:
+            return HaveDone(MeetingPlace::For(*directory), options.verbs, console) ? kInOrder
+                                                                                   : kFailed;
+        case Options::Action::kStatus:
+            return TellStatus(MeetingPlace::For(*directory), options.statusForm, console);
+        default:
+            break;
     }
     if (const auto fault = OutputFault(options, *directory)) {
         return TellMisuse(console, *fault);

@@ -32,6 +32,7 @@ class WindowFront : public Front {
     }
 
     platform::Driver& GetDriver() override { return driver_; }
+    platform::SessionBus* Bus() override { return &driver_.Bus(); }
     void Enter(const Surroundings& surroundings) override {
         driver_.WatchSessionEnd(surroundings.endNow);
         driver_.WatchDisplay(surroundings.displayLost);

@@ -19,12 +19,17 @@ char LetterOf(Request::Kind kind) {
             return 'S';
         case Request::Kind::kQuit:
             return 'Q';
+        case Request::Kind::kVerb:
+            return 'P';
+        case Request::Kind::kStatus:
+            return 'T';
     }
     return '?';
 }
 
 std::optional<Request::Kind> KindOf(char letter) {
-    for (const auto kind : {Request::Kind::kLine, Request::Kind::kShow, Request::Kind::kQuit}) {
+    for (const auto kind : {Request::Kind::kLine, Request::Kind::kShow, Request::Kind::kQuit,
+                            Request::Kind::kVerb, Request::Kind::kStatus}) {
         if (LetterOf(kind) == letter) {
             return kind;
         }
@@ -32,10 +37,14 @@ std::optional<Request::Kind> KindOf(char letter) {
     return std::nullopt;
 }
 
-/// Only a line has a text, and a text holds no zero byte.
+bool HasText(Request::Kind kind) {
+    return kind != Request::Kind::kShow && kind != Request::Kind::kQuit;
+}
+
+/// No text holds a zero byte.
 bool IsSound(const Request& request) {
-    return request.kind == Request::Kind::kLine ? request.text.find('\0') == std::string::npos
-                                                : request.text.empty();
+    return HasText(request.kind) ? request.text.find('\0') == std::string::npos
+                                 : request.text.empty();
 }
 
 }  // namespace

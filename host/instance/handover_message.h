@@ -5,7 +5,9 @@
 //
 //     veldrin 1;L15:"/music/a.flac",L20:/ADD "/music/b.flac",
 //
-// The answer is "ok" when the whole of it was understood, and nothing otherwise.
+// The answer is "ok" when the whole of it was understood, and nothing otherwise. What verbs and the
+// question for the status are answered with follows it, once they have been dealt with, up to the
+// end of the stream.
 #pragma once
 
 #include <cstddef>
@@ -20,6 +22,8 @@ struct Request {
         kLine,  ///< a command line for the component
         kShow,  ///< show the window; no text
         kQuit,  ///< end in order; no text
+        kVerb,  ///< do what the text says (remote/verb.h); the answer is what is wrong, if anything
+        kStatus,  ///< tell how things stand; the text is empty for a line, or "json"
     };
     Kind kind = Kind::kLine;
     std::string text;

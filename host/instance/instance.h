@@ -73,6 +73,11 @@ HandoverResult TakeLockOrHandOver(const MeetingPlace& place, const std::vector<R
 /// Waits until the other side of the connection is gone. False when the time is up.
 bool WaitForEnd(const Descriptor& connection, std::chrono::milliseconds timeLimit);
 
+/// What the other side says behind its "ok", up to the end of the stream; nothing if that does not
+/// come in time.
+std::optional<std::string> ReadAnswer(const Descriptor& connection,
+                                      std::chrono::milliseconds timeLimit);
+
 /// Whether the process at the other end of a local socket runs as this user.
 bool IsSameUser(const Descriptor& connection);
 

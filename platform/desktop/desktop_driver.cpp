@@ -37,6 +37,10 @@ void DesktopDriver::SetFetcher(Fetcher fetcher) {
     parts_->fetcher = std::move(fetcher);
 }
 
+SessionBus& DesktopDriver::Bus() {
+    return parts_->bus;
+}
+
 void DesktopDriver::CountOnceWhileWaiting(std::vector<Long> keyCodes) {
     parts_->shared.events.CountOnce(std::move(keyCodes));
 }
@@ -56,7 +60,7 @@ void DesktopDriver::WaitUntil(std::optional<Millis> deadline) {
     if (buttons.AllLetGo()) {
         parts_->BringBack();
     }
-    std::optional<Millis> longest = parts_->BeginHotKeys(Now());
+    std::optional<Millis> longest = parts_->BeginWhatCanWait(Now());
     if (!parts_->shared.events.IsEmpty()) {
         longest = 0;
     } else if (deadline) {

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/desktop/session_bus.h"
 #include "platform/driver.h"
 
 namespace platform {
@@ -62,6 +63,9 @@ class DesktopDriver : public Driver {
     static constexpr std::chrono::seconds kLongestFetch{10};
     /// Without one there are no downloads.
     void SetFetcher(Fetcher fetcher);
+
+    /// For what the program offers on the session's bus, and asks there. Costs nothing unused.
+    SessionBus& Bus();
 
     /// See EventQueue::CountOnce.
     void CountOnceWhileWaiting(std::vector<Long> keyCodes);

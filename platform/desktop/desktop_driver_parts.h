@@ -11,6 +11,7 @@
 
 #include "platform/desktop/application.h"
 #include "platform/desktop/associations/associations.h"
+#include "platform/desktop/bus/bus_connection.h"
 #include "platform/desktop/desktop_driver.h"
 #include "platform/desktop/held_buttons.h"
 #include "platform/desktop/hotkeys/hot_keys.h"
@@ -70,7 +71,7 @@ struct DesktopDriver::Parts {
 
     // Once the first picture is on the screen, or is late: it waits for nothing that can come after
     // it. Answers how long until then.
-    std::optional<Millis> BeginHotKeys(Millis now) {
+    std::optional<Millis> BeginWhatCanWait(Millis now) {
         constexpr Millis kLate = 500;
         if (hotKeys.HasBegun() || IsLost()) {
             return std::nullopt;
@@ -79,6 +80,7 @@ struct DesktopDriver::Parts {
             return kLate - now;
         }
         hotKeys.Begin();
+        bus.FirstPictureShown();
         return std::nullopt;
     }
 
@@ -89,6 +91,7 @@ struct DesktopDriver::Parts {
     desktop::HeldButtons buttons{shared};
     desktop::WaitLoop loop;
     desktop::HotKeys hotKeys{loop, shared.events};
+    desktop::BusConnection bus{loop, [this] { return IsLost(); }};
     desktop::TrayIcons trayIcons;
     desktop::Associations associations;
     Fetcher fetcher;
