@@ -7,6 +7,7 @@
 
 #include "core/base/impulses.h"
 #include "host/http/http.h"
+#include "host/list_export.h"
 #include "host/paths.h"
 #include "platform/base/text.h"
 #include "platform/menus/menu.h"
@@ -47,7 +48,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       lines_(std::move(beginning.lines)),
       restored_(beginning.restored),
       plays_(beginning.plays) {
-    tags_.GiveUpWhile(&Signals::IsEndAsked);
+    tags_.GiveUpWhile([this] { return endRequested_ || Signals::IsEndAsked(); });
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
     });
@@ -66,8 +67,9 @@ int Application::Run() {
     Listen();
     Load();
     for (std::size_t i = 1; i < lines_.size(); ++i) {
-        HandOver(lines_[i]);
+        waiting_.push_back({{Request::Kind::kLine, std::move(lines_[i])}, nullptr});
     }
+    WorkOff();
     if (!ended_) {
         BeginPlaying();
     }
@@ -127,8 +129,8 @@ bool Application::AwaitOpening(const std::function<bool()>& isDone) {
     isOpening_ = false;
     if (endRequested_) {
         End();
-    } else if (!keptRequests_.empty()) {
-        windows_.Schedule(0, [this] { Handle(std::exchange(keptRequests_, {})); });
+    } else {
+        WorkOffSoon();
     }
     return !ended_;
 }
@@ -150,34 +152,65 @@ void Application::Listen() {
     if (listening) {
         server_.emplace(
             windows_, std::move(listening),
-            [this](const std::vector<Request>& requests) { Handle(requests); },
+            [this](const auto& requests, const auto& sender) { Handle(requests, sender); },
             HandoverServer::Limits());
     }
 }
 
-void Application::Handle(const std::vector<Request>& requests) {
+void Application::Handle(const std::vector<Request>& requests,
+                         const std::shared_ptr<const Descriptor>& sender) {
     for (const Request& request : requests) {
-        if (closed_) {
+        if (request.kind == Request::Kind::kQuit) {
+            RequestEnd();
+        } else {
+            waiting_.push_back({request, sender});
+        }
+    }
+    WorkOff();
+}
+
+// A folder with all folders below it is many lines: between them a window gets its turn. Who asks
+// for the end has them all in the list, without their tags.
+void Application::WorkOff() {
+    constexpr platform::Millis kLongest = 20;
+    const bool sharesTime = front_.GetDriver().ShowsPictures();
+    const platform::Millis start = windows_.Now();
+    while (!waiting_.empty() && !isOpening_ && !closed_ && !ended_) {
+        if (sharesTime && !endRequested_ && windows_.Now() - start >= kLongest) {
+            WorkOffSoon();
             return;
         }
-        if (isOpening_ && request.kind != Request::Kind::kQuit) {
-            keptRequests_.push_back(request);
-            continue;
-        }
-        ImpulseValue minimise(false);
-        ImpulseValue former(platform::Long{0});
-        switch (request.kind) {
-            case Request::Kind::kLine:
-                HandOver(request.text);
-                break;
-            case Request::Kind::kShow:
-                component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlMinimise,
-                                          minimise, former);
-                break;
-            case Request::Kind::kQuit:
-                RequestEnd();
-                break;
-        }
+        const Waiting next = std::move(waiting_.front());
+        waiting_.pop_front();
+        Do(next.request, next.sender);
+    }
+}
+
+void Application::WorkOffSoon() {
+    if (!waiting_.empty() && !std::exchange(isWorkScheduled_, true)) {
+        windows_.Schedule(0, [this] {
+            isWorkScheduled_ = false;
+            WorkOff();
+        });
+    }
+}
+
+void Application::Do(const Request& request, const std::shared_ptr<const Descriptor>& sender) {
+    ImpulseValue minimise(false);
+    ImpulseValue former(platform::Long{0});
+    switch (request.kind) {
+        case Request::Kind::kLine:
+            HandOver(request.text);
+            break;
+        case Request::Kind::kShow:
+            component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlMinimise, minimise,
+                                      former);
+            break;
+        case Request::Kind::kExport:
+            ExportInBackground(sarnel::Remote(component_).CopyList(), request.text, sender);
+            break;
+        case Request::Kind::kQuit:
+            break;  // never waits
     }
 }
 
@@ -206,6 +239,7 @@ void Application::RequestEnd() {
     endRequested_ = true;
     windows_.PopupMenus().EndMenu(0);
     windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
+    WorkOff();
 }
 
 // Whatever handler of the component is below, it finds nothing to go on with.

@@ -3,6 +3,7 @@
 // when no handler of the component is on the stack.
 #pragma once
 
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -64,7 +65,11 @@ class Application : private RunListener, private ItemListener {
     void Load();
     void BeginPlaying();
     void Listen();
-    void Handle(const std::vector<Request>& requests);
+    void Handle(const std::vector<Request>& requests,
+                const std::shared_ptr<const Descriptor>& sender);
+    void WorkOff();
+    void WorkOffSoon();
+    void Do(const Request& request, const std::shared_ptr<const Descriptor>& sender);
     void HandOver(const std::string& line);
     void SignalArrived(int number);
     void RequestEnd();
@@ -74,7 +79,7 @@ class Application : private RunListener, private ItemListener {
     void End();
 
     // The connections of those who wait for the end come first, so that they close last.
-    std::vector<Descriptor> waitingForEnd_;
+    std::vector<std::shared_ptr<const Descriptor>> waitingForEnd_;
     std::optional<InstanceLock> lock_;
     MeetingPlace place_;
     Signals& signals_;
@@ -94,7 +99,13 @@ class Application : private RunListener, private ItemListener {
     bool plays_;
     platform::Handle window_ = 0;
     KeptInput keptInput_;
-    std::vector<Request> keptRequests_;
+    /// What later starts and the rest of the command line ask for, with who asked.
+    struct Waiting {
+        Request request;
+        std::shared_ptr<const Descriptor> sender;
+    };
+    std::deque<Waiting> waiting_;
+    bool isWorkScheduled_ = false;
     bool isOpening_ = false;
     bool endRequested_ = false;
     bool closed_ = false;

@@ -1,9 +1,7 @@
 // `veldrin`: from the arguments to one of three ends - a word to the user, a hand-over to the
 // instance that runs already, or a run of the player.
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -17,8 +15,11 @@
 #include <vector>
 
 #include "host/application.h"
+#include "host/engine/file_types.h"
 #include "host/engine/stragglers.h"
+#include "host/given_paths.h"
 #include "host/instance/instance.h"
+#include "host/list_export.h"
 #include "host/options.h"
 #include "host/output_place.h"
 #include "host/paths.h"
@@ -40,22 +41,18 @@ constexpr int kMisuse = 2;
 /// disk takes a while.
 constexpr milliseconds kEndTime(30000);
 
-/// The absolute path of what the user names from where he stands.
-std::string Here(const std::string& path) {
-    return AbsolutePath(path, CurrentFolder().value_or("/"));
-}
-
 int TellMisuse(Console& console, const std::string& message) {
     console.Complain(Printable(message) + " (see 'veldrin --help')");
     return kMisuse;
 }
 
 /// Where the output file shall be, checked before anything is started: what is wrong, or nothing.
-std::optional<std::string> OutputFault(const Options& options, const std::string& directory) {
+std::optional<std::string> OutputFault(const Options& options, const std::string& directory,
+                                       const std::vector<std::string>& opened) {
     if (options.output.kind != Output::Kind::kFile) {
         return std::nullopt;
     }
-    Inputs inputs;
+    Inputs inputs{opened, {}};
     for (const std::string& path : options.paths) {
         inputs.paths.push_back(Here(path));
     }
@@ -67,21 +64,19 @@ std::optional<std::string> OutputFault(const Options& options, const std::string
                  : std::nullopt;
 }
 
-/// The command lines that hand the paths over. A path that leads nowhere is told and left out, so
-/// that a slip of the pen does not replace the list by nothing.
-std::vector<std::string> LinesFor(const Options& options, Console& console) {
-    std::vector<std::string> lines;
-    for (const std::string& path : options.paths) {
-        const std::string absolute = Here(path);
-        struct stat status {};
-        if (path.empty() || stat(absolute.c_str(), &status) != 0) {
-            const char* reason = std::strerror(path.empty() ? ENOENT : errno);
-            console.Complain("'" + Printable(path) + "': " + reason);
-            continue;
-        }
-        lines.push_back(CommandLine(absolute, options.add || !lines.empty()));
-    }
-    return lines;
+std::string TypesFileIn(const std::string& cacheFolder) {
+    return cacheFolder + "/file-types";
+}
+
+/// What the paths stand for. Folders and lists are looked through for what this machine can play,
+/// as far as that is known yet.
+GivenPaths GivenBy(const Options& options) {
+    const auto cache = options.paths.empty() ? std::nullopt : CacheFolder();
+    const auto types = cache ? SupportedTypes::Remembered(TypesFileIn(*cache)) : std::nullopt;
+    return UnfoldGiven(
+        options.paths,
+        {options.add, options.flat ? platform::Below::kLeftOut : platform::Below::kIncluded,
+         types.value_or(SupportedTypes::Known()), platform::DesktopDriver::ReadXspf});
 }
 
 /// To standard output, whole or with a complaint. Whoever asks for a text waits for it.
@@ -111,6 +106,31 @@ int QuitRunning(const std::optional<MeetingPlace>& place, Console& console) {
     return kInOrder;
 }
 
+/// The running player's list, else the saved one.
+int Export(const Options& options, const std::string& directory, Console& console) {
+    const std::string target = Here(options.exportFile);
+    const auto place = MeetingPlace::For(directory);
+    HandoverResult result;
+    result.outcome = Handover::kNobodyRuns;
+    if (place) {
+        result = TakeLockOrHandOver(*place, {{Request::Kind::kExport, target}}, Patience());
+    }
+    std::optional<std::string> fault;
+    if (result.outcome == Handover::kNobodyRuns) {
+        fault = ExportSaved(directory + "/" + kListName, target);
+    } else {
+        const bool taken = result.outcome == Handover::kDone;
+        const auto answer = taken ? ReadToEnd(result.connection, kEndTime) : std::nullopt;
+        if (answer != kExported) {
+            fault = answer && !answer->empty() ? *answer : "the running veldrin does not answer";
+        }
+    }
+    if (fault) {
+        console.Complain(Printable(*fault));
+    }
+    return fault ? kFailed : kInOrder;
+}
+
 std::vector<Request> RequestsFor(const std::vector<std::string>& lines) {
     if (lines.empty()) {
         return {{Request::Kind::kShow, {}}};
@@ -126,7 +146,7 @@ std::vector<Request> RequestsFor(const std::vector<std::string>& lines) {
 /// Empty if there is no place for it.
 std::string TypesFile() {
     const auto folder = CacheFolder();
-    return folder && MakeFolder(*folder) ? *folder + "/file-types" : std::string();
+    return folder && MakeFolder(*folder) ? TypesFileIn(*folder) : std::string();
 }
 
 /// What the player's own lyrics service needs; nothing if there is to be another, or no window that
@@ -149,7 +169,18 @@ std::optional<int> MeetOthers(Beginning& beginning, const std::optional<MeetingP
         console.Complain("no safe place for a socket: a second start will not find this one");
         return std::nullopt;
     }
-    HandoverResult result = TakeLockOrHandOver(*place, RequestsFor(beginning.lines), Patience());
+    HandoverResult result;
+    bool isFirst = true;
+    for (const auto& requests : InMessages(RequestsFor(beginning.lines))) {
+        result = TakeLockOrHandOver(*place, requests, Patience());
+        if (!isFirst && result.outcome == Handover::kNobodyRuns) {
+            result.outcome = Handover::kNoAnswer;  // it has ended in the middle of it
+        }
+        isFirst = false;
+        if (result.outcome != Handover::kDone) {
+            break;
+        }
+    }
     switch (result.outcome) {
         case Handover::kDone:
             if (beginning.lines.empty()) {
@@ -212,18 +243,16 @@ std::optional<std::string> LookAfterList(Beginning& beginning, const Options& op
         beginning.restored = true;
         beginning.plays = false;
     }
-    return findings.putBack ? OutputFault(options, beginning.directory) : std::nullopt;
+    return findings.putBack ? OutputFault(options, beginning.directory, {}) : std::nullopt;
 }
 
-int Play(const Options& options, const std::string& directory, Console& console) {
+int Play(const Options& options, std::vector<std::string> lines, const std::string& directory,
+         Console& console) {
     Beginning beginning;
     beginning.output = options.output;
     beginning.lyrics = options.lyrics.value_or("");
     beginning.words = OwnLyrics(options);
-    beginning.lines = LinesFor(options, console);
-    if (beginning.lines.empty() && !options.paths.empty()) {
-        return kFailed;
-    }
+    beginning.lines = std::move(lines);
     beginning.restored = options.add || options.paths.empty();
     const auto place = MeetingPlace::For(directory);
     beginning.directory = directory;
@@ -267,14 +296,24 @@ int Main(const std::vector<std::string>& arguments) {
     if (options.action == Options::Action::kQuit) {
         return QuitRunning(MeetingPlace::For(*directory), console);
     }
-    if (const auto fault = OutputFault(options, *directory)) {
+    if (options.action == Options::Action::kExport) {
+        return Export(options, *directory, console);
+    }
+    GivenPaths given = GivenBy(options);
+    if (const auto fault = OutputFault(options, *directory, given.places)) {
         return TellMisuse(console, *fault);
+    }
+    for (const std::string& complaint : given.complaints) {
+        console.Complain(Printable(complaint));
+    }
+    if (given.lines.empty() && !options.paths.empty()) {
+        return kFailed;
     }
     if (!MakeFolder(*directory)) {
         console.Complain("cannot make the folder '" + Printable(*directory) + "'");
         return options.directory ? kMisuse : kFailed;
     }
-    return Play(options, *directory, console);
+    return Play(options, std::move(given.lines), *directory, console);
 }
 
 }  // namespace

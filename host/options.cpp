@@ -14,7 +14,18 @@ namespace {
 
 using Action = Options::Action;
 
-enum class Name { kAdd, kNoWindow, kDirectory, kScale, kOutput, kLyrics, kLyricsOnline, kAction };
+enum class Name {
+    kAdd,
+    kFlat,
+    kExport,
+    kNoWindow,
+    kDirectory,
+    kScale,
+    kOutput,
+    kLyrics,
+    kLyricsOnline,
+    kAction
+};
 enum class Value { kNone, kNeeded, kAfterEquals };
 
 struct Known {
@@ -29,6 +40,8 @@ constexpr std::string_view kLrclib = "https://lrclib.net";
 
 constexpr std::array kKnown = {
     Known{"--add", Name::kAdd},
+    Known{"--flat", Name::kFlat},
+    Known{"--export", Name::kExport, Value::kNeeded},
     Known{"--no-window", Name::kNoWindow},
     Known{"--scale", Name::kScale, Value::kNeeded},
     Known{"--dir", Name::kDirectory, Value::kNeeded},
@@ -74,12 +87,24 @@ std::string ApplyBase(std::optional<std::string>& base, const Known& known,
                       "'";
 }
 
+/// Another ending may be a slip of the pen, and a song is overwritten.
+bool IsListName(const std::string& path) {
+    return platform::Upper(platform::Widen(path)).ends_with(u".M3U8");
+}
+
 /// Sets what one option says. Answers what is wrong, empty if nothing is.
 std::string Apply(Options& options, const Known& known, const std::string& value) {
     switch (known.name) {
         case Name::kAdd:
             options.add = true;
             return {};
+        case Name::kFlat:
+            options.flat = true;
+            return {};
+        case Name::kExport:
+            options.action = Action::kExport;
+            options.exportFile = value;
+            return IsListName(value) ? "" : "--export needs a name that ends in .m3u8";
         case Name::kNoWindow:
             options.noWindow = true;
             return {};
@@ -165,19 +190,23 @@ std::variant<Options, Misuse> ParseOptions(
             return Misuse{std::move(wrong)};
         }
     }
-    if (options.action == Action::kQuit && !options.paths.empty()) {
-        return Misuse{"--quit takes no PATH"};
+    const bool takesPaths = options.action != Action::kQuit && options.action != Action::kExport;
+    if (!takesPaths && !options.paths.empty()) {
+        return Misuse{std::string(options.action == Action::kQuit ? "--quit" : "--export") +
+                      " takes no PATH"};
     }
     return options;
 }
 
 const char* HelpText() {
     return R"(Usage: veldrin [OPTION]... [PATH]...
-Plays music. PATH is a file or a folder; without one the list of the last run comes back.
-With several, the first replaces the list and the others are added to it.
+Plays music. PATH is a file, a folder with those below it, or a playlist (m3u, m3u8, pls,
+xspf, cue); without one the list of the last run comes back. With several, the first replaces
+the list and the others are added to it.
 
   --add                join the list instead of replacing it
   /ADD                 the same, as the first argument
+  --flat               take folders without those below them
   --no-window          play in the terminal: a line for each item, end after the last
   --scale FACTOR       size of the window, 1 to 4 (the default is what the screen asks for)
   --dir DIR            keep settings and playlist in DIR
@@ -188,6 +217,7 @@ With several, the first replaces the list and the others are added to it.
   --lyrics-online      look for missing lyrics at lrclib.net, which tells it what you play
   --lyrics-online=URL  the same at another address
   --quit               end the veldrin that is running, its playlist saved
+  --export FILE.m3u8   write the list for other players and end
   --help               print this and end
   --version            print the version and end
   --                   what follows is a PATH, even if it begins with "-"

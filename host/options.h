@@ -13,9 +13,10 @@
 namespace veldrin {
 
 struct Options {
-    enum class Action { kPlay, kQuit, kHelp, kVersion };
+    enum class Action { kPlay, kQuit, kExport, kHelp, kVersion };
     Action action = Action::kPlay;
     bool add = false;                      ///< enqueue, do not play
+    bool flat = false;                     ///< folders without those below
     bool noWindow = false;                 ///< play in the terminal, end after the last item
     std::optional<double> scale;           ///< of the window, 1 to 4; none takes the screen's
     std::optional<std::string> directory;  ///< of the settings and the playlist, as given
@@ -24,6 +25,7 @@ struct Options {
     std::optional<std::string> lyrics;
     /// Base address of LRCLIB, likewise; none: the player's own service asks nobody.
     std::optional<std::string> lyricsOnline;
+    std::string exportFile;          ///< of kExport, as given
     std::vector<std::string> paths;  ///< as given
 };
 

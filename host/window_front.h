@@ -21,6 +21,8 @@ class WindowFront : public Front {
           driver_({"veldrin", "Veldrin", "Music Player", "AudioVideo;Audio;Player;"}, scale) {
         // Each may open a file; a flood of them shall not leave the window deaf.
         driver_.CountOnceWhileWaiting({'Z', 'X', 'C', 'V', 'B', platform::VK_RETURN});
+        driver_.TellOfDrops(
+            [&console](const std::string& text) { console.Complain(Printable(text)); });
         driver_.SetFetcher([pages = MakeFetcher()](const std::string& address, bool fresh) {
             return pages->Fetch(address, fresh);
         });

@@ -17,9 +17,10 @@ namespace veldrin {
 
 struct Request {
     enum class Kind {
-        kLine,  ///< a command line for the component
-        kShow,  ///< show the window; no text
-        kQuit,  ///< end in order; no text
+        kLine,    ///< a command line for the component
+        kShow,    ///< show the window; no text
+        kQuit,    ///< end in order; no text
+        kExport,  ///< write the list to the file of this absolute path, then answer how that went
     };
     Kind kind = Kind::kLine;
     std::string text;
@@ -30,6 +31,13 @@ inline constexpr std::size_t kLongestLine = 65'536;         ///< bytes of one te
 inline constexpr std::size_t kLongestMessage = 16'777'216;  ///< bytes of one message: 16 MiB
 inline constexpr std::size_t kMostRequests = 250'000;       ///< in one message
 inline constexpr std::string_view kAnswer = "ok";
+
+/// Said behind the answer, before the end of the stream, when the list has been exported; else the
+/// reason why it has not been is said.
+inline constexpr std::string_view kExported = "exported";
+
+/// The requests in as many messages as it takes, in order: none is longer than a receiver bears.
+std::vector<std::vector<Request>> InMessages(std::vector<Request> requests);
 
 /// The bytes to send. Nothing in `requests` may be longer than kLongestLine.
 std::string EncodeMessage(const std::vector<Request>& requests);

@@ -38,7 +38,7 @@ HandoverServer::~HandoverServer() {
     StopListening();
 }
 
-std::vector<Descriptor> HandoverServer::StopListening() {
+std::vector<std::shared_ptr<const Descriptor>> HandoverServer::StopListening() {
     while (!connections_.empty()) {
         Drop(connections_.begin()->first);
     }
@@ -100,11 +100,12 @@ void HandoverServer::Complete(int number) {
     if (sent != static_cast<ssize_t>(kAnswer.size())) {
         return;  // the sender has given up and said so to its user
     }
+    const auto sender = std::make_shared<const Descriptor>(std::move(socket));
     if (AsksToQuit(requests)) {
-        waitingForEnd_.push_back(std::move(socket));
+        waitingForEnd_.push_back(sender);
     }
     // Not from within the driver's wait: the component may wait in turn.
-    windows_.Schedule(0, [this, requests] { deliver_(requests); });
+    windows_.Schedule(0, [this, requests, sender] { deliver_(requests, sender); });
 }
 
 void HandoverServer::Drop(int number) {

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <vector>
 
 #include "host/descriptor.h"
@@ -22,8 +23,10 @@ class HandoverServer {
         std::size_t connections = 16;     ///< at a time; for one more the most silent one goes
     };
 
-    /// One whole message of a sender who has had his answer.
-    using Deliver = std::function<void(const std::vector<Request>&)>;
+    /// One whole message of a sender who has had his answer, and the connection, over which more
+    /// may be said: it is closed when nobody has it any more.
+    using Deliver = std::function<void(const std::vector<Request>&,
+                                       const std::shared_ptr<const Descriptor>& sender)>;
 
     /// `deliver` runs from the event pump. The window system must outlive the server and is not
     /// pumped any more once the server is gone.
@@ -35,7 +38,7 @@ class HandoverServer {
 
     /// Nobody is heard any more. Answers the connections of those who asked to quit: once they are
     /// closed, the senders know that this instance has ended.
-    std::vector<Descriptor> StopListening();
+    std::vector<std::shared_ptr<const Descriptor>> StopListening();
 
   private:
     struct Connection {
@@ -59,7 +62,7 @@ class HandoverServer {
     Deliver deliver_;
     Limits limits_;
     std::map<int, Connection> connections_;  ///< by descriptor
-    std::vector<Descriptor> waitingForEnd_;
+    std::vector<std::shared_ptr<const Descriptor>> waitingForEnd_;
     long lastSerial_ = 0;
 };
 

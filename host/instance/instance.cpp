@@ -84,7 +84,9 @@ bool ReceiveAnswer(const Descriptor& connection, Clock::time_point deadline) {
         if (!WaitFor(connection, POLLIN, deadline)) {
             return false;
         }
-        const ssize_t got = recv(connection.Number(), buffer.data(), buffer.size(), 0);
+        // No more than that: something else may follow.
+        const std::size_t left = std::min(kAnswer.size() - answer.size(), buffer.size());
+        const ssize_t got = recv(connection.Number(), buffer.data(), left, 0);
         if (got > 0) {
             answer.append(buffer.data(), static_cast<std::size_t>(got));
         } else if (got == 0 || (errno != EAGAIN && errno != EINTR)) {
@@ -227,6 +229,24 @@ bool WaitForEnd(const Descriptor& connection, milliseconds timeLimit) {
         }
     }
     return false;
+}
+
+std::optional<std::string> ReadToEnd(const Descriptor& connection, milliseconds timeLimit) {
+    constexpr std::size_t kMost = 4096;
+    const auto deadline = Clock::now() + timeLimit;
+    std::string text;
+    std::array<char, 256> buffer{};
+    while (text.size() < kMost && WaitFor(connection, POLLIN, deadline)) {
+        const ssize_t got = recv(connection.Number(), buffer.data(), buffer.size(), MSG_DONTWAIT);
+        if (got > 0) {
+            text.append(buffer.data(), static_cast<std::size_t>(got));
+        } else if (got == 0) {
+            return text;
+        } else if (errno != EAGAIN && errno != EINTR) {
+            return std::nullopt;
+        }
+    }
+    return std::nullopt;
 }
 
 bool IsSameUser(const Descriptor& connection) {

@@ -32,7 +32,7 @@ class Running {
         : lock_(std::move(lock)),
           server_(
               windows_, lock_.Listen(place),
-              [this](const Requests& requests) {
+              [this](const Requests& requests, const auto& /*sender*/) {
                   heard.insert(heard.end(), requests.begin(), requests.end());
               },
               limits) {}

@@ -90,6 +90,20 @@ TEST(Options, HelpAndVersionWinOverWhatFollows) {
     EXPECT_EQ(Parsed({"--version", "--help"}).action, Options::Action::kVersion);
 }
 
+TEST(Options, AnExportNamesAListAndStandsWithoutPath) {
+    const Options options = Parsed({"--export", "out.M3U8"});
+    EXPECT_EQ(options.action, Options::Action::kExport);
+    EXPECT_EQ(options.exportFile, "out.M3U8");
+    EXPECT_EQ(Fault({"--export=song.mp3"}), "--export needs a name that ends in .m3u8");
+    EXPECT_EQ(Fault({"--export"}), "--export needs a value");
+    EXPECT_EQ(Fault({"--export", "out.m3u8", "a.mp3"}), "--export takes no PATH");
+}
+
+TEST(Options, FoldersAreTakenWithThoseBelowUnlessFlat) {
+    EXPECT_FALSE(Parsed({"a"}).flat);
+    EXPECT_TRUE(Parsed({"a", "--flat"}).flat);
+}
+
 TEST(Options, QuitStandsWithoutPath) {
     EXPECT_EQ(Parsed({"--quit", "--dir=d"}).action, Options::Action::kQuit);
     EXPECT_EQ(Fault({"--quit", "a.mp3"}), "--quit takes no PATH");

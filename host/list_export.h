@@ -1,0 +1,36 @@
+// The list for other players: an m3u8 file with titles.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "controls/list/listcopy.h"
+#include "host/descriptor.h"
+
+namespace veldrin {
+
+/// The text of an m3u8 file.
+class M3u8Text {
+  public:
+    /// `title` and `path` are raw bytes. A path that a line cannot hold as it is, or that is not
+    /// UTF-8, stands there as an address.
+    void AddRow(std::string_view title, std::string_view path);
+
+    const std::string& Text() const { return text_; }
+
+  private:
+    std::string text_ = "#EXTM3U\n";
+};
+
+/// Writes the playlist that lies in the file `list` to the absolute path `target`, in one step.
+/// What is wrong, for people; nothing if it was done.
+std::optional<std::string> ExportSaved(const std::string& list, const std::string& target);
+
+/// The same with a list that is in memory, on a thread of its own. `sender` hears how it went
+/// (kExported) and is then let go.
+void ExportInBackground(sarnel::ListCopy list, const std::string& target,
+                        std::shared_ptr<const Descriptor> sender);
+
+}  // namespace veldrin
