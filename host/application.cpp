@@ -46,6 +46,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       component_(windows_, {beginning.directory, UserGuide(),
                             lyrics_ ? lyrics_->Address() : beginning.lyrics}),
       lines_(std::move(beginning.lines)),
+      more_(std::move(beginning.more)),
       restored_(beginning.restored),
       plays_(beginning.plays) {
     tags_.GiveUpWhile([this] { return endRequested_ || Signals::IsEndAsked(); });
@@ -59,6 +60,9 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
 }
 
 Application::~Application() {
+    if (more_) {
+        front_.GetDriver().Watch(more_->Number(), {});
+    }
     front_.Leave();
     front_.GetDriver().Watch(signals_.Number(), {});
 }
@@ -70,6 +74,10 @@ int Application::Run() {
         waiting_.push_back({{Request::Kind::kLine, std::move(lines_[i])}, nullptr});
     }
     WorkOff();
+    if (more_) {
+        front_.GetDriver().Watch(more_->Number(), [this] { TakeMore(); });
+        TakeMore();
+    }
     if (!ended_) {
         BeginPlaying();
     }
@@ -155,6 +163,22 @@ void Application::Listen() {
             [this](const auto& requests, const auto& sender) { Handle(requests, sender); },
             HandoverServer::Limits());
     }
+}
+
+// Not from within the driver's wait: the component may wait in turn.
+void Application::TakeMore() {
+    GivenPaths given = more_->Take();
+    for (std::string& line : given.lines) {
+        waiting_.push_back({{Request::Kind::kLine, std::move(line)}, nullptr});
+    }
+    for (const std::string& complaint : given.complaints) {
+        console_.Complain(Printable(complaint));
+    }
+    if (more_->IsDone()) {
+        front_.GetDriver().Watch(more_->Number(), {});
+        more_.reset();
+    }
+    WorkOffSoon();
 }
 
 void Application::Handle(const std::vector<Request>& requests,

@@ -13,6 +13,7 @@
 #include "host/engine/engine.h"
 #include "host/engine/tags.h"
 #include "host/front.h"
+#include "host/given_reader.h"
 #include "host/instance/handover_server.h"
 #include "host/instance/instance.h"
 #include "host/kept_input.h"
@@ -33,12 +34,13 @@ struct Beginning {
     Output output;
     std::string lyrics;                   ///< another lyrics service's base address
     std::optional<LyricsSettings> words;  ///< for a lyrics service of its own
-    std::vector<std::string> lines;    ///< command lines for the component; none restores the list
-    bool restored = false;             ///< the saved list comes back, whatever else is added
-    bool plays = true;                 ///< false: nothing is played until somebody asks for it
-    std::unique_ptr<Rescue> rescue;    ///< of the list, begun; none: there is no place for a copy
-    std::optional<InstanceLock> lock;  ///< none: later starts cannot find this one
-    MeetingPlace place;                ///< of the lock
+    std::vector<std::string> lines;     ///< command lines for the component; none restores the list
+    std::unique_ptr<GivenReader> more;  ///< brings further lines; none: there will be none
+    bool restored = false;              ///< the saved list comes back, whatever else is added
+    bool plays = true;                  ///< false: nothing is played until somebody asks for it
+    std::unique_ptr<Rescue> rescue;     ///< of the list, begun; none: there is no place for a copy
+    std::optional<InstanceLock> lock;   ///< none: later starts cannot find this one
+    MeetingPlace place;                 ///< of the lock
 };
 
 class Application : private RunListener, private ItemListener {
@@ -65,6 +67,7 @@ class Application : private RunListener, private ItemListener {
     void Load();
     void BeginPlaying();
     void Listen();
+    void TakeMore();
     void Handle(const std::vector<Request>& requests,
                 const std::shared_ptr<const Descriptor>& sender);
     void WorkOff();
@@ -95,6 +98,7 @@ class Application : private RunListener, private ItemListener {
     std::optional<ListKeeper> keeper_;
     std::optional<HandoverServer> server_;
     std::vector<std::string> lines_;
+    std::unique_ptr<GivenReader> more_;
     bool restored_;
     bool plays_;
     platform::Handle window_ = 0;

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "host/paths.h"
 
@@ -26,12 +27,11 @@ std::string Here(const std::string& path) {
     return AbsolutePath(path, CurrentFolder().value_or("/"));
 }
 
-GivenPaths UnfoldGiven(const std::vector<std::string>& paths, const GivenRules& rules) {
-    GivenPaths given;
+void UnfoldGiven(const std::vector<std::string>& paths, const GivenRules& rules,
+                 const GivenTaker& taker) {
+    bool joins = rules.add;
     const auto take = [&](const std::string& path) {
-        given.lines.push_back(CommandLine(path, rules.add || !given.lines.empty()));
-        given.places.push_back(path);
-        return true;
+        return taker.line(CommandLine(path, std::exchange(joins, true)), path);
     };
     platform::Unfolder unfolder(
         {rules.below, rules.xspf,
@@ -41,15 +41,26 @@ GivenPaths UnfoldGiven(const std::vector<std::string>& paths, const GivenRules& 
     std::size_t told = 0;
     for (const std::string& path : paths) {
         if (const char* const fault = Fault(path)) {
-            given.complaints.push_back("'" + path + "': " + fault);
+            taker.complaint("'" + path + "': " + fault);
             continue;
         }
         unfolder.Unfold(Here(path), path);
-        const auto& remarks = unfolder.Remarks();
-        given.complaints.insert(given.complaints.end(),
-                                remarks.begin() + static_cast<std::ptrdiff_t>(told), remarks.end());
-        told = remarks.size();
+        for (; told < unfolder.Remarks().size(); ++told) {
+            taker.complaint(unfolder.Remarks()[told]);
+        }
     }
+}
+
+GivenPaths UnfoldGiven(const std::vector<std::string>& paths, const GivenRules& rules) {
+    GivenPaths given;
+    UnfoldGiven(
+        paths, rules,
+        {[&given](std::string line, const std::string& place) {
+             given.lines.push_back(std::move(line));
+             given.places.push_back(place);
+             return true;
+         },
+         [&given](std::string complaint) { given.complaints.push_back(std::move(complaint)); }});
     return given;
 }
 

@@ -2,6 +2,7 @@
 // component takes: it searches a folder for files, but not the folders below.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,10 +27,21 @@ struct GivenRules {
 /// The absolute path of what the user names from where he stands.
 std::string Here(const std::string& path);
 
+/// Gets what comes out, as it comes.
+struct GivenTaker {
+    /// False: nothing more is wanted.
+    std::function<bool(std::string line, const std::string& place)> line;
+    std::function<void(std::string complaint)> complaint;
+};
+
 /// Unfolds folders and lists of media. What leads nowhere, or to nothing that can be played, is
 /// complained about and left out, so that a slip of the pen does not replace the list by nothing. A
 /// file that is named itself is the component's to judge. May be called from any thread; takes as
 /// long as the disk does.
+void UnfoldGiven(const std::vector<std::string>& paths, const GivenRules& rules,
+                 const GivenTaker& taker);
+
+/// The same, all at once.
 GivenPaths UnfoldGiven(const std::vector<std::string>& paths, const GivenRules& rules);
 
 }  // namespace veldrin

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -108,6 +109,24 @@ void M3u8Text::AddRow(std::string_view title, std::string_view path) {
 std::optional<std::string> ExportSaved(const std::string& list, const std::string& target) {
     const auto text = SavedList(list);
     return text ? Write(*text, target) : std::optional<std::string>("there is no saved list");
+}
+
+std::optional<std::string> ExportList(const std::optional<MeetingPlace>& place,
+                                      const std::string& list, const std::string& target) {
+    constexpr std::chrono::seconds kLongest(30);
+    HandoverResult result;
+    if (place) {
+        result = TakeLockOrHandOver(*place, {{Request::Kind::kExport, target}}, Patience());
+    }
+    if (!place || result.outcome == Handover::kNobodyRuns) {
+        return ExportSaved(list, target);
+    }
+    const bool taken = result.outcome == Handover::kDone;
+    const auto answer = taken ? ReadToEnd(result.connection, kLongest) : std::nullopt;
+    if (answer == kExported) {
+        return std::nullopt;
+    }
+    return answer && !answer->empty() ? *answer : "the running veldrin does not answer";
 }
 
 void ExportInBackground(sarnel::ListCopy list, const std::string& target,

@@ -8,6 +8,7 @@
 
 #include "controls/list/listcopy.h"
 #include "host/descriptor.h"
+#include "host/instance/instance.h"
 
 namespace veldrin {
 
@@ -27,6 +28,10 @@ class M3u8Text {
 /// Writes the playlist that lies in the file `list` to the absolute path `target`, in one step.
 /// What is wrong, for people; nothing if it was done.
 std::optional<std::string> ExportSaved(const std::string& list, const std::string& target);
+
+/// The same with the list of the player that runs there, if one does.
+std::optional<std::string> ExportList(const std::optional<MeetingPlace>& place,
+                                      const std::string& list, const std::string& target);
 
 /// The same with a list that is in memory, on a thread of its own. `sender` hears how it went
 /// (kExported) and is then let go.

@@ -18,6 +18,7 @@
 #include "host/engine/file_types.h"
 #include "host/engine/stragglers.h"
 #include "host/given_paths.h"
+#include "host/given_reader.h"
 #include "host/instance/instance.h"
 #include "host/list_export.h"
 #include "host/options.h"
@@ -40,6 +41,9 @@ constexpr int kMisuse = 2;
 /// How long a running instance may take to end once it has promised to: saving a list to a slow
 /// disk takes a while.
 constexpr milliseconds kEndTime(30000);
+
+/// How long the window may wait for what else is found: most of what people give is found by then.
+constexpr milliseconds kPatienceForMore(50);
 
 int TellMisuse(Console& console, const std::string& message) {
     console.Complain(Printable(message) + " (see 'veldrin --help')");
@@ -70,13 +74,34 @@ std::string TypesFileIn(const std::string& cacheFolder) {
 
 /// What the paths stand for. Folders and lists are looked through for what this machine can play,
 /// as far as that is known yet.
-GivenPaths GivenBy(const Options& options) {
-    const auto cache = options.paths.empty() ? std::nullopt : CacheFolder();
+std::unique_ptr<GivenReader> ReadGiven(const Options& options) {
+    if (options.paths.empty()) {
+        return nullptr;
+    }
+    const auto cache = CacheFolder();
     const auto types = cache ? SupportedTypes::Remembered(TypesFileIn(*cache)) : std::nullopt;
-    return UnfoldGiven(
+    auto reader = std::make_unique<GivenReader>(
         options.paths,
-        {options.add, options.flat ? platform::Below::kLeftOut : platform::Below::kIncluded,
-         types.value_or(SupportedTypes::Known()), platform::DesktopDriver::ReadXspf});
+        GivenRules{options.add,
+                   options.flat ? platform::Below::kLeftOut : platform::Below::kIncluded,
+                   types.value_or(SupportedTypes::Known()), platform::DesktopDriver::ReadXspf});
+    // A window can show itself before all is found; a recording must not go into what is played,
+    // and in the terminal the run ends with the last line.
+    if (options.noWindow || options.output.kind == Output::Kind::kFile) {
+        reader->WaitForAll();
+    } else {
+        reader->WaitForFirst(kPatienceForMore);
+    }
+    return reader;
+}
+
+/// What has come since the last time, the complaints told.
+GivenPaths Taken(GivenReader* reader, Console& console) {
+    GivenPaths given = reader != nullptr ? reader->Take() : GivenPaths();
+    for (const std::string& complaint : given.complaints) {
+        console.Complain(Printable(complaint));
+    }
+    return given;
 }
 
 /// To standard output, whole or with a complaint. Whoever asks for a text waits for it.
@@ -106,25 +131,9 @@ int QuitRunning(const std::optional<MeetingPlace>& place, Console& console) {
     return kInOrder;
 }
 
-/// The running player's list, else the saved one.
 int Export(const Options& options, const std::string& directory, Console& console) {
-    const std::string target = Here(options.exportFile);
-    const auto place = MeetingPlace::For(directory);
-    HandoverResult result;
-    result.outcome = Handover::kNobodyRuns;
-    if (place) {
-        result = TakeLockOrHandOver(*place, {{Request::Kind::kExport, target}}, Patience());
-    }
-    std::optional<std::string> fault;
-    if (result.outcome == Handover::kNobodyRuns) {
-        fault = ExportSaved(directory + "/" + kListName, target);
-    } else {
-        const bool taken = result.outcome == Handover::kDone;
-        const auto answer = taken ? ReadToEnd(result.connection, kEndTime) : std::nullopt;
-        if (answer != kExported) {
-            fault = answer && !answer->empty() ? *answer : "the running veldrin does not answer";
-        }
-    }
+    const auto fault = ExportList(MeetingPlace::For(directory), directory + "/" + kListName,
+                                  Here(options.exportFile));
     if (fault) {
         console.Complain(Printable(*fault));
     }
@@ -161,6 +170,38 @@ std::optional<LyricsSettings> OwnLyrics(const Options& options) {
                           cache ? *cache + "/lyrics" : ""};
 }
 
+/// Takes the lock, or hands the lines to who has it.
+HandoverResult Meet(const MeetingPlace& place, const std::vector<std::string>& lines) {
+    HandoverResult result;
+    bool isFirst = true;
+    for (const auto& requests : InMessages(RequestsFor(lines))) {
+        result = TakeLockOrHandOver(place, requests, Patience());
+        if (!isFirst && result.outcome == Handover::kNobodyRuns) {
+            result.outcome = Handover::kNoAnswer;  // it has ended in the middle of it
+        }
+        isFirst = false;
+        if (result.outcome != Handover::kDone) {
+            break;
+        }
+    }
+    return result;
+}
+
+/// Hands over what else is found.
+HandoverResult MeetAgain(const MeetingPlace& place, GivenReader& reader, Console& console) {
+    HandoverResult result;
+    result.outcome = Handover::kDone;
+    reader.WaitForAll();
+    const GivenPaths rest = Taken(&reader, console);
+    if (!rest.lines.empty()) {
+        result = Meet(place, rest.lines);
+    }
+    if (result.outcome == Handover::kNobodyRuns) {
+        result.outcome = Handover::kNoAnswer;
+    }
+    return result;
+}
+
 /// Takes the lock for `beginning`, or hands the lines to who has it: then the
 /// answer is the exit status.
 std::optional<int> MeetOthers(Beginning& beginning, const std::optional<MeetingPlace>& place,
@@ -169,17 +210,9 @@ std::optional<int> MeetOthers(Beginning& beginning, const std::optional<MeetingP
         console.Complain("no safe place for a socket: a second start will not find this one");
         return std::nullopt;
     }
-    HandoverResult result;
-    bool isFirst = true;
-    for (const auto& requests : InMessages(RequestsFor(beginning.lines))) {
-        result = TakeLockOrHandOver(*place, requests, Patience());
-        if (!isFirst && result.outcome == Handover::kNobodyRuns) {
-            result.outcome = Handover::kNoAnswer;  // it has ended in the middle of it
-        }
-        isFirst = false;
-        if (result.outcome != Handover::kDone) {
-            break;
-        }
+    HandoverResult result = Meet(*place, beginning.lines);
+    if (result.outcome == Handover::kDone && beginning.more) {
+        result = MeetAgain(*place, *beginning.more, console);
     }
     switch (result.outcome) {
         case Handover::kDone:
@@ -246,13 +279,11 @@ std::optional<std::string> LookAfterList(Beginning& beginning, const Options& op
     return findings.putBack ? OutputFault(options, beginning.directory, {}) : std::nullopt;
 }
 
-int Play(const Options& options, std::vector<std::string> lines, const std::string& directory,
+int Play(const Options& options, Beginning beginning, const std::string& directory,
          Console& console) {
-    Beginning beginning;
     beginning.output = options.output;
     beginning.lyrics = options.lyrics.value_or("");
     beginning.words = OwnLyrics(options);
-    beginning.lines = std::move(lines);
     beginning.restored = options.add || options.paths.empty();
     const auto place = MeetingPlace::For(directory);
     beginning.directory = directory;
@@ -299,21 +330,21 @@ int Main(const std::vector<std::string>& arguments) {
     if (options.action == Options::Action::kExport) {
         return Export(options, *directory, console);
     }
-    GivenPaths given = GivenBy(options);
+    Beginning beginning;
+    beginning.more = ReadGiven(options);
+    GivenPaths given = Taken(beginning.more.get(), console);
     if (const auto fault = OutputFault(options, *directory, given.places)) {
         return TellMisuse(console, *fault);
-    }
-    for (const std::string& complaint : given.complaints) {
-        console.Complain(Printable(complaint));
     }
     if (given.lines.empty() && !options.paths.empty()) {
         return kFailed;
     }
+    beginning.lines = std::move(given.lines);
     if (!MakeFolder(*directory)) {
         console.Complain("cannot make the folder '" + Printable(*directory) + "'");
         return options.directory ? kMisuse : kFailed;
     }
-    return Play(options, std::move(given.lines), *directory, console);
+    return Play(options, std::move(beginning), *directory, console);
 }
 
 }  // namespace

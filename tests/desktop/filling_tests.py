@@ -32,9 +32,6 @@ class Filling(Player):
             lines = file.read().split('\r\n')
         return lines[3:3 + 2 * int(lines[1]):2]
 
-    def shows_row(self, number):
-        return self.shown((LIST[0], LIST[1] + number * ROW, LIST[2], ROW)).has_colours()
-
     def test_dropped_folders_and_playlists_become_their_files(self):
         with open(self.at('some.m3u'), 'w') as file:
             file.write('music/zebra.wav\nnone.wav\n')

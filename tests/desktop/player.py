@@ -119,3 +119,6 @@ class Player(OnDisplay):
     def row(self, number):
         """The middle of a row by its place in the list's window."""
         return LIST[0] + 60, LIST[1] + number * ROW + ROW // 2
+
+    def shows_row(self, number):
+        return self.shown((LIST[0], LIST[1] + number * ROW, LIST[2], ROW)).has_colours()
