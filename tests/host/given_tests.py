@@ -20,6 +20,12 @@ class Given(World):
             file.write(data)
         return self.at(name)
 
+    def play(self, *arguments, **options):
+        """Faster than anybody listens."""
+        return self.run_program('--no-window', '--output',
+                                'file:' + os.path.join(self.folder, 'sound.wav'), *arguments,
+                                **options)
+
     def played(self, result):
         return re.findall(r'\d+\. (.*?)  \[', result.stdout.decode())
 
@@ -95,7 +101,7 @@ class Folders(Given):
             self.assertEqual(file.read(), former)
 
     def test_an_end_has_every_folder_in_the_list(self):
-        names = [f'm/{i:03}/{i:03}.wav' for i in range(200)]
+        names = [f'm/{i:03}/{i:03}.wav' for i in range(60)]
         self.make(names[0])
         for name in names[1:]:
             os.makedirs(os.path.dirname(self.at(name)))
@@ -104,7 +110,7 @@ class Folders(Given):
         self.assertEqual(self.run_program('--add', self.at('m')).returncode, 0)
         first.send_signal(signal.SIGTERM)
         self.assertEqual(self.end_of(first), 0)
-        self.assertEqual(len(self.paths_saved()), 201)
+        self.assertEqual(len(self.paths_saved()), 61)
 
 
 class Playlists(Given):
