@@ -2,12 +2,13 @@
 
 #include <unistd.h>
 
-#include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <utility>
 
 #include "core/base/impulses.h"
 #include "host/http/http.h"
+#include "host/list_export.h"
 #include "host/paths.h"
 #include "host/remote/perform.h"
 #include "host/remote/status.h"
@@ -47,11 +48,14 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       host_(engine_, tags_, *this, *this),
       component_(windows_, {beginning.directory, UserGuide(),
                             lyrics_ ? lyrics_->Address() : beginning.lyrics}),
+      errands_(windows_, front.GetDriver().ShowsPictures()),
       lines_(std::move(beginning.lines)),
+      given_(std::move(beginning.more)),
+      rules_(std::move(beginning.rules)),
       restored_(beginning.restored),
       plays_(beginning.plays),
       notifies_(beginning.notifies) {
-    tags_.GiveUpWhile(&Signals::IsEndAsked);
+    tags_.GiveUpWhile([this] { return endRequested_ || Signals::IsEndAsked(); });
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
     });
@@ -62,6 +66,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
 }
 
 Application::~Application() {
+    LeaveGiven();
     front_.Leave();
     front_.GetDriver().Watch(signals_.Number(), {});
 }
@@ -71,7 +76,11 @@ int Application::Run() {
     Offer();
     Load();
     for (std::size_t i = 1; i < lines_.size(); ++i) {
-        HandOver(lines_[i]);
+        AddLine(std::move(lines_[i]));
+    }
+    errands_.WorkOff();
+    if (given_) {
+        ReadGiven(std::move(given_));
     }
     if (!ended_) {
         BeginPlaying();
@@ -103,6 +112,11 @@ void Application::BeginPlaying() {
     }
 }
 
+void Application::Closed() {
+    closed_ = true;
+    errands_.Stop();
+}
+
 void Application::ItemOpened(const std::string& path) {
     if (lyrics_) {
         lyrics_->ItemOpened(path);
@@ -132,7 +146,7 @@ bool Application::AwaitOpening(const std::function<bool()>& isDone) {
     if (!windows_.HasKeptInput()) {
         keptInput_ = {};
     }
-    isOpening_ = true;
+    errands_.Hold();
     windows_.WaitKeepingInput([&] { return !isDone() && !endRequested_ && !closed_; },
                               [&](const platform::DriverEvent& event) {
                                   const bool keeps = keptInput_.Keeps(event);
@@ -141,15 +155,9 @@ bool Application::AwaitOpening(const std::function<bool()>& isDone) {
                                   }
                                   return keeps;
                               });
-    isOpening_ = false;
+    errands_.LetGo();
     if (endRequested_) {
         End();
-    } else if (!kept_.empty()) {
-        windows_.Schedule(0, [this] {
-            for (const auto& [name, work] : std::exchange(kept_, {})) {
-                WhenFree(name, work);
-            }
-        });
     }
     return !ended_;
 }
@@ -178,20 +186,38 @@ void Application::Listen() {
     }
 }
 
-bool Application::WhenFree(const std::string& name, std::function<void()> work) {
-    if (isOpening_) {
-        const bool isFirst =
-            name.empty() || std::none_of(kept_.begin(), kept_.end(),
-                                         [&](const auto& other) { return other.first == name; });
-        if (isFirst) {
-            kept_.emplace_back(name, std::move(work));
-        }
-        return isFirst;
+// Another one may still be looking for what the list had before.
+void Application::ReadGiven(std::unique_ptr<GivenReader> given) {
+    LeaveGiven();
+    given_ = std::move(given);
+    front_.GetDriver().Watch(given_->Number(), [this] { TakeGiven(); });
+    TakeGiven();
+}
+
+// Not from within the driver's wait: the component may wait in turn.
+void Application::TakeGiven() {
+    GivenPaths given = given_->Take();
+    for (std::string& line : given.lines) {
+        AddLine(std::move(line));
     }
-    if (!closed_) {
-        work();
+    for (const std::string& complaint : given.complaints) {
+        console_.Complain(Printable(complaint));
     }
-    return !closed_;
+    if (given_->IsDone()) {
+        LeaveGiven();
+    }
+    errands_.WorkOffSoon();
+}
+
+void Application::LeaveGiven() {
+    if (given_) {
+        front_.GetDriver().Watch(given_->Number(), {});
+        given_.reset();
+    }
+}
+
+void Application::AddLine(std::string line) {
+    errands_.Add({[this, line = std::move(line)] { HandOver(line); }, {}, true});
 }
 
 // An end does not wait, nor does the question how things stand.
@@ -199,13 +225,16 @@ void Application::Handle(const std::vector<Request>& requests, const Reply& repl
     for (const Request& request : requests) {
         if (request.kind == Request::Kind::kQuit || request.kind == Request::Kind::kStatus) {
             Do(request, reply);
+        } else if (request.kind == Request::Kind::kLine) {
+            AddLine(request.text);
         } else {
             const bool countsOnce =
                 request.kind == Request::Kind::kVerb && request.text.find(' ') == std::string::npos;
-            WhenFree(countsOnce ? request.text : std::string(),
-                     [this, request, reply] { Do(request, reply); });
+            errands_.Add({[this, request, reply] { Do(request, reply); },
+                          countsOnce ? request.text : std::string()});
         }
     }
+    errands_.WorkOff();
 }
 
 void Application::Do(const Request& request, const Reply& reply) {
@@ -214,8 +243,7 @@ void Application::Do(const Request& request, const Reply& reply) {
     }
     switch (request.kind) {
         case Request::Kind::kLine:
-            HandOver(request.text);
-            break;
+            break;  // the list's, even at the end
         case Request::Kind::kShow:
             Show();
             break;
@@ -232,6 +260,9 @@ void Application::Do(const Request& request, const Reply& reply) {
             reply.Say(request.text == "json" ? StatusJson(status) : StatusLine(status));
             break;
         }
+        case Request::Kind::kExport:
+            ExportInBackground(sarnel::Remote(component_).CopyList(), request.text, reply);
+            break;
     }
 }
 
@@ -251,11 +282,13 @@ void Application::Offer() {
                          sarnel::Remote(component_),
                          engine_,
                          [this](const std::string& name, std::function<void()> work) {
-                             return WhenFree(name, std::move(work));
+                             const bool counts = errands_.Add({std::move(work), name});
+                             errands_.WorkOff();
+                             return counts;
                          },
                          [this] { Show(); },
                          [this] { RequestEnd(); },
-                         [this](const std::string& path) { HandOver(CommandLine(path, false)); },
+                         [this](const std::string& path) { Open(path); },
                          {}};
     if (notifies_) {
         notifier_.emplace(*bus);
@@ -267,6 +300,15 @@ void Application::Offer() {
     }
     const auto cache = CacheFolder();
     mpris_.emplace(std::move(player), cache ? *cache + "/art" : std::string());
+}
+
+// As a later start does with a path. Most are found at once, and what is asked next finds it done.
+void Application::Open(const std::string& path) {
+    constexpr std::chrono::milliseconds kPatience(50);
+    auto given = std::make_unique<GivenReader>(std::vector{path}, rules_());
+    given->WaitForAll(kPatience);
+    ReadGiven(std::move(given));
+    errands_.WorkOff();
 }
 
 void Application::HandOver(const std::string& line) {
@@ -294,6 +336,7 @@ void Application::RequestEnd() {
     endRequested_ = true;
     windows_.PopupMenus().EndMenu(0);
     windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
+    errands_.Hurry();
 }
 
 // Whatever handler of the component is below, it finds nothing to go on with.
@@ -327,6 +370,7 @@ void Application::End() {
     if (std::exchange(ended_, true)) {
         return;
     }
+    errands_.Stop();
     if (mpris_) {
         mpris_->End();
     }

@@ -17,7 +17,9 @@ using Action = Options::Action;
 
 enum class Name {
     kAdd,
+    kFlat,
     kNotify,
+    kExport,
     kNoWindow,
     kDirectory,
     kScale,
@@ -44,6 +46,8 @@ constexpr std::string_view kLrclib = "https://lrclib.net";
 constexpr std::array kKnown = {
     Known{"--add", Name::kAdd},
     Known{"--notify", Name::kNotify},
+    Known{"--flat", Name::kFlat},
+    Known{"--export", Name::kExport, Value::kNeeded},
     Known{"--no-window", Name::kNoWindow},
     Known{"--scale", Name::kScale, Value::kNeeded},
     Known{"--dir", Name::kDirectory, Value::kNeeded},
@@ -120,7 +124,7 @@ std::string SettleRequests(Options& options) {
     if (!options.verbs.empty()) {
         if (options.action != Action::kPlay) {
             return "--" + options.verbs.front().substr(0, options.verbs.front().find(' ')) +
-                   " does not go together with --quit or --status";
+                   " does not go together with --quit, --status or --export";
         }
         options.action = Action::kVerbs;
     }
@@ -131,10 +135,16 @@ std::string SettleRequests(Options& options) {
     if (options.action == Action::kPlay || options.paths.empty()) {
         return {};
     }
-    return options.action == Action::kQuit ? "--quit takes no PATH"
+    return options.action == Action::kQuit     ? "--quit takes no PATH"
+           : options.action == Action::kExport ? "--export takes no PATH"
            : options.action == Action::kStatus
                ? "--status takes nothing but 'json'"
                : "what is asked of the running veldrin takes no PATH";
+}
+
+/// Another ending may be a slip of the pen, and a song is overwritten.
+bool IsListName(const std::string& path) {
+    return platform::Upper(platform::Widen(path)).ends_with(u".M3U8");
 }
 
 /// Sets what one option says. Answers what is wrong, empty if nothing is.
@@ -146,6 +156,13 @@ std::string Apply(Options& options, const Known& known, const std::string& value
         case Name::kNotify:
             options.notifies = true;
             return {};
+        case Name::kFlat:
+            options.flat = true;
+            return {};
+        case Name::kExport:
+            options.action = Action::kExport;
+            options.exportFile = value;
+            return IsListName(value) ? "" : "--export needs a name that ends in .m3u8";
         case Name::kNoWindow:
             options.noWindow = true;
             return {};
@@ -251,11 +268,13 @@ std::variant<Options, Misuse> ParseOptions(
 
 const char* HelpText() {
     return R"(Usage: veldrin [OPTION]... [PATH]...
-Plays music. PATH is a file or a folder; without one the list of the last run comes back.
-With several, the first replaces the list and the others are added to it.
+Plays music. PATH is a file, a folder with those below it, or a playlist (m3u, m3u8, pls,
+xspf, cue); without one the list of the last run comes back. With several, the first replaces
+the list and the others are added to it.
 
   --add                join the list instead of replacing it
   /ADD                 the same, as the first argument
+  --flat               take folders without those below them
   --no-window          play in the terminal: a line for each item, end after the last
   --notify             tell of each item that begins while the window is hidden in the tray
   --scale FACTOR       size of the window, 1 to 4 (the default is what the screen asks for)
@@ -276,6 +295,7 @@ With several, the first replaces the list and the others are added to it.
   --status             print how it stands, with tabs in between
   --status json        the same as JSON
   --quit               end the veldrin that is running, its playlist saved
+  --export FILE.m3u8   write the list for other players and end
   --help               print this and end
   --version            print the version and end
   --                   what follows is a PATH, even if it begins with "-"

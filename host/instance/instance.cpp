@@ -84,6 +84,7 @@ bool ReceiveAnswer(const Descriptor& connection, Clock::time_point deadline) {
         if (!WaitFor(connection, POLLIN, deadline)) {
             return false;
         }
+        // No more than that: something else may follow.
         const ssize_t got =
             recv(connection.Number(), buffer.data(), kAnswer.size() - answer.size(), 0);
         if (got > 0) {

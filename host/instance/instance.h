@@ -56,7 +56,8 @@ enum class Handover {
 struct HandoverResult {
     Handover outcome = Handover::kNoAnswer;
     std::optional<InstanceLock> lock;  ///< of kNobodyRuns
-    Descriptor connection;  ///< of kDone; a request to quit keeps it open until the other has ended
+    Descriptor
+        connection;  ///< of kDone; requests to quit and to export keep it open until they are done
 };
 
 /// How long a start waits for another one.

@@ -8,10 +8,10 @@
 #include <utility>
 
 #include "host/engine/stragglers.h"
-#include "host/remote/file_address.h"
 #include "host/remote/mpris_names.h"
 #include "platform/base/signals_held.h"
 #include "platform/base/text.h"
+#include "platform/files/file_address.h"
 
 namespace veldrin {
 
@@ -232,9 +232,9 @@ BusTable Mpris::Metadata() const {
     if (!names.album.empty()) {
         table.push_back({"xesam:album", {names.album}});
     }
-    table.push_back({"xesam:url", {FileAddress(told_.path)}});
+    table.push_back({"xesam:url", {AddressOfPath(told_.path)}});
     if (!told_.facts.picture.empty()) {
-        table.push_back({"mpris:artUrl", {FileAddress(told_.facts.picture)}});
+        table.push_back({"mpris:artUrl", {AddressOfPath(told_.facts.picture)}});
     }
     return table;
 }

@@ -6,9 +6,9 @@
 
 #include "host/options.h"
 #include "host/paths.h"
-#include "host/remote/file_address.h"
 #include "host/remote/mpris.h"
 #include "host/remote/mpris_names.h"
+#include "platform/files/file_address.h"
 
 namespace veldrin {
 
@@ -74,6 +74,10 @@ void Mpris::Work() {
 // Who asks for the item gets it with its tags, even if he is the first to ask.
 void Mpris::Deal(const BusCall& call) {
     if (call.interface != kPropertiesInterface) {
+        if (call.member == "Quit") {
+            Do(call);  // an end does not wait
+            return;
+        }
         const std::string name = call.arguments.empty() ? call.member : std::string();
         if (!player_.whenFree(name, [this, call] { Do(call); })) {
             player_.bus.Answer(call, {});
@@ -250,7 +254,7 @@ void Mpris::SetPosition(const std::string& item, std::int64_t position) {
 }
 
 bool Mpris::Open(const std::string& address) {
-    const auto path = PathOfAddress(address);
+    const auto path = PathOfAddress(address.substr(0, address.find_first_of("?#")), HostName());
     if (!path) {
         return false;
     }

@@ -2,9 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "host/remote/file_address.h"
 #include "host/terminal/console.h"
 #include "platform/base/text.h"
+#include "platform/files/file_address.h"
 
 namespace veldrin {
 namespace {
@@ -70,7 +70,7 @@ std::string StatusJson(const Status& status) {
         {"rows", status.rows},
         {"title", status.title},
         {"path", status.path},
-        {"url", status.path.empty() ? std::string() : FileAddress(status.path)},
+        {"url", status.path.empty() ? std::string() : platform::AddressOfPath(status.path)},
     };
     return object.dump(-1, ' ', false, ordered_json::error_handler_t::replace) + "\n";
 }

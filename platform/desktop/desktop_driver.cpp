@@ -11,6 +11,7 @@
 #include "platform/desktop/desktop_driver_parts.h"
 #include "platform/desktop/display.h"
 #include "platform/desktop/qt_text.h"
+#include "platform/desktop/xspf.h"
 
 namespace platform {
 
@@ -18,6 +19,10 @@ using namespace desktop;
 
 std::optional<std::string> DesktopDriver::WhyNoDisplay() {
     return DisplayFault();
+}
+
+std::optional<std::vector<std::string>> DesktopDriver::ReadXspf(std::string_view bytes) {
+    return LocationsOfXspf(bytes);
 }
 
 DesktopDriver::DesktopDriver(ProgramIdentity program, std::optional<double> scale)
@@ -41,6 +46,10 @@ SessionBus& DesktopDriver::Bus() {
     return parts_->bus;
 }
 
+void DesktopDriver::TellOfDrops(std::function<void(const std::string&)> notice) {
+    parts_->drops.TellBy(std::move(notice));
+}
+
 void DesktopDriver::CountOnceWhileWaiting(std::vector<Long> keyCodes) {
     parts_->shared.events.CountOnce(std::move(keyCodes));
 }
@@ -60,6 +69,7 @@ void DesktopDriver::WaitUntil(std::optional<Millis> deadline) {
     if (buttons.AllLetGo()) {
         parts_->BringBack();
     }
+    parts_->ReportDrops();
     std::optional<Millis> longest = parts_->BeginWhatCanWait(Now());
     if (!parts_->shared.events.IsEmpty()) {
         longest = 0;

@@ -8,11 +8,14 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/desktop/application.h"
 #include "platform/desktop/associations/associations.h"
 #include "platform/desktop/bus/bus_connection.h"
 #include "platform/desktop/desktop_driver.h"
+#include "platform/desktop/drops.h"
 #include "platform/desktop/held_buttons.h"
 #include "platform/desktop/hotkeys/hot_keys.h"
 #include "platform/desktop/screens.h"
@@ -39,7 +42,14 @@ struct DesktopDriver::Parts {
                             found->KeepEntry(!inTray);
                         }
                     }),
-          associations(program) {}
+          drops(
+              shared.events, [this](const desktop::DropPlace& place) { return PlaceOf(place); },
+              [this] { loop.Wake(); }),
+          associations(program) {
+        shared.onDrop = [this](const desktop::DropPlace& place, std::vector<std::string> paths) {
+            drops.Take(place, std::move(paths));
+        };
+    }
 
     /// From then on nothing of the toolkit may be called: much of it may be gone already.
     bool IsLost() const { return application.HasLostDisplay(); }
@@ -48,6 +58,19 @@ struct DesktopDriver::Parts {
     desktop::TopLevel* Find(Handle window) const {
         const auto found = windows.find(window);
         return found == windows.end() || IsLost() ? nullptr : found->second.get();
+    }
+
+    std::optional<Point> PlaceOf(const desktop::DropPlace& place) const {
+        const desktop::TopLevel* const found = Find(place.window);
+        return found != nullptr ? std::optional(found->PlaceOf(place.point)) : std::nullopt;
+    }
+
+    // Files that come of folders wait while a menu is open or a button is held: a drop of the
+    // user's own cannot come then.
+    void ReportDrops() {
+        if (grabbing == 0 && shared.pointer.held == 0) {
+            drops.Turn();
+        }
     }
 
     // Brings windows back that the screens no longer show as they did. Hanging over an edge that
@@ -93,6 +116,7 @@ struct DesktopDriver::Parts {
     desktop::HotKeys hotKeys{loop, shared.events};
     desktop::BusConnection bus{loop, [this] { return IsLost(); }};
     desktop::TrayIcons trayIcons;
+    desktop::Drops drops;
     desktop::Associations associations;
     Fetcher fetcher;
     std::set<std::u16string, std::less<>> forgotten;  ///< pages of which no copy will do

@@ -226,9 +226,17 @@ class Mpris(Trays):
         for address in ('http://localhost/a.wav', 'file://elsewhere/a.wav', self.at('a.wav'),
                         'file://' + self.at('none.wav'), 'file:///%00', ''):
             self.assertEqual(opens(address), ERRORS + 'InvalidArgs')
-        self.assertIsNone(opens('file://' + urllib.parse.quote(odd)))
-        self.assertEqual(client.get('Metadata')['xesam:url'],
-                         'file://' + urllib.parse.quote(odd, safe='/-._~'))
+        self.assertIsNone(opens('file://' + urllib.parse.quote(odd) + '?a#b'))
+        wait_for(lambda: client.get('Metadata')['xesam:url'] ==
+                 'file://' + urllib.parse.quote(odd, safe='/-._~'), 'the odd one')
+        os.makedirs(self.at('folder/below'))
+        os.link(odd, self.at('folder/below/deep.wav'))
+        self.assertIsNone(opens('file://' + self.at('folder/')))
+        client.wait_for_title('deep.wav')
+        with open(self.at('list.m3u'), 'w') as file:
+            file.write('a.wav\n')
+        self.assertIsNone(opens('file://' + self.at('list.m3u')))
+        client.wait_for_title('a.wav')
         self.display.tool('windowminimize', self.window)
         wait_for(self.is_iconic, 'the window minimised')
         client.call('Raise', interface=ROOT)

@@ -90,6 +90,20 @@ TEST(Options, HelpAndVersionWinOverWhatFollows) {
     EXPECT_EQ(Parsed({"--version", "--help"}).action, Options::Action::kVersion);
 }
 
+TEST(Options, AnExportNamesAListAndStandsWithoutPath) {
+    const Options options = Parsed({"--export", "out.M3U8"});
+    EXPECT_EQ(options.action, Options::Action::kExport);
+    EXPECT_EQ(options.exportFile, "out.M3U8");
+    EXPECT_EQ(Fault({"--export=song.mp3"}), "--export needs a name that ends in .m3u8");
+    EXPECT_EQ(Fault({"--export"}), "--export needs a value");
+    EXPECT_EQ(Fault({"--export", "out.m3u8", "a.mp3"}), "--export takes no PATH");
+}
+
+TEST(Options, FoldersAreTakenWithThoseBelowUnlessFlat) {
+    EXPECT_FALSE(Parsed({"a"}).flat);
+    EXPECT_TRUE(Parsed({"a", "--flat"}).flat);
+}
+
 TEST(Options, QuitStandsWithoutPath) {
     EXPECT_EQ(Parsed({"--quit", "--dir=d"}).action, Options::Action::kQuit);
     EXPECT_EQ(Fault({"--quit", "a.mp3"}), "--quit takes no PATH");
@@ -121,8 +135,11 @@ TEST(Options, RequestsStandWithoutPathAndWithoutEachOther) {
     EXPECT_EQ(Fault({"--status=xml"}), "--status takes nothing but 'json'");
     EXPECT_EQ(Fault({"--status", "json", "json"}), "--status takes nothing but 'json'");
     EXPECT_EQ(Fault({"--volume", "5", "--quit"}),
-              "--volume does not go together with --quit or --status");
-    EXPECT_EQ(Fault({"--status", "--stop"}), "--stop does not go together with --quit or --status");
+              "--volume does not go together with --quit, --status or --export");
+    EXPECT_EQ(Fault({"--status", "--stop"}),
+              "--stop does not go together with --quit, --status or --export");
+    EXPECT_EQ(Fault({"--next", "--export", "a.m3u8"}),
+              "--next does not go together with --quit, --status or --export");
     EXPECT_EQ(Parsed({"--stop", "--help", "--quit"}).action, Options::Action::kHelp);
 }
 

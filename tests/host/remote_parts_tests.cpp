@@ -1,4 +1,4 @@
-// Addresses of files, the status as text, pictures as files, and texts for notifications.
+// The status as text, pictures as files, and texts for notifications.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -8,43 +8,12 @@
 #include <sstream>
 
 #include "host/remote/art_folder.h"
-#include "host/remote/file_address.h"
 #include "host/remote/notifier.h"
 #include "host/remote/status.h"
 #include "tests/host/scratch_folder.h"
 
 namespace veldrin {
 namespace {
-
-TEST(FileAddress, EscapesAllButWhatIsPlain) {
-    EXPECT_EQ(FileAddress("/"), "file:///");
-    EXPECT_EQ(FileAddress("/a-b_c.~/D 1%.wav"), "file:///a-b_c.~/D%201%25.wav");
-    EXPECT_EQ(FileAddress("/\xE9\n\"?#&+"), "file:///%E9%0A%22%3F%23%26%2B");
-}
-
-TEST(FileAddress, LeadsBackToTheBytes) {
-    std::string path = "/";
-    for (int byte = 1; byte < 256; ++byte) {
-        path.push_back(static_cast<char>(byte));
-    }
-    EXPECT_EQ(PathOfAddress(FileAddress(path)), path);
-}
-
-TEST(FileAddress, IsReadInAllItsForms) {
-    EXPECT_EQ(PathOfAddress("file:///a%20b"), "/a b");
-    EXPECT_EQ(PathOfAddress("FILE://localhost/a"), "/a");
-    EXPECT_EQ(PathOfAddress("file:/a"), "/a");
-    EXPECT_EQ(PathOfAddress("file:///a%zz%4"), "/a%zz%4");
-    EXPECT_EQ(PathOfAddress("file:///a?b#c"), "/a");
-}
-
-TEST(FileAddress, OfOthersThereIsNoPath) {
-    for (const char* address :
-         {"", "/a", "a", "http://localhost/a", "file", "file:", "file://", "file:a",
-          "file://elsewhere/a", "file://localhost", "file://localhosts/a", "file:///a%00b"}) {
-        EXPECT_FALSE(PathOfAddress(address).has_value()) << address;
-    }
-}
 
 Status Playing() {
     Status status;
