@@ -55,9 +55,8 @@ class Frames {
     std::string_view Whole() const { return bytes_.substr(place_, Bytes()); }
     bool IsText() const {
         const std::string_view name = Name();
-        return !IsCompressed() &&
-               (name[0] == 'T' || name == "RVA" || name == "USL" || name == "ULT" ||
-                name == "SYL" || name == "SLT");
+        return !IsCompressed() && (name[0] == 'T' || name == "RVA" || name == "USL" ||
+                                   name == "ULT" || name == "SYL" || name == "SLT");
     }
     bool IsPicture() const { return !IsCompressed() && (Name() == "API" || Name() == "PIC"); }
 
