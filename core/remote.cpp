@@ -1,17 +1,53 @@
 #include "core/remote.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "core/ambrisor.h"
+#include "core/base/failure.h"
+#include "core/base/impulses.h"
+#include "core/base/impulsevalue.h"
 #include "core/state/frmmain.h"
 #include "core/state/program.h"
+#include "core/state/settings.h"
+#include "menus/commandmenu.h"
+#include "playback/mPlayback.h"
 
 namespace sarnel {
 
+namespace {
+
+// All that follows a call into the host goes through App(): the host may have destroyed the
+// component.
+PlaybackState StateNow() {
+    if (App().Playing) {
+        return PlaybackState::kPlaying;
+    }
+    if (App().Main().sldSkin(kPositionSlider).Enabled()) {
+        return PlaybackState::kPaused;
+    }
+    // Of what is not followed the component's own flag says nothing.
+    return Ask(ImpulseIsPlaying, false) ? PlaybackState::kPlaying : PlaybackState::kStopped;
+}
+
+}  // namespace
+
+frmMAIN* Remote::Main() const {
+    frmMAIN* const main = component_.State().ExistingMain();
+    return main != nullptr && main->IsLoaded() ? main : nullptr;
+}
+
 JList* Remote::List() const {
-    const Program& state = component_.State();
-    frmMAIN* const main = state.ExistingMain();
-    return main != nullptr && main->IsLoaded() ? &main->lstPlaylist : nullptr;
+    frmMAIN* const main = Main();
+    return main != nullptr ? &main->lstPlaylist : nullptr;
+}
+
+template <class Action>
+void Remote::Do(Action action) {
+    if (IsLoaded()) {
+        const platform::WindowSystem::Dispatching dispatching(component_.State().windows);
+        Step(action);
+    }
 }
 
 platform::Long Remote::ListCount() const {
@@ -48,6 +84,133 @@ void Remote::OnNextChange(std::function<void()> observer) {
 ListCopy Remote::CopyList() const {
     const JList* const list = List();
     return list != nullptr ? list->Copy() : ListCopy(0, -1);
+}
+
+// The menu takes a number for the item at that place, which is no key.
+bool Remote::HasCommand(std::u16string_view key) const {
+    const frmMAIN* const main = Main();
+    return main != nullptr && main->hMenu != nullptr && !key.empty() && !TextToLong(key) &&
+           main->hMenu->IndexForKey(key) > 0;
+}
+
+void Remote::RunCommand(std::u16string_view key) {
+    if (HasCommand(key)) {
+        Do([key] { RunMenuCommand(key); });
+    }
+}
+
+PlaybackState Remote::State() const {
+    PlaybackState state = PlaybackState::kStopped;
+    if (IsLoaded()) {
+        Step([&] { state = StateNow(); });
+    }
+    return state;
+}
+
+void Remote::Play() {
+    Do([] {
+        const PlaybackState state = StateNow();
+        if (state == PlaybackState::kStopped) {
+            PlayCurrentItem();
+        } else if (state == PlaybackState::kPaused) {
+            TogglePlayback();
+        }
+    });
+}
+
+void Remote::Pause() {
+    Do([] {
+        if (App().Playing) {
+            TogglePlayback();
+        } else if (StateNow() == PlaybackState::kPlaying) {
+            SuspendPlayback();
+        }
+    });
+}
+
+void Remote::PlayPause() {
+    Do([] {
+        if (StateNow() == PlaybackState::kStopped) {
+            PlayCurrentItem();
+        } else {
+            TogglePlayback();
+        }
+    });
+}
+
+void Remote::Stop() {
+    Do(StopPlayback);
+}
+
+void Remote::Next() {
+    Do(NextItem);
+}
+
+void Remote::Previous() {
+    Do(PreviousItem);
+}
+
+Long Remote::Volume() const {
+    const frmMAIN* const main = Main();
+    return main != nullptr ? main->sldSkin(kVolumeSlider).Value() : 0;
+}
+
+void Remote::Volume(Long value) {
+    Do([value] { SetVolume(value); });
+}
+
+bool Remote::CanSeek() const {
+    const frmMAIN* const main = Main();
+    return main != nullptr && main->sldSkin(kPositionSlider).Enabled();
+}
+
+Long Remote::Position() const {
+    return CanSeek() ? Main()->sldSkin(kPositionSlider).Value() : 0;
+}
+
+void Remote::Position(Long seconds) {
+    if (CanSeek() && !Main()->sldSkin(kPositionSlider).IsSliderMouseControled()) {
+        Do([seconds] { SetPosition(seconds); });
+    }
+}
+
+Long Remote::Tempo() const {
+    const frmMAIN* const main = Main();
+    return main != nullptr ? main->sldSkin(kTempoSlider).Value() - settings::kEffectTempo.initial
+                           : 0;
+}
+
+void Remote::Tempo(Long percent) {
+    Do([percent] {
+        constexpr Long kMost = 50;
+        JSlider& slider = App().Main().sldSkin(kTempoSlider);
+        slider.Value(std::clamp(percent, -kMost, kMost) + settings::kEffectTempo.initial);
+        SetTempo(slider.Value());
+    });
+}
+
+bool Remote::Random() const {
+    return component_.State().Random;
+}
+
+void Remote::Random(bool on) {
+    Do([on] { SetRandom(on); });
+}
+
+bool Remote::RepeatItem() const {
+    return component_.State().RepeatItem;
+}
+
+void Remote::RepeatItem(bool on) {
+    Do([on] { SetRepeatItem(on); });
+}
+
+bool Remote::RepeatList() const {
+    return component_.State().RepeatList;
+}
+
+void Remote::RepeatList(bool on) {
+    Do([on] { SetRepeatList(on); });
 }
 
 }  // namespace sarnel

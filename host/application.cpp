@@ -2,12 +2,16 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <utility>
 
 #include "core/base/impulses.h"
 #include "host/http/http.h"
+#include "host/list_export.h"
 #include "host/paths.h"
+#include "host/remote/perform.h"
+#include "host/remote/status.h"
 #include "platform/base/text.h"
 #include "platform/menus/menu.h"
 
@@ -44,10 +48,14 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       host_(engine_, tags_, *this, *this),
       component_(windows_, {beginning.directory, UserGuide(),
                             lyrics_ ? lyrics_->Address() : beginning.lyrics}),
+      errands_(windows_, front.GetDriver().ShowsPictures()),
       lines_(std::move(beginning.lines)),
+      given_(std::move(beginning.more)),
+      rules_(std::move(beginning.rules)),
       restored_(beginning.restored),
-      plays_(beginning.plays) {
-    tags_.GiveUpWhile(&Signals::IsEndAsked);
+      plays_(beginning.plays),
+      notifies_(beginning.notifies) {
+    tags_.GiveUpWhile([this] { return endRequested_ || Signals::IsEndAsked(); });
     front_.GetDriver().Watch(signals_.Number(), [this] {
         signals_.Take([this](int number) { SignalArrived(number); });
     });
@@ -58,15 +66,21 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
 }
 
 Application::~Application() {
+    LeaveGiven();
     front_.Leave();
     front_.GetDriver().Watch(signals_.Number(), {});
 }
 
 int Application::Run() {
     Listen();
+    Offer();
     Load();
     for (std::size_t i = 1; i < lines_.size(); ++i) {
-        HandOver(lines_[i]);
+        AddLine(std::move(lines_[i]));
+    }
+    errands_.WorkOff();
+    if (given_) {
+        ReadGiven(std::move(given_));
     }
     if (!ended_) {
         BeginPlaying();
@@ -75,6 +89,9 @@ int Application::Run() {
         windows_.WaitMessage();
         if (keeper_) {
             keeper_->Turn();
+        }
+        if (mpris_) {
+            mpris_->Turn();
         }
     }
     constexpr int kNowhereToPlayTo = 1;
@@ -95,11 +112,25 @@ void Application::BeginPlaying() {
     }
 }
 
+void Application::Closed() {
+    closed_ = true;
+    errands_.Stop();
+}
+
 void Application::ItemOpened(const std::string& path) {
     if (lyrics_) {
         lyrics_->ItemOpened(path);
     }
     front_.ItemOpened(path);
+    if (mpris_) {
+        mpris_->ItemOpened(path);
+    }
+}
+
+void Application::Sought(int seconds) {
+    if (mpris_) {
+        mpris_->Sought(seconds);
+    }
 }
 
 void Application::ItemFailed(const std::string& path) {
@@ -115,7 +146,7 @@ bool Application::AwaitOpening(const std::function<bool()>& isDone) {
     if (!windows_.HasKeptInput()) {
         keptInput_ = {};
     }
-    isOpening_ = true;
+    errands_.Hold();
     windows_.WaitKeepingInput([&] { return !isDone() && !endRequested_ && !closed_; },
                               [&](const platform::DriverEvent& event) {
                                   const bool keeps = keptInput_.Keeps(event);
@@ -124,11 +155,9 @@ bool Application::AwaitOpening(const std::function<bool()>& isDone) {
                                   }
                                   return keeps;
                               });
-    isOpening_ = false;
+    errands_.LetGo();
     if (endRequested_) {
         End();
-    } else if (!keptRequests_.empty()) {
-        windows_.Schedule(0, [this] { Handle(std::exchange(keptRequests_, {})); });
     }
     return !ended_;
 }
@@ -150,35 +179,136 @@ void Application::Listen() {
     if (listening) {
         server_.emplace(
             windows_, std::move(listening),
-            [this](const std::vector<Request>& requests) { Handle(requests); },
+            [this](const std::vector<Request>& requests, const Reply& reply) {
+                Handle(requests, reply);
+            },
             HandoverServer::Limits());
     }
 }
 
-void Application::Handle(const std::vector<Request>& requests) {
+// Another one may still be looking for what the list had before.
+void Application::ReadGiven(std::unique_ptr<GivenReader> given) {
+    LeaveGiven();
+    given_ = std::move(given);
+    front_.GetDriver().Watch(given_->Number(), [this] { TakeGiven(); });
+    TakeGiven();
+}
+
+// Not from within the driver's wait: the component may wait in turn.
+void Application::TakeGiven() {
+    GivenPaths given = given_->Take();
+    for (std::string& line : given.lines) {
+        AddLine(std::move(line));
+    }
+    for (const std::string& complaint : given.complaints) {
+        console_.Complain(Printable(complaint));
+    }
+    if (given_->IsDone()) {
+        LeaveGiven();
+    }
+    errands_.WorkOffSoon();
+}
+
+void Application::LeaveGiven() {
+    if (given_) {
+        front_.GetDriver().Watch(given_->Number(), {});
+        given_.reset();
+    }
+}
+
+void Application::AddLine(std::string line) {
+    errands_.Add({[this, line = std::move(line)] { HandOver(line); }, {}, true});
+}
+
+// An end does not wait, nor does the question how things stand.
+void Application::Handle(const std::vector<Request>& requests, const Reply& reply) {
     for (const Request& request : requests) {
-        if (closed_) {
-            return;
-        }
-        if (isOpening_ && request.kind != Request::Kind::kQuit) {
-            keptRequests_.push_back(request);
-            continue;
-        }
-        ImpulseValue minimise(false);
-        ImpulseValue former(platform::Long{0});
-        switch (request.kind) {
-            case Request::Kind::kLine:
-                HandOver(request.text);
-                break;
-            case Request::Kind::kShow:
-                component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlMinimise,
-                                          minimise, former);
-                break;
-            case Request::Kind::kQuit:
-                RequestEnd();
-                break;
+        if (request.kind == Request::Kind::kQuit || request.kind == Request::Kind::kStatus) {
+            Do(request, reply);
+        } else if (request.kind == Request::Kind::kLine) {
+            AddLine(request.text);
+        } else {
+            const bool countsOnce =
+                request.kind == Request::Kind::kVerb && request.text.find(' ') == std::string::npos;
+            errands_.Add({[this, request, reply] { Do(request, reply); },
+                          countsOnce ? request.text : std::string()});
         }
     }
+    errands_.WorkOff();
+}
+
+void Application::Do(const Request& request, const Reply& reply) {
+    if (closed_) {
+        return;
+    }
+    switch (request.kind) {
+        case Request::Kind::kLine:
+            break;  // the list's, even at the end
+        case Request::Kind::kShow:
+            Show();
+            break;
+        case Request::Kind::kQuit:
+            RequestEnd();
+            break;
+        case Request::Kind::kVerb:
+            if (const auto verb = ParseVerb(request.text)) {
+                reply.Say(Perform(*verb, sarnel::Remote(component_)));
+            }
+            break;
+        case Request::Kind::kStatus: {
+            const Status status = StatusOf(sarnel::Remote(component_), engine_);
+            reply.Say(request.text == "json" ? StatusJson(status) : StatusLine(status));
+            break;
+        }
+        case Request::Kind::kExport:
+            ExportInBackground(sarnel::Remote(component_).CopyList(), request.text, reply);
+            break;
+    }
+}
+
+void Application::Show() {
+    ImpulseValue minimise(false);
+    ImpulseValue former(platform::Long{0});
+    component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlMinimise, minimise, former);
+}
+
+void Application::Offer() {
+    platform::SessionBus* const bus = front_.Bus();
+    if (bus == nullptr) {
+        return;
+    }
+    Mpris::Player player{*bus,
+                         windows_,
+                         sarnel::Remote(component_),
+                         engine_,
+                         [this](const std::string& name, std::function<void()> work) {
+                             const bool counts = errands_.Add({std::move(work), name});
+                             errands_.WorkOff();
+                             return counts;
+                         },
+                         [this] { Show(); },
+                         [this] { RequestEnd(); },
+                         [this](const std::string& path) { Open(path); },
+                         {}};
+    if (notifies_) {
+        notifier_.emplace(*bus);
+        player.announce = [this](const std::string& title, const SongFacts& facts) {
+            if (!windows_.IsVisible(window_)) {
+                notifier_->Show(title, facts.names.artist, facts.names.album, facts.picture);
+            }
+        };
+    }
+    const auto cache = CacheFolder();
+    mpris_.emplace(std::move(player), cache ? *cache + "/art" : std::string());
+}
+
+// As a later start does with a path. Most are found at once, and what is asked next finds it done.
+void Application::Open(const std::string& path) {
+    constexpr std::chrono::milliseconds kPatience(50);
+    auto given = std::make_unique<GivenReader>(std::vector{path}, rules_());
+    given->WaitForAll(kPatience);
+    ReadGiven(std::move(given));
+    errands_.WorkOff();
 }
 
 void Application::HandOver(const std::string& line) {
@@ -206,6 +336,7 @@ void Application::RequestEnd() {
     endRequested_ = true;
     windows_.PopupMenus().EndMenu(0);
     windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
+    errands_.Hurry();
 }
 
 // Whatever handler of the component is below, it finds nothing to go on with.
@@ -238,6 +369,10 @@ void Application::LeaveProcess(int status) {
 void Application::End() {
     if (std::exchange(ended_, true)) {
         return;
+    }
+    errands_.Stop();
+    if (mpris_) {
+        mpris_->End();
     }
     if (server_) {
         waitingForEnd_ = server_->StopListening();

@@ -3,6 +3,7 @@
 // when no handler of the component is on the stack.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,11 +12,15 @@
 #include "core/ambrisor.h"
 #include "host/engine/engine.h"
 #include "host/engine/tags.h"
+#include "host/errands.h"
 #include "host/front.h"
+#include "host/given_reader.h"
 #include "host/instance/handover_server.h"
 #include "host/instance/instance.h"
 #include "host/kept_input.h"
 #include "host/lyrics/server.h"
+#include "host/remote/mpris.h"
+#include "host/remote/notifier.h"
 #include "host/rescue/list_keeper.h"
 #include "host/rescue/rescue.h"
 #include "host/signals.h"
@@ -33,12 +38,15 @@ struct Beginning {
     Loudness loudness = Loudness::kOff;
     std::string lyrics;                   ///< another lyrics service's base address
     std::optional<LyricsSettings> words;  ///< for a lyrics service of its own
-    std::vector<std::string> lines;    ///< command lines for the component; none restores the list
-    bool restored = false;             ///< the saved list comes back, whatever else is added
-    bool plays = true;                 ///< false: nothing is played until somebody asks for it
-    std::unique_ptr<Rescue> rescue;    ///< of the list, begun; none: there is no place for a copy
-    std::optional<InstanceLock> lock;  ///< none: later starts cannot find this one
-    MeetingPlace place;                ///< of the lock
+    std::vector<std::string> lines;     ///< command lines for the component; none restores the list
+    std::unique_ptr<GivenReader> more;  ///< brings further lines; none: there will be none
+    std::function<GivenRules()> rules;  ///< of what the desktop gives later
+    bool restored = false;              ///< the saved list comes back, whatever else is added
+    bool notifies = false;              ///< of items that begin while the window is hidden
+    bool plays = true;                  ///< false: nothing is played until somebody asks for it
+    std::unique_ptr<Rescue> rescue;     ///< of the list, begun; none: there is no place for a copy
+    std::optional<InstanceLock> lock;   ///< none: later starts cannot find this one
+    MeetingPlace place;                 ///< of the lock
 };
 
 class Application : private RunListener, private ItemListener {
@@ -56,16 +64,25 @@ class Application : private RunListener, private ItemListener {
 
   private:
     void ExitRequested() override { RequestEnd(); }
-    void Closed() override { closed_ = true; }
+    void Closed() override;
     void ItemOpened(const std::string& path) override;
     void ItemFailed(const std::string& path) override;
     void Stopped(bool ended) override { front_.Stopped(ended); }
+    void Sought(int seconds) override;
 
     bool AwaitOpening(const std::function<bool()>& isDone);
     void Load();
     void BeginPlaying();
     void Listen();
-    void Handle(const std::vector<Request>& requests);
+    void Offer();
+    void ReadGiven(std::unique_ptr<GivenReader> given);
+    void TakeGiven();
+    void LeaveGiven();
+    void AddLine(std::string line);
+    void Handle(const std::vector<Request>& requests, const Reply& reply);
+    void Do(const Request& request, const Reply& reply);
+    void Show();
+    void Open(const std::string& path);
     void HandOver(const std::string& line);
     void SignalArrived(int number);
     void RequestEnd();
@@ -75,7 +92,7 @@ class Application : private RunListener, private ItemListener {
     void End();
 
     // The connections of those who wait for the end come first, so that they close last.
-    std::vector<Descriptor> waitingForEnd_;
+    std::vector<std::shared_ptr<const Descriptor>> waitingForEnd_;
     std::optional<InstanceLock> lock_;
     MeetingPlace place_;
     Signals& signals_;
@@ -89,14 +106,18 @@ class Application : private RunListener, private ItemListener {
     VeldrinHost host_;
     sarnel::Ambrisor component_;
     std::optional<ListKeeper> keeper_;
+    std::optional<Notifier> notifier_;
+    std::optional<Mpris> mpris_;
+    Errands errands_;
     std::optional<HandoverServer> server_;
     std::vector<std::string> lines_;
+    std::unique_ptr<GivenReader> given_;
+    std::function<GivenRules()> rules_;
     bool restored_;
     bool plays_;
+    bool notifies_;
     platform::Handle window_ = 0;
     KeptInput keptInput_;
-    std::vector<Request> keptRequests_;
-    bool isOpening_ = false;
     bool endRequested_ = false;
     bool closed_ = false;
     bool ended_ = false;

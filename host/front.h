@@ -11,6 +11,7 @@
 #include "host/engine/tags.h"
 #include "host/terminal/console.h"
 #include "host/veldrin_host.h"
+#include "platform/desktop/session_bus.h"
 #include "platform/driver.h"
 #include "platform/windows/window_system.h"
 
@@ -37,6 +38,9 @@ class Front : public ItemListener {
     explicit Front(Console& console) : console_(console) {}
 
     virtual platform::Driver& GetDriver() = 0;
+
+    /// The desktop's session bus; null where there is no desktop.
+    virtual platform::SessionBus* Bus() { return nullptr; }
 
     /// Called before the component begins.
     virtual void Enter(const Surroundings& surroundings) = 0;

@@ -1,9 +1,7 @@
 // `veldrin`: from the arguments to one of three ends - a word to the user, a hand-over to the
 // instance that runs already, or a run of the player.
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -17,11 +15,16 @@
 #include <vector>
 
 #include "host/application.h"
+#include "host/engine/file_types.h"
 #include "host/engine/stragglers.h"
+#include "host/given_paths.h"
+#include "host/given_reader.h"
 #include "host/instance/instance.h"
+#include "host/list_export.h"
 #include "host/options.h"
 #include "host/output_place.h"
 #include "host/paths.h"
+#include "host/remote/sender.h"
 #include "host/rescue/rescue.h"
 #include "host/terminal/console.h"
 #include "host/terminal/terminal_front.h"
@@ -40,10 +43,8 @@ constexpr int kMisuse = 2;
 /// disk takes a while.
 constexpr milliseconds kEndTime(30000);
 
-/// The absolute path of what the user names from where he stands.
-std::string Here(const std::string& path) {
-    return AbsolutePath(path, CurrentFolder().value_or("/"));
-}
+/// How long the window may wait for what else is found: most of what people give is found by then.
+constexpr milliseconds kPatienceForMore(50);
 
 int TellMisuse(Console& console, const std::string& message) {
     console.Complain(Printable(message) + " (see 'veldrin --help')");
@@ -51,11 +52,12 @@ int TellMisuse(Console& console, const std::string& message) {
 }
 
 /// Where the output file shall be, checked before anything is started: what is wrong, or nothing.
-std::optional<std::string> OutputFault(const Options& options, const std::string& directory) {
+std::optional<std::string> OutputFault(const Options& options, const std::string& directory,
+                                       const std::vector<std::string>& opened) {
     if (options.output.kind != Output::Kind::kFile) {
         return std::nullopt;
     }
-    Inputs inputs;
+    Inputs inputs{opened, {}};
     for (const std::string& path : options.paths) {
         inputs.paths.push_back(Here(path));
     }
@@ -67,21 +69,42 @@ std::optional<std::string> OutputFault(const Options& options, const std::string
                  : std::nullopt;
 }
 
-/// The command lines that hand the paths over. A path that leads nowhere is told and left out, so
-/// that a slip of the pen does not replace the list by nothing.
-std::vector<std::string> LinesFor(const Options& options, Console& console) {
-    std::vector<std::string> lines;
-    for (const std::string& path : options.paths) {
-        const std::string absolute = Here(path);
-        struct stat status {};
-        if (path.empty() || stat(absolute.c_str(), &status) != 0) {
-            const char* reason = std::strerror(path.empty() ? ENOENT : errno);
-            console.Complain("'" + Printable(path) + "': " + reason);
-            continue;
-        }
-        lines.push_back(CommandLine(absolute, options.add || !lines.empty()));
+std::string TypesFileIn(const std::string& cacheFolder) {
+    return cacheFolder + "/file-types";
+}
+
+/// Folders and lists are looked through for what this machine can play, as far as that is known
+/// yet.
+GivenRules RulesFor(bool add, platform::Below below) {
+    const auto cache = CacheFolder();
+    const auto types = cache ? SupportedTypes::Remembered(TypesFileIn(*cache)) : std::nullopt;
+    return {add, below, types.value_or(SupportedTypes::Known()), platform::DesktopDriver::ReadXspf};
+}
+
+/// What the paths stand for.
+std::unique_ptr<GivenReader> ReadGiven(const Options& options) {
+    if (options.paths.empty()) {
+        return nullptr;
     }
-    return lines;
+    const auto below = options.flat ? platform::Below::kLeftOut : platform::Below::kIncluded;
+    auto reader = std::make_unique<GivenReader>(options.paths, RulesFor(options.add, below));
+    // A window can show itself before all is found; a recording must not go into what is played,
+    // and in the terminal the run ends with the last line.
+    if (options.noWindow || options.output.kind == Output::Kind::kFile) {
+        reader->WaitForAll();
+    } else {
+        reader->WaitForFirst(kPatienceForMore);
+    }
+    return reader;
+}
+
+/// What has come since the last time, the complaints told.
+GivenPaths Taken(GivenReader* reader, Console& console) {
+    GivenPaths given = reader != nullptr ? reader->Take() : GivenPaths();
+    for (const std::string& complaint : given.complaints) {
+        console.Complain(Printable(complaint));
+    }
+    return given;
 }
 
 /// To standard output, whole or with a complaint. Whoever asks for a text waits for it.
@@ -95,20 +118,30 @@ int Tell(std::string_view text, Console& console) {
 }
 
 int QuitRunning(const std::optional<MeetingPlace>& place, Console& console) {
-    if (!place) {
-        console.Complain("no safe place to look for a running veldrin");
+    const Descriptor connection = AskRunning(place, {{Request::Kind::kQuit, {}}}, console);
+    if (!connection) {
         return kFailed;
     }
-    HandoverResult result = TakeLockOrHandOver(*place, {{Request::Kind::kQuit, {}}}, Patience());
-    if (result.outcome == Handover::kNobodyRuns) {
-        console.Complain("no veldrin is running");
-        return kFailed;
-    }
-    if (result.outcome == Handover::kNoAnswer || !WaitForEnd(result.connection, kEndTime)) {
+    if (!WaitForEnd(connection, kEndTime)) {
         console.Complain("the running veldrin does not answer");
         return kFailed;
     }
     return kInOrder;
+}
+
+int TellStatus(const std::optional<MeetingPlace>& place, const std::string& form,
+               Console& console) {
+    const auto status = AskStatus(place, form, console);
+    return status ? Tell(*status, console) : kFailed;
+}
+
+int Export(const Options& options, const std::string& directory, Console& console) {
+    const auto fault = ExportList(MeetingPlace::For(directory), directory + "/" + kListName,
+                                  Here(options.exportFile));
+    if (fault) {
+        console.Complain(Printable(*fault));
+    }
+    return fault ? kFailed : kInOrder;
 }
 
 std::vector<Request> RequestsFor(const std::vector<std::string>& lines) {
@@ -126,7 +159,7 @@ std::vector<Request> RequestsFor(const std::vector<std::string>& lines) {
 /// Empty if there is no place for it.
 std::string TypesFile() {
     const auto folder = CacheFolder();
-    return folder && MakeFolder(*folder) ? *folder + "/file-types" : std::string();
+    return folder && MakeFolder(*folder) ? TypesFileIn(*folder) : std::string();
 }
 
 /// What the player's own lyrics service needs; nothing if there is to be another, or no window that
@@ -141,6 +174,38 @@ std::optional<LyricsSettings> OwnLyrics(const Options& options) {
                           cache ? *cache + "/lyrics" : ""};
 }
 
+/// Takes the lock, or hands the lines to who has it.
+HandoverResult Meet(const MeetingPlace& place, const std::vector<std::string>& lines) {
+    HandoverResult result;
+    bool isFirst = true;
+    for (const auto& requests : InMessages(RequestsFor(lines))) {
+        result = TakeLockOrHandOver(place, requests, Patience());
+        if (!isFirst && result.outcome == Handover::kNobodyRuns) {
+            result.outcome = Handover::kNoAnswer;  // it has ended in the middle of it
+        }
+        isFirst = false;
+        if (result.outcome != Handover::kDone) {
+            break;
+        }
+    }
+    return result;
+}
+
+/// Hands over what else is found.
+HandoverResult MeetAgain(const MeetingPlace& place, GivenReader& reader, Console& console) {
+    HandoverResult result;
+    result.outcome = Handover::kDone;
+    reader.WaitForAll();
+    const GivenPaths rest = Taken(&reader, console);
+    if (!rest.lines.empty()) {
+        result = Meet(place, rest.lines);
+    }
+    if (result.outcome == Handover::kNobodyRuns) {
+        result.outcome = Handover::kNoAnswer;
+    }
+    return result;
+}
+
 /// Takes the lock for `beginning`, or hands the lines to who has it: then the
 /// answer is the exit status.
 std::optional<int> MeetOthers(Beginning& beginning, const std::optional<MeetingPlace>& place,
@@ -149,7 +214,10 @@ std::optional<int> MeetOthers(Beginning& beginning, const std::optional<MeetingP
         console.Complain("no safe place for a socket: a second start will not find this one");
         return std::nullopt;
     }
-    HandoverResult result = TakeLockOrHandOver(*place, RequestsFor(beginning.lines), Patience());
+    HandoverResult result = Meet(*place, beginning.lines);
+    if (result.outcome == Handover::kDone && beginning.more) {
+        result = MeetAgain(*place, *beginning.more, console);
+    }
     switch (result.outcome) {
         case Handover::kDone:
             if (beginning.lines.empty()) {
@@ -212,19 +280,17 @@ std::optional<std::string> LookAfterList(Beginning& beginning, const Options& op
         beginning.restored = true;
         beginning.plays = false;
     }
-    return findings.putBack ? OutputFault(options, beginning.directory) : std::nullopt;
+    return findings.putBack ? OutputFault(options, beginning.directory, {}) : std::nullopt;
 }
 
-int Play(const Options& options, const std::string& directory, Console& console) {
-    Beginning beginning;
+int Play(const Options& options, Beginning beginning, const std::string& directory,
+         Console& console) {
     beginning.output = options.output;
     beginning.loudness = options.loudness;
     beginning.lyrics = options.lyrics.value_or("");
     beginning.words = OwnLyrics(options);
-    beginning.lines = LinesFor(options, console);
-    if (beginning.lines.empty() && !options.paths.empty()) {
-        return kFailed;
-    }
+    beginning.notifies = options.notifies;
+    beginning.rules = [] { return RulesFor(false, platform::Below::kIncluded); };
     beginning.restored = options.add || options.paths.empty();
     const auto place = MeetingPlace::For(directory);
     beginning.directory = directory;
@@ -265,17 +331,34 @@ int Main(const std::vector<std::string>& arguments) {
         console.Complain("no home folder; name one with --dir");
         return kFailed;
     }
-    if (options.action == Options::Action::kQuit) {
-        return QuitRunning(MeetingPlace::For(*directory), console);
+    switch (options.action) {
+        case Options::Action::kQuit:
+            return QuitRunning(MeetingPlace::For(*directory), console);
+        case Options::Action::kVerbs:
+            return HaveDone(MeetingPlace::For(*directory), options.verbs, console) ? kInOrder
+                                                                                   : kFailed;
+        case Options::Action::kStatus:
+            return TellStatus(MeetingPlace::For(*directory), options.statusForm, console);
+        case Options::Action::kExport:
+            return Export(options, *directory, console);
+        default:
+            break;
     }
-    if (const auto fault = OutputFault(options, *directory)) {
+    Beginning beginning;
+    beginning.more = ReadGiven(options);
+    GivenPaths given = Taken(beginning.more.get(), console);
+    if (const auto fault = OutputFault(options, *directory, given.places)) {
         return TellMisuse(console, *fault);
     }
+    if (given.lines.empty() && !options.paths.empty()) {
+        return kFailed;
+    }
+    beginning.lines = std::move(given.lines);
     if (!MakeFolder(*directory)) {
         console.Complain("cannot make the folder '" + Printable(*directory) + "'");
         return options.directory ? kMisuse : kFailed;
     }
-    return Play(options, *directory, console);
+    return Play(options, std::move(beginning), *directory, console);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "host/remote/verb.h"
 #include "platform/base/text.h"
 
 namespace veldrin {
@@ -16,6 +17,9 @@ using Action = Options::Action;
 
 enum class Name {
     kAdd,
+    kFlat,
+    kNotify,
+    kExport,
     kNoWindow,
     kDirectory,
     kScale,
@@ -23,6 +27,8 @@ enum class Name {
     kLoudness,
     kLyrics,
     kLyricsOnline,
+    kVerb,
+    kStatus,
     kAction
 };
 enum class Value { kNone, kNeeded, kAfterEquals };
@@ -39,6 +45,9 @@ constexpr std::string_view kLrclib = "https://lrclib.net";
 
 constexpr std::array kKnown = {
     Known{"--add", Name::kAdd},
+    Known{"--notify", Name::kNotify},
+    Known{"--flat", Name::kFlat},
+    Known{"--export", Name::kExport, Value::kNeeded},
     Known{"--no-window", Name::kNoWindow},
     Known{"--scale", Name::kScale, Value::kNeeded},
     Known{"--dir", Name::kDirectory, Value::kNeeded},
@@ -46,6 +55,16 @@ constexpr std::array kKnown = {
     Known{"--loudness", Name::kLoudness, Value::kNeeded},
     Known{"--lyrics", Name::kLyrics, Value::kNeeded},
     Known{"--lyrics-online", Name::kLyricsOnline, Value::kAfterEquals, Action::kPlay, kLrclib},
+    Known{"--play", Name::kVerb},
+    Known{"--pause", Name::kVerb},
+    Known{"--play-pause", Name::kVerb},
+    Known{"--stop", Name::kVerb},
+    Known{"--next", Name::kVerb},
+    Known{"--previous", Name::kVerb},
+    Known{"--volume", Name::kVerb, Value::kNeeded},
+    Known{"--seek", Name::kVerb, Value::kNeeded},
+    Known{"--command", Name::kVerb, Value::kNeeded},
+    Known{"--status", Name::kStatus, Value::kAfterEquals},
     Known{"--quit", Name::kAction, Value::kNone, Action::kQuit},
     Known{"--help", Name::kAction, Value::kNone, Action::kHelp},
     Known{"--version", Name::kAction, Value::kNone, Action::kVersion},
@@ -85,12 +104,65 @@ std::string ApplyBase(std::optional<std::string>& base, const Known& known,
                       "'";
 }
 
+std::string ApplyVerb(Options& options, const Known& known, const std::string& value) {
+    const std::string spelling(known.spelling);
+    options.verbs.push_back(spelling.substr(2) + (value.empty() ? "" : " " + value));
+    if (ParseVerb(options.verbs.back())) {
+        return {};
+    }
+    return spelling == "--volume" ? "--volume must be 0 to 100, or as much more or less, such as +5"
+           : spelling == "--seek"
+               ? "--seek must be whole seconds, or so many on or back, such as -10"
+               : spelling + " needs the key of a command";
+}
+
+/// What is wrong with the requests to the running veldrin as a whole; empty if nothing is.
+std::string SettleRequests(Options& options) {
+    if (options.action == Action::kHelp || options.action == Action::kVersion) {
+        return {};
+    }
+    if (!options.verbs.empty()) {
+        if (options.action != Action::kPlay) {
+            return "--" + options.verbs.front().substr(0, options.verbs.front().find(' ')) +
+                   " does not go together with --quit, --status or --export";
+        }
+        options.action = Action::kVerbs;
+    }
+    if (options.action == Action::kStatus && options.paths == std::vector<std::string>{"json"}) {
+        options.statusForm = options.paths.front();
+        options.paths.clear();
+    }
+    if (options.action == Action::kPlay || options.paths.empty()) {
+        return {};
+    }
+    return options.action == Action::kQuit     ? "--quit takes no PATH"
+           : options.action == Action::kExport ? "--export takes no PATH"
+           : options.action == Action::kStatus
+               ? "--status takes nothing but 'json'"
+               : "what is asked of the running veldrin takes no PATH";
+}
+
+/// Another ending may be a slip of the pen, and a song is overwritten.
+bool IsListName(const std::string& path) {
+    return platform::Upper(platform::Widen(path)).ends_with(u".M3U8");
+}
+
 /// Sets what one option says. Answers what is wrong, empty if nothing is.
 std::string Apply(Options& options, const Known& known, const std::string& value) {
     switch (known.name) {
         case Name::kAdd:
             options.add = true;
             return {};
+        case Name::kNotify:
+            options.notifies = true;
+            return {};
+        case Name::kFlat:
+            options.flat = true;
+            return {};
+        case Name::kExport:
+            options.action = Action::kExport;
+            options.exportFile = value;
+            return IsListName(value) ? "" : "--export needs a name that ends in .m3u8";
         case Name::kNoWindow:
             options.noWindow = true;
             return {};
@@ -116,6 +188,12 @@ std::string Apply(Options& options, const Known& known, const std::string& value
             return ApplyBase(options.lyrics, known, value);
         case Name::kLyricsOnline:
             return ApplyBase(options.lyricsOnline, known, value);
+        case Name::kVerb:
+            return ApplyVerb(options, known, value);
+        case Name::kStatus:
+            options.action = Action::kStatus;
+            options.statusForm = value;
+            return value.empty() || value == "json" ? "" : "--status takes nothing but 'json'";
         case Name::kAction:
             options.action = known.action;
             return {};
@@ -182,20 +260,23 @@ std::variant<Options, Misuse> ParseOptions(
             return Misuse{std::move(wrong)};
         }
     }
-    if (options.action == Action::kQuit && !options.paths.empty()) {
-        return Misuse{"--quit takes no PATH"};
+    if (std::string wrong = SettleRequests(options); !wrong.empty()) {
+        return Misuse{std::move(wrong)};
     }
     return options;
 }
 
 const char* HelpText() {
     return R"(Usage: veldrin [OPTION]... [PATH]...
-Plays music. PATH is a file or a folder; without one the list of the last run comes back.
-With several, the first replaces the list and the others are added to it.
+Plays music. PATH is a file, a folder with those below it, or a playlist (m3u, m3u8, pls,
+xspf, cue); without one the list of the last run comes back. With several, the first replaces
+the list and the others are added to it.
 
   --add                join the list instead of replacing it
   /ADD                 the same, as the first argument
+  --flat               take folders without those below them
   --no-window          play in the terminal: a line for each item, end after the last
+  --notify             tell of each item that begins while the window is hidden in the tray
   --scale FACTOR       size of the window, 1 to 4 (the default is what the screen asks for)
   --dir DIR            keep settings and playlist in DIR
   --output auto        sound device, or silence if there is none (this is the default)
@@ -206,7 +287,15 @@ With several, the first replaces the list and the others are added to it.
   --lyrics URL         ask this lyrics service, not the player's own
   --lyrics-online      look for missing lyrics at lrclib.net, which tells it what you play
   --lyrics-online=URL  the same at another address
+  --play, --pause, --play-pause, --stop, --next, --previous
+                       have the veldrin that is running do that
+  --volume N           set its volume, 0 to 100; +N and -N: by so much
+  --seek SECONDS       go there in what it plays; +SECONDS and -SECONDS: by so much
+  --command KEY        have it do a command of its menu, such as kPRdm
+  --status             print how it stands, with tabs in between
+  --status json        the same as JSON
   --quit               end the veldrin that is running, its playlist saved
+  --export FILE.m3u8   write the list for other players and end
   --help               print this and end
   --version            print the version and end
   --                   what follows is a PATH, even if it begins with "-"

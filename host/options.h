@@ -13,9 +13,11 @@
 namespace veldrin {
 
 struct Options {
-    enum class Action { kPlay, kQuit, kHelp, kVersion };
+    enum class Action { kPlay, kQuit, kVerbs, kStatus, kExport, kHelp, kVersion };
     Action action = Action::kPlay;
     bool add = false;                      ///< enqueue, do not play
+    bool flat = false;                     ///< folders without those below
+    bool notifies = false;                 ///< tell of items that begin while the window is hidden
     bool noWindow = false;                 ///< play in the terminal, end after the last item
     std::optional<double> scale;           ///< of the window, 1 to 4; none takes the screen's
     std::optional<std::string> directory;  ///< of the settings and the playlist, as given
@@ -25,7 +27,10 @@ struct Options {
     std::optional<std::string> lyrics;
     /// Base address of LRCLIB, likewise; none: the player's own service asks nobody.
     std::optional<std::string> lyricsOnline;
+    std::string exportFile;          ///< of kExport, as given
     std::vector<std::string> paths;  ///< as given
+    std::vector<std::string> verbs;  ///< of kVerbs, each one that ParseVerb takes
+    std::string statusForm;          ///< of kStatus: "json", or empty for a line
 };
 
 /// What is wrong with a command line, for people.

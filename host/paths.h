@@ -5,12 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include "platform/files/absolute_path.h"
+
 namespace veldrin {
 
-/// The path as seen from the folder `base` (absolute): absolute, "." taken out, no symbolic link
-/// resolved, no separator at the end but that of "/". ".." is taken out with the name in front of
-/// it, unless that is a link: what is above the place where it leads to, the system knows.
-std::string AbsolutePath(std::string_view path, std::string_view base);
+using platform::AbsolutePath;
 
 /// The folder in which the last name of an absolute path stands.
 std::string FolderOf(const std::string& path);

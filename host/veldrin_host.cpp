@@ -148,6 +148,7 @@ bool VeldrinHost::SetValue(Long number, Long value) {
             return true;
         case sarnel::ImpulseSeek:
             engine_.Seek(value);
+            items_.Sought(value);
             return true;
         case sarnel::ImpulseSetTempo:
             engine_.SetTempo(value);

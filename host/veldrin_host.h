@@ -23,6 +23,8 @@ class ItemListener {
     virtual void ItemFailed(const std::string& path) = 0;
     /// The component stopped the sound; `ended` if the stream had come to its end by itself.
     virtual void Stopped(bool ended) = 0;
+    /// The position has jumped to this second of the item.
+    virtual void Sought(int /*seconds*/) {}
 };
 
 /// Hears what concerns the run of the program.

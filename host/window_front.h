@@ -26,12 +26,15 @@ class WindowFront : public Front {
         std::vector<platform::Long> keys(kTransportKeys.begin(), kTransportKeys.end());
         keys.push_back(platform::VK_RETURN);
         driver_.CountOnceWhileWaiting(std::move(keys));
+        driver_.TellOfDrops(
+            [&console](const std::string& text) { console.Complain(Printable(text)); });
         driver_.SetFetcher([pages = MakeFetcher()](const std::string& address, bool fresh) {
             return pages->Fetch(address, fresh);
         });
     }
 
     platform::Driver& GetDriver() override { return driver_; }
+    platform::SessionBus* Bus() override { return &driver_.Bus(); }
     void Enter(const Surroundings& surroundings) override {
         driver_.WatchSessionEnd(surroundings.endNow);
         driver_.WatchDisplay(surroundings.displayLost);

@@ -14,7 +14,7 @@ display_packages=(xvfb openbox xdotool x11-utils imagemagick)
 test_packages=(libgtest-dev libbenchmark-dev python3 clang-format
   "${display_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip
   chromium chromium-driver python3-selenium
-  dbus python3-gi xdg-utils desktop-file-utils libglib2.0-bin shared-mime-info
+  dbus playerctl python3-gi xdg-utils desktop-file-utils libglib2.0-bin shared-mime-info
   pulseaudio pulseaudio-utils)
 
 # install_missing PACKAGE... : prints nothing unless something is missing.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "controls/list/listfile.h"
 
@@ -35,8 +36,8 @@ void ListCopy::Add(const RowText& text) {
     });
 }
 
-void ListCopy::WriteTo(platform::FileWriter& file) const {
-    WriteListHead(file, count_, current_);
+template <class Take>
+void ListCopy::EachText(Take take) const {
     std::u16string wideUnits;
     for (const std::string& block : blocks_) {
         for (std::size_t at = 0; at < block.size();) {
@@ -46,14 +47,36 @@ void ListCopy::WriteTo(platform::FileWriter& file) const {
             const std::string_view bytes = std::string_view(block).substr(at, length / 2);
             at += bytes.size();
             if (length % 2 == 0) {
-                WriteListLine(file, bytes);
+                take(bytes);
             } else {
                 wideUnits.resize(bytes.size() / sizeof(char16_t));
                 std::memcpy(wideUnits.data(), bytes.data(), bytes.size());
-                WriteListLine(file, wideUnits);
+                take(std::u16string_view(wideUnits));
             }
         }
     }
+}
+
+void ListCopy::EachRow(const Row& take) const {
+    std::u16string text;
+    std::u16string next;
+    bool isPayload = false;
+    EachText([&](const auto& units) {
+        next.clear();
+        std::transform(units.begin(), units.end(), std::back_inserter(next),
+                       [](auto unit) { return UnitOf(unit); });
+        if (isPayload) {
+            take(text, next);
+        } else {
+            text.swap(next);
+        }
+        isPayload = !isPayload;
+    });
+}
+
+void ListCopy::WriteTo(platform::FileWriter& file) const {
+    WriteListHead(file, count_, current_);
+    EachText([&file](const auto& units) { WriteListLine(file, units); });
 }
 
 }  // namespace sarnel

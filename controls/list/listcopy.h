@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,11 +27,18 @@ class ListCopy {
     Long ListCount() const { return count_; }
     Long ListCurrent() const { return current_; }
 
+    /// The rows' texts and payloads, in order.
+    using Row = std::function<void(std::u16string_view text, std::u16string_view data)>;
+    void EachRow(const Row& take) const;
+
     /// Writes what JList::Serialize would.
     void WriteTo(platform::FileWriter& file) const;
 
   private:
     void Add(const RowText& text);
+    // Calls `take` with each text and each payload, in units of one byte or of two.
+    template <class Take>
+    void EachText(Take take) const;
 
     // Texts lie in blocks one behind the other, each behind its length in bytes, doubled, plus one
     // if its units are two bytes wide. Blocks do not grow, so that nothing is copied twice.

@@ -94,6 +94,14 @@ SupportedTypes SupportedTypes::Installed() {
     return types;
 }
 
+SupportedTypes SupportedTypes::Known() {
+    SupportedTypes types;
+    for (const FileType& type : kFileTypes) {
+        types.extensions_.emplace(type.extension);
+    }
+    return types;
+}
+
 std::string SupportedTypes::Patterns() const {
     std::string patterns;
     for (const std::string& extension : extensions_) {

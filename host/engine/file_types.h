@@ -15,6 +15,8 @@ class SupportedTypes {
   public:
     /// Those of the installed decoders; GStreamer must have been started.
     static SupportedTypes Installed();
+    /// Those of all decoders that there might be. Starts nothing.
+    static SupportedTypes Known();
     /// Those that a former run left in `file`; nothing if there is none, or if plug-ins or the
     /// program have changed since.
     static std::optional<SupportedTypes> Remembered(const std::string& file);

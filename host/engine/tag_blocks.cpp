@@ -53,16 +53,20 @@ class Frames {
     }
     void Next() { place_ += Bytes(); }
     std::string_view Whole() const { return bytes_.substr(place_, Bytes()); }
-    bool IsWanted() const {
-        const std::string_view name = bytes_.substr(place_, 3);
-        // Compressed, a few bytes can be any number of them.
-        const unsigned compressed = version_ == 4 ? 0x08 : version_ == 3 ? 0x80 : 0;
-        return (ByteAt(bytes_, place_ + 9) & compressed) == 0 &&
-               (name[0] == 'T' || name == "RVA" || name == "USL" || name == "ULT" ||
-                name == "SYL" || name == "SLT");
+    bool IsText() const {
+        const std::string_view name = Name();
+        return !IsCompressed() && (name[0] == 'T' || name == "RVA" || name == "USL" ||
+                                   name == "ULT" || name == "SYL" || name == "SLT");
     }
+    bool IsPicture() const { return !IsCompressed() && (Name() == "API" || Name() == "PIC"); }
 
   private:
+    std::string_view Name() const { return bytes_.substr(place_, 3); }
+    // Compressed, a few bytes can be any number of them.
+    bool IsCompressed() const {
+        const unsigned compressed = version_ == 4 ? 0x08 : version_ == 3 ? 0x80 : 0;
+        return (ByteAt(bytes_, place_ + 9) & compressed) != 0;
+    }
     std::size_t HeaderBytes() const { return version_ <= 2 ? 6 : 10; }
     /// With its header.
     std::size_t Bytes() const {
@@ -98,7 +102,8 @@ bool IsId3Header(std::string_view header, std::size_t frameBytes) {
            NumberAt(header, 6, 4, 7) == frameBytes;
 }
 
-TagLib::ByteVector TextFramesOf(std::string_view header, std::string_view frames) {
+TagLib::ByteVector TextFramesOf(std::string_view header, std::string_view frames,
+                                std::size_t pictureBytes) {
     const unsigned version = ByteAt(header, 3);
     const unsigned flags = ByteAt(header, 5);
     const bool unsynchronised = version <= 3 && (flags & kUnsynchronised) != 0;
@@ -110,8 +115,12 @@ TagLib::ByteVector TextFramesOf(std::string_view header, std::string_view frames
         rest.remove_prefix(std::min(rest.size(), NumberAt(rest, 0, 4, 7)));
     }
     std::size_t count = 0;
+    std::size_t textRoom = kMostTextBytes - kept.size();
     for (Frames all(rest, version); all.IsThereOne() && count < kMostFrames; all.Next()) {
-        if (all.IsWanted() && kept.size() + all.Whole().size() <= kMostTextBytes) {
+        std::size_t none = 0;
+        std::size_t& room = all.IsText() ? textRoom : all.IsPicture() ? pictureBytes : none;
+        if (all.Whole().size() <= room) {
+            room -= all.Whole().size();
             kept += all.Whole();
             ++count;
         }

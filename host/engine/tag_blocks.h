@@ -17,8 +17,10 @@ inline constexpr std::size_t kId3Header = 10;
 bool IsId3Header(std::string_view header, std::size_t frameBytes);
 
 /// Of the frames behind that header those with texts, words and loudness, of which there are never
-/// many, laid out so that they can stand in the place of all.
-TagLib::ByteVector TextFramesOf(std::string_view header, std::string_view frames);
+/// many, laid out so that they can stand in the place of all; and pictures of up to so many bytes,
+/// together.
+TagLib::ByteVector TextFramesOf(std::string_view header, std::string_view frames,
+                                std::size_t pictureBytes = 0);
 
 /// Whether the block behind these 10 bytes is a picture, in FLAC or in MP4.
 bool IsPictureHeader(std::string_view header, std::size_t blockBytes);

@@ -241,16 +241,16 @@ std::string ReadWords(const std::string& path) {
     });
 }
 
-std::string ReadAlbum(const std::string& path) {
+NamesInTags ReadNames(const std::string& path) {
     return ReadWithinTime(path, [](TagStream& stream) {
-        std::string album;
+        NamesInTags names;
         Guarded([&] {
             const TagLib::FileRef file(&stream, false);
             if (const TagLib::Tag* tag = TagOf(file)) {
-                album = Line(tag->album());
+                names = {Line(tag->title()), Line(tag->artist()), Line(tag->album())};
             }
         });
-        return album;
+        return names;
     });
 }
 

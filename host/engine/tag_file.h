@@ -44,8 +44,14 @@ std::string ReadInfo(const std::string& path);
 /// are none.
 std::string ReadWords(const std::string& path);
 
-/// Empty if it is unknown.
-std::string ReadAlbum(const std::string& path);
+/// UTF-8 on one line; empty what is unknown.
+struct NamesInTags {
+    std::string title;
+    std::string artist;
+    std::string album;
+    bool operator==(const NamesInTags&) const = default;
+};
+NamesInTags ReadNames(const std::string& path);
 
 /// The extensions of the files whose tags can be read.
 Extensions TaggedExtensions();

@@ -41,7 +41,7 @@ void Guarded(Read read) {
 /// time is over before.
 template <typename Result, typename Read>
 Result FoundElsewhere(const std::string& path, std::chrono::steady_clock::time_point deadline,
-                      Read read, Result otherwise) {
+                      Read read, Result otherwise, long pictureBytes) {
     if (Straggler::Count() >= kMostStragglers) {
         return otherwise;
     }
@@ -52,7 +52,7 @@ Result FoundElsewhere(const std::string& path, std::chrono::steady_clock::time_p
     const auto shared = std::make_shared<Shared>();
     Worker worker;
     worker.Begin([=] {
-        TagStream file(path, {deadline, kMostLargeBlocks, &shared->stop});
+        TagStream file(path, {deadline, kMostLargeBlocks, &shared->stop, pictureBytes});
         shared->found = file.isOpen() ? read(file) : Result();
     });
     if (worker.WaitFor(deadline - std::chrono::steady_clock::now())) {
@@ -64,14 +64,16 @@ Result FoundElsewhere(const std::string& path, std::chrono::steady_clock::time_p
 
 /// What `read` finds in the file, which it gets as an open TagStream&, or as much of it as was
 /// found when the time was over; nothing if there is no such file. `read` throws nothing and refers
-/// to nothing that the caller owns. `stop` as in TagLimits.
+/// to nothing that the caller owns. `stop` and `pictureBytes` as in TagLimits.
 template <typename Read>
-auto ReadWithinTime(const std::string& path, Read read, const std::atomic<bool>* stop = nullptr) {
+auto ReadWithinTime(const std::string& path, Read read, const std::atomic<bool>* stop = nullptr,
+                    long pictureBytes = 0) {
     using Result = std::invoke_result_t<Read, TagStream&>;
     const auto deadline = std::chrono::steady_clock::now() + kLongestReading;
-    TagStream file(path, {deadline, kLargeBlocksAtOnce, stop});
+    TagStream file(path, {deadline, kLargeBlocksAtOnce, stop, pictureBytes});
     Result found = file.isOpen() ? read(file) : Result();
-    return file.WasTooLarge() ? FoundElsewhere(path, deadline, read, std::move(found)) : found;
+    return file.WasTooLarge() ? FoundElsewhere(path, deadline, read, std::move(found), pictureBytes)
+                              : found;
 }
 
 }  // namespace veldrin

@@ -80,13 +80,17 @@ TagLib::ByteVector TagStream::LargeBlock(long size) {
     const std::string_view header = Look(before.data(), start, position_ - start);
     const long end = position_ + size;
     if (IsPictureHeader(header, static_cast<std::size_t>(size))) {
+        if (size <= limits_.pictureBytes) {
+            return BlockAsItIs(size);
+        }
         budget_ -= kCostOfReading;
         position_ = end;
         return {static_cast<unsigned>(size), '\0'};
     }
     if (IsId3Header(header, static_cast<std::size_t>(size))) {
         const TagLib::ByteVector frames = BlockAsItIs(size);
-        return TextFramesOf(header, {frames.data(), frames.size()});
+        return TextFramesOf(header, {frames.data(), frames.size()},
+                            static_cast<std::size_t>(limits_.pictureBytes));
     }
     if (IsFooterOfManyItems(Look(behind.data(), end, static_cast<long>(behind.size())))) {
         return {};

@@ -22,6 +22,9 @@ struct TagLimits {
     long largeBlocks;
     /// Set by another thread to end the reading; may be null.
     const std::atomic<bool>* stop;
+    /// Bytes that a picture may have to be given out; without it there are none of any size to
+    /// speak of.
+    long pictureBytes = 0;
 
     bool AreReached() const {
         return (stop != nullptr && *stop) || std::chrono::steady_clock::now() > deadline;

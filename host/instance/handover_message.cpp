@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <optional>
+#include <utility>
 
 namespace veldrin {
 namespace {
@@ -19,12 +20,19 @@ char LetterOf(Request::Kind kind) {
             return 'S';
         case Request::Kind::kQuit:
             return 'Q';
+        case Request::Kind::kVerb:
+            return 'P';
+        case Request::Kind::kStatus:
+            return 'T';
+        case Request::Kind::kExport:
+            return 'E';
     }
     return '?';
 }
 
 std::optional<Request::Kind> KindOf(char letter) {
-    for (const auto kind : {Request::Kind::kLine, Request::Kind::kShow, Request::Kind::kQuit}) {
+    for (const auto kind : {Request::Kind::kLine, Request::Kind::kShow, Request::Kind::kQuit,
+                            Request::Kind::kVerb, Request::Kind::kStatus, Request::Kind::kExport}) {
         if (LetterOf(kind) == letter) {
             return kind;
         }
@@ -32,13 +40,37 @@ std::optional<Request::Kind> KindOf(char letter) {
     return std::nullopt;
 }
 
-/// Only a line has a text, and a text holds no zero byte.
+/// Some kinds have a text, and a text holds no zero byte.
 bool IsSound(const Request& request) {
-    return request.kind == Request::Kind::kLine ? request.text.find('\0') == std::string::npos
-                                                : request.text.empty();
+    switch (request.kind) {
+        case Request::Kind::kShow:
+        case Request::Kind::kQuit:
+            return request.text.empty();
+        case Request::Kind::kExport:
+            return request.text.starts_with('/') && request.text.find('\0') == std::string::npos;
+        default:
+            return request.text.find('\0') == std::string::npos;
+    }
 }
 
 }  // namespace
+
+std::vector<std::vector<Request>> InMessages(std::vector<Request> requests) {
+    // Letter, length and the two marks around the text.
+    constexpr std::size_t kAround = 1 + kLongestNumber + 2;
+    std::vector<std::vector<Request>> messages(1);
+    std::size_t size = kGreeting.size();
+    for (Request& request : requests) {
+        const std::size_t more = kAround + request.text.size();
+        if (size + more > kLongestMessage || messages.back().size() == kMostRequests) {
+            messages.emplace_back();
+            size = kGreeting.size();
+        }
+        size += more;
+        messages.back().push_back(std::move(request));
+    }
+    return messages;
+}
 
 std::string EncodeMessage(const std::vector<Request>& requests) {
     std::string message(kGreeting);

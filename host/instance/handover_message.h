@@ -5,7 +5,9 @@
 //
 //     veldrin 1;L15:"/music/a.flac",L20:/ADD "/music/b.flac",
 //
-// The answer is "ok" when the whole of it was understood, and nothing otherwise.
+// The answer is "ok" when the whole of it was understood, and nothing otherwise. What verbs and the
+// question for the status are answered with follows it, once they have been dealt with, up to the
+// end of the stream.
 #pragma once
 
 #include <cstddef>
@@ -20,6 +22,9 @@ struct Request {
         kLine,  ///< a command line for the component
         kShow,  ///< show the window; no text
         kQuit,  ///< end in order; no text
+        kVerb,  ///< do what the text says (remote/verb.h); the answer is what is wrong, if anything
+        kStatus,  ///< tell how things stand; the text is empty for a line, or "json"
+        kExport,  ///< write the list to the file of this absolute path; the answer is how that went
     };
     Kind kind = Kind::kLine;
     std::string text;
@@ -30,6 +35,13 @@ inline constexpr std::size_t kLongestLine = 65'536;         ///< bytes of one te
 inline constexpr std::size_t kLongestMessage = 16'777'216;  ///< bytes of one message: 16 MiB
 inline constexpr std::size_t kMostRequests = 250'000;       ///< in one message
 inline constexpr std::string_view kAnswer = "ok";
+
+/// Said behind the answer, before the end of the stream, when the list has been exported; else the
+/// reason why it has not been is said.
+inline constexpr std::string_view kExported = "exported";
+
+/// The requests in as many messages as it takes, in order: none is longer than a receiver bears.
+std::vector<std::vector<Request>> InMessages(std::vector<Request> requests);
 
 /// The bytes to send. Nothing in `requests` may be longer than kLongestLine.
 std::string EncodeMessage(const std::vector<Request>& requests);

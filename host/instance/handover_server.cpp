@@ -25,6 +25,10 @@ bool AsksToQuit(const std::vector<Request>& requests) {
 
 }  // namespace
 
+void Reply::Say(std::string_view text) const {
+    send(socket_->Number(), text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+}
+
 HandoverServer::HandoverServer(platform::WindowSystem& windows, Descriptor listening,
                                Deliver deliver, Limits limits)
     : windows_(windows),
@@ -38,7 +42,7 @@ HandoverServer::~HandoverServer() {
     StopListening();
 }
 
-std::vector<Descriptor> HandoverServer::StopListening() {
+std::vector<std::shared_ptr<const Descriptor>> HandoverServer::StopListening() {
     while (!connections_.empty()) {
         Drop(connections_.begin()->first);
     }
@@ -94,17 +98,18 @@ void HandoverServer::Read(int number) {
 void HandoverServer::Complete(int number) {
     const std::vector<Request> requests = connections_.at(number).reader.Requests();
     windows_.GetDriver().Watch(number, {});
-    Descriptor socket = std::move(connections_.at(number).socket);
+    const auto socket =
+        std::make_shared<const Descriptor>(std::move(connections_.at(number).socket));
     connections_.erase(number);
     const ssize_t sent = send(number, kAnswer.data(), kAnswer.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
     if (sent != static_cast<ssize_t>(kAnswer.size())) {
         return;  // the sender has given up and said so to its user
     }
     if (AsksToQuit(requests)) {
-        waitingForEnd_.push_back(std::move(socket));
+        waitingForEnd_.push_back(socket);
     }
     // Not from within the driver's wait: the component may wait in turn.
-    windows_.Schedule(0, [this, requests] { deliver_(requests); });
+    windows_.Schedule(0, [this, requests, reply = Reply(socket)] { deliver_(requests, reply); });
 }
 
 void HandoverServer::Drop(int number) {

@@ -5,6 +5,8 @@
 
 #include <functional>
 #include <map>
+#include <memory>
+#include <string_view>
 #include <vector>
 
 #include "host/descriptor.h"
@@ -12,6 +14,17 @@
 #include "platform/windows/window_system.h"
 
 namespace veldrin {
+
+/// What goes back to a sender besides "ok". The answer is over when the last copy has gone.
+class Reply {
+  public:
+    explicit Reply(std::shared_ptr<const Descriptor> socket) : socket_(std::move(socket)) {}
+    /// What the sender does not take at once is lost.
+    void Say(std::string_view text) const;
+
+  private:
+    std::shared_ptr<const Descriptor> socket_;
+};
 
 class HandoverServer {
   public:
@@ -22,8 +35,8 @@ class HandoverServer {
         std::size_t connections = 16;     ///< at a time; for one more the most silent one goes
     };
 
-    /// One whole message of a sender who has had his answer.
-    using Deliver = std::function<void(const std::vector<Request>&)>;
+    /// One whole message of a sender who has had his "ok".
+    using Deliver = std::function<void(const std::vector<Request>&, const Reply&)>;
 
     /// `deliver` runs from the event pump. The window system must outlive the server and is not
     /// pumped any more once the server is gone.
@@ -35,7 +48,7 @@ class HandoverServer {
 
     /// Nobody is heard any more. Answers the connections of those who asked to quit: once they are
     /// closed, the senders know that this instance has ended.
-    std::vector<Descriptor> StopListening();
+    std::vector<std::shared_ptr<const Descriptor>> StopListening();
 
   private:
     struct Connection {
@@ -59,7 +72,7 @@ class HandoverServer {
     Deliver deliver_;
     Limits limits_;
     std::map<int, Connection> connections_;  ///< by descriptor
-    std::vector<Descriptor> waitingForEnd_;
+    std::vector<std::shared_ptr<const Descriptor>> waitingForEnd_;
     long lastSerial_ = 0;
 };
 

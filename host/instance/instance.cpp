@@ -79,12 +79,14 @@ bool SendAll(const Descriptor& connection, std::string_view bytes, Clock::time_p
 
 bool ReceiveAnswer(const Descriptor& connection, Clock::time_point deadline) {
     std::string answer;
-    std::array<char, 16> buffer{};
+    std::array<char, kAnswer.size()> buffer{};
     while (answer.size() < kAnswer.size()) {
         if (!WaitFor(connection, POLLIN, deadline)) {
             return false;
         }
-        const ssize_t got = recv(connection.Number(), buffer.data(), buffer.size(), 0);
+        // No more than that: something else may follow.
+        const ssize_t got =
+            recv(connection.Number(), buffer.data(), kAnswer.size() - answer.size(), 0);
         if (got > 0) {
             answer.append(buffer.data(), static_cast<std::size_t>(got));
         } else if (got == 0 || (errno != EAGAIN && errno != EINTR)) {
@@ -218,15 +220,23 @@ HandoverResult TakeLockOrHandOver(const MeetingPlace& place, const std::vector<R
 }
 
 bool WaitForEnd(const Descriptor& connection, milliseconds timeLimit) {
+    return ReadAnswer(connection, timeLimit).has_value();
+}
+
+std::optional<std::string> ReadAnswer(const Descriptor& connection, milliseconds timeLimit) {
+    constexpr std::size_t kLongest = 1'048'576;
     const auto deadline = Clock::now() + timeLimit;
-    char byte = 0;
-    while (WaitFor(connection, POLLIN, deadline)) {
-        const ssize_t got = recv(connection.Number(), &byte, 1, MSG_DONTWAIT);
-        if (got == 0 || (got < 0 && errno != EAGAIN && errno != EINTR)) {
-            return true;
+    std::string answer;
+    std::array<char, 4096> buffer{};
+    while (answer.size() < kLongest && WaitFor(connection, POLLIN, deadline)) {
+        const ssize_t got = recv(connection.Number(), buffer.data(), buffer.size(), MSG_DONTWAIT);
+        if (got > 0) {
+            answer.append(buffer.data(), static_cast<std::size_t>(got));
+        } else if (got == 0 || (errno != EAGAIN && errno != EINTR)) {
+            return answer;
         }
     }
-    return false;
+    return std::nullopt;
 }
 
 bool IsSameUser(const Descriptor& connection) {

@@ -56,7 +56,8 @@ enum class Handover {
 struct HandoverResult {
     Handover outcome = Handover::kNoAnswer;
     std::optional<InstanceLock> lock;  ///< of kNobodyRuns
-    Descriptor connection;  ///< of kDone; a request to quit keeps it open until the other has ended
+    Descriptor
+        connection;  ///< of kDone; requests to quit and to export keep it open until they are done
 };
 
 /// How long a start waits for another one.
@@ -72,6 +73,11 @@ HandoverResult TakeLockOrHandOver(const MeetingPlace& place, const std::vector<R
 
 /// Waits until the other side of the connection is gone. False when the time is up.
 bool WaitForEnd(const Descriptor& connection, std::chrono::milliseconds timeLimit);
+
+/// What the other side says behind its "ok", up to the end of the stream; nothing if that does not
+/// come in time.
+std::optional<std::string> ReadAnswer(const Descriptor& connection,
+                                      std::chrono::milliseconds timeLimit);
 
 /// Whether the process at the other end of a local socket runs as this user.
 bool IsSameUser(const Descriptor& connection);

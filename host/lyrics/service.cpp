@@ -248,7 +248,7 @@ LyricsService::Found LyricsService::FindOnline(const Wanted& wanted, bool anew) 
     OnlineQuestion question{wanted.song, {}, {}};
     if (!wanted.path.empty()) {
         using std::chrono::seconds;
-        question.album = ReadAlbum(wanted.path);
+        question.album = ReadNames(wanted.path).album;
         question.length = std::chrono::round<seconds>(ReadSoundFacts(wanted.path).length);
     }
     std::string words = online_->Find(question, anew);

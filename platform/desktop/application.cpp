@@ -1,6 +1,5 @@
 #include "platform/desktop/application.h"
 
-#include <unistd.h>
 #include <xcb/xcb.h>
 
 #include <QSessionManager>
@@ -8,6 +7,8 @@
 #include <cstdlib>
 #include <stdexcept>
 #include <utility>
+
+#include "platform/desktop/bus/bus_probe.h"
 
 namespace platform::desktop {
 
@@ -17,14 +18,6 @@ void SetUnlessSet(const char* variable, const char* value) {
     if (!qEnvironmentVariableIsSet(variable)) {
         qputenv(variable, value);
     }
-}
-
-// Whether somebody runs a session bus. Without one the toolkit's library would start one when the
-// window first becomes active, and wait for it in the middle of an event; nobody is on it then.
-bool HasSessionBus() {
-    const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
-    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
-           (!folder.isEmpty() && access((folder + "/bus").constData(), F_OK) == 0);
 }
 
 // Has to run before the application object is made, which reads the environment.
@@ -40,9 +33,7 @@ void PrepareEnvironment() {
     SetUnlessSet("QT_XCB_NO_MITSHM", "1");
     // The toolkit's remarks on the surroundings are of no use to whoever listens to music.
     SetUnlessSet("QT_LOGGING_RULES", "default.warning=false");
-    if (!HasSessionBus()) {
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
-    }
+    PassOverBusWithoutAnswer();
     // Finished pictures are magnified here, not by the toolkit.
     SetUnlessSet("QT_ENABLE_HIGHDPI_SCALING", "0");
 }

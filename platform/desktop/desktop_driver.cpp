@@ -11,6 +11,7 @@
 #include "platform/desktop/desktop_driver_parts.h"
 #include "platform/desktop/display.h"
 #include "platform/desktop/qt_text.h"
+#include "platform/desktop/xspf.h"
 
 namespace platform {
 
@@ -18,6 +19,10 @@ using namespace desktop;
 
 std::optional<std::string> DesktopDriver::WhyNoDisplay() {
     return DisplayFault();
+}
+
+std::optional<std::vector<std::string>> DesktopDriver::ReadXspf(std::string_view bytes) {
+    return LocationsOfXspf(bytes);
 }
 
 DesktopDriver::DesktopDriver(ProgramIdentity program, std::optional<double> scale)
@@ -35,6 +40,14 @@ void DesktopDriver::WatchDisplay(std::function<void()> onLost) {
 
 void DesktopDriver::SetFetcher(Fetcher fetcher) {
     parts_->fetcher = std::move(fetcher);
+}
+
+SessionBus& DesktopDriver::Bus() {
+    return parts_->bus;
+}
+
+void DesktopDriver::TellOfDrops(std::function<void(const std::string&)> notice) {
+    parts_->drops.TellBy(std::move(notice));
 }
 
 void DesktopDriver::CountOnceWhileWaiting(std::vector<Long> keyCodes) {
@@ -56,7 +69,8 @@ void DesktopDriver::WaitUntil(std::optional<Millis> deadline) {
     if (buttons.AllLetGo()) {
         parts_->BringBack();
     }
-    std::optional<Millis> longest = parts_->BeginHotKeys(Now());
+    parts_->ReportDrops();
+    std::optional<Millis> longest = parts_->BeginWhatCanWait(Now());
     if (!parts_->shared.events.IsEmpty()) {
         longest = 0;
     } else if (deadline) {

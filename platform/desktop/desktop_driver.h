@@ -11,8 +11,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "platform/desktop/session_bus.h"
 #include "platform/driver.h"
 
 namespace platform {
@@ -34,6 +36,10 @@ class DesktopDriver : public Driver {
     /// Why no window can be shown here, for people; nothing if one can. To be asked before a driver
     /// is made: without a display the toolkit would end the process.
     static std::optional<std::string> WhyNoDisplay();
+
+    /// The names in the bytes of an xspf file; none if they are no such file (Unfolder). Needs no
+    /// display.
+    static std::optional<std::vector<std::string>> ReadXspf(std::string_view bytes);
 
     /// `scale`: device pixels for each pixel of a picture, kSmallestScale to kLargestScale; none
     /// takes it from the screen.
@@ -62,6 +68,14 @@ class DesktopDriver : public Driver {
     static constexpr std::chrono::seconds kLongestFetch{10};
     /// Without one there are no downloads.
     void SetFetcher(Fetcher fetcher);
+
+    /// For what the program offers on the session's bus, and asks there. Costs nothing unused.
+    SessionBus& Bus();
+
+    /// Folders and lists of media that are dropped are reported as the files that they stand for, a
+    /// few files at a time. What does not come of one goes to `notice`, from WaitUntil: a line for
+    /// people, with the raw bytes of names.
+    void TellOfDrops(std::function<void(const std::string&)> notice);
 
     /// See EventQueue::CountOnce.
     void CountOnceWhileWaiting(std::vector<Long> keyCodes);

@@ -8,10 +8,14 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/desktop/application.h"
 #include "platform/desktop/associations/associations.h"
+#include "platform/desktop/bus/bus_connection.h"
 #include "platform/desktop/desktop_driver.h"
+#include "platform/desktop/drops.h"
 #include "platform/desktop/held_buttons.h"
 #include "platform/desktop/hotkeys/hot_keys.h"
 #include "platform/desktop/screens.h"
@@ -38,7 +42,14 @@ struct DesktopDriver::Parts {
                             found->KeepEntry(!inTray);
                         }
                     }),
-          associations(program) {}
+          drops(
+              shared.events, [this](const desktop::DropPlace& place) { return PlaceOf(place); },
+              [this] { loop.Wake(); }),
+          associations(program) {
+        shared.onDrop = [this](const desktop::DropPlace& place, std::vector<std::string> paths) {
+            drops.Take(place, std::move(paths));
+        };
+    }
 
     /// From then on nothing of the toolkit may be called: much of it may be gone already.
     bool IsLost() const { return application.HasLostDisplay(); }
@@ -47,6 +58,19 @@ struct DesktopDriver::Parts {
     desktop::TopLevel* Find(Handle window) const {
         const auto found = windows.find(window);
         return found == windows.end() || IsLost() ? nullptr : found->second.get();
+    }
+
+    std::optional<Point> PlaceOf(const desktop::DropPlace& place) const {
+        const desktop::TopLevel* const found = Find(place.window);
+        return found != nullptr ? std::optional(found->PlaceOf(place.point)) : std::nullopt;
+    }
+
+    // Files that come of folders wait while a menu is open or a button is held: a drop of the
+    // user's own cannot come then.
+    void ReportDrops() {
+        if (grabbing == 0 && shared.pointer.held == 0) {
+            drops.Turn();
+        }
     }
 
     // Brings windows back that the screens no longer show as they did. Hanging over an edge that
@@ -70,7 +94,7 @@ struct DesktopDriver::Parts {
 
     // Once the first picture is on the screen, or is late: it waits for nothing that can come after
     // it. Answers how long until then.
-    std::optional<Millis> BeginHotKeys(Millis now) {
+    std::optional<Millis> BeginWhatCanWait(Millis now) {
         constexpr Millis kLate = 500;
         if (hotKeys.HasBegun() || IsLost()) {
             return std::nullopt;
@@ -79,6 +103,7 @@ struct DesktopDriver::Parts {
             return kLate - now;
         }
         hotKeys.Begin();
+        bus.FirstPictureShown();
         return std::nullopt;
     }
 
@@ -89,7 +114,9 @@ struct DesktopDriver::Parts {
     desktop::HeldButtons buttons{shared};
     desktop::WaitLoop loop;
     desktop::HotKeys hotKeys{loop, shared.events};
+    desktop::BusConnection bus{loop, [this] { return IsLost(); }};
     desktop::TrayIcons trayIcons;
+    desktop::Drops drops;
     desktop::Associations associations;
     Fetcher fetcher;
     std::set<std::u16string, std::less<>> forgotten;  ///< pages of which no copy will do

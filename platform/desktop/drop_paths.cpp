@@ -1,47 +1,13 @@
 #include "platform/desktop/drop_paths.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
-#include "platform/base/text.h"
+#include "platform/files/file_address.h"
 
 namespace platform::desktop {
 
 namespace {
-
-// Nothing if a zero byte comes out, which no name can hold.
-std::optional<std::string> Unescaped(std::string_view text) {
-    std::string bytes = PercentDecode(text);
-    return bytes.find('\0') == std::string::npos ? std::optional(std::move(bytes)) : std::nullopt;
-}
-
-// The names of schemes and hosts know no case but that of ASCII.
-bool SameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
-}
-
-std::optional<std::string> PathOfAddress(std::string_view address, std::string_view hostName) {
-    constexpr std::string_view kScheme = "file:";
-    if (!SameName(address.substr(0, kScheme.size()), kScheme)) {
-        return std::nullopt;
-    }
-    address.remove_prefix(kScheme.size());
-    if (address.starts_with("//")) {
-        address.remove_prefix(2);
-        const std::string_view host = address.substr(0, address.find('/'));
-        const bool local = host.empty() || SameName(host, "localhost") || SameName(host, hostName);
-        if (!local) {
-            return std::nullopt;
-        }
-        address.remove_prefix(host.size());
-    }
-    if (!address.starts_with('/')) {
-        return std::nullopt;
-    }
-    return Unescaped(address);
-}
 
 // The first line, taken off the text. Lines end in CR LF by rule and in either alone by habit; some
 // sources end the whole by a zero byte.

@@ -15,6 +15,7 @@
 #include <string>
 
 #include "platform/desktop/direct_paint.h"
+#include "platform/desktop/drops.h"
 #include "platform/desktop/event_queue.h"
 #include "platform/desktop/magnification.h"
 #include "platform/desktop/screens.h"
@@ -42,6 +43,7 @@ struct Shared {
     bool composing = false;            ///< what was reported last is still being composed
     bool hasShownPicture = false;      ///< any window
     bool ignoresMethods = false;       ///< what input methods say now has been taken already
+    std::function<void(DropPlace, std::vector<std::string>)> onDrop{};  ///< paths, raw bytes
 };
 
 class TopLevel : public QWindow {
@@ -57,6 +59,8 @@ class TopLevel : public QWindow {
     void SetPopup(TopLevel* owner);
     void GrabInput();
     void ReleaseInput();
+    /// Where a point of the window is now.
+    Point PlaceOf(DropPoint point) const;
     /// Whether hiding the window while it is minimised leaves its entry in the task bar.
     void KeepEntry(bool keeps);
     void ShowPicture(const Surface& picture, std::span<const Rect> changed);

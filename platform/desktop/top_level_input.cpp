@@ -1,6 +1,4 @@
 // What a top-level window hears of pointer, keys, input methods and drops.
-#include <unistd.h>
-
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
@@ -8,7 +6,6 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <utility>
 
@@ -18,6 +15,7 @@
 #include "platform/desktop/held_buttons.h"
 #include "platform/desktop/key_codes.h"
 #include "platform/desktop/top_level.h"
+#include "platform/files/file_address.h"
 
 namespace platform::desktop {
 
@@ -27,11 +25,6 @@ Long ButtonsOf(Qt::MouseButtons buttons) {
     return ((buttons & Qt::LeftButton) != 0 ? kLeftButton : 0) |
            ((buttons & Qt::RightButton) != 0 ? kRightButton : 0) |
            ((buttons & Qt::MiddleButton) != 0 ? kMiddleButton : 0);
-}
-
-std::string HostName() {
-    std::array<char, 256> name{};
-    return gethostname(name.data(), name.size() - 1) == 0 ? std::string(name.data()) : "";
 }
 
 // The raw bytes: the toolkit's own reading of addresses loses names that are not UTF-8.
@@ -194,10 +187,13 @@ void TopLevel::Dropped(QDropEvent& event) {
         return;
     }
     std::vector<std::string> paths = PathsOf(*event.mimeData());
-    if (!paths.empty()) {
-        const Point ptScreen = ToScreen(position() + event.position());
-        shared_.events.Push(FilesDropped{handle_, ptScreen, std::move(paths)});
+    if (!paths.empty() && shared_.onDrop) {
+        shared_.onDrop({handle_, {event.position().x(), event.position().y()}}, std::move(paths));
     }
+}
+
+Point TopLevel::PlaceOf(DropPoint point) const {
+    return ToScreen(position() + QPointF(point.x, point.y));
 }
 
 bool TopLevel::event(QEvent* event) {

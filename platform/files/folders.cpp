@@ -77,31 +77,31 @@ std::optional<std::vector<FolderEntry>> ListFolder(std::u16string_view path) {
     return InOrder(std::move(all));
 }
 
+std::optional<FolderIdentity> IdentityOf(std::u16string_view path) {
+    struct stat status {};
+    const bool isPath = path.find(u'\0') == std::u16string_view::npos;
+    if (!isPath || stat(Narrow(path).c_str(), &status) != 0) {
+        return std::nullopt;
+    }
+    return FolderIdentity{status.st_dev, status.st_ino};
+}
+
 FolderTrail::FolderTrail(std::u16string_view start) {
-    const std::string path = Narrow(start);
-    for (std::size_t end = path.find('/'); end != std::string::npos;
-         end = path.find('/', end + 1)) {
-        if (const auto identity = IdentityOf(path.substr(0, end + 1))) {
+    for (std::size_t end = start.find(u'/'); end != std::u16string_view::npos;
+         end = start.find(u'/', end + 1)) {
+        if (const auto identity = IdentityOf(start.substr(0, end + 1))) {
             folders_.push_back(*identity);
         }
     }
 }
 
 bool FolderTrail::Enter(std::u16string_view folder) {
-    const auto identity = IdentityOf(Narrow(folder));
+    const auto identity = IdentityOf(folder);
     if (!identity || std::find(folders_.begin(), folders_.end(), *identity) != folders_.end()) {
         return false;
     }
     folders_.push_back(*identity);
     return true;
-}
-
-std::optional<FolderTrail::Identity> FolderTrail::IdentityOf(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        return std::nullopt;
-    }
-    return Identity{status.st_dev, status.st_ino};
 }
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 // nothing here throws; a failure is an empty answer.
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -21,6 +22,16 @@ struct FolderEntry {
 /// ever. None if the folder cannot be read.
 std::optional<std::vector<FolderEntry>> ListFolder(std::u16string_view path);
 
+/// By which a folder is known again, whatever name or link leads to it.
+struct FolderIdentity {
+    std::uint64_t device = 0;
+    std::uint64_t node = 0;
+    auto operator<=>(const FolderIdentity&) const = default;
+};
+
+/// None if the path leads nowhere.
+std::optional<FolderIdentity> IdentityOf(std::u16string_view path);
+
 /// The folders that a search is in: where it began, those above that, and those that it has entered
 /// since. A folder is one and the same whatever links lead to it.
 class FolderTrail {
@@ -35,14 +46,7 @@ class FolderTrail {
     void Leave() { folders_.pop_back(); }
 
   private:
-    struct Identity {
-        std::uint64_t device = 0;
-        std::uint64_t node = 0;
-        bool operator==(const Identity&) const = default;
-    };
-    static std::optional<Identity> IdentityOf(const std::string& path);
-
-    std::vector<Identity> folders_;
+    std::vector<FolderIdentity> folders_;
 };
 
 }  // namespace platform

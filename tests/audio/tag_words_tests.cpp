@@ -15,7 +15,7 @@ namespace audio_tests {
 namespace {
 
 using TagLib::ID3v2::SynchronizedLyricsFrame;
-using veldrin::ReadAlbum;
+using veldrin::ReadNames;
 using veldrin::ReadWords;
 
 const TagLib::String kWords("Zo\xC3\xAB\nTwo", TagLib::String::UTF8);
@@ -45,11 +45,11 @@ TEST_F(TagWords, FormatsHaveThemUnderTheirOwnNames) {
         }
         ++made;
         EXPECT_EQ(ReadWords(directory_ / name), "");
-        EXPECT_EQ(ReadAlbum(directory_ / name), "");
+        EXPECT_EQ(ReadNames(directory_ / name).album, "");
         SetProperty(name, "LYRICS", kWords);
         SetProperty(name, "ALBUM", "The\nAlbum");
         EXPECT_EQ(ReadWords(directory_ / name), kTwoLines);
-        EXPECT_EQ(ReadAlbum(directory_ / name), "The Album");
+        EXPECT_EQ(ReadNames(directory_ / name).album, "The Album");
     }
     EXPECT_GE(made, 5);
 }
@@ -118,7 +118,7 @@ TEST_F(TagWords, WhatIsNoMusicHasNone) {
     ASSERT_EQ(mkfifo((directory_ / "pipe.flac").c_str(), 0600), 0);
     for (const char* name : {"rubbish.mp3", "huge.mp3", "pipe.flac", "missing.ogg", "."}) {
         EXPECT_EQ(ReadWords(directory_ / name), "") << name;
-        EXPECT_EQ(ReadAlbum(directory_ / name), "") << name;
+        EXPECT_EQ(ReadNames(directory_ / name).album, "") << name;
     }
 }
 

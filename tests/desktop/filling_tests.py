@@ -10,6 +10,8 @@ from world import tone
 
 # The row that a popup opens with is a header; so many steps down from it stands the first item.
 FIRST_ITEM = 1
+# No list, and no control with drops of its own.
+INFORMATION = (60, 222)
 
 
 class Filling(Player):
@@ -29,6 +31,23 @@ class Filling(Player):
         with open(os.path.join(self.directory, 'Sarnel.Ambrisor.omk'), newline='') as file:
             lines = file.read().split('\r\n')
         return lines[3:3 + 2 * int(lines[1]):2]
+
+    def test_dropped_folders_and_playlists_become_their_files(self):
+        with open(self.at('some.m3u'), 'w') as file:
+            file.write('music/zebra.wav\nnone.wav\n')
+        self.open()
+        all_below = [self.at('music/' + name).encode() for name in
+                     ('Deep/Deeper/beta.wav', 'Deep/gamma.wav', 'alpha.wav', 'zebra.wav')]
+        self.drop(self.row(2), self.at('music'))
+        wait_for(lambda: self.shows_row(3), 'a fourth row')
+        self.drop(INFORMATION, self.at('some.m3u'), self.at('music'))
+        wait_for(lambda: self.shows_row(8), 'a ninth row')
+        self.player.terminate()
+        self.end_of(self.player)
+        self.assertEqual([path for _, path in self.playlist()[1]],
+                         [*all_below, all_below[-1], *all_below])
+        self.assertIn(b"some.m3u': 1 of 2 names in this list leads nowhere\n",
+                      self.player.complaints)
 
     def browse(self, folder=''):
         self.write_settings(LastDir=folder)

@@ -4,6 +4,7 @@ import os
 import re
 import subprocess
 import time
+from urllib.parse import quote
 
 from desktop import OnDisplay, wait_for
 from world import tone
@@ -88,6 +89,20 @@ class Player(OnDisplay):
     def key(self, *keys):
         self.display.tool('windowfocus', '--sync', self.window, 'key', *keys)
 
+    def drop(self, point, *paths):
+        """Drags files from another window to a point of the player's, and lets go."""
+        data = b''.join(b'file://' + quote(os.fsencode(path)).encode() + b'\r\n' for path in paths)
+        source = self.start_drag(600, 300, 'text/uri-list', data.hex(), 'copy')
+        source.expect('ready')
+        self.display.tool('mousemove', 630, 330, 'mousedown', 1)
+        source.expect('dragging')
+        left, top = self.place[0] + point[0], self.place[1] + point[1]
+        for x in range(600, left, -25):
+            self.display.tool('mousemove', x, top, 'sleep', '0.02')
+        self.display.tool('mousemove', left, top, 'sleep', '0.1', 'mouseup', 1)
+        # The source has let go of it; it is the list's once it shows there, and asked for until then.
+        source.expect('copied')
+
     def songs(self, *names, seconds=40):
         for name in names:
             tone(self.at(name + '.wav'), seconds=seconds)
@@ -104,3 +119,6 @@ class Player(OnDisplay):
     def row(self, number):
         """The middle of a row by its place in the list's window."""
         return LIST[0] + 60, LIST[1] + number * ROW + ROW // 2
+
+    def shows_row(self, number):
+        return self.shown((LIST[0], LIST[1] + number * ROW, LIST[2], ROW)).has_colours()

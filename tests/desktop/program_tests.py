@@ -301,16 +301,7 @@ class Playing(Player):
         self.open_playing()
         path = self.at('größe 1.wav')
         tone(path)
-        data = b'file://' + path.encode().replace(b' ', b'%20') + b'\r\n'
-        source = self.start_drag(600, 300, 'text/uri-list', data.hex(), 'copy')
-        source.expect('ready')
-        self.display.tool('mousemove', 630, 330, 'mousedown', 1)
-        source.expect('dragging')
-        for x in range(600, 250, -25):
-            self.display.tool('mousemove', x, 180, 'sleep', '0.02')
-        self.display.tool('sleep', '0.1', 'mouseup', 1)
-        source.expect('copied')
-        # The source has let go of it; it is the list's once it shows there.
+        self.drop((130, 90), path)
         fourth = (LIST[0], LIST[1] + 3 * ROW, LIST[2], ROW)
         wait_for(lambda: self.shown(fourth).has_colours(), 'a fourth row')
         self.player.terminate()

@@ -25,11 +25,16 @@ TEST(HandoverMessage, LooksAsAgreed) {
               "veldrin 1;L15:\"/music/a.flac\",L9:/ADD \"/b\",");
     EXPECT_EQ(EncodeMessage({{Kind::kQuit, ""}}), "veldrin 1;Q0:,");
     EXPECT_EQ(EncodeMessage({{Kind::kShow, ""}}), "veldrin 1;S0:,");
+    EXPECT_EQ(EncodeMessage({{Kind::kVerb, "volume +5"}, {Kind::kVerb, "play"}}),
+              "veldrin 1;P9:volume +5,P4:play,");
+    EXPECT_EQ(EncodeMessage({{Kind::kStatus, "json"}}), "veldrin 1;T4:json,");
+    EXPECT_EQ(EncodeMessage({{Kind::kExport, "/a.m3u8"}}), "veldrin 1;E7:/a.m3u8,");
 }
 
 TEST(HandoverMessage, ComesBackFromPiecesOfAnySize) {
     const Requests requests = {
-        {Kind::kLine, "\"/a,L3:\n\xE9\""}, {Kind::kShow, ""}, {Kind::kLine, ""}, {Kind::kQuit, ""}};
+        {Kind::kLine, "\"/a,L3:\n\xE9\""}, {Kind::kShow, ""},  {Kind::kLine, ""}, {Kind::kQuit, ""},
+        {Kind::kVerb, "seek -3"},          {Kind::kStatus, ""}};
     const std::string bytes = EncodeMessage(requests);
     for (std::size_t size = 1; size <= bytes.size(); ++size) {
         MessageReader reader;
@@ -94,6 +99,34 @@ TEST(HandoverMessage, EndlessOnesAreRefused) {
     }
     EXPECT_TRUE(requests.Feed(many));
     EXPECT_FALSE(requests.Feed("S0:,"));
+}
+
+TEST(HandoverMessage, AnExportNeedsAWholePath) {
+    EXPECT_TRUE(Accepts("veldrin 1;E2:/a,"));
+    EXPECT_TRUE(Refuses("veldrin 1;E1:a,"));
+    EXPECT_TRUE(Refuses("veldrin 1;E0:,"));
+}
+
+// A whole disk may be more than a receiver takes at once.
+TEST(HandoverMessage, ManyRequestsAreSeveralMessagesInOrder) {
+    Requests requests;
+    const std::string line(65'536, 'a');
+    for (int i = 0; i < 300; ++i) {
+        requests.push_back({Kind::kLine, line + std::to_string(i)});
+        requests.back().text.erase(0, requests.back().text.size() - line.size());
+    }
+    for (int i = 0; i < 250'001; ++i) {
+        requests.push_back({Kind::kLine, std::to_string(i)});
+    }
+    Requests read;
+    for (const Requests& message : InMessages(requests)) {
+        MessageReader reader;
+        ASSERT_TRUE(reader.Feed(EncodeMessage(message)));
+        ASSERT_TRUE(reader.IsComplete());
+        read.insert(read.end(), reader.Requests().begin(), reader.Requests().end());
+    }
+    EXPECT_TRUE(read == requests);
+    EXPECT_EQ(InMessages({{Kind::kShow, ""}}).size(), 1U);
 }
 
 }  // namespace

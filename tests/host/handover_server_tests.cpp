@@ -147,5 +147,19 @@ TEST_F(Instance, SenderThatHasGivenUpChangesNothing) {
     EXPECT_EQ(running.heard, (Requests{{Request::Kind::kShow, ""}}));
 }
 
+TEST_F(Instance, WhatIsSaidFollowsTheOkUntilItIsOver) {
+    Running running(Lock(), place_);
+    RawSender sender(place_);
+    sender.Send("veldrin 1;T4:json,");
+    sender.EndOfMessage();
+    ASSERT_TRUE(running.TurnUntil([&] { return !running.replies.empty(); }));
+    EXPECT_EQ(running.heard, (Requests{{Request::Kind::kStatus, "json"}}));
+    running.replies.front().Say("playing");
+    EXPECT_EQ(sender.Answer(), "okplaying");
+    EXPECT_EQ(sender.Answer(), "");
+    running.replies.clear();
+    EXPECT_TRUE(running.TurnUntil([&] { return sender.Answer() == "(closed)"; }));
+}
+
 }  // namespace
 }  // namespace veldrin

@@ -32,7 +32,10 @@ class Running {
         : lock_(std::move(lock)),
           server_(
               windows_, lock_.Listen(place),
-              [this](const Requests& requests) {
+              [this](const Requests& requests, const Reply& reply) {
+                  if (requests.front().kind == Request::Kind::kStatus) {
+                      replies.push_back(reply);
+                  }
                   heard.insert(heard.end(), requests.begin(), requests.end());
               },
               limits) {}
@@ -55,6 +58,8 @@ class Running {
     HandoverServer& Server() { return server_; }
 
     Requests heard;
+    /// While they are here, no answer is over.
+    std::vector<Reply> replies;
 
   private:
     platform::HeadlessDriver driver_{platform::HeadlessDriver::Clock::kReal};

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <memory>
 #include <thread>
 
 #include "tests/host/instance_fixture.h"
@@ -185,7 +186,7 @@ TEST_F(Instance, OfStartsThatRaceOneRunsAndTheOthersReachIt) {
 }
 
 TEST_F(Instance, WhoAskedToQuitSeesTheEnd) {
-    std::vector<Descriptor> waiting;
+    std::vector<std::shared_ptr<const Descriptor>> waiting;
     HandoverResult result;
     std::atomic<bool> ended = false;
     std::thread quitter;

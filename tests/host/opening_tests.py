@@ -2,6 +2,7 @@
 """The real program and files that take long to open: it goes on meanwhile, and its end does not wait.
 Run as FILE VELDRIN SLOW_FILES, the latter being slow_files.cpp, built."""
 
+import os
 import signal
 import sys
 
@@ -58,6 +59,18 @@ class Opening(slow.Slow, World):
         self.assertEqual(self.end_of(process), 0)
         self.assertEqual(process.seen, b'  1. slow 1.wav  [0:01]\n  2. other.wav  [0:01]\n')
         self.assertEqual(self.paths_saved(), [b'other.wav'])
+
+    def test_what_is_asked_of_it_comes_after_it_but_for_how_it_stands(self):
+        process = self.start_slow()
+        stands = self.run_program('--status')
+        self.assertEqual(stands.returncode, 0, stands.stderr)
+        self.assertEqual(stands.stdout.split(b'\t')[7], b'3')
+        for verbs in (['--volume', '7'], ['--volume', '+1', '--volume', '+1']):
+            self.assertEqual(self.run_program(*verbs).returncode, 0)
+        self.answer()
+        self.assertEqual(self.end_of(process), 0)
+        with open(os.path.join(self.directory, 'Sarnel.Ambrisor.ini')) as file:
+            self.assertIn('MusicVolume=9\n', file.read())
 
     def test_the_next_ones_of_a_place_that_does_not_answer_are_not_waited_for_as_long(self):
         names = [f'slow {number}.wav' for number in range(1, 4)]

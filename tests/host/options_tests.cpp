@@ -90,9 +90,76 @@ TEST(Options, HelpAndVersionWinOverWhatFollows) {
     EXPECT_EQ(Parsed({"--version", "--help"}).action, Options::Action::kVersion);
 }
 
+TEST(Options, AnExportNamesAListAndStandsWithoutPath) {
+    const Options options = Parsed({"--export", "out.M3U8"});
+    EXPECT_EQ(options.action, Options::Action::kExport);
+    EXPECT_EQ(options.exportFile, "out.M3U8");
+    EXPECT_EQ(Fault({"--export=song.mp3"}), "--export needs a name that ends in .m3u8");
+    EXPECT_EQ(Fault({"--export"}), "--export needs a value");
+    EXPECT_EQ(Fault({"--export", "out.m3u8", "a.mp3"}), "--export takes no PATH");
+}
+
+TEST(Options, FoldersAreTakenWithThoseBelowUnlessFlat) {
+    EXPECT_FALSE(Parsed({"a"}).flat);
+    EXPECT_TRUE(Parsed({"a", "--flat"}).flat);
+}
+
 TEST(Options, QuitStandsWithoutPath) {
     EXPECT_EQ(Parsed({"--quit", "--dir=d"}).action, Options::Action::kQuit);
     EXPECT_EQ(Fault({"--quit", "a.mp3"}), "--quit takes no PATH");
+}
+
+TEST(Options, VerbsAreKeptInTheirOrder) {
+    const Options options = Parsed({"--next", "--volume", "-5", "--seek=+10", "--command", "kX",
+                                    "--play-pause", "--dir", "d"});
+    EXPECT_EQ(options.action, Options::Action::kVerbs);
+    EXPECT_EQ(options.verbs,
+              (Arguments{"next", "volume -5", "seek +10", "command kX", "play-pause"}));
+    EXPECT_EQ(options.directory, "d");
+}
+
+TEST(Options, StatusHasTwoForms) {
+    EXPECT_EQ(Parsed({"--status"}).action, Options::Action::kStatus);
+    EXPECT_EQ(Parsed({"--status"}).statusForm, "");
+    for (const Arguments& json : {Arguments{"--status", "json"}, Arguments{"--status=json"}}) {
+        EXPECT_EQ(Parsed(json).action, Options::Action::kStatus);
+        EXPECT_EQ(Parsed(json).statusForm, "json");
+        EXPECT_TRUE(Parsed(json).paths.empty());
+    }
+    EXPECT_EQ(Parsed({"json"}).paths, Arguments{"json"});
+}
+
+TEST(Options, RequestsStandWithoutPathAndWithoutEachOther) {
+    EXPECT_EQ(Fault({"--pause", "a.mp3"}), "what is asked of the running veldrin takes no PATH");
+    EXPECT_EQ(Fault({"--status", "xml"}), "--status takes nothing but 'json'");
+    EXPECT_EQ(Fault({"--status=xml"}), "--status takes nothing but 'json'");
+    EXPECT_EQ(Fault({"--status", "json", "json"}), "--status takes nothing but 'json'");
+    EXPECT_EQ(Fault({"--volume", "5", "--quit"}),
+              "--volume does not go together with --quit, --status or --export");
+    EXPECT_EQ(Fault({"--status", "--stop"}),
+              "--stop does not go together with --quit, --status or --export");
+    EXPECT_EQ(Fault({"--next", "--export", "a.m3u8"}),
+              "--next does not go together with --quit, --status or --export");
+    EXPECT_EQ(Parsed({"--stop", "--help", "--quit"}).action, Options::Action::kHelp);
+}
+
+TEST(Options, VerbsThatMakeNoSenseAreMisuse) {
+    const std::string volume = "--volume must be 0 to 100, or as much more or less, such as +5";
+    const std::string seek = "--seek must be whole seconds, or so many on or back, such as -10";
+    for (const char* value : {"101", "-101", "x", "", "5%"}) {
+        EXPECT_EQ(Fault({"--volume", value}), volume) << value;
+    }
+    for (const char* value : {"1:30", "", "1.5"}) {
+        EXPECT_EQ(Fault({"--seek", value}), seek) << value;
+    }
+    EXPECT_EQ(Fault({"--command", ""}), "--command needs the key of a command");
+    EXPECT_EQ(Fault({"--command"}), "--command needs a value");
+    EXPECT_EQ(Fault({"--play=1"}), "--play takes no value");
+}
+
+TEST(Options, NotificationsAreOffByDefault) {
+    EXPECT_FALSE(Parsed({}).notifies);
+    EXPECT_TRUE(Parsed({"--notify"}).notifies);
 }
 
 TEST(Options, MisuseNamesTheFault) {
