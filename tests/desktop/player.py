@@ -2,6 +2,7 @@
 
 import os
 import re
+import shutil
 import subprocess
 import time
 from urllib.parse import quote
@@ -104,8 +105,9 @@ class Player(OnDisplay):
         source.expect('copied')
 
     def songs(self, *names, seconds=40):
-        for name in names:
-            tone(self.at(name + '.wav'), seconds=seconds)
+        first = tone(self.at(names[0] + '.wav'), seconds=seconds)
+        for name in names[1:]:
+            shutil.copy(first, self.at(name + '.wav'))
 
     @staticmethod
     def list_file(count):

@@ -81,10 +81,10 @@ class OnTheServer(Trays):
 
     def test_its_name_is_the_tip(self):
         first, second = self.at('one.wav'), self.at('two.wav')
-        self.songs('one', seconds=3)
-        self.songs('two')
+        self.songs('one', 'two')
         self.hide(arguments=(first, second))
         self.assertIn(f'"{first}"', self.display.property(self.icon, '_NET_WM_NAME'))
+        self.assertEqual(self.run_program('--next').returncode, 0)
         wait_for(lambda: f'"{second}"' in self.display.property(self.icon, '_NET_WM_NAME') and
                  f'"{second}"' in self.display.property(self.icon, 'WM_NAME'), 'the name')
 

@@ -71,10 +71,10 @@ class OnTheBus(Trays):
 
     def test_the_tip_follows_the_song(self):
         first, second = self.at('one.wav'), self.at('A & <b>two.wav')
-        self.songs('one', seconds=3)
-        self.songs('A & <b>two')
+        self.songs('one', 'A & <b>two')
         self.hide(first, second)
         self.assertEqual(self.properties()['Title'], first)
+        self.assertEqual(self.run_program('--next').returncode, 0)
         self.host.expect('signal /StatusNotifierItem NewTitle')
         self.host.expect('signal /StatusNotifierItem NewToolTip')
         self.assertEqual(self.properties()['Title'], second)
