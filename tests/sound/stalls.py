@@ -1,0 +1,41 @@
+"""Notes when the machine has held a program up: a process that wakes a hundred times a second and
+sees whether it was late. What is heard at such a moment tells nothing about the player."""
+
+import subprocess
+import sys
+import threading
+import time
+
+LATE = 0.04  # seconds; the player's sound has 60 ms of patience, and a machine is not late alone
+
+WATCH = f"""
+import time
+while True:
+    before = time.monotonic()
+    time.sleep(0.01)
+    if time.monotonic() - before > {LATE} + 0.01:
+        print(time.monotonic(), flush=True)
+"""
+
+
+class Stalls:
+    def __init__(self):
+        self.times = []
+        self.process = subprocess.Popen([sys.executable, '-c', WATCH], stdout=subprocess.PIPE)
+        self.thread = threading.Thread(target=self.read, daemon=True)
+        self.thread.start()
+
+    def read(self):
+        for line in self.process.stdout:
+            self.times.append(float(line))
+
+    def since(self, moment):
+        """Whether there was one after this moment of time.monotonic()."""
+        time.sleep(0.02)  # it may be just being told
+        return any(stall >= moment for stall in self.times)
+
+    def end(self):
+        self.process.kill()
+        self.process.wait()
+        self.thread.join()
+        self.process.stdout.close()
