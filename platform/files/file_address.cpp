@@ -12,7 +12,7 @@ namespace platform {
 namespace {
 
 // The names of schemes and hosts know no case but that of ASCII.
-bool SameName(std::string_view a, std::string_view b) {
+bool SameWord(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
 }
@@ -27,14 +27,14 @@ bool StandsForItself(char c) {
 
 std::optional<std::string> PathOfAddress(std::string_view address, std::string_view hostName) {
     constexpr std::string_view kScheme = "file:";
-    if (!SameName(address.substr(0, kScheme.size()), kScheme)) {
+    if (!SameWord(address.substr(0, kScheme.size()), kScheme)) {
         return std::nullopt;
     }
     address.remove_prefix(kScheme.size());
     if (address.starts_with("//")) {
         address.remove_prefix(2);
         const std::string_view host = address.substr(0, address.find('/'));
-        const bool local = host.empty() || SameName(host, "localhost") || SameName(host, hostName);
+        const bool local = host.empty() || SameWord(host, "localhost") || SameWord(host, hostName);
         if (!local) {
             return std::nullopt;
         }
