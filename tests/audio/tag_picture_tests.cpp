@@ -58,13 +58,13 @@ class TagPicture : public testing::Test {
     TemporaryDirectory directory_;
 };
 
-using Frame = TagLib::ID3v2::AttachedPictureFrame;
+using PictureFrame = TagLib::ID3v2::AttachedPictureFrame;
 
 TEST_F(TagPicture, OfAnMp3SmallAndLarge) {
     for (const long size : {100L, 300'000L, 2'000'000L}) {
         const std::string path = directory_ / "a.mp3";
         WriteText(path, "");
-        AddToId3(path, Bytes(size, 'p'), Frame::Other);
+        AddToId3(path, Bytes(size, 'p'), PictureFrame::Other);
         EXPECT_EQ(ReadPicture(path), Bytes(size, 'p')) << size;
     }
 }
@@ -72,18 +72,18 @@ TEST_F(TagPicture, OfAnMp3SmallAndLarge) {
 TEST_F(TagPicture, TheFrontCoverIsTakenOfSeveral) {
     const std::string path = directory_ / "a.mp3";
     WriteText(path, "");
-    AddToId3(path, Bytes(50'000, 'x'), Frame::BackCover);
-    AddToId3(path, Bytes(50'000, 'y'), Frame::FrontCover);
-    AddToId3(path, Bytes(50'000, 'z'), Frame::FrontCover);
+    AddToId3(path, Bytes(50'000, 'x'), PictureFrame::BackCover);
+    AddToId3(path, Bytes(50'000, 'y'), PictureFrame::FrontCover);
+    AddToId3(path, Bytes(50'000, 'z'), PictureFrame::FrontCover);
     EXPECT_EQ(ReadPicture(path), Bytes(50'000, 'y'));
 }
 
 TEST_F(TagPicture, OneThatIsTooLargeIsPassedOver) {
     const std::string path = directory_ / "a.mp3";
     WriteText(path, "");
-    AddToId3(path, Bytes(kMostPictureBytes + 1, 'x'), Frame::FrontCover);
+    AddToId3(path, Bytes(kMostPictureBytes + 1, 'x'), PictureFrame::FrontCover);
     EXPECT_EQ(ReadPicture(path), "");
-    AddToId3(path, Bytes(1000, 'y'), Frame::Other);
+    AddToId3(path, Bytes(1000, 'y'), PictureFrame::Other);
     EXPECT_EQ(ReadPicture(path), Bytes(1000, 'y'));
 }
 
