@@ -14,7 +14,7 @@ namespace {
 /// Why there is nothing to be played there, for people; nothing if there may be.
 const char* Fault(const std::string& path) {
     struct stat status {};
-    if (path.empty() || stat(Here(path).c_str(), &status) != 0) {
+    if (path.empty() || stat(FromHere(path).c_str(), &status) != 0) {
         return std::strerror(path.empty() ? ENOENT : errno);
     }
     return S_ISREG(status.st_mode) || S_ISDIR(status.st_mode) ? nullptr
@@ -23,7 +23,7 @@ const char* Fault(const std::string& path) {
 
 }  // namespace
 
-std::string Here(const std::string& path) {
+std::string FromHere(const std::string& path) {
     return AbsolutePath(path, CurrentFolder().value_or("/"));
 }
 
@@ -44,7 +44,7 @@ void UnfoldGiven(const std::vector<std::string>& paths, const GivenRules& rules,
             taker.complaint("'" + path + "': " + fault);
             continue;
         }
-        unfolder.Unfold(Here(path), path);
+        unfolder.Unfold(FromHere(path), path);
         for (; told < unfolder.Remarks().size(); ++told) {
             taker.complaint(unfolder.Remarks()[told]);
         }

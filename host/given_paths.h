@@ -25,7 +25,7 @@ struct GivenRules {
 };
 
 /// The absolute path of what the user names from where he stands.
-std::string Here(const std::string& path);
+std::string FromHere(const std::string& path);
 
 /// Gets what comes out, as it comes.
 struct GivenTaker {

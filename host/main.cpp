@@ -59,12 +59,12 @@ std::optional<std::string> OutputFault(const Options& options, const std::string
     }
     Inputs inputs{opened, {}};
     for (const std::string& path : options.paths) {
-        inputs.paths.push_back(Here(path));
+        inputs.paths.push_back(FromHere(path));
     }
     if (options.add || options.paths.empty()) {
         inputs.list = directory + "/" + kListName;
     }
-    const auto fault = OutputPlaceFault(Here(options.output.path), inputs);
+    const auto fault = OutputPlaceFault(FromHere(options.output.path), inputs);
     return fault ? std::optional("--output: cannot write '" + options.output.path + "': " + *fault)
                  : std::nullopt;
 }
@@ -137,7 +137,7 @@ int TellStatus(const std::optional<MeetingPlace>& place, const std::string& form
 
 int Export(const Options& options, const std::string& directory, Console& console) {
     const auto fault = ExportList(MeetingPlace::For(directory), directory + "/" + kListName,
-                                  Here(options.exportFile));
+                                  FromHere(options.exportFile));
     if (fault) {
         console.Complain(Printable(*fault));
     }
@@ -326,7 +326,7 @@ int Main(const std::vector<std::string>& arguments) {
     }
     NeverBlock(STDOUT_FILENO);
     NeverBlock(STDERR_FILENO);
-    const auto directory = options.directory ? Here(*options.directory) : DefaultDirectory();
+    const auto directory = options.directory ? FromHere(*options.directory) : DefaultDirectory();
     if (!directory) {
         console.Complain("no home folder; name one with --dir");
         return kFailed;
