@@ -162,10 +162,12 @@ struct Found {
     std::string value;
 };
 
+}  // namespace
+
 // The settings of one section of a large file, in an order to find them by.
-class Index {
+class SectionIndex {
   public:
-    Index(std::string_view text, std::string_view section) : text_(text) {
+    SectionIndex(std::string_view text, std::string_view section) : text_(text) {
         bool inSection = false;
         for (LineReader reader(text); reader.Next();) {
             if (const auto name = reader.Section()) {
@@ -201,6 +203,8 @@ class Index {
     std::vector<std::pair<std::uint32_t, std::size_t>> places_;
 };
 
+namespace {
+
 // A start asks for one key after the other. From here on a file is not gone through for each of
 // them, but remembered for as long as its stamp stays; below, that is not worth a thought.
 constexpr std::int64_t kRemembered = std::int64_t{32} << 10;
@@ -212,7 +216,7 @@ struct ProfileMemory::Contents {
     FileStamp stamp;
     std::string section;
     std::string text;
-    Index index{text, section};
+    SectionIndex index{text, section};
 };
 
 ProfileMemory::ProfileMemory() = default;
