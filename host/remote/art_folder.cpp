@@ -16,15 +16,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Kind {
+struct PictureKind {
     std::string_view start;
     std::string_view ending;
 };
 
 constexpr std::array kKinds = {
-    Kind{"\xFF\xD8\xFF", ".jpg"},
-    Kind{"\x89PNG\r\n", ".png"},
-    Kind{"GIF8", ".gif"},
+    PictureKind{"\xFF\xD8\xFF", ".jpg"},
+    PictureKind{"\x89PNG\r\n", ".png"},
+    PictureKind{"GIF8", ".gif"},
 };
 
 /// Only what has a name that we give.
@@ -54,7 +54,7 @@ void RemoveOldest(const std::string& folder) {
 }  // namespace
 
 std::string_view EndingOf(std::string_view picture) {
-    for (const Kind& kind : kKinds) {
+    for (const PictureKind& kind : kKinds) {
         if (picture.starts_with(kind.start)) {
             return kind.ending;
         }
