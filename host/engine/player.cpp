@@ -30,7 +30,7 @@ constexpr milliseconds kLeastLead(150);
 // The end of the engine waits for the end of the music, but not for a device that does not go on.
 constexpr milliseconds kTailAtMost(1500);
 constexpr milliseconds kFadeAtMost(200);
-// For things that nobody may be held up by while something plays.
+// Nobody may be held up for longer while something plays.
 constexpr milliseconds kUnnoticed(40);
 constexpr milliseconds kDeviceSoon(300);
 
@@ -209,7 +209,6 @@ void Player::Stop() {
     }
     // Paused silence would hold the next item, too.
     line_->SetPaused(false);
-    disposal_->WaitFor(kUnnoticed);
     ended_ = false;
     paused_ = false;
 }
