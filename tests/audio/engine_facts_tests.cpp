@@ -26,13 +26,13 @@ TEST_F(FactsTest, TellsTheFactsOfTheMedium) {
     ASSERT_TRUE(engine->Open(Wav("mono.wav", Tone(440, 61.6, 22050, 1))));
     EXPECT_EQ(engine->SampleRate(), 22050);
     EXPECT_EQ(engine->Channels(), 1);
-    EXPECT_EQ(engine->BitRateText(), "353");  // 22050 Hz of 16 bits: 352.8
+    EXPECT_EQ(BitRate(*engine), "353");  // 22050 Hz of 16 bits: 352.8
     EXPECT_EQ(engine->Length(), 62);
     EXPECT_EQ(engine->LengthText(), "1:02");
     ASSERT_TRUE(engine->Open(Wav("short.wav", Tone(440, 0.2, 8000, 1))));
     EXPECT_EQ(engine->Length(), 1);
     EXPECT_EQ(engine->SampleRate(), 8000);
-    EXPECT_EQ(engine->BitRateText(), "128");  // and not that of the item before
+    EXPECT_EQ(BitRate(*engine), "128");  // and not that of the item before
     ASSERT_TRUE(engine->Open(Wav("stereo.wav", Tone(440, 1.0, 96000, 2))));
     EXPECT_EQ(engine->SampleRate(), 96000);
     EXPECT_EQ(engine->Channels(), 2);
@@ -53,7 +53,7 @@ TEST_F(FactsTest, WithoutABitRateInItsTagsTheSizeTellsIt) {
     auto engine = SilentEngine();
     ASSERT_TRUE(engine->Open(path));
     const double size = static_cast<double>(std::filesystem::file_size(path));
-    EXPECT_NEAR(std::stoi(engine->BitRateText()), size * 8 / 1000 / 4.0, 1.0);
+    EXPECT_NEAR(std::stoi(BitRate(*engine)), size * 8 / 1000 / 4.0, 1.0);
 }
 
 TEST_F(FactsTest, MinutesGoOnBeyondTheHour) {
