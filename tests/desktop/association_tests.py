@@ -141,7 +141,8 @@ class Associations(Player):
                  for folder, _, names in os.walk(self.folder) for name in names}
         usual = ('runtime/', 'state/', 'config/veldrin/')
         written = {name for name in found if not name.startswith(usual)}
-        icons = {f'data/icons/hicolor/{size}x{size}/apps/veldrin.png' for size in (16, 32, 48, 128)}
+        icons = {f'data/icons/hicolor/{size}x{size}/apps/veldrin.png'
+                 for size in (16, 22, 24, 32, 48, 64, 128)}
         entries = {f'data/applications/veldrin{name}.desktop' for name in ('', '-enqueue', '-folder')}
         known = {name for name in written if name.startswith('data/mime/')}
         self.assertEqual(written - known, icons | entries |

@@ -200,7 +200,7 @@ TEST_F(PublicationTest, EntriesIconsAndDefaultsAreWritten) {
               std::string::npos);
     EXPECT_TRUE(fs::exists(At("data/applications/that-enqueue.desktop")));
     EXPECT_TRUE(fs::exists(At("data/applications/that-folder.desktop")));
-    for (const char* size : {"16x16", "32x32", "48x48", "128x128"}) {
+    for (const char* size : {"16x16", "22x22", "24x24", "32x32", "48x48", "64x64", "128x128"}) {
         const std::string icon = Text(std::string("data/icons/hicolor/") + size + "/apps/that.png");
         EXPECT_TRUE(icon.starts_with("\x89PNG")) << size;
     }

@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <QBuffer>
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
@@ -50,13 +49,10 @@ Written Write(const std::string& path, const std::string& bytes) {
 void WriteIcons(const std::string& id, const std::string& data) {
     const std::string theme = data + "/icons/hicolor";
     bool anew = false;
-    for (const int size : kIconSizes) {
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        const bool good = DrawIcon(size).save(&buffer, "PNG");
-        const std::string folder = std::to_string(size) + "x" + std::to_string(size);
-        const std::string path = theme + "/" + folder + "/apps/" + id + ".png";
-        anew = (good && Write(path, bytes.toStdString()) == Written::kAnew) || anew;
+    for (const IconPicture& picture : IconPictures()) {
+        const std::string size = std::to_string(picture.size);
+        const std::string path = theme + "/" + size + "x" + size + "/apps/" + id + ".png";
+        anew = Write(path, std::string(picture.png)) == Written::kAnew || anew;
     }
     if (anew) {  // by its time desktops see that something below it has changed
         std::error_code error;
