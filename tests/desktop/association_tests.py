@@ -18,8 +18,13 @@ class Associations(Player):
         super().setUp()
         self.home = os.path.join(self.folder, 'home')
         os.mkdir(self.home)
-        for name in ('XDG_DATA_DIRS', 'XDG_CONFIG_DIRS', 'XDG_CURRENT_DESKTOP'):
+        for name in ('XDG_CONFIG_DIRS', 'XDG_CURRENT_DESKTOP'):
             self.environment.pop(name, None)
+        # The machine's media types without its programs, which may open all kinds of things.
+        machine = os.path.join(self.folder, 'machine')
+        os.mkdir(machine)
+        os.symlink('/usr/share/mime', os.path.join(machine, 'mime'))
+        self.environment['XDG_DATA_DIRS'] = machine
         self.environment['HOME'] = self.home
         self.config = self.environment['XDG_CONFIG_HOME']
         self.data = self.environment['XDG_DATA_HOME']

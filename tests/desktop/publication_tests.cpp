@@ -231,6 +231,43 @@ TEST_F(PublicationTest, AProgramThatIsNotThereIsNotPublished) {
     EXPECT_TRUE(fs::is_empty(root_));
 }
 
+class InstalledPublicationTest : public PublicationTest {
+  protected:
+    void SetUp() override {
+        PublicationTest::SetUp();
+        fs::create_directories(At("bin"));
+        fs::create_symlink("/bin/sh", At("bin/sh"));
+        Save("machine/applications/that.desktop",
+             "[Desktop Entry]\nMimeType=text/x-that; audio/mpeg ;\n");
+    }
+};
+
+TEST_F(InstalledPublicationTest, ItsEntryIsTheDefaultAndNothingElseIsWritten) {
+    Publish({"mp3", "flac"});
+    EXPECT_FALSE(fs::exists(At("data")));
+    EXPECT_EQ(Text("config/mimeapps.list"),
+              "[Default Applications]\naudio/flac=that.desktop\naudio/mpeg=that.desktop\n\n"
+              "[Added Associations]\naudio/flac=that.desktop\n");
+    const auto once = All();
+    Publish({"mp3", "flac"});
+    EXPECT_EQ(All(), once);
+}
+
+TEST_F(InstalledPublicationTest, AnEntryOfTheUsersOwnGoesBeforeItAndIsKeptUpToDate) {
+    Save("data/applications/that.desktop", "[Desktop Entry]\nExec=/gone/that %F\n");
+    Publish({"mp3"});
+    EXPECT_NE(Text("data/applications/that.desktop").find("\nExec=/bin/sh %F\n"),
+              std::string::npos);
+}
+
+TEST_F(InstalledPublicationTest, ACopyOfTheProgramElsewhereHasAnEntryOfItsOwn) {
+    fs::remove(At("bin/sh"));
+    fs::copy_file("/bin/sh", At("bin/sh"));
+    Publish({"mp3"});
+    EXPECT_NE(Text("data/applications/that.desktop").find("\nExec=/bin/sh %F\n"),
+              std::string::npos);
+}
+
 TEST_F(PublicationTest, WithoutItsEntryNobodyBecomesADefault) {
     fs::create_directories(At("data/applications/that.desktop"));
     Save("config/mimeapps.list", "# mine\n");
@@ -357,6 +394,7 @@ TEST_F(PublicationTest, TheNewestIsDoneWhenTheEndHasBeenWaitedFor) {
 TEST_F(PublicationTest, ItsCallerDoesNotWait) {
     const Variable data("XDG_DATA_HOME", At("data"));
     const Variable config("XDG_CONFIG_HOME", At("config"));
+    const Variable machine("XDG_DATA_DIRS", At("machine"));  // no opener of folders
     const Variable path("PATH", At("tools") + ":" + getenv("PATH"));
     const std::string tool = "tools/update-desktop-database";
     Save(tool, "#!/bin/sh\nuntil test -e '" + At("returned") +
