@@ -198,8 +198,8 @@ TEST_F(PublicationTest, EntriesIconsAndDefaultsAreWritten) {
     Publish({"flac"});
     EXPECT_NE(Text("data/applications/that.desktop").find("\nMimeType=audio/flac;\n"),
               std::string::npos);
-    EXPECT_TRUE(fs::exists(At("data/applications/that-enqueue.desktop")));
-    EXPECT_TRUE(fs::exists(At("data/applications/that-folder.desktop")));
+    EXPECT_TRUE(fs::exists(At("data/applications/that_enqueue.desktop")));
+    EXPECT_TRUE(fs::exists(At("data/applications/that_folder.desktop")));
     for (const char* size : {"16x16", "22x22", "24x24", "32x32", "48x48", "64x64", "128x128"}) {
         const std::string icon = Text(std::string("data/icons/hicolor/") + size + "/apps/that.png");
         EXPECT_TRUE(icon.starts_with("\x89PNG")) << size;
@@ -301,7 +301,7 @@ TEST_F(PublicationTest, ALinkedListStaysALink) {
 
 TEST_F(PublicationTest, WhatOpensFoldersBySoFarGoesOnDoingSo) {
     Save("data/applications/mimeinfo.cache",
-         "[MIME Cache]\ninode/directory=that-folder.desktop;that-enqueue.desktop;\n");
+         "[MIME Cache]\ninode/directory=that_folder.desktop;that_enqueue.desktop;\n");
     Save("machine/applications/mimeinfo.cache",
          "[MIME Cache]\ninode/directory=files.desktop;more.desktop;\n");
     Publish({"flac"});
@@ -339,7 +339,7 @@ TEST_F(PublicationTest, AListOfADesktopChangesOnlyWhereItNamesADefault) {
 TEST_F(PublicationTest, RemovedOnesComeBack) {
     Save("config/mimeapps.list",
          "[Removed Associations]\naudio/flac=that.desktop;\n"
-         "inode/directory=that-folder.desktop;x.desktop;\n");
+         "inode/directory=that_folder.desktop;x.desktop;\n");
     Publish({"flac"});
     EXPECT_EQ(Text("config/mimeapps.list"),
               "[Removed Associations]\ninode/directory=x.desktop;\n\n"
@@ -387,7 +387,7 @@ TEST_F(PublicationTest, TheNewestIsDoneWhenTheEndHasBeenWaitedFor) {
     EXPECT_NE(
         Text("data/applications/that.desktop").find("\nMimeType=application/x-extension-q2z;\n"),
         std::string::npos);
-    EXPECT_FALSE(fs::exists(At("data/applications/that-folder.desktop")));
+    EXPECT_FALSE(fs::exists(At("data/applications/that_folder.desktop")));
 }
 
 // The tool waits for what is only written when Publish has returned.
