@@ -144,9 +144,12 @@ std::optional<std::string> RuntimeFolder(const std::string& tmp) {
     return std::nullopt;
 }
 
-std::string UserGuide() {
+std::string UserGuide(const std::string& programFolder) {
     std::error_code error;
-    return std::filesystem::exists(VELDRIN_GUIDE, error) ? VELDRIN_GUIDE : VELDRIN_SOURCE_GUIDE;
+    std::string installed = AbsolutePath(VELDRIN_GUIDE, programFolder);
+    return std::filesystem::exists(installed, error)
+               ? installed
+               : AbsolutePath(VELDRIN_SOURCE_GUIDE, programFolder);
 }
 
 std::string ShortHash(std::string_view text) {

@@ -60,7 +60,8 @@ std::string ShortHash(std::string_view text);
 /// of one directory have one name.
 std::string InstanceName(const std::string& componentDirectory);
 
-/// The installed user guide, else the one in the source tree; raw bytes.
-std::string UserGuide();
+/// The user guide that is installed with the program in that folder, else the one in the source tree
+/// of a program that lies where it was built; raw bytes.
+std::string UserGuide(const std::string& programFolder = FolderOf(ProgramPath()));
 
 }  // namespace veldrin

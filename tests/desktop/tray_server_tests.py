@@ -84,11 +84,13 @@ class OnTheServer(Trays):
         self.display.tool('windowsize', self.icon, 40, 30)
         left, top, _, _ = wait_for(lambda: self.display.geometry(self.icon)[2:] == (40, 30) and
                                    self.display.geometry(self.icon), 'the size')
-        # A square of 30 in the middle; its play mark reaches from column 12 to 21 of it.
-        def row():
+        # A square of 30 in the middle; its frame begins in column 1 of it, and its play mark reaches
+        # from column 12 to 20.
+        def fits():
             shot = self.display.screenshot()
-            return [shot.pixel(left + x, top + 15) for x in (2, 5 + 13, 5 + 19)]
-        wait_for(lambda: row() == [BAR, (255, 255, 255), (255, 255, 255)], 'the icon')
+            bar, frame, *mark = (shot.pixel(left + x, top + 15) for x in (4, 5 + 1, 5 + 13, 5 + 18))
+            return bar == BAR and frame != BAR and min(map(min, mark)) > 250
+        wait_for(fits, 'the icon')
 
     def test_its_name_is_the_tip(self):
         first, second = self.at('one.wav'), self.at('two.wav')

@@ -103,8 +103,17 @@ TEST(Paths, WithoutAHomeInTheEnvironmentItIsThatOfTheAccount) {
     }
 }
 
-TEST(Paths, TheUserGuideIsThere) {
-    EXPECT_TRUE(std::filesystem::is_regular_file(UserGuide())) << UserGuide();
+TEST(Paths, TheUserGuideOfAProgramThatWasBuiltIsThatOfTheSources) {
+    const std::string guide = UserGuide(PROGRAM_FOLDER);
+    EXPECT_TRUE(std::filesystem::is_regular_file(guide)) << guide;
+}
+
+TEST(Paths, TheUserGuideOfAProgramThatWasInstalledIsFoundWhereverThatLies) {
+    const ScratchFolder prefix;
+    const std::string guide = prefix.Path(GUIDE_FOLDER "/guide/index.html");
+    ASSERT_TRUE(MakeFolder(FolderOf(guide)));
+    std::ofstream(guide) << "here";
+    EXPECT_EQ(UserGuide(prefix.Path("bin")), guide);
 }
 
 TEST(Paths, CacheFolderOfTheUser) {
