@@ -25,6 +25,7 @@
 #include "host/rescue/rescue.h"
 #include "host/signals.h"
 #include "host/terminal/console.h"
+#include "host/type_learning.h"
 #include "host/veldrin_host.h"
 #include "platform/windows/window_system.h"
 
@@ -72,6 +73,9 @@ class Application : private RunListener, private ItemListener {
 
     bool AwaitOpening(const std::function<bool()>& isDone);
     void Load();
+    void LearnTypes();
+    std::string FirstLine() const;
+    void AddRestOfLines();
     void BeginPlaying();
     void Listen();
     void Offer();
@@ -109,6 +113,7 @@ class Application : private RunListener, private ItemListener {
     std::optional<Notifier> notifier_;
     std::optional<Mpris> mpris_;
     Errands errands_;
+    TypeLearning learning_;
     std::optional<HandoverServer> server_;
     std::vector<std::string> lines_;
     std::unique_ptr<GivenReader> given_;

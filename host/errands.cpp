@@ -6,7 +6,7 @@
 namespace veldrin {
 
 bool Errands::Add(Errand errand) {
-    const bool isRepeated = isHeld_ && !errand.name.empty() &&
+    const bool isRepeated = holds_ > 0 && !errand.name.empty() &&
                             std::any_of(waiting_.begin(), waiting_.end(), [&](const Errand& other) {
                                 return other.name == errand.name;
                             });
@@ -20,7 +20,7 @@ bool Errands::Add(Errand errand) {
 void Errands::WorkOff() {
     constexpr platform::Millis kLongest = 20;
     const platform::Millis start = windows_.Now();
-    while (!waiting_.empty() && !isHeld_ && !hasStopped_) {
+    while (!waiting_.empty() && holds_ == 0 && !hasStopped_) {
         if (inSlices_ && !isInHurry_ && windows_.Now() - start >= kLongest) {
             WorkOffSoon();
             return;
@@ -43,7 +43,7 @@ void Errands::WorkOffSoon() {
 }
 
 void Errands::LetGo() {
-    isHeld_ = false;
+    --holds_;
     WorkOffSoon();
 }
 

@@ -88,6 +88,18 @@ std::string CommandLine(std::string_view absolutePath, bool add) {
     return line;
 }
 
+std::string LineOfNothing(bool add) {
+    return CommandLine("/dev/null/nothing", add);
+}
+
+bool IsAdding(std::string_view line) {
+    return !line.starts_with('"');
+}
+
+std::string Adding(std::string line) {
+    return IsAdding(line) ? std::move(line) : "/ADD " + line;
+}
+
 std::string ProgramPath() {
     std::error_code error;
     return std::filesystem::read_symlink("/proc/self/exe", error).native();

@@ -50,6 +50,19 @@ TEST_F(ErrandsInTurn, WaitWhileTheyAreHeld) {
     EXPECT_EQ(done_, "ab");
 }
 
+TEST_F(ErrandsInTurn, WaitForAllWhoHoldThem) {
+    errands_.Hold();
+    errands_.Hold();
+    errands_.Add(Line("a"));
+    errands_.LetGo();
+    errands_.Hurry();
+    Turn();
+    EXPECT_EQ(done_, "");
+    errands_.LetGo();
+    Turn();
+    EXPECT_EQ(done_, "a");
+}
+
 TEST_F(ErrandsInTurn, AnErrandMayHoldTheOthersAndAddToThem) {
     errands_.Add({[this] {
         errands_.Hold();

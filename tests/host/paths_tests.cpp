@@ -73,6 +73,15 @@ TEST(Paths, CommandLineAlwaysQuotes) {
     EXPECT_EQ(CommandLine("/a\"", false), "\"/a\"\"");
 }
 
+TEST(Paths, ALineThatPlaysCanAddInstead) {
+    EXPECT_FALSE(IsAdding(CommandLine("/add me.mp3", false)));
+    EXPECT_TRUE(IsAdding(CommandLine("/a.mp3", true)));
+    EXPECT_EQ(Adding(CommandLine("/a.mp3", false)), CommandLine("/a.mp3", true));
+    EXPECT_EQ(Adding(CommandLine("/a.mp3", true)), CommandLine("/a.mp3", true));
+    EXPECT_FALSE(IsAdding(LineOfNothing(false)));
+    EXPECT_TRUE(IsAdding(LineOfNothing(true)));
+}
+
 TEST(Paths, ConfigurationFolderOfTheUser) {
     const EnvironmentValue home("HOME", "/home/ann");
     {

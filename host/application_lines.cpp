@@ -1,0 +1,91 @@
+// The part of Application that brings lines to the component: those of the command line, which may
+// have to wait at the very first start, and what is found in folders and playlists meanwhile or
+// later.
+#include <chrono>
+#include <utility>
+
+#include "core/remote.h"
+#include "host/application.h"
+#include "host/paths.h"
+
+namespace veldrin {
+
+// A window need not wait for what the list is filled with; a terminal shows nothing else.
+void Application::LearnTypes() {
+    if (front_.GetDriver().ShowsPictures() && learning_.Begin([this] {
+            sarnel::Remote(component_).FileTypesChanged();
+            errands_.LetGo();
+        })) {
+        errands_.Hold();
+    }
+}
+
+std::string Application::FirstLine() const {
+    if (lines_.empty()) {
+        return {};
+    }
+    return learning_.IsUnderWay() ? LineOfNothing(IsAdding(lines_.front())) : lines_.front();
+}
+
+void Application::AddRestOfLines() {
+    if (learning_.IsUnderWay() && !lines_.empty()) {
+        // When the end has been asked for, it is the list's but plays no more.
+        errands_.Add({[this, line = std::move(lines_.front())] {
+                          HandOver(endRequested_ ? Adding(line) : line);
+                      },
+                      {},
+                      true});
+    }
+    for (std::size_t i = 1; i < lines_.size(); ++i) {
+        AddLine(std::move(lines_[i]));
+    }
+}
+
+// Another one may still be looking for what the list had before.
+void Application::ReadGiven(std::unique_ptr<GivenReader> given) {
+    LeaveGiven();
+    given_ = std::move(given);
+    front_.GetDriver().Watch(given_->Number(), [this] { TakeGiven(); });
+    TakeGiven();
+}
+
+// Not from within the driver's wait: the component may wait in turn.
+void Application::TakeGiven() {
+    GivenPaths given = given_->Take();
+    for (std::string& line : given.lines) {
+        AddLine(std::move(line));
+    }
+    for (const std::string& complaint : given.complaints) {
+        console_.Complain(Printable(complaint));
+    }
+    if (given_->IsDone()) {
+        LeaveGiven();
+    }
+    errands_.WorkOffSoon();
+}
+
+void Application::LeaveGiven() {
+    if (given_) {
+        front_.GetDriver().Watch(given_->Number(), {});
+        given_.reset();
+    }
+}
+
+void Application::AddLine(std::string line) {
+    errands_.Add({[this, line = std::move(line)] { HandOver(line); }, {}, true});
+}
+
+// As a later start does with a path. Most are found at once, and what is asked next finds it done.
+void Application::Open(const std::string& path) {
+    constexpr std::chrono::milliseconds kPatience(50);
+    auto given = std::make_unique<GivenReader>(std::vector{path}, rules_());
+    given->WaitForAll(kPatience);
+    ReadGiven(std::move(given));
+    errands_.WorkOff();
+}
+
+void Application::HandOver(const std::string& line) {
+    windows_.SendCopyData(window_, {0, line});
+}
+
+}  // namespace veldrin

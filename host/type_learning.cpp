@@ -1,0 +1,38 @@
+#include "host/type_learning.h"
+
+#include <sys/eventfd.h>
+
+#include <utility>
+
+namespace veldrin {
+
+bool TypeLearning::Begin(std::function<void()> onLearnt) {
+    auto learnt = std::make_shared<const Descriptor>(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    if (!*learnt || !engine_.LearnTypes([learnt] { eventfd_write(learnt->Number(), 1); })) {
+        return false;
+    }
+    learnt_ = std::move(learnt);
+    onLearnt_ = std::move(onLearnt);
+    // Not from within the driver's wait: what has waited may wait in turn.
+    windows_.GetDriver().Watch(learnt_->Number(), [this] {
+        eventfd_t count = 0;
+        eventfd_read(learnt_->Number(), &count);
+        windows_.Schedule(0, [this] {
+            if (End()) {
+                std::exchange(onLearnt_, {})();
+            }
+        });
+    });
+    return true;
+}
+
+bool TypeLearning::End() {
+    if (learnt_ == nullptr) {
+        return false;
+    }
+    windows_.GetDriver().Watch(learnt_->Number(), {});
+    learnt_.reset();
+    return true;
+}
+
+}  // namespace veldrin
