@@ -45,7 +45,7 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       lyrics_(MakeLyrics(beginning.words, console)),
       windows_(front.GetDriver()),
       host_(engine_, tags_, *this, *this),
-      component_(windows_, {beginning.directory, UserGuide(),
+      component_(windows_, {beginning.directory, UserGuide(ProgramPath()),
                             lyrics_ ? lyrics_->Address() : beginning.lyrics}),
       errands_(windows_, front.GetDriver().ShowsPictures()),
       learning_(windows_, engine_),

@@ -156,9 +156,15 @@ std::optional<std::string> RuntimeFolder(const std::string& tmp) {
     return std::nullopt;
 }
 
-std::string UserGuide() {
+std::string UserGuide(const std::string& program) {
     std::error_code error;
-    return std::filesystem::exists(VELDRIN_GUIDE, error) ? VELDRIN_GUIDE : VELDRIN_SOURCE_GUIDE;
+    const std::string folder = FolderOf(program);
+    const std::string installed = AbsolutePath(VELDRIN_GUIDE, folder);
+    const std::string built = AbsolutePath(VELDRIN_SOURCE_GUIDE, folder);
+    const auto isThere = [&error](const std::string& path) {
+        return std::filesystem::is_regular_file(path, error);
+    };
+    return !isThere(installed) && isThere(built) ? built : installed;
 }
 
 std::string ShortHash(std::string_view text) {

@@ -69,7 +69,9 @@ std::string ShortHash(std::string_view text);
 /// of one directory have one name.
 std::string InstanceName(const std::string& componentDirectory);
 
-/// The installed user guide, else the one in the source tree; raw bytes.
-std::string UserGuide();
+/// The user guide that belongs to the program at that path: the one that was installed with it, or
+/// that of its source tree if it lies where it was built. If there is neither, where the former
+/// should be. Raw bytes.
+std::string UserGuide(const std::string& program);
 
 }  // namespace veldrin
