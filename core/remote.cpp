@@ -218,4 +218,8 @@ void Remote::RepeatList(bool on) {
     Do([on] { SetRepeatList(on); });
 }
 
+bool Remote::PlayAtStartup() const {
+    return component_.State().PlayAtStartup;
+}
+
 }  // namespace sarnel

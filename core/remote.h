@@ -108,6 +108,9 @@ class Remote {
     bool RepeatList() const;
     void RepeatList(bool on);
 
+    /// Whether a start that restores the list plays it.
+    bool PlayAtStartup() const;
+
   private:
     frmMAIN* Main() const;
     JList* List() const;

@@ -76,6 +76,7 @@ class Application : private RunListener, private ItemListener {
     void LearnTypes();
     std::string FirstLine() const;
     void AddRestOfLines();
+    void PlayRestored();
     void BeginPlaying();
     void Listen();
     void Offer();

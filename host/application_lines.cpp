@@ -21,14 +21,16 @@ void Application::LearnTypes() {
 }
 
 std::string Application::FirstLine() const {
-    if (lines_.empty()) {
-        return {};
+    if (learning_.IsUnderWay()) {
+        return LineOfNothing(lines_.empty() || IsAdding(lines_.front()));
     }
-    return learning_.IsUnderWay() ? LineOfNothing(IsAdding(lines_.front())) : lines_.front();
+    return lines_.empty() ? std::string() : lines_.front();
 }
 
 void Application::AddRestOfLines() {
-    if (learning_.IsUnderWay() && !lines_.empty()) {
+    if (learning_.IsUnderWay() && lines_.empty()) {
+        errands_.Add({[this] { PlayRestored(); }});
+    } else if (learning_.IsUnderWay()) {
         // When the end has been asked for, it is the list's but plays no more.
         errands_.Add({[this, line = std::move(lines_.front())] {
                           HandOver(endRequested_ ? Adding(line) : line);
@@ -38,6 +40,19 @@ void Application::AddRestOfLines() {
     }
     for (std::size_t i = 1; i < lines_.size(); ++i) {
         AddLine(std::move(lines_[i]));
+    }
+}
+
+// As the component does when it restores the list itself.
+void Application::PlayRestored() {
+    sarnel::Remote remote(component_);
+    if (!remote.PlayAtStartup() || remote.State() != sarnel::PlaybackState::kStopped) {
+        return;
+    }
+    if (remote.Random()) {
+        remote.Next();
+    } else {
+        remote.Play();
     }
 }
 

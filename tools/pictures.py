@@ -21,7 +21,7 @@ from desktop import Display, wait_for  # noqa: E402
 GUIDE = os.path.join(ROOT, 'docs', 'guide')
 SCALE = 2
 LEFT, TOP, WIDTH, HEIGHT = 200, 100, 293, 277  # of the window, in its own pixels
-COLOURS = 128  # enough for the skin, and half of the bytes
+COLOURS = 255  # enough for the skin, and half of the bytes
 DESKTOP = '#39415c'
 
 HOME = '/tmp/nina'  # stands in a picture
@@ -91,7 +91,6 @@ class Studio:
         self.process.terminate()
         self.process.wait()
         self.display.end()
-        shutil.rmtree(HOME)
 
     def point_at(self, x, y):
         self.display.point_at((LEFT + x) * SCALE, (TOP + y) * SCALE)
@@ -148,21 +147,24 @@ class Studio:
 
 
 def main():
-    with tempfile.TemporaryDirectory(prefix='veldrin-pictures-') as folder:
-        os.mkdir(HOME)  # nobody else's
-        studio = Studio(os.path.abspath(sys.argv[1]), folder)
-        try:
-            studio.record()
-            studio.open()
-            studio.window()
-            studio.panel('browser', 'kAL', studio.choose_files)
-            studio.panel('search', 'kPkSh', studio.search)
-            studio.panel('lyrics', 'kPkLy')
-            studio.panel('effects', 'kPkEFX')
-            studio.panel('information', 'kPkNFO')
-            studio.menu()
-        finally:
-            studio.end()
+    os.mkdir(HOME)  # and nobody else's
+    try:
+        with tempfile.TemporaryDirectory(prefix='veldrin-pictures-') as folder:
+            studio = Studio(os.path.abspath(sys.argv[1]), folder)
+            try:
+                studio.record()
+                studio.open()
+                studio.window()
+                studio.panel('browser', 'kAL', studio.choose_files)
+                studio.panel('search', 'kPkSh', studio.search)
+                studio.panel('lyrics', 'kPkLy')
+                studio.panel('effects', 'kPkEFX')
+                studio.panel('information', 'kPkNFO')
+                studio.menu()
+            finally:
+                studio.end()
+    finally:
+        shutil.rmtree(HOME)
 
 
 main()

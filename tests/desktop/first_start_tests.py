@@ -86,6 +86,19 @@ class FirstStart(Player):
         self.end()
         self.assertEqual(self.paths_saved(), [b'0.mp3', b'1.mp3', b'a.wav', b'b.wav'])
 
+    def test_a_list_that_comes_back_plays_if_it_shall(self):
+        self.write_settings(PlayAtStartup=True)
+        with open(os.path.join(self.directory, 'Sarnel.Ambrisor.omk'), 'w', newline='') as file:
+            file.write('OMK v1.1\r\n2\r\n1\r\n' + ''.join(
+                f'{name}\r\n{self.at(name)}.wav\r\n' for name in 'ab'))
+        self.open_first()
+        wait_for(lambda: self.shows_row(1), 'the list')
+        self.assertEqual(self.title(), AT_REST)
+        self.answer()
+        self.wait_for_title('b')
+        self.end()
+        self.assertEqual(self.names_saved(), ['a.wav', 'b.wav'])
+
     def test_a_look_that_hangs_keeps_neither_the_end_nor_the_list(self):
         self.open_first(self.music)
         self.end()

@@ -207,6 +207,14 @@ TEST_F(RemoteCommandsTest, OnlyKeysOfTheMenuAreCommands) {
     EXPECT_EQ(remote_.ListCount(), 3);
 }
 
+TEST_F(RemoteCommandsTest, WhetherTheListPlaysAtStartupIsTheMenus) {
+    EXPECT_FALSE(remote_.PlayAtStartup());
+    remote_.RunCommand(menukeys::kPlayAtStartup);
+    EXPECT_TRUE(remote_.PlayAtStartup());
+    remote_.RunCommand(menukeys::kPlayAtStartup);
+    EXPECT_FALSE(remote_.PlayAtStartup());
+}
+
 TEST_F(RemoteCommandsTest, FileTypesThatTheHostHasLearntAreShown) {
     const platform::Label& types = *world_->Main().lblFileTypesSupported;
     const platform::Label& close = *world_->Main().lblFrameFileAssocOK;
