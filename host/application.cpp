@@ -126,6 +126,12 @@ void Application::ItemOpened(const std::string& path) {
     }
 }
 
+// The stop may be the window's end: after it the list is saved.
+void Application::Stopped(bool ended) {
+    front_.Stopped(ended);
+    AddWhatWaits();
+}
+
 void Application::Sought(int seconds) {
     if (mpris_) {
         mpris_->Sought(seconds);
@@ -288,9 +294,7 @@ void Application::RequestEnd() {
     endRequested_ = true;
     windows_.PopupMenus().EndMenu(0);
     windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
-    if (learning_.End()) {
-        errands_.LetGo();
-    }
+    AddWhatWaits();
     errands_.Hurry();
 }
 
@@ -325,6 +329,7 @@ void Application::End() {
     if (std::exchange(ended_, true)) {
         return;
     }
+    AddWhatWaits();
     errands_.Stop();
     if (mpris_) {
         mpris_->End();

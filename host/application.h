@@ -68,7 +68,7 @@ class Application : private RunListener, private ItemListener {
     void Closed() override;
     void ItemOpened(const std::string& path) override;
     void ItemFailed(const std::string& path) override;
-    void Stopped(bool ended) override { front_.Stopped(ended); }
+    void Stopped(bool ended) override;
     void Sought(int seconds) override;
 
     bool AwaitOpening(const std::function<bool()>& isDone);
@@ -76,6 +76,7 @@ class Application : private RunListener, private ItemListener {
     void LearnTypes();
     std::string FirstLine() const;
     void AddRestOfLines();
+    void AddWhatWaits();
     void PlayRestored();
     void BeginPlaying();
     void Listen();
@@ -125,6 +126,8 @@ class Application : private RunListener, private ItemListener {
     platform::Handle window_ = 0;
     KeptInput keptInput_;
     bool endRequested_ = false;
+    bool waitsForTypes_ = false;  ///< all errands do
+    bool playsNoMore_ = false;
     bool closed_ = false;
     bool ended_ = false;
 };

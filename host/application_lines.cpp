@@ -12,34 +12,41 @@ namespace veldrin {
 
 // A window need not wait for what the list is filled with; a terminal shows nothing else.
 void Application::LearnTypes() {
-    if (front_.GetDriver().ShowsPictures() && learning_.Begin([this] {
-            sarnel::Remote(component_).FileTypesChanged();
+    waitsForTypes_ = front_.GetDriver().ShowsPictures() && learning_.Begin([this] {
+        sarnel::Remote(component_).FileTypesChanged();
+        if (std::exchange(waitsForTypes_, false)) {
             errands_.LetGo();
-        })) {
+        }
+    });
+    if (waitsForTypes_) {
         errands_.Hold();
     }
 }
 
 std::string Application::FirstLine() const {
-    if (learning_.IsUnderWay()) {
+    if (waitsForTypes_) {
         return LineOfNothing(lines_.empty() || IsAdding(lines_.front()));
     }
     return lines_.empty() ? std::string() : lines_.front();
 }
 
 void Application::AddRestOfLines() {
-    if (learning_.IsUnderWay() && lines_.empty()) {
+    if (waitsForTypes_ && lines_.empty()) {
         errands_.Add({[this] { PlayRestored(); }});
-    } else if (learning_.IsUnderWay()) {
-        // When the end has been asked for, it is the list's but plays no more.
-        errands_.Add({[this, line = std::move(lines_.front())] {
-                          HandOver(endRequested_ ? Adding(line) : line);
-                      },
-                      {},
-                      true});
     }
-    for (std::size_t i = 1; i < lines_.size(); ++i) {
+    for (std::size_t i = waitsForTypes_ ? 0 : 1; i < lines_.size(); ++i) {
         AddLine(std::move(lines_[i]));
+    }
+}
+
+// Somebody cannot or will not wait, though nobody knows yet what of it can be played. It is not
+// played, then.
+void Application::AddWhatWaits() {
+    if (std::exchange(waitsForTypes_, false)) {
+        playsNoMore_ = true;
+        errands_.LetGo();
+        errands_.DoForList();
+        playsNoMore_ = false;
     }
 }
 
@@ -87,7 +94,9 @@ void Application::LeaveGiven() {
 }
 
 void Application::AddLine(std::string line) {
-    errands_.Add({[this, line = std::move(line)] { HandOver(line); }, {}, true});
+    errands_.Add({[this, line = std::move(line)] { HandOver(playsNoMore_ ? Adding(line) : line); },
+                  {},
+                  true});
 }
 
 // As a later start does with a path. Most are found at once, and what is asked next finds it done.

@@ -1,6 +1,7 @@
 #include "host/errands.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace veldrin {
@@ -45,6 +46,21 @@ void Errands::WorkOffSoon() {
 void Errands::LetGo() {
     --holds_;
     WorkOffSoon();
+}
+
+void Errands::DoForList() {
+    std::deque<Errand> others;
+    while (!waiting_.empty() && holds_ == 0 && !hasStopped_) {
+        Errand next = std::move(waiting_.front());
+        waiting_.pop_front();
+        if (next.isForList) {
+            next.work();
+        } else {
+            others.push_back(std::move(next));
+        }
+    }
+    waiting_.insert(waiting_.begin(), std::make_move_iterator(others.begin()),
+                    std::make_move_iterator(others.end()));
 }
 
 void Errands::Hurry() {

@@ -39,6 +39,8 @@ class Errands {
     /// Nothing is done until LetGo, which is called once for each Hold.
     void Hold() { ++holds_; }
     void LetGo();
+    /// Does at once what is for the list, before all else.
+    void DoForList();
     /// The end has been asked for: what is for the list is done at once, nothing else any more.
     void Hurry();
     /// Nothing is done any more.

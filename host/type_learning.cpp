@@ -18,21 +18,18 @@ bool TypeLearning::Begin(std::function<void()> onLearnt) {
         eventfd_t count = 0;
         eventfd_read(learnt_->Number(), &count);
         windows_.Schedule(0, [this] {
-            if (End()) {
-                std::exchange(onLearnt_, {})();
-            }
+            End();
+            onLearnt_();
         });
     });
     return true;
 }
 
-bool TypeLearning::End() {
-    if (learnt_ == nullptr) {
-        return false;
+void TypeLearning::End() {
+    if (learnt_ != nullptr) {
+        windows_.GetDriver().Watch(learnt_->Number(), {});
+        learnt_.reset();
     }
-    windows_.GetDriver().Watch(learnt_->Number(), {});
-    learnt_.reset();
-    return true;
 }
 
 }  // namespace veldrin

@@ -24,11 +24,10 @@ class TypeLearning {
     /// Begins if there is anything to be learnt, and answers that. `onLearnt` is called from the
     /// event pump when it is over, however it went.
     [[nodiscard]] bool Begin(std::function<void()> onLearnt);
-    bool IsUnderWay() const { return learnt_ != nullptr; }
-    /// Nothing is called any more. False if nothing was under way.
-    bool End();
 
   private:
+    void End();
+
     platform::WindowSystem& windows_;
     Engine& engine_;
     std::function<void()> onLearnt_;

@@ -13,6 +13,7 @@ from world import PATIENCE
 SCANNER = os.path.join(subprocess.run(
     ['pkg-config', '--variable=pluginscannerdir', 'gstreamer-1.0'], check=True,
     stdout=subprocess.PIPE).stdout.decode().strip(), 'gst-plugin-scanner')
+CLOSE = (272, 17)
 # Of the panel of file types, below where it is closed if it shows none.
 TYPES = (LIST[0], LIST[1] + 45, 250, 30)
 
@@ -29,6 +30,9 @@ class FirstStart(Player):
             self.environment[name] = os.path.join(self.folder, folder)
         self.scan_by(f'exec {SCANNER} "$@"')
         self.songs('a', 'b', 'Disc 1/c', 'Disc 1/d', 'Disc 2/Bonus/e', 'Disc 2/f')
+
+    def make_later_start(self):
+        """No."""
 
     def songs(self, *names, **options):
         for name in names:
@@ -100,9 +104,16 @@ class FirstStart(Player):
         self.assertEqual(self.names_saved(), ['a.wav', 'b.wav'])
 
     def test_a_look_that_hangs_keeps_neither_the_end_nor_the_list(self):
-        self.open_first(self.music)
-        self.end()
-        self.assertEqual(len(self.names_saved()), 6)
+        def close():
+            self.click(CLOSE)
+            self.assertEqual(self.player.wait(PATIENCE), 0)
+
+        for end in self.end, close:
+            with self.subTest(end.__name__):
+                self.open_first(self.music)
+                end()
+                self.assertEqual(len(self.names_saved()), 6)
+                self.assertEqual(self.playlist()[0], -1)
 
     def test_a_look_that_finds_nothing_leaves_nothing_to_play(self):
         plug_ins = os.path.join(self.folder, 'plug-ins')
