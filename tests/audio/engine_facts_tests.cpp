@@ -5,7 +5,9 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <iterator>
+#include <memory>
 
 #include "engine_fixture.h"
 
@@ -99,6 +101,21 @@ TEST_F(FactsTest, FileTypesAreRememberedUntilPlugInsChange) {
     std::ofstream(file) << stamp << " /more 1.2\nabc\n\n";
     EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
     EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
+}
+
+TEST_F(FactsTest, FileTypesAreLearntWhereTheyAreNotRemembered) {
+    const std::string file = directory_ / "file-types";
+    const Output silent{Output::Kind::kNull, {}};
+    {
+        Engine engine(silent, {}, file);
+        const auto learnt = std::make_shared<std::promise<void>>();
+        if (engine.LearnTypes([learnt] { learnt->set_value(); })) {
+            learnt->get_future().wait();
+        }
+        EXPECT_EQ(engine.FileTypes(), SilentEngine()->FileTypes());
+        EXPECT_FALSE(engine.LearnTypes([] { FAIL() << "twice"; }));
+    }
+    EXPECT_FALSE(Engine(silent, {}, file).LearnTypes([] { FAIL() << "known"; }));
 }
 
 TEST_F(FactsTest, FileTypesAreAskedForWhereTheyCannotBeRead) {

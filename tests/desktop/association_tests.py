@@ -9,7 +9,6 @@ import subprocess
 from desktop import main, wait_for
 from player import LIST, Player
 
-MENU_BUTTON = (20, 17)
 LABEL = (LIST[0] + 60, LIST[1] + 12)
 
 
@@ -41,18 +40,9 @@ class Associations(Player):
 
     def associate(self):
         """By the menu and the panel; answers when the defaults are written."""
-        rows = self.shown((LIST[0], LIST[1], 260, 20)).data
-        self.click(MENU_BUTTON)
-        self.wait_for_popups(1)
-        self.display.tool('key', 's')
-        self.wait_for_popups(2)
-        self.display.tool('key', '--delay', '30', 'Down', 'Down', 'Return')
-        wait_for(lambda: self.shown((LIST[0], LIST[1], 260, 20)).data != rows, 'the panel')
+        self.show_types()
         self.click(LABEL)
         wait_for(lambda: 'veldrin.desktop' in self.listed(), 'the defaults')
-
-    def wait_for_popups(self, count):
-        wait_for(lambda: len(self.display.windows_of(self.player)) == count + 1, f'{count} popups')
 
     def listed(self):
         if not os.path.exists(self.list):
