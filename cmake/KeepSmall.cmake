@@ -6,7 +6,7 @@ function(keep_small target)
   if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
     return()
   endif()
-  target_compile_options(${target} PRIVATE -O2 -ffunction-sections -fdata-sections)
+  target_compile_options(${target} PRIVATE -Os -ffunction-sections -fdata-sections)
   # Their options are not those of the precompiled headers.
   set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS -O3 SKIP_PRECOMPILE_HEADERS ON)
 endfunction()

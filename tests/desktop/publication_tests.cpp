@@ -394,7 +394,9 @@ TEST_F(PublicationTest, TheNewestIsDoneWhenTheEndHasBeenWaitedFor) {
 TEST_F(PublicationTest, ItsCallerDoesNotWait) {
     const Variable data("XDG_DATA_HOME", At("data"));
     const Variable config("XDG_CONFIG_HOME", At("config"));
-    const Variable machine("XDG_DATA_DIRS", At("machine"));  // no opener of folders
+    const Variable machine("XDG_DATA_DIRS", At("machine"));  // types, but no opener of folders
+    fs::create_directories(At("machine"));
+    fs::create_directory_symlink("/usr/share/mime", At("machine/mime"));
     const Variable path("PATH", At("tools") + ":" + getenv("PATH"));
     const std::string tool = "tools/update-desktop-database";
     Save(tool, "#!/bin/sh\nuntil test -e '" + At("returned") +
