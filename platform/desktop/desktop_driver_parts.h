@@ -23,6 +23,7 @@
 #include "platform/desktop/top_level.h"
 #include "platform/desktop/tray/tray_icons.h"
 #include "platform/desktop/wait_loop.h"
+#include "platform/desktop/x_server.h"
 
 namespace platform {
 
@@ -46,6 +47,10 @@ struct DesktopDriver::Parts {
               shared.events, [this](const desktop::DropPlace& place) { return PlaceOf(place); },
               [this] { loop.Wake(); }),
           associations(program) {
+        shared.isXOnWayland = desktop::IsXOnWayland();
+        if (shared.isXOnWayland) {
+            shared.selfPlacing = desktop::SelfPlacing::kUnknown;
+        }
         shared.onDrop = [this](const desktop::DropPlace& place, std::vector<std::string> paths) {
             drops.Take(place, std::move(paths));
         };

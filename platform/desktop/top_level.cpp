@@ -18,6 +18,10 @@ TopLevel::TopLevel(Handle handle, Shared& shared) : handle_(handle), shared_(sha
              Qt::WindowSystemMenuHint);
 }
 
+TopLevel::~TopLevel() {
+    MovePopupAside(true);
+}
+
 void TopLevel::SetVisibility(bool visible) {
     isHidden_ = !visible;
     if (!visible && keepsEntry_ && minimised_) {
@@ -29,6 +33,7 @@ void TopLevel::SetVisibility(bool visible) {
         comesMinimised_ = minimised_ && !isVisible();
         SetMinimisedState();
     }
+    MovePopupAside(!visible);
     setVisible(visible);
 }
 
@@ -58,13 +63,21 @@ void TopLevel::SetRect(const Rect& rect) {
 }
 
 void TopLevel::MoveTo(QPoint place) {
+    if (IsPlacedByDesktop()) {
+        HandOver(position());
+        return;
+    }
     if (handle() != nullptr && isVisible() && place != position()) {
+        DoubtPlacing();
         asked_.push_back({place, Clock::now()});
     }
     setPosition(place);
 }
 
 void TopLevel::ComeToScreen(Shown wanted) {
+    if (IsPlacedByDesktop()) {
+        return;
+    }
     if (const auto place = Rescued(Place(), wanted, ScreensNow())) {
         MoveTo(*place);
         Report(*place);
@@ -77,13 +90,17 @@ void TopLevel::Report(QPoint place) {
     shared_.events.Push(MovedByDesktop{handle_, ptScreen});
 }
 
-// While the window is dragged by its own doing, several places are under way; what comes back for
-// an older one is no move by the desktop. A place that was overtaken is never confirmed.
-bool TopLevel::IsAnswer(QPoint place) {
+void TopLevel::ForgetOldAsked() {
     constexpr std::chrono::seconds kForgotten(2);
     while (!asked_.empty() && Clock::now() - asked_.front().when > kForgotten) {
         asked_.pop_front();
     }
+}
+
+// While the window is dragged by its own doing, several places are under way; what comes back for
+// an older one is no move by the desktop. A place that was overtaken is never confirmed.
+bool TopLevel::IsAnswer(QPoint place) {
+    ForgetOldAsked();
     const auto found = std::find_if(asked_.begin(), asked_.end(),
                                     [&](const Asked& asked) { return asked.place == place; });
     if (found == asked_.end()) {
@@ -91,6 +108,7 @@ bool TopLevel::IsAnswer(QPoint place) {
         return false;
     }
     asked_.erase(asked_.begin(), found + 1);
+    Heeded();
     return true;
 }
 
@@ -105,6 +123,9 @@ bool TopLevel::IsPushedByAFrame(QPoint place) {
 }
 
 void TopLevel::moveEvent(QMoveEvent* event) {
+    if (shared_.isXOnWayland && IsPopup()) {
+        return;  // aside, and back
+    }
     const QPoint place = event->pos();
     const QPoint wanted = Place().topLeft();
     if (IsAnswer(place) || place == wanted) {
@@ -149,7 +170,15 @@ void TopLevel::Doubt() {
     }
 }
 
-void TopLevel::timerEvent(QTimerEvent* /*event*/) {
+void TopLevel::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == unheeded_.timerId()) {
+        EndDoubtOfPlacing();
+        return;
+    }
+    if (event->timerId() == behind_.timerId()) {
+        EndDoubtOfActivation();
+        return;
+    }
     doubt_.stop();
     if (minimised_ && isVisible() && isExposed() && !IsSaidToBeMinimised(*this)) {
         minimised_ = false;
@@ -181,6 +210,7 @@ void TopLevel::Activate() {
     if (isVisible()) {
         raise();
         requestActivate();
+        DoubtActivation();
     }
 }
 
@@ -197,6 +227,10 @@ void TopLevel::GrabInput() {
     constexpr std::chrono::milliseconds kPause(5);
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         if (setMouseGrabEnabled(true) && setKeyboardGrabEnabled(true)) {
+            shared_.isGrabbed = true;
+            if (shared_.isXOnWayland) {
+                catcher_ = std::make_unique<PressCatcher>(*this);
+            }
             return;
         }
         std::this_thread::sleep_for(kPause);
@@ -207,6 +241,8 @@ void TopLevel::GrabInput() {
 }
 
 void TopLevel::ReleaseInput() {
+    shared_.isGrabbed = false;
+    catcher_.reset();
     setKeyboardGrabEnabled(false);
     setMouseGrabEnabled(false);
 }

@@ -18,12 +18,14 @@
 #include "platform/desktop/drops.h"
 #include "platform/desktop/event_queue.h"
 #include "platform/desktop/magnification.h"
+#include "platform/desktop/press_catcher.h"
 #include "platform/desktop/screens.h"
 #include "platform/driver.h"
 
 class QDropEvent;
 class QInputMethodEvent;
 class QInputMethodQueryEvent;
+class QSinglePointEvent;
 
 namespace platform::desktop {
 
@@ -34,6 +36,10 @@ struct PointerRecord {
     Long held = 0;        ///< buttons: kLeftButton ...
 };
 
+/// Whether windows go where they are put. On an X server on Wayland that is up to the compositor's
+/// window manager, which does not say so: it comes out at the first drag.
+enum class SelfPlacing { kWorks, kUnknown, kIgnored };
+
 /// What the windows of a driver share; outlives them.
 struct Shared {
     Magnification scale;
@@ -41,14 +47,20 @@ struct Shared {
     PointerRecord pointer;
     std::optional<TextInput> input{};  ///< where the user writes
     bool composing = false;            ///< what was reported last is still being composed
-    bool hasShownPicture = false;      ///< any window
-    bool ignoresMethods = false;       ///< what input methods say now has been taken already
+    bool isXOnWayland = false;         ///< of an X server: it shows its windows on a compositor
+    SelfPlacing selfPlacing = SelfPlacing::kWorks;
+    bool isGrabbed = false;        ///< all input, by a popup
+    bool hasShownPicture = false;  ///< any window
+    bool ignoresMethods = false;   ///< what input methods say now has been taken already
     std::function<void(DropPlace, std::vector<std::string>)> onDrop{};  ///< paths, raw bytes
 };
 
 class TopLevel : public QWindow {
   public:
     TopLevel(Handle handle, Shared& shared);
+    ~TopLevel() override;
+    TopLevel(const TopLevel&) = delete;
+    TopLevel& operator=(const TopLevel&) = delete;
 
     // As the driver's members of that name.
     void SetVisibility(bool visible);
@@ -72,6 +84,7 @@ class TopLevel : public QWindow {
 
   protected:
     bool event(QEvent* event) override;
+    bool nativeEvent(const QByteArray& kind, void* message, qintptr* result) override;
     void exposeEvent(QExposeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
@@ -95,7 +108,18 @@ class TopLevel : public QWindow {
     void MoveTo(QPoint place);
     void Report(QPoint place);
     bool IsAnswer(QPoint place);
+    void ForgetOldAsked();
     bool IsPushedByAFrame(QPoint place);
+    bool IsPopup() const { return type() == Qt::ToolTip; }
+    bool IsPlacedByDesktop() const;
+    void MovePopupAside(bool goes);
+    void DoubtPlacing();
+    void EndDoubtOfPlacing();
+    void Heeded();
+    void HandOver(QPoint place);
+    void LearnPlace(const QSinglePointEvent& event);
+    void DoubtActivation();
+    void EndDoubtOfActivation();
     void StateChanged();
     void SetMinimisedState();
     void Doubt();
@@ -106,7 +130,8 @@ class TopLevel : public QWindow {
     bool CanBeSeen() const;
 
     Point ToScreen(QPointF ptGlobal) const;
-    void PointerSeen(QPointF ptGlobal, Qt::KeyboardModifiers modifiers, Qt::MouseButtons held);
+    void PointerSeen(const QSinglePointEvent& event, Qt::KeyboardModifiers modifiers,
+                     Qt::MouseButtons held);
     void Button(const QMouseEvent& event, bool down);
     void InputMethodAsks(QInputMethodQueryEvent& query) const;
     void Composed(const QInputMethodEvent& event);
@@ -118,6 +143,9 @@ class TopLevel : public QWindow {
     Shared& shared_;
     Rect rect_;  ///< as the component knows it
     std::deque<Asked> asked_;
+    QBasicTimer unheeded_;  ///< whether a window manager moves it when it is dragged
+    QPoint dragged_;        ///< where it was when that began
+    QBasicTimer behind_;    ///< whether a window manager brings it to the front when it is asked to
     std::optional<Clock::time_point> shownAt_;  ///< until the desktop has placed it
     bool minimised_ = false;
     bool isHidden_ = true;     ///< as the component knows it
@@ -125,7 +153,8 @@ class TopLevel : public QWindow {
     /// Shown while it was minimised, and never seen since: what the desktop says of its state may
     /// be older than what was asked for after that.
     bool comesMinimised_ = false;
-    QBasicTimer doubt_;  ///< whether the desktop minimises at all
+    std::unique_ptr<PressCatcher> catcher_;  ///< around a popup that has all input
+    QBasicTimer doubt_;                      ///< whether the desktop minimises at all
     bool hasIcon_ = false;
 
     QBackingStore store_;

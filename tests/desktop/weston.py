@@ -37,7 +37,8 @@ class Weston(Display):
         self.folder = tempfile.mkdtemp(prefix='veldrin-weston-')
         self.log = os.path.join(self.folder, 'log')
         # By its path it is found from whatever runtime folder a test has.
-        self.inside = {'WAYLAND_DISPLAY': os.path.join(self.folder, 'wayland')}
+        self.socket = os.path.join(self.folder, 'wayland')
+        self.inside = {'WAYLAND_DISPLAY': self.socket}
         try:
             self.begin(scale, on_x)
         except AssertionError:
