@@ -2,15 +2,9 @@
 #   cmake -DTABLE=file "-DPICTURES=file;file" -DOUTPUT=file -P EmbedSkins.cmake
 # Run by the CMakeLists.txt at the top whenever one of them changes.
 cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/EmbedBytes.cmake)
 set(bytes "")
 set(entries "")
-
-function(append_bytes name file)
-  file(READ "${file}" hex HEX)
-  string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," hex "${hex}")
-  string(APPEND bytes "constexpr unsigned char ${name}[] = {${hex}};\n")
-  set(bytes "${bytes}" PARENT_SCOPE)
-endfunction()
 
 append_bytes(kTable "${TABLE}")
 list(SORT PICTURES COMPARE NATURAL)
@@ -36,10 +30,7 @@ namespace sarnel {
 namespace {
 
 ${bytes}
-template <std::size_t size>
-std::string_view View(const unsigned char (&bytes)[size]) {
-    return {static_cast<const char*>(static_cast<const void*>(bytes)), size};
-}
+${view}
 
 }  // namespace
 

@@ -12,6 +12,7 @@
 #include "core/state/settings.h"
 #include "menus/commandmenu.h"
 #include "playback/mPlayback.h"
+#include "skin/skin.h"
 
 namespace sarnel {
 
@@ -97,6 +98,10 @@ void Remote::RunCommand(std::u16string_view key) {
     if (HasCommand(key)) {
         Do([key] { RunMenuCommand(key); });
     }
+}
+
+void Remote::FileTypesChanged() {
+    Do(ShowFileTypes);
 }
 
 PlaybackState Remote::State() const {
@@ -211,6 +216,10 @@ bool Remote::RepeatList() const {
 
 void Remote::RepeatList(bool on) {
     Do([on] { SetRepeatList(on); });
+}
+
+bool Remote::PlayAtStartup() const {
+    return component_.State().PlayAtStartup;
 }
 
 }  // namespace sarnel

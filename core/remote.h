@@ -62,6 +62,10 @@ class Remote {
     /// has no command does nothing, and so does a key that the menu does not have.
     void RunCommand(std::u16string_view key);
 
+    /// The host's file types are others than it has answered before: the panel that shows them asks
+    /// again.
+    void FileTypesChanged();
+
     // Transport.
 
     /// As the window shows it. An item without a known length is not followed by the component: it
@@ -103,6 +107,9 @@ class Remote {
     void RepeatItem(bool on);
     bool RepeatList() const;
     void RepeatList(bool on);
+
+    /// Whether a start that restores the list plays it.
+    bool PlayAtStartup() const;
 
   private:
     frmMAIN* Main() const;

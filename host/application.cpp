@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
 #include <utility>
 
@@ -46,9 +45,10 @@ Application::Application(Beginning beginning, Signals& signals, Front& front, Co
       lyrics_(MakeLyrics(beginning.words, console)),
       windows_(front.GetDriver()),
       host_(engine_, tags_, *this, *this),
-      component_(windows_, {beginning.directory, UserGuide(),
+      component_(windows_, {beginning.directory, UserGuide(ProgramPath()),
                             lyrics_ ? lyrics_->Address() : beginning.lyrics}),
       errands_(windows_, front.GetDriver().ShowsPictures()),
+      learning_(windows_, engine_),
       lines_(std::move(beginning.lines)),
       given_(std::move(beginning.more)),
       rules_(std::move(beginning.rules)),
@@ -74,10 +74,9 @@ Application::~Application() {
 int Application::Run() {
     Listen();
     Offer();
+    LearnTypes();
     Load();
-    for (std::size_t i = 1; i < lines_.size(); ++i) {
-        AddLine(std::move(lines_[i]));
-    }
+    AddRestOfLines();
     errands_.WorkOff();
     if (given_) {
         ReadGiven(std::move(given_));
@@ -127,6 +126,12 @@ void Application::ItemOpened(const std::string& path) {
     }
 }
 
+// The stop may be the window's end: after it the list is saved.
+void Application::Stopped(bool ended) {
+    front_.Stopped(ended);
+    AddWhatWaits();
+}
+
 void Application::Sought(int seconds) {
     if (mpris_) {
         mpris_->Sought(seconds);
@@ -170,7 +175,7 @@ void Application::Load() {
     component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlLoad, first, second);
     window_ = first.AsLong().value_or(0);
     first = true;
-    second = platform::Widen(lines_.empty() ? std::string() : lines_.front());
+    second = platform::Widen(FirstLine());
     component_.ProcessImpulse(sarnel::kImpulseControl, sarnel::kControlShow, first, second);
 }
 
@@ -184,40 +189,6 @@ void Application::Listen() {
             },
             HandoverServer::Limits());
     }
-}
-
-// Another one may still be looking for what the list had before.
-void Application::ReadGiven(std::unique_ptr<GivenReader> given) {
-    LeaveGiven();
-    given_ = std::move(given);
-    front_.GetDriver().Watch(given_->Number(), [this] { TakeGiven(); });
-    TakeGiven();
-}
-
-// Not from within the driver's wait: the component may wait in turn.
-void Application::TakeGiven() {
-    GivenPaths given = given_->Take();
-    for (std::string& line : given.lines) {
-        AddLine(std::move(line));
-    }
-    for (const std::string& complaint : given.complaints) {
-        console_.Complain(Printable(complaint));
-    }
-    if (given_->IsDone()) {
-        LeaveGiven();
-    }
-    errands_.WorkOffSoon();
-}
-
-void Application::LeaveGiven() {
-    if (given_) {
-        front_.GetDriver().Watch(given_->Number(), {});
-        given_.reset();
-    }
-}
-
-void Application::AddLine(std::string line) {
-    errands_.Add({[this, line = std::move(line)] { HandOver(line); }, {}, true});
 }
 
 // An end does not wait, nor does the question how things stand.
@@ -302,19 +273,6 @@ void Application::Offer() {
     mpris_.emplace(std::move(player), cache ? *cache + "/art" : std::string());
 }
 
-// As a later start does with a path. Most are found at once, and what is asked next finds it done.
-void Application::Open(const std::string& path) {
-    constexpr std::chrono::milliseconds kPatience(50);
-    auto given = std::make_unique<GivenReader>(std::vector{path}, rules_());
-    given->WaitForAll(kPatience);
-    ReadGiven(std::move(given));
-    errands_.WorkOff();
-}
-
-void Application::HandOver(const std::string& line) {
-    windows_.SendCopyData(window_, {0, line});
-}
-
 void Application::SignalArrived(int number) {
     switch (number) {
         case SIGTSTP:
@@ -336,6 +294,7 @@ void Application::RequestEnd() {
     endRequested_ = true;
     windows_.PopupMenus().EndMenu(0);
     windows_.PostMessage(window_, platform::WM_CLOSE, 0, 0);
+    AddWhatWaits();
     errands_.Hurry();
 }
 
@@ -370,6 +329,7 @@ void Application::End() {
     if (std::exchange(ended_, true)) {
         return;
     }
+    AddWhatWaits();
     errands_.Stop();
     if (mpris_) {
         mpris_->End();

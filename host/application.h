@@ -25,6 +25,7 @@
 #include "host/rescue/rescue.h"
 #include "host/signals.h"
 #include "host/terminal/console.h"
+#include "host/type_learning.h"
 #include "host/veldrin_host.h"
 #include "platform/windows/window_system.h"
 
@@ -67,11 +68,16 @@ class Application : private RunListener, private ItemListener {
     void Closed() override;
     void ItemOpened(const std::string& path) override;
     void ItemFailed(const std::string& path) override;
-    void Stopped(bool ended) override { front_.Stopped(ended); }
+    void Stopped(bool ended) override;
     void Sought(int seconds) override;
 
     bool AwaitOpening(const std::function<bool()>& isDone);
     void Load();
+    void LearnTypes();
+    std::string FirstLine() const;
+    void AddRestOfLines();
+    void AddWhatWaits();
+    void PlayRestored();
     void BeginPlaying();
     void Listen();
     void Offer();
@@ -109,6 +115,7 @@ class Application : private RunListener, private ItemListener {
     std::optional<Notifier> notifier_;
     std::optional<Mpris> mpris_;
     Errands errands_;
+    TypeLearning learning_;
     std::optional<HandoverServer> server_;
     std::vector<std::string> lines_;
     std::unique_ptr<GivenReader> given_;
@@ -119,6 +126,8 @@ class Application : private RunListener, private ItemListener {
     platform::Handle window_ = 0;
     KeptInput keptInput_;
     bool endRequested_ = false;
+    bool waitsForTypes_ = false;  ///< all errands do
+    bool playsNoMore_ = false;
     bool closed_ = false;
     bool ended_ = false;
 };

@@ -1,12 +1,13 @@
 #include "host/errands.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace veldrin {
 
 bool Errands::Add(Errand errand) {
-    const bool isRepeated = isHeld_ && !errand.name.empty() &&
+    const bool isRepeated = holds_ > 0 && !errand.name.empty() &&
                             std::any_of(waiting_.begin(), waiting_.end(), [&](const Errand& other) {
                                 return other.name == errand.name;
                             });
@@ -20,7 +21,7 @@ bool Errands::Add(Errand errand) {
 void Errands::WorkOff() {
     constexpr platform::Millis kLongest = 20;
     const platform::Millis start = windows_.Now();
-    while (!waiting_.empty() && !isHeld_ && !hasStopped_) {
+    while (!waiting_.empty() && holds_ == 0 && !hasStopped_) {
         if (inSlices_ && !isInHurry_ && windows_.Now() - start >= kLongest) {
             WorkOffSoon();
             return;
@@ -43,8 +44,23 @@ void Errands::WorkOffSoon() {
 }
 
 void Errands::LetGo() {
-    isHeld_ = false;
+    --holds_;
     WorkOffSoon();
+}
+
+void Errands::DoForList() {
+    std::deque<Errand> others;
+    while (!waiting_.empty() && holds_ == 0 && !hasStopped_) {
+        Errand next = std::move(waiting_.front());
+        waiting_.pop_front();
+        if (next.isForList) {
+            next.work();
+        } else {
+            others.push_back(std::move(next));
+        }
+    }
+    waiting_.insert(waiting_.begin(), std::make_move_iterator(others.begin()),
+                    std::make_move_iterator(others.end()));
 }
 
 void Errands::Hurry() {

@@ -36,9 +36,11 @@ class Errands {
     /// The same, but all of it from the event pump.
     void WorkOffSoon();
 
-    /// Nothing is done until LetGo.
-    void Hold() { isHeld_ = true; }
+    /// Nothing is done until LetGo, which is called once for each Hold.
+    void Hold() { ++holds_; }
     void LetGo();
+    /// Does at once what is for the list, before all else.
+    void DoForList();
     /// The end has been asked for: what is for the list is done at once, nothing else any more.
     void Hurry();
     /// Nothing is done any more.
@@ -49,7 +51,7 @@ class Errands {
     bool inSlices_;
     std::deque<Errand> waiting_;
     bool isScheduled_ = false;
-    bool isHeld_ = false;
+    int holds_ = 0;
     bool isInHurry_ = false;
     bool hasStopped_ = false;
 };

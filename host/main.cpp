@@ -251,11 +251,9 @@ std::unique_ptr<Front> MakeFront(const Options& options, Console& console) {
 /// The lines of a start that is to play nothing: all of them add to the saved list.
 std::vector<std::string> SilentLines(std::vector<std::string> lines) {
     if (lines.empty()) {
-        // Adds nothing, on any system; an empty line might play what it restores.
-        lines.push_back(CommandLine("/dev/null/nothing", true));
-    } else if (lines.front().starts_with('"')) {
-        lines.front().insert(0, "/ADD ");
+        lines.push_back(LineOfNothing(true));
     }
+    lines.front() = Adding(std::move(lines.front()));
     return lines;
 }
 

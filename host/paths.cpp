@@ -88,6 +88,18 @@ std::string CommandLine(std::string_view absolutePath, bool add) {
     return line;
 }
 
+std::string LineOfNothing(bool add) {
+    return CommandLine("/dev/null/nothing", add);
+}
+
+bool IsAdding(std::string_view line) {
+    return !line.starts_with('"');
+}
+
+std::string Adding(std::string line) {
+    return IsAdding(line) ? std::move(line) : "/ADD " + line;
+}
+
 std::string ProgramPath() {
     std::error_code error;
     return std::filesystem::read_symlink("/proc/self/exe", error).native();
@@ -144,9 +156,15 @@ std::optional<std::string> RuntimeFolder(const std::string& tmp) {
     return std::nullopt;
 }
 
-std::string UserGuide() {
+std::string UserGuide(const std::string& program) {
     std::error_code error;
-    return std::filesystem::exists(VELDRIN_GUIDE, error) ? VELDRIN_GUIDE : VELDRIN_SOURCE_GUIDE;
+    const std::string folder = FolderOf(program);
+    const std::string installed = AbsolutePath(VELDRIN_GUIDE, folder);
+    const std::string built = AbsolutePath(VELDRIN_SOURCE_GUIDE, folder);
+    const auto isThere = [&error](const std::string& path) {
+        return std::filesystem::is_regular_file(path, error);
+    };
+    return !isThere(installed) && isThere(built) ? built : installed;
 }
 
 std::string ShortHash(std::string_view text) {

@@ -22,6 +22,15 @@ std::optional<std::string> CurrentFolder();
 /// it is, further quotes and line breaks included.
 std::string CommandLine(std::string_view absolutePath, bool add);
 
+/// One that names nothing, on any system. As the first of a run it leaves the list empty or, with
+/// `add`, as it was saved. (An empty line might play what it restores.)
+std::string LineOfNothing(bool add);
+
+/// Whether such a line adds, rather than replacing the list and playing.
+bool IsAdding(std::string_view line);
+/// The same line, adding.
+std::string Adding(std::string line);
+
 /// The whole path of the running program.
 std::string ProgramPath();
 
@@ -60,7 +69,9 @@ std::string ShortHash(std::string_view text);
 /// of one directory have one name.
 std::string InstanceName(const std::string& componentDirectory);
 
-/// The installed user guide, else the one in the source tree; raw bytes.
-std::string UserGuide();
+/// The user guide that belongs to the program at that path: the one that was installed with it, or
+/// that of its source tree if it lies where it was built. If there is neither, where the former
+/// should be. Raw bytes.
+std::string UserGuide(const std::string& program);
 
 }  // namespace veldrin

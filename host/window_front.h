@@ -26,8 +26,7 @@ class WindowFront : public Front {
         std::vector<platform::Long> keys(kTransportKeys.begin(), kTransportKeys.end());
         keys.push_back(platform::VK_RETURN);
         driver_.CountOnceWhileWaiting(std::move(keys));
-        driver_.TellOfDrops(
-            [&console](const std::string& text) { console.Complain(Printable(text)); });
+        driver_.TellBy([&console](const std::string& text) { console.Complain(Printable(text)); });
         driver_.SetFetcher([pages = MakeFetcher()](const std::string& address, bool fresh) {
             return pages->Fetch(address, fresh);
         });

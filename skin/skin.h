@@ -20,4 +20,7 @@ std::u16string SkinName(Long skin);
 /// host for its file types (impulse 11). A step that fails is skipped: its control stays as it was.
 void LoadSkin(Long skin);
 
+/// Asks the host for its file types once more and shows them in the panel of the associations.
+void ShowFileTypes();
+
 }  // namespace sarnel

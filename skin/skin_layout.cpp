@@ -8,6 +8,7 @@
 #include "core/state/frmmain.h"
 #include "core/state/paneltable.h"
 #include "platform/base/text.h"
+#include "skin/skin.h"
 #include "skin/skin_offsets.h"
 #include "skin/skin_steps.h"
 
@@ -70,19 +71,24 @@ std::u16string TypesText(const std::vector<std::u16string>& types) {
     return text;
 }
 
-void LayAssociations(const PanelPlace& place) {
+// Below them stands what closes the panel.
+void LayFileTypes(Long width) {
     frmMAIN& main = App().Main();
     Label& types = *main.lblFileTypesSupported;
     Label& close = *main.lblFrameFileAssocOK;
-    Step([&] { types.AutoSize(false); });
-    Step([&] { types.Move(5, 5, place.width - 10, 80); });
     const std::u16string known = Ask(ImpulseGetFileTypes, std::u16string(), {}, {});
     Step([&] { types.Caption(TypesText(platform::Split(known, u';'))); });
     Step([&] { types.AutoSize(true); });
     Step([&] { types.ForeColor(main.lstPlaylist.TextColor()); });
-    Step(
-        [&] { close.Move(5, types.Top() + types.Height() + 5, place.width - 10, close.Height()); });
+    Step([&] { close.Move(5, types.Top() + types.Height() + 5, width, close.Height()); });
     Step([&] { close.ForeColor(main.lstPlaylist.TextColor()); });
+}
+
+void LayAssociations(const PanelPlace& place) {
+    Label& types = *App().Main().lblFileTypesSupported;
+    Step([&] { types.AutoSize(false); });
+    Step([&] { types.Move(5, 5, place.width - 10, 80); });
+    LayFileTypes(place.width - 10);
 }
 
 void LayBrowser(const SkinRows& skin, const PanelPlace& place) {
@@ -151,6 +157,10 @@ void LayoutFrames(const SkinRows& skin) {
     LayInformation(place);
     LayLyrics();
     LayEffects();
+}
+
+void ShowFileTypes() {
+    LayFileTypes(App().Main().lblFrameFileAssocOK->Width());
 }
 
 }  // namespace sarnel

@@ -10,6 +10,9 @@ build_packages=(cmake ninja-build g++ pkg-config
 sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
 # A display in memory, and what looks at it and points at things on it.
 display_packages=(xvfb openbox xdotool x11-utils imagemagick)
+# What makes the package, looks at it, and offers its options.
+packing_packages=(dpkg-dev file binutils fakeroot lintian appstream man-db groff-base
+  bash-completion zsh fish)
 # What the tests and the checks need besides: among it a Wayland compositor with an X server; the last
 # ones are a sound server and what records it.
 test_packages=(libgtest-dev libbenchmark-dev python3 clang-format
@@ -17,7 +20,7 @@ test_packages=(libgtest-dev libbenchmark-dev python3 clang-format
   chromium chromium-driver python3-selenium
   weston qt6-wayland xwayland
   dbus playerctl python3-gi xdg-utils desktop-file-utils libglib2.0-bin shared-mime-info
-  pulseaudio pulseaudio-utils)
+  "${packing_packages[@]}" pulseaudio pulseaudio-utils)
 
 # install_missing PACKAGE... : prints nothing unless something is missing.
 install_missing() {

@@ -106,20 +106,19 @@ void AudioOutput::Look(std::unique_ptr<Drain> gone) {
     looksAgain_ = false;
     isLooking_ = true;
     lookAt_ = Clock::now() + kBetweenLooks;
-    found_ = std::make_shared<Found>();
+    found_ = std::make_shared<OpenedDevice>();
     looking_.Begin([found = found_, old = std::shared_ptr<Drain>(std::move(gone))]() mutable {
         old.reset();
-        found->device = OpenDevice();
-        found->done = true;
+        *found = OpenDevice();
     });
 }
 
 /// Takes what has been found, if the search is over.
 void AudioOutput::TakeFound() {
-    if (!found_->done) {
+    if (!looking_.IsDone()) {
         return;
     }
-    OpenedDevice device = std::move(found_->device);
+    OpenedDevice device = std::move(*found_);
     found_.reset();
     if (device.drain != nullptr) {
         Use(std::move(device.drain));
@@ -133,7 +132,7 @@ void AudioOutput::TakeFound() {
 
 /// The device has gone. Where there is another one, nothing is missed.
 void AudioOutput::Replace() {
-    if (choice_.kind != Output::Kind::kAuto || drain_ == nullptr) {
+    if (choice_.kind != Output::Kind::kAuto) {
         return;
     }
     const auto lasted = Clock::now() - openedAt_;

@@ -74,10 +74,6 @@ class AudioOutput {
 
   private:
     using Clock = std::chrono::steady_clock;
-    struct Found {
-        OpenedDevice device;
-        std::atomic<bool> done{false};
-    };
     void Look(std::unique_ptr<Drain> gone);
     void TakeFound();
     void Replace();
@@ -96,7 +92,7 @@ class AudioOutput {
     bool isReplacement_ = false;  // of one that went in the same item
     Clock::time_point lookAt_;    // not before
     Worker looking_;
-    std::shared_ptr<Found> found_;  // of the search that is under way
+    std::shared_ptr<OpenedDevice> found_;  // of the search that is under way
 
     std::atomic<bool> silent_{false};
     std::atomic<bool> looksAgain_{false};

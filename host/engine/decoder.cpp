@@ -65,15 +65,21 @@ void MixChannelsWithoutPlaces(GstElement* convert, int channels) {
     g_value_unset(&matrix);
 }
 
-gboolean NoteRunningTask(GstElement*, GstPad* pad, gpointer found) {
-    *static_cast<bool*>(found) = gst_pad_get_task_state(pad) == GST_TASK_STARTED;
+/// Its lock is held by the thread that is at work in it. A task that hands its pad over to another
+/// element no longer counts as started, but may be held up in the midst of that.
+gboolean NoteWork(GstElement*, GstPad* pad, gpointer found) {
+    const bool isFree = GST_PAD_STREAM_TRYLOCK(pad) == TRUE;
+    if (isFree) {
+        GST_PAD_STREAM_UNLOCK(pad);
+    }
+    *static_cast<bool*>(found) = !isFree || gst_pad_get_task_state(pad) == GST_TASK_STARTED;
     return !*static_cast<bool*>(found);  // go on to the next pad
 }
 
 /// Whether any streaming thread of the pipeline is at work or held back.
-bool IsAnyTaskRunning(GstBin* pipeline) {
+bool IsAnyThreadAtWork(GstBin* pipeline) {
     const auto lookAt = [](const GValue* item, GValue*, gpointer found) -> gboolean {
-        gst_element_foreach_pad(GST_ELEMENT(g_value_get_object(item)), &NoteRunningTask, found);
+        gst_element_foreach_pad(GST_ELEMENT(g_value_get_object(item)), &NoteWork, found);
         return !*static_cast<bool*>(found);  // go on to the next element
     };
     bool found = false;
@@ -189,7 +195,7 @@ bool Decoder::WaitForSound() {
             return sounds_;
         }
         lock.unlock();
-        idleLooks = IsAnyTaskRunning(GST_BIN(pipeline_.get())) ? 0 : idleLooks + 1;
+        idleLooks = IsAnyThreadAtWork(GST_BIN(pipeline_.get())) ? 0 : idleLooks + 1;
         lock.lock();
     }
     return false;

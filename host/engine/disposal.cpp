@@ -18,12 +18,14 @@ std::shared_ptr<Item> Disposal::Share(std::unique_ptr<Item> item) {
 
 void Disposal::Take(std::unique_ptr<Item> item) {
     const std::lock_guard lock(mutex_);
+    bool isBeingCleared = false;
     {
         const std::lock_guard pileLock(pile_->mutex);
         pile_->items.push_back(std::move(item));
+        isBeingCleared = std::exchange(pile_->isBeingCleared, true);
     }
     const auto now = std::chrono::steady_clock::now();
-    if (worker_.IsDone() || now - began_ > kPatience) {
+    if (!isBeingCleared || now - began_ > kPatience) {
         began_ = now;
         worker_.Begin([pile = pile_] { Clear(pile); });
     }
@@ -35,17 +37,13 @@ void Disposal::Clear(const std::shared_ptr<Pile>& pile) {
         {
             const std::lock_guard lock(pile->mutex);
             if (pile->items.empty()) {
+                pile->isBeingCleared = false;
                 return;
             }
             item = std::move(pile->items.back());
             pile->items.pop_back();
         }
     }
-}
-
-void Disposal::WaitFor(std::chrono::milliseconds longest) {
-    const std::lock_guard lock(mutex_);
-    worker_.WaitFor(longest);
 }
 
 }  // namespace veldrin

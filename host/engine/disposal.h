@@ -16,13 +16,12 @@ class Disposal : public std::enable_shared_from_this<Disposal> {
   public:
     /// An item that comes here when nobody has it any more, on whatever thread that is.
     std::shared_ptr<Item> Share(std::unique_ptr<Item> item);
-    /// Waits until all that have come are taken apart, but no longer than this.
-    void WaitFor(std::chrono::milliseconds longest);
 
   private:
     struct Pile {
         std::mutex mutex;
         std::vector<std::unique_ptr<Item>> items;
+        bool isBeingCleared = false;
     };
     void Take(std::unique_ptr<Item> item);
     static void Clear(const std::shared_ptr<Pile>& pile);

@@ -19,6 +19,10 @@ void Engine::Prepare() {
     player_->Prepare();
 }
 
+bool Engine::LearnTypes(std::function<void()> onLearnt) {
+    return player_->LearnTypes(std::move(onLearnt));
+}
+
 bool Engine::OutputReady() {
     return player_->OutputReady();
 }

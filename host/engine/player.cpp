@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstdio>
 #include <utility>
@@ -30,9 +31,11 @@ constexpr milliseconds kLeastLead(150);
 // The end of the engine waits for the end of the music, but not for a device that does not go on.
 constexpr milliseconds kTailAtMost(1500);
 constexpr milliseconds kFadeAtMost(200);
-// For things that nobody may be held up by while something plays.
+// Nobody may be held up for longer while something plays.
 constexpr milliseconds kUnnoticed(40);
 constexpr milliseconds kDeviceSoon(300);
+/// For what is waited for without an end.
+constexpr std::chrono::hours kSomeTime(1);
 
 /// GStreamer and its plug-ins complain to the terminal about files that are merely damaged. Their
 /// messages are for those who look for faults in them, and who ask for them in the environment.
@@ -59,6 +62,12 @@ void WriteToStandardError(const std::string& line) {
 
 }  // namespace
 
+/// What the thread that starts GStreamer has to say.
+struct Player::Started {
+    std::atomic<bool> over = false;
+    std::atomic<bool> runs = false;
+};
+
 /// What another thread reads of the present item's file.
 struct Player::FileFacts {
     int bitRate = 0;  // kbit/s; 0: the tags do not say
@@ -82,27 +91,38 @@ Player::~Player() {
     }
 }
 
-void Player::Prepare() {
+// A few hundredths of a second that the caller can use for something else; but at the very first
+// start each plug-in is loaded, and may do what it likes.
+void Player::Begin(std::function<void()> onStarted) {
     if (start_ != Start::kNone) {
         return;
     }
     start_ = Start::kUnderWay;
-    // A few hundredths of a second that the caller can use for something else.
-    starting_ = std::async(std::launch::async, [this] {
+    started_ = std::make_shared<Started>();
+    starting_.Begin([output = output_, started = started_, onStarted = std::move(onStarted)] {
         SilenceLibraries();
-        if (gst_init_check(nullptr, nullptr, nullptr) == FALSE) {
-            return false;
+        if (gst_init_check(nullptr, nullptr, nullptr) == TRUE) {
+            output->Start();
+            started->runs = true;
         }
-        output_->Start();
-        return true;
+        started->over = true;
+        if (onStarted) {
+            onStarted();
+        }
     });
+}
+
+bool Player::IsStarting() const {
+    return start_ == Start::kUnderWay && !started_->over && !starting_.IsDone();
 }
 
 /// Waits until GStreamer runs; False if it cannot.
 bool Player::Await() {
     Prepare();
     if (start_ == Start::kUnderWay) {
-        runs_ = starting_.get();
+        while (!starting_.WaitFor(kSomeTime)) {
+        }
+        runs_ = started_->runs;
         start_ = Start::kDone;
         types_.reset();  // what was remembered has served
         TellNotice();
@@ -142,7 +162,7 @@ Opener::Opened Player::Opened(const std::string& path) {
     Prepare();
     const bool started =
         start_ == Start::kDone || opener_.Await([this](std::chrono::nanoseconds longest) {
-            return starting_.wait_for(longest) == std::future_status::ready;
+            return starting_.WaitFor(longest);
         });
     if (!started || !Await()) {
         return {};
@@ -209,7 +229,6 @@ void Player::Stop() {
     }
     // Paused silence would hold the next item, too.
     line_->SetPaused(false);
-    disposal_->WaitFor(kUnnoticed);
     ended_ = false;
     paused_ = false;
 }
@@ -332,9 +351,25 @@ std::string Player::OutputName() const {
     return start_ == Start::kDone ? output_->Name() : output_->ChoiceName();
 }
 
-const SupportedTypes& Player::Types() {
+bool Player::LearnTypes(std::function<void()> onLearnt) {
+    RecallTypes();
+    if (!types_ && start_ == Start::kNone) {
+        anyTypes_ = SupportedTypes::Known();
+        Begin(std::move(onLearnt));
+    }
+    return !types_ && IsStarting();
+}
+
+void Player::RecallTypes() {
     if (!types_ && start_ != Start::kDone) {
         types_ = SupportedTypes::Remembered(typesFile_);
+    }
+}
+
+const SupportedTypes& Player::Types() {
+    RecallTypes();
+    if (!types_ && anyTypes_ && IsStarting()) {
+        return *anyTypes_;
     }
     if (!types_) {
         Await();

@@ -2,7 +2,7 @@
 // and the present item, if any. Its members are those of the engine and keep their promises.
 #pragma once
 
-#include <future>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,6 +14,7 @@
 #include "host/engine/file_types.h"
 #include "host/engine/opener.h"
 #include "host/engine/sound_line.h"
+#include "host/engine/worker.h"
 
 namespace veldrin {
 
@@ -24,7 +25,8 @@ class Player {
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
-    void Prepare();
+    void Prepare() { Begin({}); }
+    bool LearnTypes(std::function<void()> onLearnt);
     bool OutputReady();
     void WaitBy(Engine::Wait wait) { opener_.WaitBy(std::move(wait)); }
     void FinishOutput();
@@ -49,8 +51,12 @@ class Player {
 
   private:
     struct FileFacts;
+    struct Started;
+    void Begin(std::function<void()> onStarted);
+    bool IsStarting() const;
     bool Await();
     void TellNotice();
+    void RecallTypes();
     Opener::Opened Opened(const std::string& path);
     void LookForDevice();
     void ReadFacts(const std::string& path);
@@ -63,11 +69,13 @@ class Player {
     const std::shared_ptr<AudioOutput> output_;
     enum class Start { kNone, kUnderWay, kDone };
     Start start_ = Start::kNone;
-    std::future<bool> starting_;  // of kUnderWay, when output_ belongs to another thread
-    bool runs_ = false;           // of kDone: GStreamer could be started
+    Worker starting_;  // of kUnderWay, when output_ belongs to another thread
+    std::shared_ptr<Started> started_;
+    bool runs_ = false;  // of kDone: GStreamer could be started
     const std::string typesFile_;
     const Loudness loudness_;
     std::optional<SupportedTypes> types_;
+    std::optional<SupportedTypes> anyTypes_;  // for as long as they are being learnt
 
     Effects effects_;
     double gain_ = 1.0;

@@ -104,7 +104,7 @@ void Playout::SetEffects(const Effects& effects) {
 }
 
 bool Playout::IsTurnDue() const {
-    return FirstToJump() != entries_.end() || stretches_ != WantsStretch();
+    return FirstToJump() != entries_.end() || (rate_ > 0 && stretches_ != WantsStretch());
 }
 
 std::deque<Playout::Entry>::const_iterator Playout::FirstToJump() const {
@@ -285,6 +285,7 @@ void Playout::NoteLeft() {
         left += entry.item->FramesLeft();
     }
     left_ = left;
+    tempo_ = stretches_ ? settings_.TempoFactor() : 1.0;
 }
 
 }  // namespace veldrin

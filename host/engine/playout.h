@@ -63,11 +63,13 @@ class Playout {
     /// Puts the next frames behind `out`, `most` at most.
     void Render(std::vector<float>& out, std::size_t most, Gaps gaps);
 
-    // These two may be asked on any thread.
+    // These may be asked on any thread.
     /// Frames that have not been read yet of all that is to be heard, as of the last call.
     std::int64_t FramesLeft() const { return left_; }
     /// The number of the read frame behind the last one that is of an item.
     std::int64_t EndOfItems() const { return lastOfItems_; }
+    /// How many of the frames that are read are heard in each.
+    double Tempo() const { return tempo_; }
     /// Whether Render would put out more than silence.
     bool HasFrames();
     /// Whether nothing is there to be played, now or later.
@@ -91,6 +93,7 @@ class Playout {
     int rate_ = 0;
     std::deque<Entry> entries_;
     std::atomic<std::int64_t> left_{0};
+    std::atomic<double> tempo_{1.0};
 
     Effects settings_;
     EffectChain effects_;

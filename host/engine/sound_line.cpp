@@ -26,6 +26,19 @@ constexpr milliseconds kBetweenQuestions(50);
 
 }  // namespace
 
+/// Wakes the thread. Decoders hold it, too: none of them shall be the last to hold the output,
+/// whose file is complete only when it goes.
+struct SoundLine::Bell {
+    void Ring() {
+        const std::lock_guard lock(mutex);
+        woken = true;
+        changed.notify_all();
+    }
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool woken = false;
+};
+
 /// What both threads hold; whoever is last clears it away.
 struct SoundLine::Shared {
     explicit Shared(std::shared_ptr<AudioOutput> theOutput) : output(std::move(theOutput)) {}
@@ -70,15 +83,16 @@ struct SoundLine::Shared {
     std::vector<float> frames;  // kept for its memory
     std::int64_t silence = 0;   // frames of it in a row
 
-    mutable std::mutex mutex;  // guards the rest
-    mutable std::condition_variable changed;
+    const std::shared_ptr<Bell> bell = std::make_shared<Bell>();
+    std::mutex& mutex = bell->mutex;  // guards the rest
+    std::condition_variable& changed = bell->changed;
+    bool& woken = bell->woken;
     Orders orders;
     unsigned ordered = 0;  // changes so far
     unsigned made = 0;     // of them
     bool ends = false;
     bool finishes = false;
     bool ended = false;
-    bool woken = false;
     bool rests = true;
     int rate = 0;
     std::int64_t heard = 0;
@@ -284,11 +298,7 @@ std::function<void()> SoundLine::Waker() const {
     if (!shared_->output->IsFile()) {
         return [] {};  // it never waits for more
     }
-    return [weak = std::weak_ptr(shared_)] {
-        if (const auto shared = weak.lock()) {
-            shared->Set([](Shared::Orders&) {});
-        }
-    };
+    return [bell = shared_->bell] { bell->Ring(); };
 }
 
 int SoundLine::Rate() const {
@@ -314,8 +324,8 @@ std::optional<SoundLine::Left> SoundLine::LeftToHear() const {
     const auto end = static_cast<double>(shared_->playout.EndOfItems());
     const auto lasts = [&](std::int64_t written) {
         const double frames = behind + std::max(0.0, end - timeline.ReadAt(written));
-        const double tempo = shared_->orders.effects.TempoFactor();
-        return Time(std::llround(frames * 1e9 / tempo / std::max(1, shared_->rate)));
+        return Time(
+            std::llround(frames * 1e9 / shared_->playout.Tempo() / std::max(1, shared_->rate)));
     };
     return Left{lasts(shared_->HeardNow()), lasts(timeline.FramesWritten())};
 }

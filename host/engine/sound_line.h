@@ -54,6 +54,7 @@ class SoundLine {
     bool WaitForLook(std::chrono::nanoseconds longest) const;
 
   private:
+    struct Bell;
     struct Shared;
     static void Run(const std::shared_ptr<Shared>& shared);
 

@@ -75,7 +75,7 @@ void WavWriter::SetRate(int rate) {
 
 void WavWriter::Write(std::span<const float> samples) {
     const std::lock_guard lock(mutex_);
-    if (error_ != 0 || file_ == nullptr) {
+    if (error_ != 0 || file_ == nullptr || samples.empty()) {
         return;
     }
     bytes_.clear();

@@ -60,8 +60,8 @@ class Http {
 };
 
 /// Loads the module, at the first call; the same object at each. It lies beside the program or in
-/// ../lib/veldrin from there; null where it does not. The object lives until the program ends, and
-/// a handler that it was given with it: the handler owns what it uses.
+/// ../lib/veldrin/modules from there; null where it does not. The object lives until the program
+/// ends, and a handler that it was given with it: the handler owns what it uses.
 Http* LoadHttp();
 
 /// Loads a module by its path; null if it is none. It stays loaded.

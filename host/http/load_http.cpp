@@ -33,7 +33,7 @@ Http* LoadHttp() {
     static const std::unique_ptr<Http> loaded = [] {
         const std::string folder = FolderOfProgram();
         std::unique_ptr<Http> http;
-        for (const char* place : {"", "../lib/veldrin/"}) {
+        for (const char* place : {"", VELDRIN_MODULES}) {
             if (!http && !folder.empty()) {
                 http = OpenHttp(folder + place + kModule);
             }

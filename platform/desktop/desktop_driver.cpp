@@ -46,7 +46,8 @@ SessionBus& DesktopDriver::Bus() {
     return parts_->bus;
 }
 
-void DesktopDriver::TellOfDrops(std::function<void(const std::string&)> notice) {
+void DesktopDriver::TellBy(std::function<void(const std::string&)> notice) {
+    parts_->notice = notice;
     parts_->drops.TellBy(std::move(notice));
 }
 

@@ -73,9 +73,9 @@ class DesktopDriver : public Driver {
     SessionBus& Bus();
 
     /// Folders and lists of media that are dropped are reported as the files that they stand for, a
-    /// few files at a time. What does not come of one goes to `notice`, from WaitUntil: a line for
-    /// people, with the raw bytes of names.
-    void TellOfDrops(std::function<void(const std::string&)> notice);
+    /// few files at a time. What does not come of one goes to `notice`, from WaitUntil, and so does
+    /// a document that cannot be opened: a line for people, with the raw bytes of names.
+    void TellBy(std::function<void(const std::string&)> notice);
 
     /// See EventQueue::CountOnce.
     void CountOnceWhileWaiting(std::vector<Long> keyCodes);

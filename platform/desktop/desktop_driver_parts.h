@@ -78,6 +78,12 @@ struct DesktopDriver::Parts {
         }
     }
 
+    void Tell(const std::string& line) const {
+        if (notice) {
+            notice(line);
+        }
+    }
+
     // Brings windows back that the screens no longer show as they did. Hanging over an edge that
     // was there before is allowed.
     void ScreenLost(const QRegion& lost) {
@@ -124,6 +130,7 @@ struct DesktopDriver::Parts {
     desktop::Drops drops;
     desktop::Associations associations;
     Fetcher fetcher;
+    std::function<void(const std::string&)> notice;
     std::set<std::u16string, std::less<>> forgotten;  ///< pages of which no copy will do
     desktop::TextEngine text;
     std::map<Handle, std::unique_ptr<desktop::TopLevel>> windows;

@@ -2,6 +2,7 @@
 // shell.
 #include <QClipboard>
 #include <QDesktopServices>
+#include <QFileInfo>
 #include <QUrl>
 #include <utility>
 
@@ -46,8 +47,14 @@ void DesktopDriver::SetClipboardText(std::u16string_view text) {
 }
 
 void DesktopDriver::OpenDocument(std::u16string_view pathOrAddress) {
-    if (!parts_->IsLost()) {
-        QDesktopServices::openUrl(QUrl::fromUserInput(WholeCharacters(pathOrAddress)));
+    if (parts_->IsLost()) {
+        return;
+    }
+    const QUrl url = QUrl::fromUserInput(WholeCharacters(pathOrAddress));
+    if (url.isLocalFile() && !QFileInfo::exists(url.toLocalFile())) {
+        parts_->Tell("'" + Narrow(pathOrAddress) + "' is not there");
+    } else if (!QDesktopServices::openUrl(url)) {
+        parts_->Tell("this desktop opens no pages; is xdg-open installed?");
     }
 }
 

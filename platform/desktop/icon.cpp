@@ -1,36 +1,36 @@
 #include "platform/desktop/icon.h"
 
-#include <QLinearGradient>
-#include <QPainter>
 #include <QPixmap>
-#include <QPolygonF>
+#include <algorithm>
 
 namespace platform::desktop {
 
+namespace {
+
+QImage Decoded(const IconPicture& picture) {
+    const auto* const bytes =
+        static_cast<const uchar*>(static_cast<const void*>(picture.png.data()));
+    return QImage::fromData(bytes, static_cast<int>(picture.png.size()), "PNG")
+        .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+}  // namespace
+
 QImage DrawIcon(int size) {
-    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const double unit = size / 16.0;
-    QLinearGradient body(0, 0, 0, size);
-    body.setColorAt(0, QColor(128, 128, 238));
-    body.setColorAt(1, QColor(40, 46, 70));
-    painter.setPen(QPen(QColor(0, 0, 128), unit));
-    painter.setBrush(body);
-    painter.drawRoundedRect(QRectF(unit, unit, 14 * unit, 14 * unit), 3 * unit, 3 * unit);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(Qt::white);
-    painter.drawPolygon(
-        QPolygonF({{6 * unit, 4.5 * unit}, {11.5 * unit, 8 * unit}, {6 * unit, 11.5 * unit}}));
-    painter.end();
-    return image;
+    const std::vector<IconPicture> pictures = IconPictures();
+    const auto found =
+        std::find_if(pictures.begin(), pictures.end(),
+                     [size](const IconPicture& picture) { return picture.size >= size; });
+    const QImage image = Decoded(found != pictures.end() ? *found : pictures.back());
+    return image.width() == size
+               ? image
+               : image.scaled(size, size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 QIcon MakeIcon() {
     QIcon icon;
-    for (const int size : kIconSizes) {
-        icon.addPixmap(QPixmap::fromImage(DrawIcon(size)));
+    for (const IconPicture& picture : IconPictures()) {
+        icon.addPixmap(QPixmap::fromImage(Decoded(picture)));
     }
     return icon;
 }

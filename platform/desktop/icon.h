@@ -1,15 +1,22 @@
-// The program's icon, drawn here: a play mark on the skin's blue.
+// The program's icon: pictures of the usual sizes, made of the drawings in packaging/icons.
 #pragma once
 
 #include <QIcon>
 #include <QImage>
-#include <array>
+#include <string_view>
+#include <vector>
 
 namespace platform::desktop {
 
-inline constexpr std::array kIconSizes{16, 32, 48, 128};
+struct IconPicture {
+    int size;              ///< pixels along each side
+    std::string_view png;  ///< the file's bytes
+};
 
-/// A square of that many pixels; premultiplied alpha. May be called on any thread.
+/// The smallest first. May be called on any thread.
+std::vector<IconPicture> IconPictures();
+
+/// A square of that many pixels, at least one; premultiplied alpha. May be called on any thread.
 QImage DrawIcon(int size);
 
 /// On the thread of the windows alone.

@@ -5,7 +5,9 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <iterator>
+#include <memory>
 
 #include "engine_fixture.h"
 
@@ -26,13 +28,13 @@ TEST_F(FactsTest, TellsTheFactsOfTheMedium) {
     ASSERT_TRUE(engine->Open(Wav("mono.wav", Tone(440, 61.6, 22050, 1))));
     EXPECT_EQ(engine->SampleRate(), 22050);
     EXPECT_EQ(engine->Channels(), 1);
-    EXPECT_EQ(engine->BitRateText(), "353");  // 22050 Hz of 16 bits: 352.8
+    EXPECT_EQ(BitRate(*engine), "353");  // 22050 Hz of 16 bits: 352.8
     EXPECT_EQ(engine->Length(), 62);
     EXPECT_EQ(engine->LengthText(), "1:02");
     ASSERT_TRUE(engine->Open(Wav("short.wav", Tone(440, 0.2, 8000, 1))));
     EXPECT_EQ(engine->Length(), 1);
     EXPECT_EQ(engine->SampleRate(), 8000);
-    EXPECT_EQ(engine->BitRateText(), "128");  // and not that of the item before
+    EXPECT_EQ(BitRate(*engine), "128");  // and not that of the item before
     ASSERT_TRUE(engine->Open(Wav("stereo.wav", Tone(440, 1.0, 96000, 2))));
     EXPECT_EQ(engine->SampleRate(), 96000);
     EXPECT_EQ(engine->Channels(), 2);
@@ -53,7 +55,7 @@ TEST_F(FactsTest, WithoutABitRateInItsTagsTheSizeTellsIt) {
     auto engine = SilentEngine();
     ASSERT_TRUE(engine->Open(path));
     const double size = static_cast<double>(std::filesystem::file_size(path));
-    EXPECT_NEAR(std::stoi(engine->BitRateText()), size * 8 / 1000 / 4.0, 1.0);
+    EXPECT_NEAR(std::stoi(BitRate(*engine)), size * 8 / 1000 / 4.0, 1.0);
 }
 
 TEST_F(FactsTest, MinutesGoOnBeyondTheHour) {
@@ -99,6 +101,21 @@ TEST_F(FactsTest, FileTypesAreRememberedUntilPlugInsChange) {
     std::ofstream(file) << stamp << " /more 1.2\nabc\n\n";
     EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
     EXPECT_EQ(Engine(silent, {}, file).FileTypes(), installed);
+}
+
+TEST_F(FactsTest, FileTypesAreLearntWhereTheyAreNotRemembered) {
+    const std::string file = directory_ / "file-types";
+    const Output silent{Output::Kind::kNull, {}};
+    {
+        Engine engine(silent, {}, file);
+        const auto learnt = std::make_shared<std::promise<void>>();
+        if (engine.LearnTypes([learnt] { learnt->set_value(); })) {
+            learnt->get_future().wait();
+        }
+        EXPECT_EQ(engine.FileTypes(), SilentEngine()->FileTypes());
+        EXPECT_FALSE(engine.LearnTypes([] { FAIL() << "twice"; }));
+    }
+    EXPECT_FALSE(Engine(silent, {}, file).LearnTypes([] { FAIL() << "known"; }));
 }
 
 TEST_F(FactsTest, FileTypesAreAskedForWhereTheyCannotBeRead) {

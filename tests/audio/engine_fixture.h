@@ -32,6 +32,13 @@ inline bool WaitForEnd(veldrin::Engine& engine) {
     return WaitUntil([&] { return !engine.IsPlaying(); }, std::chrono::seconds(30));
 }
 
+/// The bit rate of the present item, as soon as its file has been read for it.
+inline std::string BitRate(veldrin::Engine& engine) {
+    std::string text;
+    WaitUntil([&] { return (text = engine.BitRateText()) != "0"; }, std::chrono::seconds(30));
+    return text;
+}
+
 class EngineTest : public testing::Test {
   protected:
     std::string OutPath() const { return directory_ / "out.wav"; }

@@ -63,7 +63,7 @@ TEST_F(OpenTest, PlaysEveryFormatThatCanBeMadeHere) {
         EXPECT_EQ(engine->LengthText(), "0:03");
         EXPECT_EQ(engine->Channels(), 2);
         EXPECT_GT(engine->SampleRate(), 31000);
-        EXPECT_GT(std::stoi(engine->BitRateText()), 10);
+        EXPECT_GT(std::stoi(BitRate(*engine)), 10);
         ASSERT_TRUE(WaitForEnd(*engine));
         EXPECT_EQ(engine->Position(), 3);
         engine.reset();
@@ -295,7 +295,7 @@ TEST_F(OpenTest, AFailedOpenLeavesAPausedItemPaused) {
     EXPECT_FALSE(engine->Open(directory_ / "text.mp3"));
     EXPECT_TRUE(engine->IsPaused());
     EXPECT_EQ(engine->Position(), 30);
-    EXPECT_EQ(engine->BitRateText(), "128");
+    EXPECT_EQ(BitRate(*engine), "128");
     engine->Toggle();
     EXPECT_FALSE(engine->IsPaused());
 }

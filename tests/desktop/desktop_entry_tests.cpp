@@ -88,7 +88,7 @@ Exec="/a b/p" /ADD %F
 TEST(Entries, FurtherVerbsAndFoldersHaveHiddenOnes) {
     const auto entries = EntriesFor(kSomePlayer, SomeClass(), {"audio/mpeg"});
     ASSERT_EQ(entries.size(), 3U);
-    EXPECT_EQ(entries[1].file, "some-enqueue.desktop");
+    EXPECT_EQ(entries[1].file, "some_enqueue.desktop");
     EXPECT_EQ(entries[1].text, R"([Desktop Entry]
 Type=Application
 Version=1.0
@@ -103,7 +103,7 @@ StartupWMClass=some
 NoDisplay=true
 MimeType=audio/mpeg;inode/directory;
 )");
-    EXPECT_EQ(entries[2].file, "some-folder.desktop");
+    EXPECT_EQ(entries[2].file, "some_folder.desktop");
     EXPECT_EQ(entries[2].text, R"([Desktop Entry]
 Type=Application
 Version=1.0
@@ -126,7 +126,7 @@ TEST(Entries, AFoldersVerbWithACommandOfItsOwnHasItsOwnEntry) {
     const auto entries = EntriesFor(kSomePlayer, found, {});
     ASSERT_EQ(entries.size(), 4U);
     EXPECT_EQ(entries[1].text.find("MimeType"), std::string::npos);
-    EXPECT_EQ(entries[2].file, "some-folder-enqueue.desktop");
+    EXPECT_EQ(entries[2].file, "some_folder_enqueue.desktop");
     EXPECT_NE(entries[2].text.find("\nExec=/other %F\n"), std::string::npos);
     EXPECT_NE(entries[2].text.find("\nMimeType=inode/directory;\n"), std::string::npos);
 }
@@ -143,7 +143,7 @@ TEST(Entries, AVerbThatNoFileNameOrActionCanHaveIsPassedOver) {
     const auto entries = EntriesFor(kSomePlayer, found, {});
     ASSERT_EQ(entries.size(), 3U);
     EXPECT_EQ(entries[0].text.find("Actions"), std::string::npos);
-    EXPECT_EQ(entries[1].file, "some-folder-enqueue.desktop");
+    EXPECT_EQ(entries[1].file, "some_folder_enqueue.desktop");
 }
 
 }  // namespace

@@ -16,15 +16,7 @@ COPY, EDIT = 1, 2
 class Lyrics(Player):
     def setUp(self):
         super().setUp()
-        # What opens documents for the desktop writes down what it is given.
-        tools = os.path.join(self.folder, 'tools')
-        os.mkdir(tools)
-        self.opened = os.path.join(self.folder, 'opened')
-        with open(os.path.join(tools, 'xdg-open'), 'w') as script:
-            script.write(f'#!/bin/sh\nprintf %s "$1" > "{self.opened}.new"\n'
-                         f'mv "{self.opened}.new" "{self.opened}"\n')
-        os.chmod(os.path.join(tools, 'xdg-open'), 0o755)
-        self.environment['PATH'] = tools + ':' + self.environment['PATH']
+        self.catch_documents()
         self.environment['XDG_DATA_HOME'] = os.path.join(self.folder, 'data')
         tone(self.at('1.ogg'), seconds=30, artist='Nina & the Rivers', title='Slow Morning')
         self.words('1.txt', 'The light comes in\nThe boats go out\n')
@@ -58,9 +50,7 @@ class Lyrics(Player):
         self.play_and_open_panel()
         self.expect_text('The light comes in', 'The boats go out')
         self.choose(EDIT)
-        wait_for(lambda: os.path.exists(self.opened), 'the edit page')
-        with open(self.opened) as file:
-            address = file.read()
+        address = self.opened_document()
         browser = start_browser()
         self.addCleanup(browser.quit)
         browser.get(address)

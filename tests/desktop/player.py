@@ -18,6 +18,7 @@ ROW = 15
 PREVIOUS, PLAY, PAUSE, STOP, NEXT = ((12 + 23 * i + 10, 256) for i in range(5))
 SEEK = (9, 230, 275, 13)
 VOLUME = (200, 249, 85, 13)
+MENU_BUTTON = (20, 17)
 TITLE = (52, 5, 202, 22)  # moves
 TITLE_BOX = (56, 11, 180, 12)
 
@@ -103,6 +104,35 @@ class Player(OnDisplay):
         self.display.tool('mousemove', left, top, 'sleep', '0.1', 'mouseup', 1)
         # The source has let go of it; it is the list's once it shows there, and asked for until then.
         source.expect('copied')
+
+    def catch_documents(self):
+        """What opens documents for the desktop writes down what it is given."""
+        tools = os.path.join(self.folder, 'tools')
+        os.mkdir(tools)
+        self.opened = os.path.join(self.folder, 'opened')
+        with open(os.path.join(tools, 'xdg-open'), 'w') as script:
+            script.write(f'#!/bin/sh\nprintf %s "$1" > "{self.opened}.new"\n'
+                         f'mv "{self.opened}.new" "{self.opened}"\n')
+        os.chmod(os.path.join(tools, 'xdg-open'), 0o755)
+        self.environment['PATH'] = tools + ':' + self.environment['PATH']
+
+    def opened_document(self):
+        wait_for(lambda: os.path.exists(self.opened), 'a document')
+        with open(self.opened) as file:
+            return file.read()
+
+    def wait_for_popups(self, count):
+        wait_for(lambda: len(self.display.windows_of(self.player)) == count + 1, f'{count} popups')
+
+    def show_types(self):
+        """The panel of the file types, by the menu."""
+        rows = self.shown((LIST[0], LIST[1], 260, 20)).data
+        self.click(MENU_BUTTON)
+        self.wait_for_popups(1)
+        self.display.tool('key', 's')
+        self.wait_for_popups(2)
+        self.display.tool('key', '--delay', '30', 'Down', 'Down', 'Return')
+        wait_for(lambda: self.shown((LIST[0], LIST[1], 260, 20)).data != rows, 'the panel')
 
     def songs(self, *names, seconds=40):
         first = tone(self.at(names[0] + '.wav'), seconds=seconds)

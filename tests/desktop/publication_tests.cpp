@@ -198,9 +198,9 @@ TEST_F(PublicationTest, EntriesIconsAndDefaultsAreWritten) {
     Publish({"flac"});
     EXPECT_NE(Text("data/applications/that.desktop").find("\nMimeType=audio/flac;\n"),
               std::string::npos);
-    EXPECT_TRUE(fs::exists(At("data/applications/that-enqueue.desktop")));
-    EXPECT_TRUE(fs::exists(At("data/applications/that-folder.desktop")));
-    for (const char* size : {"16x16", "32x32", "48x48", "128x128"}) {
+    EXPECT_TRUE(fs::exists(At("data/applications/that_enqueue.desktop")));
+    EXPECT_TRUE(fs::exists(At("data/applications/that_folder.desktop")));
+    for (const char* size : {"16x16", "22x22", "24x24", "32x32", "48x48", "64x64", "128x128"}) {
         const std::string icon = Text(std::string("data/icons/hicolor/") + size + "/apps/that.png");
         EXPECT_TRUE(icon.starts_with("\x89PNG")) << size;
     }
@@ -229,6 +229,43 @@ TEST_F(PublicationTest, AProgramThatIsNotThereIsNotPublished) {
     found.verbs.back().command.front() = At("gone");
     PublishClass(kThatPlayer, found, folders_);
     EXPECT_TRUE(fs::is_empty(root_));
+}
+
+class InstalledPublicationTest : public PublicationTest {
+  protected:
+    void SetUp() override {
+        PublicationTest::SetUp();
+        fs::create_directories(At("bin"));
+        fs::create_symlink("/bin/sh", At("bin/sh"));
+        Save("machine/applications/that.desktop",
+             "[Desktop Entry]\nMimeType=text/x-that; audio/mpeg ;\n");
+    }
+};
+
+TEST_F(InstalledPublicationTest, ItsEntryIsTheDefaultAndNothingElseIsWritten) {
+    Publish({"mp3", "flac"});
+    EXPECT_FALSE(fs::exists(At("data")));
+    EXPECT_EQ(Text("config/mimeapps.list"),
+              "[Default Applications]\naudio/flac=that.desktop\naudio/mpeg=that.desktop\n\n"
+              "[Added Associations]\naudio/flac=that.desktop\n");
+    const auto once = All();
+    Publish({"mp3", "flac"});
+    EXPECT_EQ(All(), once);
+}
+
+TEST_F(InstalledPublicationTest, AnEntryOfTheUsersOwnGoesBeforeItAndIsKeptUpToDate) {
+    Save("data/applications/that.desktop", "[Desktop Entry]\nExec=/gone/that %F\n");
+    Publish({"mp3"});
+    EXPECT_NE(Text("data/applications/that.desktop").find("\nExec=/bin/sh %F\n"),
+              std::string::npos);
+}
+
+TEST_F(InstalledPublicationTest, ACopyOfTheProgramElsewhereHasAnEntryOfItsOwn) {
+    fs::remove(At("bin/sh"));
+    fs::copy_file("/bin/sh", At("bin/sh"));
+    Publish({"mp3"});
+    EXPECT_NE(Text("data/applications/that.desktop").find("\nExec=/bin/sh %F\n"),
+              std::string::npos);
 }
 
 TEST_F(PublicationTest, WithoutItsEntryNobodyBecomesADefault) {
@@ -264,7 +301,7 @@ TEST_F(PublicationTest, ALinkedListStaysALink) {
 
 TEST_F(PublicationTest, WhatOpensFoldersBySoFarGoesOnDoingSo) {
     Save("data/applications/mimeinfo.cache",
-         "[MIME Cache]\ninode/directory=that-folder.desktop;that-enqueue.desktop;\n");
+         "[MIME Cache]\ninode/directory=that_folder.desktop;that_enqueue.desktop;\n");
     Save("machine/applications/mimeinfo.cache",
          "[MIME Cache]\ninode/directory=files.desktop;more.desktop;\n");
     Publish({"flac"});
@@ -302,7 +339,7 @@ TEST_F(PublicationTest, AListOfADesktopChangesOnlyWhereItNamesADefault) {
 TEST_F(PublicationTest, RemovedOnesComeBack) {
     Save("config/mimeapps.list",
          "[Removed Associations]\naudio/flac=that.desktop;\n"
-         "inode/directory=that-folder.desktop;x.desktop;\n");
+         "inode/directory=that_folder.desktop;x.desktop;\n");
     Publish({"flac"});
     EXPECT_EQ(Text("config/mimeapps.list"),
               "[Removed Associations]\ninode/directory=x.desktop;\n\n"
@@ -350,13 +387,14 @@ TEST_F(PublicationTest, TheNewestIsDoneWhenTheEndHasBeenWaitedFor) {
     EXPECT_NE(
         Text("data/applications/that.desktop").find("\nMimeType=application/x-extension-q2z;\n"),
         std::string::npos);
-    EXPECT_FALSE(fs::exists(At("data/applications/that-folder.desktop")));
+    EXPECT_FALSE(fs::exists(At("data/applications/that_folder.desktop")));
 }
 
 // The tool waits for what is only written when Publish has returned.
 TEST_F(PublicationTest, ItsCallerDoesNotWait) {
     const Variable data("XDG_DATA_HOME", At("data"));
     const Variable config("XDG_CONFIG_HOME", At("config"));
+    const Variable machine("XDG_DATA_DIRS", At("machine"));  // no opener of folders
     const Variable path("PATH", At("tools") + ":" + getenv("PATH"));
     const std::string tool = "tools/update-desktop-database";
     Save(tool, "#!/bin/sh\nuntil test -e '" + At("returned") +

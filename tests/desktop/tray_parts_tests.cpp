@@ -7,6 +7,7 @@
 #include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QWindowStateChangeEvent>
+#include <array>
 #include <string>
 #include <variant>
 #include <vector>
@@ -43,7 +44,7 @@ TEST(TrayPicture, TakesTheAlphaOutAgain) {
 }
 
 TEST(TrayPicture, FillsTheSquareButForItsCorners) {
-    for (const int size : {1, 16, 23, 128}) {
+    for (const int size : {1, 16, 22, 23, 128, 200}) {
         const QImage icon = DrawIcon(size);
         EXPECT_EQ(icon.size(), QSize(size, size));
     }
@@ -51,6 +52,19 @@ TEST(TrayPicture, FillsTheSquareButForItsCorners) {
     EXPECT_EQ(icon.pixel(0, 0), 0U);
     EXPECT_EQ(icon.pixel(15, 16), 0xFFFFFFFFU);
     EXPECT_EQ(qAlpha(icon.pixel(16, 4)), 0xFF);
+}
+
+// Those of 16 and 22 pixels are drawn for that many: their mark stands on the grid, so that none of
+// its left edge is a mixture of two colours.
+TEST(TrayPicture, OfASmallSizeIsDrawnForIt) {
+    for (const auto& [size, left, top, bottom] :
+         {std::array{16, 5, 4, 11}, std::array{22, 8, 6, 15}}) {
+        const QImage icon = DrawIcon(size);
+        for (int y = top; y <= bottom; ++y) {
+            EXPECT_EQ(icon.pixel(left, y), 0xFFFFFFFFU) << size << ' ' << y;
+            EXPECT_LT(qRed(icon.pixel(left - 1, y)), 0xB0) << size << ' ' << y;
+        }
+    }
 }
 
 class TrayItem : public OnToolkit {

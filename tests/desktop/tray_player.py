@@ -38,9 +38,13 @@ class Trays(Player):
         tray.expect('ready')
         return tray
 
-    def is_listed(self):
+    def listed(self):
+        """The windows that the window manager shows in lists of its own."""
         windows = self.display.run('xprop', '-root', '_NET_CLIENT_LIST')
-        return hex(self.window) in re.findall('0x[0-9a-f]+', windows)
+        return re.findall('0x[0-9a-f]+', windows)
+
+    def is_listed(self):
+        return hex(self.window) in self.listed()
 
     def is_iconic(self):
         return 'Iconic' in self.display.property(self.window, 'WM_STATE')

@@ -50,6 +50,34 @@ TEST_F(ErrandsInTurn, WaitWhileTheyAreHeld) {
     EXPECT_EQ(done_, "ab");
 }
 
+TEST_F(ErrandsInTurn, WhatIsForTheListCanGoBeforeTheOthers) {
+    errands_.Add(Noting("a"));
+    errands_.Add(Line("b"));
+    errands_.Add(Noting("c"));
+    errands_.Add(Line("d"));
+    errands_.DoForList();
+    EXPECT_EQ(done_, "bd");
+    errands_.WorkOff();
+    EXPECT_EQ(done_, "bdac");
+    errands_.Hold();
+    errands_.Add(Line("e"));
+    errands_.DoForList();
+    EXPECT_EQ(done_, "bdac");
+}
+
+TEST_F(ErrandsInTurn, WaitForAllWhoHoldThem) {
+    errands_.Hold();
+    errands_.Hold();
+    errands_.Add(Line("a"));
+    errands_.LetGo();
+    errands_.Hurry();
+    Turn();
+    EXPECT_EQ(done_, "");
+    errands_.LetGo();
+    Turn();
+    EXPECT_EQ(done_, "a");
+}
+
 TEST_F(ErrandsInTurn, AnErrandMayHoldTheOthersAndAddToThem) {
     errands_.Add({[this] {
         errands_.Hold();

@@ -73,6 +73,15 @@ TEST(Paths, CommandLineAlwaysQuotes) {
     EXPECT_EQ(CommandLine("/a\"", false), "\"/a\"\"");
 }
 
+TEST(Paths, ALineThatPlaysCanAddInstead) {
+    EXPECT_FALSE(IsAdding(CommandLine("/add me.mp3", false)));
+    EXPECT_TRUE(IsAdding(CommandLine("/a.mp3", true)));
+    EXPECT_EQ(Adding(CommandLine("/a.mp3", false)), CommandLine("/a.mp3", true));
+    EXPECT_EQ(Adding(CommandLine("/a.mp3", true)), CommandLine("/a.mp3", true));
+    EXPECT_FALSE(IsAdding(LineOfNothing(false)));
+    EXPECT_TRUE(IsAdding(LineOfNothing(true)));
+}
+
 TEST(Paths, ConfigurationFolderOfTheUser) {
     const EnvironmentValue home("HOME", "/home/ann");
     {
@@ -103,8 +112,27 @@ TEST(Paths, WithoutAHomeInTheEnvironmentItIsThatOfTheAccount) {
     }
 }
 
-TEST(Paths, TheUserGuideIsThere) {
-    EXPECT_TRUE(std::filesystem::is_regular_file(UserGuide())) << UserGuide();
+TEST(Paths, TheUserGuideIsThatOfTheProgram) {
+    const ScratchFolder scratch;
+    const std::string root = scratch.Path("root");
+    const auto put = [](const std::filesystem::path& path) {
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream(path) << "a guide";
+    };
+    const std::filesystem::path program = root + "/opt/a/b/c/d/bin/veldrin";
+    const std::string folder = program.parent_path();
+    const std::string installed = AbsolutePath(GUIDE, folder);
+    const std::string built = AbsolutePath(SOURCE_GUIDE, folder);
+    ASSERT_TRUE(installed.starts_with(root));
+    ASSERT_TRUE(built.starts_with(root));
+    EXPECT_EQ(UserGuide(program), installed);
+    put(built);
+    EXPECT_EQ(UserGuide(program), built);
+    std::filesystem::create_directories(installed);
+    EXPECT_EQ(UserGuide(program), built);
+    std::filesystem::remove(installed);
+    put(installed);
+    EXPECT_EQ(UserGuide(program), installed);
 }
 
 TEST(Paths, CacheFolderOfTheUser) {

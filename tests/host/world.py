@@ -16,7 +16,7 @@ import tempfile
 import time
 import unittest
 
-PATIENCE = 15
+PATIENCE = 30
 HERE = os.path.dirname(os.path.abspath(__file__))
 
 

@@ -8,8 +8,10 @@ namespace platform::desktop {
 namespace {
 
 constexpr std::string_view kDefaults = "[Default Applications]";
+constexpr std::string_view kAdditions = "[Added Associations]";
 constexpr std::string_view kRemovals = "[Removed Associations]";
 constexpr std::string_view kCache = "[MIME Cache]";
+constexpr std::string_view kEntry = "[Desktop Entry]";
 constexpr std::string_view kBlanks = " \t";
 constexpr char kBetweenEntries = ';';
 
@@ -110,16 +112,15 @@ std::string_view LineEnd(std::string_view text) {
     return end != std::string_view::npos && end > 0 && text[end - 1] == '\r' ? "\r\n" : "\n";
 }
 
-}  // namespace
-
-std::string WithDefaults(std::string_view text, const Defaults& defaults) {
+/// The text with the entry as the first one of each type in the group.
+std::string WithFirst(std::string_view text, std::string_view group, const Defaults& defaults) {
     std::string result;
     std::set<std::string> missing = defaults.types;
     constexpr std::size_t kNowhere = std::string::npos;
     std::size_t place =
         kNowhere;  // behind the last line of the first such group that says anything
     bool groupIsOver = false;
-    ForEachLine(text, kDefaults, [&](const Line& line, bool inside) {
+    ForEachLine(text, group, [&](const Line& line, bool inside) {
         const std::string key(inside ? line.key : "");
         result.append(line.head);
         if (defaults.types.contains(key)) {
@@ -143,7 +144,7 @@ std::string WithDefaults(std::string_view text, const Defaults& defaults) {
         place = result.size();
         const bool apart = !result.empty() && !result.ends_with('\n');
         added.append(apart ? lineEnd : "").append(result.empty() ? "" : lineEnd);
-        added.append(kDefaults).append(lineEnd);
+        added.append(group).append(lineEnd);
     } else if (result[place - 1] != '\n') {
         added.append(lineEnd);
     }
@@ -151,6 +152,33 @@ std::string WithDefaults(std::string_view text, const Defaults& defaults) {
         added.append(type).append("=").append(defaults.entry).append(lineEnd);
     }
     return result.insert(place, added);
+}
+
+/// What stands at a key of a group, without empty pieces.
+std::vector<std::string> PiecesAt(std::string_view text, std::string_view group,
+                                  std::string_view key) {
+    std::vector<std::string> found;
+    ForEachLine(text, group, [&](const Line& line, bool inside) {
+        if (!inside || line.key != key) {
+            return;
+        }
+        for (const std::string_view piece : Pieces(line.value)) {
+            if (!Trimmed(piece).empty()) {
+                found.emplace_back(Trimmed(piece));
+            }
+        }
+    });
+    return found;
+}
+
+}  // namespace
+
+std::string WithDefaults(std::string_view text, const Defaults& defaults) {
+    return WithFirst(text, kDefaults, defaults);
+}
+
+std::string WithAssociations(std::string_view text, const Defaults& defaults) {
+    return WithFirst(text, kAdditions, defaults);
 }
 
 std::string WithoutRemovals(std::string_view text, const std::set<std::string>& types,
@@ -184,18 +212,12 @@ std::set<std::string> TypesWithDefault(std::string_view text, const std::set<std
 }
 
 std::vector<std::string> EntriesInCache(std::string_view text, std::string_view type) {
-    std::vector<std::string> entries;
-    ForEachLine(text, kCache, [&](const Line& line, bool inside) {
-        if (!inside || line.key != type) {
-            return;
-        }
-        for (const std::string_view piece : Pieces(line.value)) {
-            if (!Trimmed(piece).empty()) {
-                entries.emplace_back(Trimmed(piece));
-            }
-        }
-    });
-    return entries;
+    return PiecesAt(text, kCache, type);
+}
+
+std::set<std::string> TypesOfEntry(std::string_view text) {
+    const std::vector<std::string> types = PiecesAt(text, kEntry, "MimeType");
+    return {types.begin(), types.end()};
 }
 
 }  // namespace platform::desktop

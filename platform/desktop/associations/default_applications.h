@@ -19,6 +19,9 @@ struct Defaults {
 /// it. The same text if that is so already.
 std::string WithDefaults(std::string_view text, const Defaults& defaults);
 
+/// The text with the entry among those that open each type, whatever its own file says of that.
+std::string WithAssociations(std::string_view text, const Defaults& defaults);
+
 /// The text without these entries among those that are not to open these types.
 std::string WithoutRemovals(std::string_view text, const std::set<std::string>& types,
                             const std::set<std::string>& entries);
@@ -28,5 +31,8 @@ std::set<std::string> TypesWithDefault(std::string_view text, const std::set<std
 
 /// The entries that a desktop's cache (mimeinfo.cache) has for a type, the first one first.
 std::vector<std::string> EntriesInCache(std::string_view text, std::string_view type);
+
+/// The types that an entry opens, by the text of its file.
+std::set<std::string> TypesOfEntry(std::string_view text);
 
 }  // namespace platform::desktop

@@ -82,6 +82,8 @@ class Maker {
 
 std::vector<NamedEntry> EntriesFor(const ProgramIdentity& program, const FileClass& fileClass,
                                    const std::vector<std::string>& types) {
+    // Where nobody has chosen, desktops take the entry whose name is the first by its bytes. A
+    // hyphen would stand before the point of the program's own.
     Maker maker(program);
     maker.AddProgram(fileClass, types);
     const auto isShared = [](const Verb& verb, const std::vector<Verb>& others) {
@@ -94,13 +96,13 @@ std::vector<NamedEntry> EntriesFor(const ProgramIdentity& program, const FileCla
             if (isShared(verb, fileClass.folderVerbs)) {
                 opened.emplace_back(kFolderType);
             }
-            maker.AddVerb("-" + verb.name, verb, opened);
+            maker.AddVerb("_" + verb.name, verb, opened);
         }
     }
     // What opens folders is never the program's own entry: it would open them all by itself.
     for (const Verb& verb : fileClass.folderVerbs) {
         if (!isShared(verb, fileClass.verbs)) {
-            maker.AddVerb(verb.name == kOpenVerb ? "-folder" : "-folder-" + verb.name, verb,
+            maker.AddVerb(verb.name == kOpenVerb ? "_folder" : "_folder_" + verb.name, verb,
                           {kFolderType});
         }
     }

@@ -2,10 +2,10 @@
 
 #include <unistd.h>
 
-#include <QBuffer>
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 #include <set>
 
@@ -50,13 +50,10 @@ Written Write(const std::string& path, const std::string& bytes) {
 void WriteIcons(const std::string& id, const std::string& data) {
     const std::string theme = data + "/icons/hicolor";
     bool anew = false;
-    for (const int size : kIconSizes) {
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        const bool good = DrawIcon(size).save(&buffer, "PNG");
-        const std::string folder = std::to_string(size) + "x" + std::to_string(size);
-        const std::string path = theme + "/" + folder + "/apps/" + id + ".png";
-        anew = (good && Write(path, bytes.toStdString()) == Written::kAnew) || anew;
+    for (const IconPicture& picture : IconPictures()) {
+        const std::string size = std::to_string(picture.size);
+        const std::string path = theme + "/" + size + "x" + size + "/apps/" + id + ".png";
+        anew = Write(path, std::string(picture.png)) == Written::kAnew || anew;
     }
     if (anew) {  // by its time desktops see that something below it has changed
         std::error_code error;
@@ -128,10 +125,12 @@ std::optional<std::string> FolderOpener(const UserFolders& folders,
     return std::nullopt;
 }
 
+/// `unsaid`: types that the entry opens without a word of it in its file.
 void WriteList(const UserFolders& folders, const Defaults& defaults,
-               const std::set<std::string>& ours) {
+               const std::set<std::string>& unsaid, const std::set<std::string>& ours) {
     const std::string path = folders.config + "/" + kList;
     std::string text = WithDefaults(Read(path).value_or(""), defaults);
+    text = WithAssociations(text, {unsaid, defaults.entry});
     // Now that there are entries of ours for folders, the one that comes first might be ours.
     if (!FoldersHaveDefault(folders)) {
         if (const auto opener = FolderOpener(folders, ours)) {
@@ -164,6 +163,26 @@ bool CanRun(const std::vector<std::string>& command) {
            access(command.front().c_str(), X_OK) == 0;
 }
 
+/// The entry with which the program was installed for all users. None if another program has it, or
+/// this one lies elsewhere, and if the user has an entry of the same name: that one goes before it.
+std::optional<std::string> InstalledEntry(const std::string& file, const std::string& program,
+                                          const UserFolders& folders) {
+    const std::string name = "/applications/" + file;
+    if (IsTaken(Widen(folders.data + name))) {
+        return std::nullopt;
+    }
+    for (const std::string& data : folders.machineData) {
+        if (auto text = Read(data + name)) {
+            // Both were installed below one folder.
+            const std::string installed =
+                data + "/../bin/" + program.substr(program.rfind('/') + 1);
+            std::error_code error;
+            return fs::equivalent(installed, program, error) ? std::move(text) : std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 void PublishClass(const ProgramIdentity& program, const FileClass& fileClass,
@@ -179,16 +198,23 @@ void PublishClass(const ProgramIdentity& program, const FileClass& fileClass,
         return;
     }
     WritePackage(program.id, folders.data, types.ownExtensions);
-    WriteIcons(program.id, folders.data);
-    if (!WriteEntries(entries, folders.data)) {
-        return;
-    }
     std::set<std::string> ours;
     for (const NamedEntry& entry : entries) {
         ours.insert(entry.file);
     }
     const Defaults defaults{types.all, entries.front().file};
-    WriteList(folders, defaults, ours);
+    std::set<std::string> unsaid;
+    if (const auto installed = InstalledEntry(defaults.entry, open->command.front(), folders)) {
+        const std::set<std::string> said = TypesOfEntry(*installed);
+        std::set_difference(types.all.begin(), types.all.end(), said.begin(), said.end(),
+                            std::inserter(unsaid, unsaid.end()));
+    } else {
+        WriteIcons(program.id, folders.data);
+        if (!WriteEntries(entries, folders.data)) {
+            return;
+        }
+    }
+    WriteList(folders, defaults, unsaid, ours);
     WriteListsOfDesktops(folders, defaults);
 }
 

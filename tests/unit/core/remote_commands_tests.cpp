@@ -207,6 +207,32 @@ TEST_F(RemoteCommandsTest, OnlyKeysOfTheMenuAreCommands) {
     EXPECT_EQ(remote_.ListCount(), 3);
 }
 
+TEST_F(RemoteCommandsTest, WhetherTheListPlaysAtStartupIsTheMenus) {
+    EXPECT_FALSE(remote_.PlayAtStartup());
+    remote_.RunCommand(menukeys::kPlayAtStartup);
+    EXPECT_TRUE(remote_.PlayAtStartup());
+    remote_.RunCommand(menukeys::kPlayAtStartup);
+    EXPECT_FALSE(remote_.PlayAtStartup());
+}
+
+TEST_F(RemoteCommandsTest, FileTypesThatTheHostHasLearntAreShown) {
+    const platform::Label& types = *world_->Main().lblFileTypesSupported;
+    const platform::Label& close = *world_->Main().lblFrameFileAssocOK;
+    const auto width = close.Width();
+    world_->host.fileTypes = u"*.a;*.b;*.c";
+    remote_.FileTypesChanged();
+    EXPECT_EQ(types.Caption(),
+              u"\r\nFile types supported:\r\n*.a *.b *.c \r\n\r\n"
+              u"Click here to accociate types in shell!\r\n");
+    EXPECT_EQ(close.Top(), 5 + types.Height() + 5);
+    const auto top = close.Top();
+    world_->host.fileTypes = u"*.a";
+    remote_.FileTypesChanged();
+    EXPECT_EQ(types.Caption(), u"*.a ");
+    EXPECT_LT(close.Top(), top);
+    EXPECT_EQ(close.Width(), width);
+}
+
 TEST_F(RemoteCommandsTest, BehindTheRunNothingIsDone) {
     remote_.Play();
     world_->End();
@@ -217,6 +243,7 @@ TEST_F(RemoteCommandsTest, BehindTheRunNothingIsDone) {
     remote_.Volume(3);
     remote_.Position(3);
     remote_.RunCommand(u"kRAll");
+    remote_.FileTypesChanged();
     EXPECT_EQ(remote_.State(), PlaybackState::kStopped);
     EXPECT_EQ(remote_.Volume(), 0);
     EXPECT_FALSE(remote_.HasCommand(u"kPRdm"));

@@ -100,6 +100,9 @@ void FakeHost::Answer(Long number, const ImpulseValue& wParam, ImpulseValue& lPa
         case sarnel::ImpulseIsSupported:
             lParam1.Assign(!unsupported.contains(path));
             break;
+        case sarnel::ImpulseGetFileTypes:
+            lParam1.Assign(fileTypes);
+            break;
         case sarnel::ImpulseGetTitle:
             if (const auto title = titles.find(path); title != titles.end()) {
                 lParam1.Assign(title->second);

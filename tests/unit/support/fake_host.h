@@ -32,6 +32,7 @@ class FakeHost : public sarnel::HostObject {
     std::set<std::u16string> dead;         ///< do not open
     std::set<std::u16string> unsupported;  ///< are no media
     std::map<std::u16string, std::u16string> titles;
+    std::u16string fileTypes;
     Long length = 200;
     Long position = 0;
     bool playing = false;
