@@ -10,10 +10,12 @@ build_packages=(cmake ninja-build g++ pkg-config
 sample_packages=(gstreamer1.0-tools sox libsox-fmt-mp3)
 # A display in memory, and what looks at it and points at things on it.
 display_packages=(xvfb openbox xdotool x11-utils imagemagick)
-# What the tests and the checks need besides; the last ones are a sound server and what records it.
+# What the tests and the checks need besides: among it a Wayland compositor with an X server; the last
+# ones are a sound server and what records it.
 test_packages=(libgtest-dev libbenchmark-dev python3 clang-format
   "${display_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip
   chromium chromium-driver python3-selenium
+  weston qt6-wayland xwayland
   dbus playerctl python3-gi xdg-utils desktop-file-utils libglib2.0-bin shared-mime-info
   pulseaudio pulseaudio-utils)
 
