@@ -10,6 +10,7 @@ import tempfile
 
 from desktop import SCREEN, Display, OnDisplay, wait_for
 
+STRIP = 16
 # What shows where there is no window. Of one byte, and not in the skin.
 BACKGROUND = 0x2B
 SETTINGS = """[core]
@@ -30,7 +31,9 @@ class Weston(Display):
     with `on_x`, on its X server."""
 
     def __init__(self, size=SCREEN, scale=1, on_x=False):
-        super().__init__(size, manager=None)
+        # A strip beside the compositor's window lets the pointer leave it.
+        super().__init__((size[0] + STRIP, size[1]), manager=None)
+        self.size = size
         self.folder = tempfile.mkdtemp(prefix='veldrin-weston-')
         self.log = os.path.join(self.folder, 'log')
         # By its path it is found from whatever runtime folder a test has.
@@ -64,8 +67,7 @@ class Weston(Display):
                         check=False).strip()
 
     def is_bare(self):
-        # The compositor draws the pointer, and hears of it once it moves.
-        self.point_at(self.size[0] // 2, self.size[1] // 2)
+        # Where the pointer is, the compositor knows for certain once it has come in from outside.
         self.leave()
         return self.occupied() is None
 
@@ -98,8 +100,10 @@ class Weston(Display):
         return around(self.screenshot())
 
     def leave(self):
-        """Puts the pointer where no window is: as good as off the screen."""
-        self.point_at(self.size[0] - 1, self.size[1] - 1)
+        """Takes the pointer off the screen. The compositor leaves it drawn where it was last."""
+        width, height = self.size
+        self.tool('mousemove', width + STRIP // 2, height - 1, 'mousemove', width - 1, height - 1,
+                  'mousemove', width + STRIP // 2, height - 1)
 
 
 def around(picture, former=None):
