@@ -23,6 +23,7 @@
 #include "platform/desktop/top_level.h"
 #include "platform/desktop/tray/tray_icons.h"
 #include "platform/desktop/wait_loop.h"
+#include "platform/desktop/wayland.h"
 
 namespace platform {
 
@@ -46,6 +47,7 @@ struct DesktopDriver::Parts {
               shared.events, [this](const desktop::DropPlace& place) { return PlaceOf(place); },
               [this] { loop.Wake(); }),
           associations(program) {
+        shared.onWayland = desktop::IsOnWayland();
         shared.onDrop = [this](const desktop::DropPlace& place, std::vector<std::string> paths) {
             drops.Take(place, std::move(paths));
         };

@@ -1,5 +1,6 @@
 // A top-level window: shows a finished picture, and turns what the desktop does with the window
-// into events. What it hears of pointer, keys and drops is in top_level_input.cpp.
+// into events. What it hears of pointer, keys and drops is in top_level_input.cpp, what it does
+// under a Wayland compositor in top_level_wayland.cpp.
 #pragma once
 
 #include <QBackingStore>
@@ -42,6 +43,7 @@ struct Shared {
     std::optional<TextInput> input{};  ///< where the user writes
     bool composing = false;            ///< what was reported last is still being composed
     bool hasShownPicture = false;      ///< any window
+    bool onWayland = false;            ///< settled before the first window
     bool ignoresMethods = false;       ///< what input methods say now has been taken already
     std::function<void(DropPlace, std::vector<std::string>)> onDrop{};  ///< paths, raw bytes
 };
@@ -56,7 +58,7 @@ class TopLevel : public QWindow {
     void SetTopMost(bool topMost);
     void SetMinimised(bool minimised);
     void Activate();
-    void SetPopup(TopLevel* owner);
+    void SetPopup(TopLevel* owner, PopupKind kind);
     void GrabInput();
     void ReleaseInput();
     /// Where a point of the window is now.
@@ -94,11 +96,25 @@ class TopLevel : public QWindow {
 
     void MoveTo(QPoint place);
     void Report(QPoint place);
+    void ReportPlace(Point ptScreen);
     bool IsAnswer(QPoint place);
     bool IsPushedByAFrame(QPoint place);
     void StateChanged();
     void SetMinimisedState();
     void Doubt();
+    void Restored();
+
+    TopLevel* Owner() const;
+    void PlaceBesideOwner();
+    void BeDragged(const Rect& former);
+    void FollowPopup(QPoint place);
+    void OfferPicture();
+    void SeenOrNot();
+    void ComeBack(bool mayBeActivated);
+    void ShowAnew();
+    bool StandsAlone() const;
+    Point Told(Point ptScreen) const;
+
     bool PaintDirectly(std::span<const Rect> changed);
     void PaintStale();
     void PaintInStore(const QRegion& region);
@@ -116,6 +132,7 @@ class TopLevel : public QWindow {
 
     const Handle handle_;
     Shared& shared_;
+    std::optional<PopupKind> popup_;
     Rect rect_;  ///< as the component knows it
     std::deque<Asked> asked_;
     std::optional<Clock::time_point> shownAt_;  ///< until the desktop has placed it
@@ -125,7 +142,10 @@ class TopLevel : public QWindow {
     /// Shown while it was minimised, and never seen since: what the desktop says of its state may
     /// be older than what was asked for after that.
     bool comesMinimised_ = false;
-    QBasicTimer doubt_;  ///< whether the desktop minimises at all
+    QBasicTimer doubt_;        ///< whether the desktop minimises at all
+    bool hasOffered_ = false;  ///< a picture, to find that out
+    bool wentAway_ = true;     ///< from the screen, since it was asked to be minimised
+    QBasicTimer return_;       ///< until activation must have brought it back
     bool hasIcon_ = false;
 
     QBackingStore store_;
