@@ -148,6 +148,7 @@ void TopLevel::SetTopMost(bool topMost) {
 }
 
 void TopLevel::SetMinimised(bool minimised) {
+    mustReturn_ = minimised_ && !minimised;
     minimised_ = minimised;
     wentAway_ = !isExposed();
     comesMinimised_ = comesMinimised_ && !minimised;
@@ -175,6 +176,7 @@ void TopLevel::Doubt() {
 
 void TopLevel::timerEvent(QTimerEvent* event) {
     if (event->timerId() == return_.timerId()) {
+        mustReturn_ = mustReturn_ && !isActive();
         ShowAnew();
         return;
     }

@@ -144,6 +144,7 @@ class TopLevel : public QWindow {
     bool comesMinimised_ = false;
     QBasicTimer doubt_;        ///< whether the desktop minimises at all
     bool hasOffered_ = false;  ///< a picture, to find that out
+    bool mustReturn_ = false;  ///< asked to be minimised no more, wherever it is
     bool wentAway_ = true;     ///< from the screen, since it was asked to be minimised
     QBasicTimer return_;       ///< until activation must have brought it back
     bool hasIcon_ = false;

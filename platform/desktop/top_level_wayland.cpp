@@ -92,10 +92,14 @@ void TopLevel::SeenOrNot() {
 }
 
 // Activation is for the compositor to grant, and a window that was minimised may stay so. Then it
-// is taken away and shown as a new one, which no compositor refuses.
+// is taken away and shown as a new one, which no compositor refuses. It may be away without the
+// toolkit having found out.
 void TopLevel::ComeBack(bool mayBeActivated) {
     constexpr int kPatience = 300;  // milliseconds
     SetActivationToken({});         // of use once
+    if (isExposed() && !mustReturn_) {
+        return;
+    }
     if (mayBeActivated) {
         return_.start(kPatience, this);
     } else {
@@ -105,10 +109,11 @@ void TopLevel::ComeBack(bool mayBeActivated) {
 
 void TopLevel::ShowAnew() {
     return_.stop();
-    if (isVisible() && !isExposed()) {
+    if (isVisible() && (!isExposed() || mustReturn_)) {
         setVisible(false);
         setVisible(true);
     }
+    mustReturn_ = false;
 }
 
 }  // namespace platform::desktop
