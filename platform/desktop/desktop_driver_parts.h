@@ -23,6 +23,7 @@
 #include "platform/desktop/top_level.h"
 #include "platform/desktop/tray/tray_icons.h"
 #include "platform/desktop/wait_loop.h"
+#include "platform/desktop/wayland.h"
 #include "platform/desktop/x_server.h"
 
 namespace platform {
@@ -51,6 +52,7 @@ struct DesktopDriver::Parts {
         if (shared.isXOnWayland) {
             shared.selfPlacing = desktop::SelfPlacing::kUnknown;
         }
+        shared.onWayland = desktop::IsOnWayland();
         shared.onDrop = [this](const desktop::DropPlace& place, std::vector<std::string> paths) {
             drops.Take(place, std::move(paths));
         };

@@ -9,6 +9,7 @@
 
 #include "platform/desktop/icon.h"
 #include "platform/desktop/painting.h"
+#include "platform/desktop/wayland.h"
 #include "platform/desktop/x_server.h"
 
 namespace platform::desktop {
@@ -31,7 +32,9 @@ void TopLevel::SetVisibility(bool visible) {
         ComeToScreen(Shown::kEnough);
         shownAt_ = Clock::now();
         comesMinimised_ = minimised_ && !isVisible();
-        SetMinimisedState();
+        if (!shared_.onWayland) {
+            SetMinimisedState();  // there nothing could undo it
+        }
     }
     MovePopupAside(!visible);
     setVisible(visible);
@@ -57,8 +60,17 @@ void TopLevel::SetRect(const Rect& rect) {
         setMaximumSize(device.size());
         resize(device.size());
     }
-    if (former.left != rect.left || former.top != rect.top || !handle()) {
-        MoveTo(device.topLeft());
+    const bool moves = former.left != rect.left || former.top != rect.top;
+    if (!shared_.onWayland) {
+        if (moves || !handle()) {
+            MoveTo(device.topLeft());
+        }
+    } else if (Owner() != nullptr) {
+        if (moves || !handle()) {
+            PlaceBesideOwner();
+        }
+    } else if (moves && isVisible()) {
+        BeDragged(former);
     }
 }
 
@@ -75,7 +87,7 @@ void TopLevel::MoveTo(QPoint place) {
 }
 
 void TopLevel::ComeToScreen(Shown wanted) {
-    if (IsPlacedByDesktop()) {
+    if (shared_.onWayland || IsPlacedByDesktop()) {
         return;
     }
     if (const auto place = Rescued(Place(), wanted, ScreensNow())) {
@@ -85,7 +97,10 @@ void TopLevel::ComeToScreen(Shown wanted) {
 }
 
 void TopLevel::Report(QPoint place) {
-    const Point ptScreen{shared_.scale.ToNearest(place.x()), shared_.scale.ToNearest(place.y())};
+    ReportPlace({shared_.scale.ToNearest(place.x()), shared_.scale.ToNearest(place.y())});
+}
+
+void TopLevel::ReportPlace(Point ptScreen) {
     rect_ = {ptScreen.x, ptScreen.y, ptScreen.x + rect_.Width(), ptScreen.y + rect_.Height()};
     shared_.events.Push(MovedByDesktop{handle_, ptScreen});
 }
@@ -127,6 +142,10 @@ void TopLevel::moveEvent(QMoveEvent* event) {
         return;  // aside, and back
     }
     const QPoint place = event->pos();
+    if (shared_.onWayland) {
+        FollowPopup(place);
+        return;
+    }
     const QPoint wanted = Place().topLeft();
     if (IsAnswer(place) || place == wanted) {
         return;
@@ -147,7 +166,9 @@ void TopLevel::SetTopMost(bool topMost) {
 }
 
 void TopLevel::SetMinimised(bool minimised) {
+    mustReturn_ = minimised_ && !minimised;
     minimised_ = minimised;
+    wentAway_ = !isExposed();
     comesMinimised_ = comesMinimised_ && !minimised;
     if (isVisible()) {
         SetMinimisedState();
@@ -163,6 +184,7 @@ void TopLevel::SetMinimisedState() {
 // Not every desktop minimises, and none says that it does not.
 void TopLevel::Doubt() {
     constexpr int kPatience = 500;  // milliseconds
+    hasOffered_ = false;
     if (minimised_) {
         doubt_.start(kPatience, this);
     } else {
@@ -179,17 +201,34 @@ void TopLevel::timerEvent(QTimerEvent* event) {
         EndDoubtOfActivation();
         return;
     }
+    if (event->timerId() == return_.timerId()) {
+        mustReturn_ = mustReturn_ && !isActive();
+        ShowAnew();
+        return;
+    }
+    if (shared_.onWayland && !std::exchange(hasOffered_, true)) {
+        OfferPicture();  // the next time will tell what has become of it
+        return;
+    }
     doubt_.stop();
     if (minimised_ && isVisible() && isExposed() && !IsSaidToBeMinimised(*this)) {
-        minimised_ = false;
         setWindowStates(Qt::WindowNoState);
-        PaintStale();
-        shared_.events.Push(RestoredByDesktop{handle_});
+        Restored();
     }
+}
+
+void TopLevel::Restored() {
+    minimised_ = false;
+    doubt_.stop();
+    PaintStale();
+    shared_.events.Push(RestoredByDesktop{handle_});
 }
 
 // What this window did itself is no news.
 void TopLevel::StateChanged() {
+    if (shared_.onWayland) {
+        return;  // the state there is what was asked for last
+    }
     const bool minimised = (windowStates() & Qt::WindowMinimized) != 0;
     if (minimised && comesMinimised_) {
         return;  // restored since, which the desktop will say as well
@@ -207,21 +246,34 @@ void TopLevel::StateChanged() {
 }
 
 void TopLevel::Activate() {
-    if (isVisible()) {
-        raise();
-        requestActivate();
+    if (!isVisible()) {
+        return;
+    }
+    const bool mayBeActivated = HasActivationToken();
+    raise();
+    requestActivate();
+    if (shared_.onWayland) {
+        ComeBack(mayBeActivated);
+    } else {
         DoubtActivation();
     }
 }
 
 // A popup goes past the window manager, which would give it the focus and a place in its lists.
-void TopLevel::SetPopup(TopLevel* owner) {
-    setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+void TopLevel::SetPopup(TopLevel* owner, PopupKind kind) {
+    popup_ = kind;
+    // A compositor gives a popup of the first type all input from the moment at which it is shown.
+    const bool isMenu = shared_.onWayland && kind == PopupKind::kMenu;
+    setFlags((isMenu ? Qt::Popup : Qt::ToolTip) | Qt::FramelessWindowHint |
+             Qt::WindowDoesNotAcceptFocus);
     setTransientParent(owner);
     hasIcon_ = true;  // needs none
 }
 
 void TopLevel::GrabInput() {
+    if (shared_.onWayland) {
+        return;
+    }
     // Somebody else may just be letting go: a window manager, of the click that opens the popup.
     constexpr int kAttempts = 20;
     constexpr std::chrono::milliseconds kPause(5);
@@ -241,6 +293,9 @@ void TopLevel::GrabInput() {
 }
 
 void TopLevel::ReleaseInput() {
+    if (shared_.onWayland) {
+        return;
+    }
     shared_.isGrabbed = false;
     catcher_.reset();
     setKeyboardGrabEnabled(false);
@@ -323,9 +378,14 @@ void TopLevel::PaintInStore(const QRegion& region) {
 // The store may lag behind what was painted past it, so all of it is painted anew.
 void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
     if (isExposed()) {
-        Doubt();  // it is back on the screen
+        if (!shared_.onWayland) {
+            Doubt();  // it is back on the screen
+        }
         comesMinimised_ = false;
         stale_ = QRect({0, 0}, size());
+    }
+    if (shared_.onWayland) {
+        SeenOrNot();
     }
     if (!CanBeSeen()) {
         return;
@@ -341,6 +401,12 @@ void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
 
 void TopLevel::closeEvent(QCloseEvent* event) {
     event->ignore();
+    if (popup_) {
+        if (popup_ == PopupKind::kMenu) {
+            shared_.events.Push(InputLost{});
+        }
+        return;
+    }
     shared_.events.Push(CloseRequested{handle_});
 }
 

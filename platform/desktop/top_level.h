@@ -1,5 +1,6 @@
 // A top-level window: shows a finished picture, and turns what the desktop does with the window
-// into events. What it hears of pointer, keys and drops is in top_level_input.cpp.
+// into events. What it hears of pointer, keys and drops is in top_level_input.cpp, what it does
+// under a Wayland compositor in top_level_wayland.cpp.
 #pragma once
 
 #include <QBackingStore>
@@ -47,6 +48,7 @@ struct Shared {
     PointerRecord pointer;
     std::optional<TextInput> input{};  ///< where the user writes
     bool composing = false;            ///< what was reported last is still being composed
+    bool onWayland = false;            ///< settled before the first window
     bool isXOnWayland = false;         ///< of an X server: it shows its windows on a compositor
     SelfPlacing selfPlacing = SelfPlacing::kWorks;
     bool isGrabbed = false;        ///< all input, by a popup
@@ -68,7 +70,7 @@ class TopLevel : public QWindow {
     void SetTopMost(bool topMost);
     void SetMinimised(bool minimised);
     void Activate();
-    void SetPopup(TopLevel* owner);
+    void SetPopup(TopLevel* owner, PopupKind kind);
     void GrabInput();
     void ReleaseInput();
     /// Where a point of the window is now.
@@ -107,10 +109,11 @@ class TopLevel : public QWindow {
 
     void MoveTo(QPoint place);
     void Report(QPoint place);
+    void ReportPlace(Point ptScreen);
     bool IsAnswer(QPoint place);
     void ForgetOldAsked();
     bool IsPushedByAFrame(QPoint place);
-    bool IsPopup() const { return type() == Qt::ToolTip; }
+    bool IsPopup() const { return popup_.has_value(); }
     bool IsPlacedByDesktop() const;
     void MovePopupAside(bool goes);
     void DoubtPlacing();
@@ -123,6 +126,19 @@ class TopLevel : public QWindow {
     void StateChanged();
     void SetMinimisedState();
     void Doubt();
+    void Restored();
+
+    TopLevel* Owner() const;
+    void PlaceBesideOwner();
+    void BeDragged(const Rect& former);
+    void FollowPopup(QPoint place);
+    void OfferPicture();
+    void SeenOrNot();
+    void ComeBack(bool mayBeActivated);
+    void ShowAnew();
+    bool StandsAlone() const;
+    Point Told(Point ptScreen) const;
+
     bool PaintDirectly(std::span<const Rect> changed);
     void PaintStale();
     void PaintInStore(const QRegion& region);
@@ -141,6 +157,7 @@ class TopLevel : public QWindow {
 
     const Handle handle_;
     Shared& shared_;
+    std::optional<PopupKind> popup_;
     Rect rect_;  ///< as the component knows it
     std::deque<Asked> asked_;
     QBasicTimer unheeded_;  ///< whether a window manager moves it when it is dragged
@@ -155,6 +172,10 @@ class TopLevel : public QWindow {
     bool comesMinimised_ = false;
     std::unique_ptr<PressCatcher> catcher_;  ///< around a popup that has all input
     QBasicTimer doubt_;                      ///< whether the desktop minimises at all
+    bool hasOffered_ = false;                ///< a picture, to find that out
+    bool mustReturn_ = false;                ///< asked to be minimised no more, wherever it is
+    bool wentAway_ = true;  ///< from the screen, since it was asked to be minimised
+    QBasicTimer return_;    ///< until activation must have brought it back
     bool hasIcon_ = false;
 
     QBackingStore store_;

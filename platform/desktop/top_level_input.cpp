@@ -56,7 +56,7 @@ void TopLevel::PointerSeen(const QSinglePointEvent& event, Qt::KeyboardModifiers
     ReleaseAllBut(shared_, ButtonsOf(held), ptScreen, shift);
     shared_.pointer.ptScreen = ptScreen;
     shared_.pointer.inside = true;
-    shared_.events.Push(PointerMoved{ptScreen, shift});
+    shared_.events.Push(PointerMoved{Told(ptScreen), shift});
 }
 
 void TopLevel::mouseMoveEvent(QMouseEvent* event) {
@@ -73,9 +73,10 @@ void TopLevel::Button(const QMouseEvent& event, bool down) {
     if (!down && (pointer.held & button) == 0) {
         return;  // told already
     }
+    const Point told = Told(ptScreen);
     pointer.held = down ? pointer.held | button : pointer.held & ~button;
     pointer.ptScreen = ptScreen;
-    shared_.events.Push(ButtonChanged{ptScreen, button, down, ShiftOf(event.modifiers())});
+    shared_.events.Push(ButtonChanged{told, button, down, ShiftOf(event.modifiers())});
 }
 
 void TopLevel::mousePressEvent(QMouseEvent* event) {
@@ -97,8 +98,8 @@ void TopLevel::wheelEvent(QWheelEvent* event) {
     wheel_ += step;
     if (const Long notches = wheel_ / WHEEL_DELTA) {
         wheel_ %= WHEEL_DELTA;
-        shared_.events.Push(
-            WheelTurned{ToScreen(event->globalPosition()), notches, ShiftOf(event->modifiers())});
+        shared_.events.Push(WheelTurned{Told(ToScreen(event->globalPosition())), notches,
+                                        ShiftOf(event->modifiers())});
     }
 }
 
@@ -129,6 +130,9 @@ void TopLevel::focusOutEvent(QFocusEvent* /*event*/) {
         shared_.events.Push(KeyChanged{code, 0, false});
     }
     ReportComposed({});
+    if (popup_ == PopupKind::kMenu && shared_.onWayland && StandsAlone()) {
+        shared_.events.Push(InputLost{});
+    }
 }
 
 // Where a compositor gives the keyboard to a window that is none of the X server's, it may be the

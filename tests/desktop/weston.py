@@ -110,7 +110,7 @@ class Weston(Display):
 def around(picture, former=None):
     """The smallest rectangle around what is no background, or differs from a former picture. What
     shows of the pointer in the last corner does not count."""
-    corner, length = 4, picture.width * 3
+    corner, length = 16, picture.width * 3
     empty = bytes([BACKGROUND]) * length
     found = []
     for y in range(picture.height):
