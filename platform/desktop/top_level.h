@@ -1,6 +1,6 @@
 // A top-level window: shows a finished picture, and turns what the desktop does with the window
-// into events. What it hears of pointer, keys and drops is in top_level_input.cpp, what it does
-// under a Wayland compositor in top_level_wayland.cpp.
+// into events. What it hears of pointer, keys and drops is in top_level_input.cpp, where it is in
+// top_level_placing.cpp, what it does under a Wayland compositor in top_level_wayland.cpp.
 #pragma once
 
 #include <QBackingStore>
@@ -120,6 +120,7 @@ class TopLevel : public QWindow {
     void EndDoubtOfPlacing();
     void Heeded();
     void HandOver(QPoint place);
+    void LetDesktopDrag();
     void LearnPlace(const QSinglePointEvent& event);
     void DoubtActivation();
     void EndDoubtOfActivation();

@@ -3,7 +3,6 @@
 #include <QGuiApplication>
 #include <algorithm>
 
-#include "platform/desktop/held_buttons.h"
 #include "platform/desktop/top_level.h"
 #include "platform/desktop/wayland.h"
 
@@ -27,14 +26,11 @@ void TopLevel::PlaceBesideOwner() {
     setVisible(wasVisible);
 }
 
-// Being dragged is the only wish of that kind that can be passed on. From then on the compositor
-// has the pointer, and the button goes up unseen.
+// Being dragged is the only wish of that kind that can be passed on.
 void TopLevel::BeDragged(const Rect& former) {
     rect_ = Offset(rect_, {former.left - rect_.left, former.top - rect_.top});
     shared_.events.Push(MovedByDesktop{handle_, {former.left, former.top}});
-    if (shared_.pointer.held != 0 && startSystemMove()) {
-        ReleaseAllBut(shared_, 0, shared_.pointer.ptScreen, 0);
-    }
+    LetDesktopDrag();
 }
 
 // The compositor has moved the popup to where all of it can be seen.
