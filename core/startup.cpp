@@ -47,8 +47,9 @@ void PlaceWindow() {
     Long y = 0;
     const Long centredX = (screen.width - main.Width()) / 2;
     const Long centredY = (screen.height - main.Height()) / 2;
-    Take(x, settings::kX.Read(centredX));
-    Take(y, settings::kY.Read(centredY));
+    const bool isKept = App().windows.PlacesWindows();
+    Take(x, isKept ? settings::kX.Read(centredX) : centredX);
+    Take(y, isKept ? settings::kY.Read(centredY) : centredY);
     const bool topMost = IsOn(settings::kTopMost);
     Step([&] { Mark(menukeys::kTopMost, topMost); });
     main.tglSkin(kTopMostToggle).Value(topMost);

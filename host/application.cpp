@@ -216,6 +216,7 @@ void Application::Do(const Request& request, const Reply& reply) {
         case Request::Kind::kLine:
             break;  // the list's, even at the end
         case Request::Kind::kShow:
+            front_.MayActivate(request.text);
             Show();
             break;
         case Request::Kind::kQuit:

@@ -42,6 +42,9 @@ class Front : public ItemListener {
     /// The desktop's session bus; null where there is no desktop.
     virtual platform::SessionBus* Bus() { return nullptr; }
 
+    /// The window is about to be asked for; `token` is the desktop's leave for it, or empty.
+    virtual void MayActivate(const std::string& /*token*/) {}
+
     /// Called before the component begins.
     virtual void Enter(const Surroundings& surroundings) = 0;
     /// What Enter gave is about to go.

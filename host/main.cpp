@@ -144,9 +144,16 @@ int Export(const Options& options, const std::string& directory, Console& consol
     return fault ? kFailed : kInOrder;
 }
 
+/// What the desktop gave this start so that a window may come to the front; empty for nothing.
+std::string ActivationToken() {
+    const char* const token = std::getenv("XDG_ACTIVATION_TOKEN");
+    const std::string known = token != nullptr ? token : "";
+    return known.size() <= kLongestLine ? known : "";
+}
+
 std::vector<Request> RequestsFor(const std::vector<std::string>& lines) {
     if (lines.empty()) {
-        return {{Request::Kind::kShow, {}}};
+        return {{Request::Kind::kShow, ActivationToken()}};
     }
     std::vector<Request> requests;
     requests.reserve(lines.size());

@@ -34,6 +34,7 @@ class WindowFront : public Front {
 
     platform::Driver& GetDriver() override { return driver_; }
     platform::SessionBus* Bus() override { return &driver_.Bus(); }
+    void MayActivate(const std::string& token) override { driver_.SetActivationToken(token); }
     void Enter(const Surroundings& surroundings) override {
         driver_.WatchSessionEnd(surroundings.endNow);
         driver_.WatchDisplay(surroundings.displayLost);

@@ -123,6 +123,12 @@ using DriverEvent = std::variant<CloseRequested, MinimisedByDesktop, RestoredByD
                                  PointerLeft, ButtonChanged, WheelTurned, KeyChanged, TextTyped,
                                  TextComposed, InputLost, HotKeyPressed, TrayIconUsed>;
 
+/// What a popup is for.
+enum class PopupKind {
+    kTip,  ///< it shows something, and takes no input
+    kMenu  ///< it, or a popup that it is a popup of, has the input (GrabInput) while it is there
+};
+
 /// Where the user writes: a top-level window, and the caret's place in it.
 struct TextInput {
     Handle window = 0;
@@ -198,6 +204,12 @@ class Driver {
 
     // Top-level windows. The window system calls these once its own record has changed.
 
+    /// Whether windows stand where SetTopLevelRect puts them. Where they do not, places tell how
+    /// popups lie to their owners, and nothing else: they are not worth keeping. A window that is
+    /// moved while a button is held is dragged by the desktop from then on: MovedByDesktop tells
+    /// that it is where it was, as far as anybody knows, and the button's release is reported.
+    virtual bool PlacesWindows() const { return true; }
+
     virtual void CreateTopLevel(Handle /*window*/) {}
     virtual void DestroyTopLevel(Handle /*window*/) {}
     virtual void SetTopLevelVisible(Handle /*window*/, bool /*visible*/) {}
@@ -207,9 +219,10 @@ class Driver {
     virtual void SetTopLevelMinimised(Handle /*window*/, bool /*minimised*/) {}
     virtual void ActivateTopLevel(Handle /*window*/) {}
 
-    /// Says of a window, before it is shown, that it is a popup of another one: above all others,
-    /// in no task bar, and never activated.
-    virtual void SetTopLevelPopup(Handle /*window*/, Handle /*owner*/) {}
+    /// Says of a window, before it is shown, that it is a popup of another one, which may be a
+    /// popup itself: above all others, in no task bar, and never activated. A desktop that cannot
+    /// show all of it where it is wanted may put it elsewhere, and tells by MovedByDesktop.
+    virtual void SetTopLevelPopup(Handle /*window*/, Handle /*owner*/, PopupKind /*kind*/) {}
     /// From now on all input of pointer and keyboard is reported, wherever the pointer is and
     /// whichever window is active; presses and keys reach nobody else. The popup is visible. Should
     /// the grab end by itself, InputLost is reported.

@@ -78,7 +78,11 @@ void DragWindow(Handle window, Long X, Long Y) {
         SWP_NOSIZE | SWP_NOZORDER);
 }
 
+// What a desktop that places its windows itself makes us believe is no place to come back to.
 void EndDrag() {
+    if (!App().windows.PlacesWindows()) {
+        return;
+    }
     const Rect rect = App().windows.GetWindowRect(App().Main().HWnd());
     settings::kX.Write(rect.left);
     settings::kY.Write(rect.top);

@@ -13,10 +13,12 @@ display_packages=(xvfb openbox xdotool x11-utils imagemagick)
 # What makes the package, looks at it, and offers its options.
 packing_packages=(dpkg-dev file binutils fakeroot lintian appstream man-db groff-base
   bash-completion zsh fish)
-# What the tests and the checks need besides; the last ones are a sound server and what records it.
+# What the tests and the checks need besides: among it a Wayland compositor with an X server; the last
+# ones are a sound server and what records it.
 test_packages=(libgtest-dev libbenchmark-dev python3 clang-format
   "${display_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip
   chromium chromium-driver python3-selenium
+  weston qt6-wayland xwayland
   dbus playerctl python3-gi xdg-utils desktop-file-utils libglib2.0-bin shared-mime-info
   "${packing_packages[@]}" pulseaudio pulseaudio-utils)
 

@@ -50,7 +50,7 @@ frmMAIN& Program::Main() {
 frmTIP& Program::Tip() {
     if (!tip_) {
         tip_ = std::make_shared<frmTIP>(windows);
-        windows.MakePopup(tip_->HWnd(), main_ ? main_->HWnd() : 0);
+        windows.MakePopup(tip_->HWnd(), main_ ? main_->HWnd() : 0, platform::PopupKind::kTip);
     }
     return *tip_;
 }

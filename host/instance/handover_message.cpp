@@ -43,7 +43,6 @@ std::optional<Request::Kind> KindOf(char letter) {
 /// Some kinds have a text, and a text holds no zero byte.
 bool IsSound(const Request& request) {
     switch (request.kind) {
-        case Request::Kind::kShow:
         case Request::Kind::kQuit:
             return request.text.empty();
         case Request::Kind::kExport:

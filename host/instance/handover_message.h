@@ -20,7 +20,7 @@ namespace veldrin {
 struct Request {
     enum class Kind {
         kLine,  ///< a command line for the component
-        kShow,  ///< show the window; no text
+        kShow,  ///< show the window; the text is what the desktop wants to see for it, or empty
         kQuit,  ///< end in order; no text
         kVerb,  ///< do what the text says (remote/verb.h); the answer is what is wrong, if anything
         kStatus,  ///< tell how things stand; the text is empty for a line, or "json"

@@ -1,14 +1,21 @@
 #include "platform/desktop/application.h"
 
+#include <unistd.h>
 #include <xcb/xcb.h>
 
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <QThread>
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <stdexcept>
+#include <string_view>
+#include <thread>
 #include <utility>
 
 #include "platform/desktop/bus/bus_probe.h"
+#include "platform/desktop/wayland.h"
 
 namespace platform::desktop {
 
@@ -31,8 +38,6 @@ void PrepareEnvironment() {
     // With shared memory each change would wait for the window server to have read the last one. A
     // change is usually small, and cheaper to send.
     SetUnlessSet("QT_XCB_NO_MITSHM", "1");
-    // The toolkit's remarks on the surroundings are of no use to whoever listens to music.
-    SetUnlessSet("QT_LOGGING_RULES", "default.warning=false");
     PassOverBusWithoutAnswer();
     // Finished pictures are magnified here, not by the toolkit.
     SetUnlessSet("QT_ENABLE_HIGHDPI_SCALING", "0");
@@ -41,22 +46,33 @@ void PrepareEnvironment() {
 // The toolkit ends the process by itself when it is the first to find the connection to the display
 // broken, or cannot go on otherwise; at that moment nothing else leads to the object that has to
 // hear of it.
-Application* watching = nullptr;
+std::atomic<Application*> watching = nullptr;
 QtMessageHandler formerHandler = nullptr;
 
+// The toolkit's remarks on the surroundings are of no use to whoever listens to music.
+bool IsRemark(QtMsgType type, const QMessageLogContext& context) {
+    return type == QtWarningMsg && std::string_view(context.category) == "default" &&
+           !qEnvironmentVariableIsSet("QT_LOGGING_RULES");
+}
+
 void HearMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    if (type == QtFatalMsg && watching != nullptr) {
-        watching->LoseDisplay();
+    Application* const application = watching;
+    if (application != nullptr && type == QtFatalMsg) {
+        application->LoseDisplay();
+    } else if (application != nullptr && type == QtWarningMsg && text.contains("Wayland")) {
+        application->BeforeEnd();
     }
-    formerHandler(type, context, text);
+    if (!IsRemark(type, context)) {
+        formerHandler(type, context, text);
+    }
 }
 
 void WatchTheEnd() {
     static const bool watched = [] {
         formerHandler = qInstallMessageHandler(HearMessage);
         return std::atexit([] {
-                   if (watching != nullptr) {
-                       watching->LoseDisplay();
+                   if (Application* const application = watching) {
+                       application->LoseDisplay();
                    }
                }) == 0;
     }();
@@ -74,13 +90,21 @@ Application::Application(std::string name) : name_(std::move(name)) {
     const QString known = QString::fromStdString(name_);
     QCoreApplication::setApplicationName(known);
     QGuiApplication::setDesktopFileName(known);
+    compositor_ = ConnectToCompositor();
     application_ = std::make_unique<QGuiApplication>(argumentCount_, arguments_);
+    if (!IsOnWayland() && compositor_ >= 0) {
+        close(std::exchange(compositor_, -1));
+    }
     QGuiApplication::setQuitOnLastWindowClosed(false);
     Watch();
 }
 
 Application::~Application() {
     watching = nullptr;
+    hangUp_.reset();
+    if (compositor_ >= 0) {
+        close(compositor_);
+    }
 }
 
 void Application::Watch() {
@@ -97,21 +121,43 @@ void Application::Watch() {
         Qt::DirectConnection);
     const auto* x11 = application_->nativeInterface<QNativeInterface::QX11Application>();
     connection_ = x11 != nullptr ? x11->connection() : nullptr;
-    if (connection_ == nullptr) {
+    // Most often the hang-up is seen here first. The first kind of watch reports nothing else, and
+    // nothing else comes over the second connection.
+    if (connection_ != nullptr) {
+        hangUp_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection_),
+                                                    QSocketNotifier::Exception);
+    } else if (compositor_ >= 0) {
+        hangUp_ = std::make_unique<QSocketNotifier>(compositor_, QSocketNotifier::Read);
+    } else {
         return;
     }
-    // Most often the hang-up is seen here first. This kind of watch reports nothing else.
-    const int descriptor = xcb_get_file_descriptor(connection_);
-    hangUp_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Exception);
     QObject::connect(hangUp_.get(), &QSocketNotifier::activated, application_.get(), [this] {
         hangUp_->setEnabled(false);
         LoseDisplay();
     });
 }
 
+// Whoever finds out that the compositor has gone says so, and then ends the process at once. That
+// may be this thread, or one that reads; this one has something to do first, which it is told by
+// the other connection.
+void Application::BeforeEnd() {
+    constexpr std::chrono::milliseconds kApart(200);  // the ends of the two connections
+    constexpr std::chrono::seconds kForTheList(30);
+    if (compositor_ < 0 || !HasEnded(compositor_, kApart)) {
+        return;
+    }
+    if (QThread::currentThread() == application_->thread()) {
+        LoseDisplay();
+    } else {
+        std::this_thread::sleep_for(kForTheList);
+    }
+}
+
 // A request that the server does not take breaks the connection on this side, without a hang-up.
 void Application::LookForDisplay() {
-    if (connection_ != nullptr && !lostDisplay_ && xcb_connection_has_error(connection_) != 0) {
+    const bool isBroken = (connection_ != nullptr && xcb_connection_has_error(connection_) != 0) ||
+                          (compositor_ >= 0 && HasEnded(compositor_));
+    if (isBroken && !lostDisplay_) {
         LoseDisplay();
     }
 }

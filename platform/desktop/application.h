@@ -29,6 +29,8 @@ class Application {
     void LookForDisplay();
     /// It has.
     void LoseDisplay();
+    /// Called on any thread when the toolkit may be about to end the process because it has.
+    void BeforeEnd();
 
     /// Calls `onEnd` when the session ends.
     void WatchSessionEnd(std::function<void()> onEnd) { onSessionEnd_ = std::move(onEnd); }
@@ -46,7 +48,8 @@ class Application {
     char* arguments_[2] = {nullptr, nullptr};
     std::unique_ptr<QGuiApplication> application_;
     xcb_connection_t* connection_ =
-        nullptr;  ///< of the toolkit's; null if it has none of that kind
+        nullptr;           ///< of the toolkit's; null if it has none of that kind
+    int compositor_ = -1;  ///< a connection to it; -1 if it is no Wayland compositor
     std::unique_ptr<QSocketNotifier> hangUp_;
     std::function<void()> onSessionEnd_;
     std::function<void()> onLost_;

@@ -30,6 +30,12 @@ DesktopDriver::DesktopDriver(ProgramIdentity program, std::optional<double> scal
 
 DesktopDriver::~DesktopDriver() = default;
 
+void DesktopDriver::SetActivationToken(const std::string& token) {
+    if (!parts_->IsLost()) {
+        desktop::SetActivationToken(token);
+    }
+}
+
 void DesktopDriver::WatchSessionEnd(std::function<void()> onEnd) {
     parts_->application.WatchSessionEnd(std::move(onEnd));
 }
@@ -121,12 +127,16 @@ Rect DesktopDriver::WorkAreaAt(Point ptScreen) const {
 
 Point DesktopDriver::Pointer() const {
     const PointerRecord& pointer = parts_->shared.pointer;
-    if (pointer.inside || pointer.held != 0 || parts_->IsLost()) {
-        return pointer.ptScreen;
+    if (pointer.inside || pointer.held != 0 || parts_->IsLost() || parts_->shared.onWayland) {
+        return pointer.ptScreen;  // on Wayland nobody knows more
     }
     const QPoint place = QCursor::pos();
     const Magnification& scale = parts_->shared.scale;
     return {scale.ToComponent(place.x()), scale.ToComponent(place.y())};
+}
+
+bool DesktopDriver::PlacesWindows() const {
+    return !parts_->shared.onWayland;
 }
 
 void DesktopDriver::CreateTopLevel(Handle window) {
@@ -178,9 +188,9 @@ void DesktopDriver::ActivateTopLevel(Handle window) {
     }
 }
 
-void DesktopDriver::SetTopLevelPopup(Handle window, Handle owner) {
+void DesktopDriver::SetTopLevelPopup(Handle window, Handle owner, PopupKind kind) {
     if (TopLevel* found = parts_->Find(window)) {
-        found->SetPopup(parts_->Find(owner));
+        found->SetPopup(parts_->Find(owner), kind);
     }
 }
 

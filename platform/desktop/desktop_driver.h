@@ -48,6 +48,10 @@ class DesktopDriver : public Driver {
     DesktopDriver(const DesktopDriver&) = delete;
     DesktopDriver& operator=(const DesktopDriver&) = delete;
 
+    /// What the desktop has given whoever asks for a window of ours to come to the front, for the
+    /// next ActivateTopLevel; empty for nothing. On Wayland no window comes without it.
+    void SetActivationToken(const std::string& token);
+
     /// Calls `onEnd` from WaitUntil, KeepShown or Download when the desktop's session ends. What is
     /// to be saved must be saved when it returns: the process may be ended at once after.
     void WatchSessionEnd(std::function<void()> onEnd);
@@ -92,6 +96,7 @@ class DesktopDriver : public Driver {
     Rect WorkAreaAt(Point ptScreen) const override;
     Point Pointer() const override;
 
+    bool PlacesWindows() const override;
     void CreateTopLevel(Handle window) override;
     void DestroyTopLevel(Handle window) override;
     void SetTopLevelVisible(Handle window, bool visible) override;
@@ -100,7 +105,7 @@ class DesktopDriver : public Driver {
     void SetTopLevelTopMost(Handle window, bool topMost) override;
     void SetTopLevelMinimised(Handle window, bool minimised) override;
     void ActivateTopLevel(Handle window) override;
-    void SetTopLevelPopup(Handle window, Handle owner) override;
+    void SetTopLevelPopup(Handle window, Handle owner, PopupKind kind) override;
     void GrabInput(Handle popup) override;
     void ReleaseInput() override;
     bool ShowsPictures() const override { return true; }

@@ -23,6 +23,8 @@
 #include "platform/desktop/top_level.h"
 #include "platform/desktop/tray/tray_icons.h"
 #include "platform/desktop/wait_loop.h"
+#include "platform/desktop/wayland.h"
+#include "platform/desktop/x_server.h"
 
 namespace platform {
 
@@ -46,6 +48,11 @@ struct DesktopDriver::Parts {
               shared.events, [this](const desktop::DropPlace& place) { return PlaceOf(place); },
               [this] { loop.Wake(); }),
           associations(program) {
+        shared.isXOnWayland = desktop::IsXOnWayland();
+        if (shared.isXOnWayland) {
+            shared.selfPlacing = desktop::SelfPlacing::kUnknown;
+        }
+        shared.onWayland = desktop::IsOnWayland();
         shared.onDrop = [this](const desktop::DropPlace& place, std::vector<std::string> paths) {
             drops.Take(place, std::move(paths));
         };

@@ -13,6 +13,7 @@
 #include <cstdlib>
 
 #include "platform/desktop/application.h"
+#include "platform/desktop/wayland.h"
 
 namespace platform::desktop {
 
@@ -38,6 +39,15 @@ std::optional<std::string> XServerFault() {
     if (!Answers(display.constData())) {
         return "the display '" + display.toStdString() + "' does not answer";
     }
+    return std::nullopt;
+}
+
+std::optional<std::string> CompositorFault() {
+    const int connection = ConnectToCompositor();
+    if (connection < 0) {
+        return "the display '" + qgetenv("WAYLAND_DISPLAY").toStdString() + "' does not answer";
+    }
+    close(connection);
     return std::nullopt;
 }
 
@@ -73,12 +83,13 @@ std::optional<std::string> DisplayFault() {
     if (kind == "xcb" || (kind.isEmpty() && !isForWayland)) {
         return XServerFault();
     }
+    if (isForWayland) {
+        return CompositorFault();
+    }
     if (CanBegin()) {
         return std::nullopt;
     }
-    return isForWayland
-               ? "the display '" + qgetenv("WAYLAND_DISPLAY").toStdString() + "' does not answer"
-               : "no display is to be had by QT_QPA_PLATFORM=" + kind.toStdString();
+    return "no display is to be had by QT_QPA_PLATFORM=" + kind.toStdString();
 }
 
 }  // namespace platform::desktop

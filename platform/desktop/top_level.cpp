@@ -9,6 +9,7 @@
 
 #include "platform/desktop/icon.h"
 #include "platform/desktop/painting.h"
+#include "platform/desktop/wayland.h"
 #include "platform/desktop/x_server.h"
 
 namespace platform::desktop {
@@ -16,6 +17,10 @@ namespace platform::desktop {
 TopLevel::TopLevel(Handle handle, Shared& shared) : handle_(handle), shared_(shared), store_(this) {
     setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint |
              Qt::WindowSystemMenuHint);
+}
+
+TopLevel::~TopLevel() {
+    MovePopupAside(true);
 }
 
 void TopLevel::SetVisibility(bool visible) {
@@ -27,8 +32,11 @@ void TopLevel::SetVisibility(bool visible) {
         ComeToScreen(Shown::kEnough);
         shownAt_ = Clock::now();
         comesMinimised_ = minimised_ && !isVisible();
-        SetMinimisedState();
+        if (!shared_.onWayland) {
+            SetMinimisedState();  // there nothing could undo it
+        }
     }
+    MovePopupAside(!visible);
     setVisible(visible);
 }
 
@@ -52,68 +60,17 @@ void TopLevel::SetRect(const Rect& rect) {
         setMaximumSize(device.size());
         resize(device.size());
     }
-    if (former.left != rect.left || former.top != rect.top || !handle()) {
-        MoveTo(device.topLeft());
-    }
-}
-
-void TopLevel::MoveTo(QPoint place) {
-    if (handle() != nullptr && isVisible() && place != position()) {
-        asked_.push_back({place, Clock::now()});
-    }
-    setPosition(place);
-}
-
-void TopLevel::ComeToScreen(Shown wanted) {
-    if (const auto place = Rescued(Place(), wanted, ScreensNow())) {
-        MoveTo(*place);
-        Report(*place);
-    }
-}
-
-void TopLevel::Report(QPoint place) {
-    const Point ptScreen{shared_.scale.ToNearest(place.x()), shared_.scale.ToNearest(place.y())};
-    rect_ = {ptScreen.x, ptScreen.y, ptScreen.x + rect_.Width(), ptScreen.y + rect_.Height()};
-    shared_.events.Push(MovedByDesktop{handle_, ptScreen});
-}
-
-// While the window is dragged by its own doing, several places are under way; what comes back for
-// an older one is no move by the desktop. A place that was overtaken is never confirmed.
-bool TopLevel::IsAnswer(QPoint place) {
-    constexpr std::chrono::seconds kForgotten(2);
-    while (!asked_.empty() && Clock::now() - asked_.front().when > kForgotten) {
-        asked_.pop_front();
-    }
-    const auto found = std::find_if(asked_.begin(), asked_.end(),
-                                    [&](const Asked& asked) { return asked.place == place; });
-    if (found == asked_.end()) {
-        asked_.clear();
-        return false;
-    }
-    asked_.erase(asked_.begin(), found + 1);
-    return true;
-}
-
-// Some window managers put the frame that they lay around a new window where the window wanted to
-// be, or leave room for a frame that they do not lay. Left there, it would come to stand farther
-// right and down at each start. Asked once more they do as they are told.
-bool TopLevel::IsPushedByAFrame(QPoint place) {
-    constexpr std::chrono::seconds kNew(2);
-    constexpr QRect kFrame(0, 0, 33, 65);  // the border at the left, the title at the top
-    const auto shownAt = std::exchange(shownAt_, std::nullopt);
-    return shownAt && Clock::now() - *shownAt < kNew && kFrame.contains(place - Place().topLeft());
-}
-
-void TopLevel::moveEvent(QMoveEvent* event) {
-    const QPoint place = event->pos();
-    const QPoint wanted = Place().topLeft();
-    if (IsAnswer(place) || place == wanted) {
-        return;
-    }
-    if (IsPushedByAFrame(place)) {
-        MoveTo(wanted);
-    } else {
-        Report(place);
+    const bool moves = former.left != rect.left || former.top != rect.top;
+    if (!shared_.onWayland) {
+        if (moves || !handle()) {
+            MoveTo(device.topLeft());
+        }
+    } else if (Owner() != nullptr) {
+        if (moves || !handle()) {
+            PlaceBesideOwner();
+        }
+    } else if (moves && isVisible()) {
+        BeDragged(former);
     }
 }
 
@@ -126,7 +83,9 @@ void TopLevel::SetTopMost(bool topMost) {
 }
 
 void TopLevel::SetMinimised(bool minimised) {
+    mustReturn_ = minimised_ && !minimised;
     minimised_ = minimised;
+    wentAway_ = !isExposed();
     comesMinimised_ = comesMinimised_ && !minimised;
     if (isVisible()) {
         SetMinimisedState();
@@ -142,6 +101,7 @@ void TopLevel::SetMinimisedState() {
 // Not every desktop minimises, and none says that it does not.
 void TopLevel::Doubt() {
     constexpr int kPatience = 500;  // milliseconds
+    hasOffered_ = false;
     if (minimised_) {
         doubt_.start(kPatience, this);
     } else {
@@ -149,18 +109,43 @@ void TopLevel::Doubt() {
     }
 }
 
-void TopLevel::timerEvent(QTimerEvent* /*event*/) {
+void TopLevel::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == unheeded_.timerId()) {
+        EndDoubtOfPlacing();
+        return;
+    }
+    if (event->timerId() == behind_.timerId()) {
+        EndDoubtOfActivation();
+        return;
+    }
+    if (event->timerId() == return_.timerId()) {
+        mustReturn_ = mustReturn_ && !isActive();
+        ShowAnew();
+        return;
+    }
+    if (shared_.onWayland && !std::exchange(hasOffered_, true)) {
+        OfferPicture();  // the next time will tell what has become of it
+        return;
+    }
     doubt_.stop();
     if (minimised_ && isVisible() && isExposed() && !IsSaidToBeMinimised(*this)) {
-        minimised_ = false;
         setWindowStates(Qt::WindowNoState);
-        PaintStale();
-        shared_.events.Push(RestoredByDesktop{handle_});
+        Restored();
     }
+}
+
+void TopLevel::Restored() {
+    minimised_ = false;
+    doubt_.stop();
+    PaintStale();
+    shared_.events.Push(RestoredByDesktop{handle_});
 }
 
 // What this window did itself is no news.
 void TopLevel::StateChanged() {
+    if (shared_.onWayland) {
+        return;  // the state there is what was asked for last
+    }
     const bool minimised = (windowStates() & Qt::WindowMinimized) != 0;
     if (minimised && comesMinimised_) {
         return;  // restored since, which the desktop will say as well
@@ -178,25 +163,43 @@ void TopLevel::StateChanged() {
 }
 
 void TopLevel::Activate() {
-    if (isVisible()) {
-        raise();
-        requestActivate();
+    if (!isVisible()) {
+        return;
+    }
+    const bool mayBeActivated = HasActivationToken();
+    raise();
+    requestActivate();
+    if (shared_.onWayland) {
+        ComeBack(mayBeActivated);
+    } else {
+        DoubtActivation();
     }
 }
 
 // A popup goes past the window manager, which would give it the focus and a place in its lists.
-void TopLevel::SetPopup(TopLevel* owner) {
-    setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+void TopLevel::SetPopup(TopLevel* owner, PopupKind kind) {
+    popup_ = kind;
+    // A compositor gives a popup of the first type all input from the moment at which it is shown.
+    const bool isMenu = shared_.onWayland && kind == PopupKind::kMenu;
+    setFlags((isMenu ? Qt::Popup : Qt::ToolTip) | Qt::FramelessWindowHint |
+             Qt::WindowDoesNotAcceptFocus);
     setTransientParent(owner);
     hasIcon_ = true;  // needs none
 }
 
 void TopLevel::GrabInput() {
+    if (shared_.onWayland) {
+        return;
+    }
     // Somebody else may just be letting go: a window manager, of the click that opens the popup.
     constexpr int kAttempts = 20;
     constexpr std::chrono::milliseconds kPause(5);
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         if (setMouseGrabEnabled(true) && setKeyboardGrabEnabled(true)) {
+            shared_.isGrabbed = true;
+            if (shared_.isXOnWayland) {
+                catcher_ = std::make_unique<PressCatcher>(*this);
+            }
             return;
         }
         std::this_thread::sleep_for(kPause);
@@ -207,6 +210,11 @@ void TopLevel::GrabInput() {
 }
 
 void TopLevel::ReleaseInput() {
+    if (shared_.onWayland) {
+        return;
+    }
+    shared_.isGrabbed = false;
+    catcher_.reset();
     setKeyboardGrabEnabled(false);
     setMouseGrabEnabled(false);
 }
@@ -287,9 +295,14 @@ void TopLevel::PaintInStore(const QRegion& region) {
 // The store may lag behind what was painted past it, so all of it is painted anew.
 void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
     if (isExposed()) {
-        Doubt();  // it is back on the screen
+        if (!shared_.onWayland) {
+            Doubt();  // it is back on the screen
+        }
         comesMinimised_ = false;
         stale_ = QRect({0, 0}, size());
+    }
+    if (shared_.onWayland) {
+        SeenOrNot();
     }
     if (!CanBeSeen()) {
         return;
@@ -305,6 +318,12 @@ void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
 
 void TopLevel::closeEvent(QCloseEvent* event) {
     event->ignore();
+    if (popup_) {
+        if (popup_ == PopupKind::kMenu) {
+            shared_.events.Push(InputLost{});
+        }
+        return;
+    }
     shared_.events.Push(CloseRequested{handle_});
 }
 

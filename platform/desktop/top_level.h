@@ -1,5 +1,6 @@
 // A top-level window: shows a finished picture, and turns what the desktop does with the window
-// into events. What it hears of pointer, keys and drops is in top_level_input.cpp.
+// into events. What it hears of pointer, keys and drops is in top_level_input.cpp, where it is in
+// top_level_placing.cpp, what it does under a Wayland compositor in top_level_wayland.cpp.
 #pragma once
 
 #include <QBackingStore>
@@ -18,12 +19,14 @@
 #include "platform/desktop/drops.h"
 #include "platform/desktop/event_queue.h"
 #include "platform/desktop/magnification.h"
+#include "platform/desktop/press_catcher.h"
 #include "platform/desktop/screens.h"
 #include "platform/driver.h"
 
 class QDropEvent;
 class QInputMethodEvent;
 class QInputMethodQueryEvent;
+class QSinglePointEvent;
 
 namespace platform::desktop {
 
@@ -34,6 +37,10 @@ struct PointerRecord {
     Long held = 0;        ///< buttons: kLeftButton ...
 };
 
+/// Whether windows go where they are put. On an X server on Wayland that is up to the compositor's
+/// window manager, which does not say so: it comes out at the first drag.
+enum class SelfPlacing { kWorks, kUnknown, kIgnored };
+
 /// What the windows of a driver share; outlives them.
 struct Shared {
     Magnification scale;
@@ -41,14 +48,21 @@ struct Shared {
     PointerRecord pointer;
     std::optional<TextInput> input{};  ///< where the user writes
     bool composing = false;            ///< what was reported last is still being composed
-    bool hasShownPicture = false;      ///< any window
-    bool ignoresMethods = false;       ///< what input methods say now has been taken already
+    bool onWayland = false;            ///< settled before the first window
+    bool isXOnWayland = false;         ///< of an X server: it shows its windows on a compositor
+    SelfPlacing selfPlacing = SelfPlacing::kWorks;
+    bool isGrabbed = false;        ///< all input, by a popup
+    bool hasShownPicture = false;  ///< any window
+    bool ignoresMethods = false;   ///< what input methods say now has been taken already
     std::function<void(DropPlace, std::vector<std::string>)> onDrop{};  ///< paths, raw bytes
 };
 
 class TopLevel : public QWindow {
   public:
     TopLevel(Handle handle, Shared& shared);
+    ~TopLevel() override;
+    TopLevel(const TopLevel&) = delete;
+    TopLevel& operator=(const TopLevel&) = delete;
 
     // As the driver's members of that name.
     void SetVisibility(bool visible);
@@ -56,7 +70,7 @@ class TopLevel : public QWindow {
     void SetTopMost(bool topMost);
     void SetMinimised(bool minimised);
     void Activate();
-    void SetPopup(TopLevel* owner);
+    void SetPopup(TopLevel* owner, PopupKind kind);
     void GrabInput();
     void ReleaseInput();
     /// Where a point of the window is now.
@@ -72,6 +86,7 @@ class TopLevel : public QWindow {
 
   protected:
     bool event(QEvent* event) override;
+    bool nativeEvent(const QByteArray& kind, void* message, qintptr* result) override;
     void exposeEvent(QExposeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
@@ -94,11 +109,37 @@ class TopLevel : public QWindow {
 
     void MoveTo(QPoint place);
     void Report(QPoint place);
+    void ReportPlace(Point ptScreen);
     bool IsAnswer(QPoint place);
+    void ForgetOldAsked();
     bool IsPushedByAFrame(QPoint place);
+    bool IsPopup() const { return popup_.has_value(); }
+    bool IsPlacedByDesktop() const;
+    void MovePopupAside(bool goes);
+    void DoubtPlacing();
+    void EndDoubtOfPlacing();
+    void Heeded();
+    void HandOver(QPoint place);
+    void LetDesktopDrag();
+    void LearnPlace(const QSinglePointEvent& event);
+    void DoubtActivation();
+    void EndDoubtOfActivation();
     void StateChanged();
     void SetMinimisedState();
     void Doubt();
+    void Restored();
+
+    TopLevel* Owner() const;
+    void PlaceBesideOwner();
+    void BeDragged(const Rect& former);
+    void FollowPopup(QPoint place);
+    void OfferPicture();
+    void SeenOrNot();
+    void ComeBack(bool mayBeActivated);
+    void ShowAnew();
+    bool StandsAlone() const;
+    Point Told(Point ptScreen) const;
+
     bool PaintDirectly(std::span<const Rect> changed);
     void PaintStale();
     void PaintInStore(const QRegion& region);
@@ -106,7 +147,8 @@ class TopLevel : public QWindow {
     bool CanBeSeen() const;
 
     Point ToScreen(QPointF ptGlobal) const;
-    void PointerSeen(QPointF ptGlobal, Qt::KeyboardModifiers modifiers, Qt::MouseButtons held);
+    void PointerSeen(const QSinglePointEvent& event, Qt::KeyboardModifiers modifiers,
+                     Qt::MouseButtons held);
     void Button(const QMouseEvent& event, bool down);
     void InputMethodAsks(QInputMethodQueryEvent& query) const;
     void Composed(const QInputMethodEvent& event);
@@ -116,8 +158,12 @@ class TopLevel : public QWindow {
 
     const Handle handle_;
     Shared& shared_;
+    std::optional<PopupKind> popup_;
     Rect rect_;  ///< as the component knows it
     std::deque<Asked> asked_;
+    QBasicTimer unheeded_;  ///< whether a window manager moves it when it is dragged
+    QPoint dragged_;        ///< where it was when that began
+    QBasicTimer behind_;    ///< whether a window manager brings it to the front when it is asked to
     std::optional<Clock::time_point> shownAt_;  ///< until the desktop has placed it
     bool minimised_ = false;
     bool isHidden_ = true;     ///< as the component knows it
@@ -125,7 +171,12 @@ class TopLevel : public QWindow {
     /// Shown while it was minimised, and never seen since: what the desktop says of its state may
     /// be older than what was asked for after that.
     bool comesMinimised_ = false;
-    QBasicTimer doubt_;  ///< whether the desktop minimises at all
+    std::unique_ptr<PressCatcher> catcher_;  ///< around a popup that has all input
+    QBasicTimer doubt_;                      ///< whether the desktop minimises at all
+    bool hasOffered_ = false;                ///< a picture, to find that out
+    bool mustReturn_ = false;                ///< asked to be minimised no more, wherever it is
+    bool wentAway_ = true;  ///< from the screen, since it was asked to be minimised
+    QBasicTimer return_;    ///< until activation must have brought it back
     bool hasIcon_ = false;
 
     QBackingStore store_;

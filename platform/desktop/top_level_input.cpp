@@ -15,6 +15,7 @@
 #include "platform/desktop/held_buttons.h"
 #include "platform/desktop/key_codes.h"
 #include "platform/desktop/top_level.h"
+#include "platform/desktop/x_server.h"
 #include "platform/files/file_address.h"
 
 namespace platform::desktop {
@@ -47,18 +48,19 @@ Point TopLevel::ToScreen(QPointF ptGlobal) const {
             rect_.top + shared_.scale.ToComponent(inside.y())};
 }
 
-void TopLevel::PointerSeen(QPointF ptGlobal, Qt::KeyboardModifiers modifiers,
+void TopLevel::PointerSeen(const QSinglePointEvent& event, Qt::KeyboardModifiers modifiers,
                            Qt::MouseButtons held) {
-    const Point ptScreen = ToScreen(ptGlobal);
+    LearnPlace(event);
+    const Point ptScreen = ToScreen(event.globalPosition());
     const Long shift = ShiftOf(modifiers);
     ReleaseAllBut(shared_, ButtonsOf(held), ptScreen, shift);
     shared_.pointer.ptScreen = ptScreen;
     shared_.pointer.inside = true;
-    shared_.events.Push(PointerMoved{ptScreen, shift});
+    shared_.events.Push(PointerMoved{Told(ptScreen), shift});
 }
 
 void TopLevel::mouseMoveEvent(QMouseEvent* event) {
-    PointerSeen(event->globalPosition(), event->modifiers(), event->buttons());
+    PointerSeen(*event, event->modifiers(), event->buttons());
 }
 
 void TopLevel::Button(const QMouseEvent& event, bool down) {
@@ -71,9 +73,10 @@ void TopLevel::Button(const QMouseEvent& event, bool down) {
     if (!down && (pointer.held & button) == 0) {
         return;  // told already
     }
+    const Point told = Told(ptScreen);
     pointer.held = down ? pointer.held | button : pointer.held & ~button;
     pointer.ptScreen = ptScreen;
-    shared_.events.Push(ButtonChanged{ptScreen, button, down, ShiftOf(event.modifiers())});
+    shared_.events.Push(ButtonChanged{told, button, down, ShiftOf(event.modifiers())});
 }
 
 void TopLevel::mousePressEvent(QMouseEvent* event) {
@@ -95,8 +98,8 @@ void TopLevel::wheelEvent(QWheelEvent* event) {
     wheel_ += step;
     if (const Long notches = wheel_ / WHEEL_DELTA) {
         wheel_ %= WHEEL_DELTA;
-        shared_.events.Push(
-            WheelTurned{ToScreen(event->globalPosition()), notches, ShiftOf(event->modifiers())});
+        shared_.events.Push(WheelTurned{Told(ToScreen(event->globalPosition())), notches,
+                                        ShiftOf(event->modifiers())});
     }
 }
 
@@ -127,6 +130,18 @@ void TopLevel::focusOutEvent(QFocusEvent* /*event*/) {
         shared_.events.Push(KeyChanged{code, 0, false});
     }
     ReportComposed({});
+    if (popup_ == PopupKind::kMenu && shared_.onWayland && StandsAlone()) {
+        shared_.events.Push(InputLost{});
+    }
+}
+
+// Where a compositor gives the keyboard to a window that is none of the X server's, it may be the
+// only word of a press there.
+bool TopLevel::nativeEvent(const QByteArray& /*kind*/, void* message, qintptr* /*result*/) {
+    if (shared_.isGrabbed && shared_.isXOnWayland && TellsOfLostKeyboard(message)) {
+        shared_.events.Push(InputLost{});
+    }
+    return false;
 }
 
 void TopLevel::InputMethodAsks(QInputMethodQueryEvent& query) const {
@@ -201,7 +216,7 @@ bool TopLevel::event(QEvent* event) {
         case QEvent::Enter: {
             // The event itself does not know what is held: a popup opens under a held button.
             const auto* enter = static_cast<QEnterEvent*>(event);
-            PointerSeen(enter->globalPosition(), QGuiApplication::keyboardModifiers(),
+            PointerSeen(*enter, QGuiApplication::keyboardModifiers(),
                         QGuiApplication::mouseButtons());
             return true;
         }

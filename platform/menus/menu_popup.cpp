@@ -58,7 +58,7 @@ Rect PlaceSubmenu(Size size, const Rect& rowOnScreen, const Rect& popup, const R
                     Within(rowOnScreen.top - kFrame, size.height, area.top, area.bottom), size);
 }
 
-MenuPopup::MenuPopup(WindowSystem& windows, Menus& menus, Handle menu, Handle owner,
+MenuPopup::MenuPopup(WindowSystem& windows, Menus& menus, Handle menu, Handle owner, Handle opener,
                      const PopupColours& colours)
     : windows_(windows), menus_(menus), menu_(menu), owner_(owner), colours_(colours) {
     Size size;
@@ -76,7 +76,8 @@ MenuPopup::MenuPopup(WindowSystem& windows, Menus& menus, Handle menu, Handle ow
         row.right = size.width;
     }
     content_ = Surface(size);
-    window_ = windows_.CreatePopup(owner);
+    window_ = windows_.CreateWindow(0, {}, {});
+    windows_.MakePopup(window_, opener, PopupKind::kMenu);
     view_ = windows_.CreateWindow(window_, {}, {});
     contentWindow_ = windows_.CreateWindow(view_, content_.Bounds(), {});
 }
@@ -93,12 +94,11 @@ Size MenuPopup::WantedSize() const {
 
 Rect MenuPopup::View() const {
     const Long above = kFrame + (Scrolls() ? kArrowRow : 0);
-    return {kFrame, above, std::max(place_.Width() - kFrame, kFrame),
-            std::max(place_.Height() - above, above)};
+    return {kFrame, above, std::max(Place().Width() - kFrame, kFrame),
+            std::max(Place().Height() - above, above)};
 }
 
 void MenuPopup::Show(const Rect& place) {
-    place_ = place;
     windows_.SetWindowPos(window_, HWND_TOP, place.left, place.top, place.Width(), place.Height(),
                           SWP_NOZORDER);
     const Rect view = View();
@@ -142,7 +142,7 @@ const Menus::Item* MenuPopup::Item(std::size_t row) const {
 }
 
 std::optional<std::size_t> MenuPopup::RowAt(Point ptScreen) const {
-    const Rect view = Offset(View(), {place_.left, place_.top});
+    const Rect view = Offset(View(), {Place().left, Place().top});
     const Point inContent{ptScreen.x - view.left, ptScreen.y - view.top + scrolled_};
     for (std::size_t row = 0; view.Contains(ptScreen) && row < rows_.size(); ++row) {
         if (rows_[row].Contains(inContent)) {
@@ -154,7 +154,7 @@ std::optional<std::size_t> MenuPopup::RowAt(Point ptScreen) const {
 
 Rect MenuPopup::RowOnScreen(std::size_t row) const {
     const Rect view = View();
-    return Offset(rows_.at(row), {place_.left + view.left, place_.top + view.top - scrolled_});
+    return Offset(rows_.at(row), {Place().left + view.left, Place().top + view.top - scrolled_});
 }
 
 void MenuPopup::Select(std::optional<std::size_t> row, bool bringIntoView) {
@@ -214,10 +214,10 @@ void MenuPopup::DrawSubmenuArrow(std::size_t row) {
 }
 
 Long MenuPopup::ArrowAt(Point ptScreen) const {
-    if (!Scrolls() || !place_.Contains(ptScreen)) {
+    if (!Scrolls() || !Place().Contains(ptScreen)) {
         return 0;
     }
-    const Rect view = Offset(View(), {place_.left, place_.top});
+    const Rect view = Offset(View(), {Place().left, Place().top});
     return ptScreen.y < view.top ? -1 : ptScreen.y >= view.bottom ? 1 : 0;
 }
 

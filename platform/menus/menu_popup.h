@@ -19,8 +19,9 @@ Rect PlaceSubmenu(Size size, const Rect& rowOnScreen, const Rect& popup, const R
 
 class MenuPopup {
   public:
-    /// Not shown yet. The rows have been measured (Menus::Measure).
-    MenuPopup(WindowSystem& windows, Menus& menus, Handle menu, Handle owner,
+    /// Not shown yet. The rows have been measured (Menus::Measure); `owner` draws them. `opener` is
+    /// the window that the popup belongs to: the owner, or the popup of the menu above.
+    MenuPopup(WindowSystem& windows, Menus& menus, Handle menu, Handle owner, Handle opener,
               const PopupColours& colours);
     ~MenuPopup();
     MenuPopup(const MenuPopup&) = delete;
@@ -33,7 +34,8 @@ class MenuPopup {
     /// Draws all rows and shows the popup at a rectangle of the screen.
     void Show(const Rect& place);
 
-    const Rect& Place() const { return place_; }
+    /// Where it is; the desktop may have put it elsewhere than Show was told.
+    Rect Place() const { return windows_.GetWindowRect(window_); }
     std::size_t Rows() const { return rows_.size(); }
     /// The item of a row; null once the menu has been changed.
     const Menus::Item* Item(std::size_t row) const;
@@ -54,7 +56,7 @@ class MenuPopup {
     void ScrollBy(Long distance);
 
   private:
-    bool Scrolls() const { return place_.Height() < WantedSize().height; }
+    bool Scrolls() const { return Place().Height() < WantedSize().height; }
     Rect View() const;
     void DrawFrame();
     void DrawSubmenuArrow(std::size_t row);
@@ -65,8 +67,7 @@ class MenuPopup {
     Handle owner_;
     PopupColours colours_;
     std::vector<Rect> rows_;  ///< within the content
-    Rect place_;
-    Long scrolled_ = 0;  ///< how much of the content lies above the view
+    Long scrolled_ = 0;       ///< how much of the content lies above the view
     std::optional<std::size_t> selected_;
     // The popup, the part of it in which rows show, and the rows, which move in that part.
     Handle window_ = 0;

@@ -40,8 +40,8 @@ MenuTracking::~MenuTracking() {
 
 void MenuTracking::Open(Handle menu, Point ptScreen) {
     menus_.Measure(menu, session_.owner);
-    levels_.emplace_back().popup =
-        std::make_unique<MenuPopup>(windows_, menus_, menu, session_.owner, session_.colours);
+    levels_.emplace_back().popup = std::make_unique<MenuPopup>(
+        windows_, menus_, menu, session_.owner, session_.owner, session_.colours);
     MenuPopup& popup = Active();
     const Rect area = windows_.GetDriver().WorkAreaAt(ptScreen);
     popup.Show(PlacePopup(popup.WantedSize(), session_.flags, ptScreen, area));
@@ -196,8 +196,8 @@ void MenuTracking::OpenSubmenu(std::size_t level, std::size_t row) {
     if (done_) {
         return;  // the owner has changed the menu while it was asked
     }
-    auto popup =
-        std::make_unique<MenuPopup>(windows_, menus_, submenu, session_.owner, session_.colours);
+    auto popup = std::make_unique<MenuPopup>(windows_, menus_, submenu, session_.owner,
+                                             parent.Window(), session_.colours);
     const Rect area = windows_.GetDriver().WorkAreaAt({parent.Place().left, parent.Place().top});
     popup->Show(PlaceSubmenu(popup->WantedSize(), parent.RowOnScreen(row), parent.Place(), area));
     levels_[level].openRow = row;

@@ -50,14 +50,8 @@ Handle WindowSystem::CreateWindow(Handle parent, const Rect& rect, WindowProc pr
     return window->handle;
 }
 
-Handle WindowSystem::CreatePopup(Handle owner) {
-    const Handle popup = CreateWindow(0, {}, {});
-    MakePopup(popup, owner);
-    return popup;
-}
-
-void WindowSystem::MakePopup(Handle window, Handle owner) {
-    driver_.SetTopLevelPopup(window, GetTopLevel(owner));
+void WindowSystem::MakePopup(Handle window, Handle owner, PopupKind kind) {
+    driver_.SetTopLevelPopup(window, GetTopLevel(owner), kind);
 }
 
 // Those beside the window, and itself; null once its parent has gone before it.

@@ -70,11 +70,9 @@ class WindowSystem {
 
     /// A hidden, enabled window above its siblings. A parent that is no window counts as 0.
     Handle CreateWindow(Handle parent, const Rect& rect, WindowProc proc);
-    /// A hidden top-level window for a popup of `owner`: it lies above all others, and neither
-    /// takes the focus nor stands in any list of windows.
-    Handle CreatePopup(Handle owner);
-    /// Makes a top-level window that has not been shown yet such a popup.
-    void MakePopup(Handle window, Handle owner);
+    /// Makes a top-level window that has not been shown yet a popup of `owner`: it lies above all
+    /// others, and neither takes the focus nor stands in any list of windows.
+    void MakePopup(Handle window, Handle owner, PopupKind kind);
     /// A number that names nothing else, for other things that are known by handles.
     Handle NewHandle() { return ++lastHandle_; }
     /// Sends WM_DESTROY to the window and its children, kills their timers and forgets them.
@@ -300,6 +298,7 @@ class WindowSystem {
 
     // The screen.
 
+    bool PlacesWindows() const { return driver_.PlacesWindows(); }
     Rect WorkArea() const { return driver_.WorkArea(); }
     Size ScreenSize() const { return driver_.ScreenSize(); }
     Size MeasureText(const Font& font, std::u16string_view text) const {

@@ -119,7 +119,8 @@ class Display:
         return self.run('xprop', '-id', str(window), name, check=False)
 
     def screenshot(self):
-        data = subprocess.run(['import', '-silent', '-window', 'root', '-depth', '8', 'rgb:-'],
+        data = subprocess.run(['import', '-silent', '-window', 'root', '-crop',
+                               '{}x{}+0+0'.format(*self.size), '-depth', '8', 'rgb:-'],
                               env=self.environment, check=True, stdout=subprocess.PIPE,
                               timeout=PATIENCE).stdout
         return Picture(data, *self.size)

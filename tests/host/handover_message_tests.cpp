@@ -25,6 +25,7 @@ TEST(HandoverMessage, LooksAsAgreed) {
               "veldrin 1;L15:\"/music/a.flac\",L9:/ADD \"/b\",");
     EXPECT_EQ(EncodeMessage({{Kind::kQuit, ""}}), "veldrin 1;Q0:,");
     EXPECT_EQ(EncodeMessage({{Kind::kShow, ""}}), "veldrin 1;S0:,");
+    EXPECT_EQ(EncodeMessage({{Kind::kShow, "leave_1"}}), "veldrin 1;S7:leave_1,");
     EXPECT_EQ(EncodeMessage({{Kind::kVerb, "volume +5"}, {Kind::kVerb, "play"}}),
               "veldrin 1;P9:volume +5,P4:play,");
     EXPECT_EQ(EncodeMessage({{Kind::kStatus, "json"}}), "veldrin 1;T4:json,");
@@ -32,9 +33,12 @@ TEST(HandoverMessage, LooksAsAgreed) {
 }
 
 TEST(HandoverMessage, ComesBackFromPiecesOfAnySize) {
-    const Requests requests = {
-        {Kind::kLine, "\"/a,L3:\n\xE9\""}, {Kind::kShow, ""},  {Kind::kLine, ""}, {Kind::kQuit, ""},
-        {Kind::kVerb, "seek -3"},          {Kind::kStatus, ""}};
+    const Requests requests = {{Kind::kLine, "\"/a,L3:\n\xE9\""},
+                               {Kind::kShow, "leave"},
+                               {Kind::kLine, ""},
+                               {Kind::kQuit, ""},
+                               {Kind::kVerb, "seek -3"},
+                               {Kind::kStatus, ""}};
     const std::string bytes = EncodeMessage(requests);
     for (std::size_t size = 1; size <= bytes.size(); ++size) {
         MessageReader reader;

@@ -72,6 +72,16 @@ TEST_F(MenuPointer, TheMenuOpensWithItsRowsDrawnAndHoldsTheInput) {
     EXPECT_EQ(b_.driver.grabbed, 0);
 }
 
+// As a desktop does that shows no popup beyond an edge of the screen.
+TEST_F(MenuPointer, AMenuThatTheDesktopHasMovedIsPointedAtWhereItIs) {
+    b_.Look(10, [&] { b_.windows.Deliver(MovedByDesktop{b_.driver.popups[0], {400, 300}}); });
+    b_.Move(20, {150, 110});  // where the first row was
+    ExpectSelected(30, 0);
+    b_.Move(40, {450, 310});
+    ExpectSelected(50, 1);
+    EXPECT_EQ(b_.Track(), 0);
+}
+
 TEST_F(MenuPointer, AClickChoosesWhenTheButtonGoesUp) {
     b_.Move(10, kTwo);
     ExpectSelected(11, 2);
@@ -118,6 +128,8 @@ TEST_F(MenuPointer, ASubmenuOpensAfterAShortRest) {
     b_.Move(150, {151, 158});  // moving within the row does not put it off
     ExpectPopups(209, 1);
     b_.Look(211, [&] {
+        ASSERT_EQ(b_.driver.popups.size(), 2U);
+        EXPECT_EQ(b_.driver.owners[b_.driver.popups[1]], b_.driver.popups[0]);
         EXPECT_EQ(b_.driver.Places(),
                   (std::vector<Rect>{{100, 100, 202, 208}, {200, 146, 302, 188}}));
     });

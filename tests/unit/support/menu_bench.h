@@ -22,7 +22,9 @@ using platform::Rect;
 class PopupDriver : public platform::HeadlessDriver {
   public:
     PopupDriver() : HeadlessDriver(Clock::kVirtual) {}
-    void SetTopLevelPopup(Handle window, Handle owner) override { owners[window] = owner; }
+    void SetTopLevelPopup(Handle window, Handle owner, platform::PopupKind /*kind*/) override {
+        owners[window] = owner;
+    }
     void SetTopLevelRect(Handle window, const Rect& rect) override { rects_[window] = rect; }
     void SetTopLevelVisible(Handle window, bool visible) override {
         if (visible && owners.contains(window)) {
