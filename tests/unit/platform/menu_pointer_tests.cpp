@@ -15,14 +15,9 @@ using Lines = std::vector<std::string>;
 // at 167, 4 at 187 to 207. The submenu stands at 200,146 with 11 at 147 and 12 at 167.
 class MenuPointer : public ::testing::Test {
   protected:
-    static constexpr Point kOne{150, 110};
-    static constexpr Point kLine{150, 123};
-    static constexpr Point kTwo{150, 137};
-    static constexpr Point kSubmenu{150, 157};
-    static constexpr Point kThree{150, 177};
-    static constexpr Point kFour{150, 197};
-    static constexpr Point kEleven{250, 157};
-    static constexpr Point kTwelve{250, 177};
+    static constexpr Point kOne{150, 110}, kLine{150, 123}, kTwo{150, 137};
+    static constexpr Point kSubmenu{150, 157}, kThree{150, 177}, kFour{150, 197};
+    static constexpr Point kEleven{250, 157}, kTwelve{250, 177};
     static constexpr Point kOutside{600, 600};
 
     MenuPointer() {
