@@ -59,10 +59,10 @@ class Engine {
     /// Starts GStreamer on another thread, if that has not been done, and returns at once. It is
     /// left behind there if the engine ends before.
     void Prepare();
-    /// False if the list of playable types is at hand. True: GStreamer has to be asked for it, which
-    /// takes long at its very first start; that begins on another thread, and `onLearnt` is called
-    /// from there when it is over. Until then FileTypes and Supports answer for all types that there
-    /// might be, and wait for nothing.
+    /// False if the list of playable types is at hand. True: GStreamer has to be asked for it,
+    /// which takes long at its very first start; that begins on another thread, and `onLearnt` is
+    /// called from there when it is over. Until then FileTypes and Supports answer for all types
+    /// that there might be, and wait for nothing.
     [[nodiscard]] bool LearnTypes(std::function<void()> onLearnt);
 
     /// False if the WAV file of the output cannot be created or written; a notice has said why.
