@@ -106,7 +106,8 @@ TEST_F(MenuData, APopupIsNoWiderThanTheScreen) {
     b_.driver.SetWorkArea({0, 0, 1000, 700});
     b_.width = 40'000'000;  // a picture of that would take all memory
     menus_.Measure(menu_, b_.owner);
-    EXPECT_EQ(MenuPopup(b_.windows, menus_, menu_, b_.owner, b_.owner, {}).WantedSize().width, 1000);
+    EXPECT_EQ(MenuPopup(b_.windows, menus_, menu_, b_.owner, b_.owner, {}).WantedSize().width,
+              1000);
 }
 
 // A popup of 100 x 60 in an area of 0,0 to 1000,700.
