@@ -229,7 +229,7 @@ class OnDisplay(World):
         """What the very first start of all has to find out is known: its window does not wait for
         that, and what was given to it comes after the window."""
         if self.program and not os.path.exists(os.path.join(self.shared, 'veldrin', 'file-types')):
-            self.play('--dir', os.path.join(self.folder, 'first'))
+            World.play(self, '--dir', os.path.join(self.folder, 'first'))
 
     def start_drag(self, *words):
         """A window to drag from. It stays until it is ended."""

@@ -34,7 +34,7 @@ INSTALLED = {
 }
 MODULE = 'veldrin/modules/veldrin-http.so'
 # Pictures of the guide may be any number.
-PICTURES = re.compile('share/doc/veldrin/guide/[^/]*[.](png|webp|svg)')
+PICTURES = re.compile('(.*/)?share/doc/veldrin/guide/[^/]*[.](png|webp|svg)')
 MOST_BYTES = 3_000_000
 
 
