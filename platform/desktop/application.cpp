@@ -67,15 +67,19 @@ void HearMessage(QtMsgType type, const QMessageLogContext& context, const QStrin
     }
 }
 
-void WatchTheEnd() {
-    static const bool watched = [] {
+// Before the application object is made, which has remarks of its own.
+void HearTheToolkit() {
+    if (formerHandler == nullptr) {
         formerHandler = qInstallMessageHandler(HearMessage);
-        return std::atexit([] {
-                   if (Application* const application = watching) {
-                       application->LoseDisplay();
-                   }
-               }) == 0;
-    }();
+    }
+}
+
+void WatchTheEnd() {
+    static const bool watched = std::atexit([] {
+                                    if (Application* const application = watching) {
+                                        application->LoseDisplay();
+                                    }
+                                }) == 0;
     static_cast<void>(watched);
 }
 
@@ -86,6 +90,7 @@ Application::Application(std::string name) : name_(std::move(name)) {
         throw std::logic_error("one desktop driver at a time");
     }
     PrepareEnvironment();
+    HearTheToolkit();
     arguments_[0] = name_.data();
     const QString known = QString::fromStdString(name_);
     QCoreApplication::setApplicationName(known);

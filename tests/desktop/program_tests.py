@@ -218,6 +218,13 @@ class End(Player):
         self.assertEqual(self.run_program('--quit').returncode, 0)
         self.assertEqual(self.end_of(self.player), 0)
 
+    def test_nothing_is_said_of_surroundings_that_are_poor(self):
+        del self.environment['XDG_RUNTIME_DIR']
+        self.environment['TMPDIR'] = self.folder
+        self.open()
+        self.player.terminate()
+        self.assertEqual((self.end_of(self.player), self.player.complaints), (0, b''))
+
 
 class Playing(Player):
     def setUp(self):
