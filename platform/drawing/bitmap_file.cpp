@@ -226,7 +226,7 @@ PictureRef DecodeBitmap(std::string_view file) {
         return nullptr;
     }
     const Palette palette = ReadPalette(bytes, *header);
-    auto picture = std::make_shared<Surface>(Size{header->width, header->height});
+    auto picture = std::make_shared<Surface>(Size{header->width, header->height}, 1);
     if (header->compression == kRunLength8) {
         // Pixels that no code names have the first colour.
         picture->FillRect(picture->Bounds(), ColourOf(palette[0]));

@@ -1,8 +1,8 @@
 #include "platform/drawing/surface.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
 
 namespace platform {
@@ -32,31 +32,98 @@ void CopyRow(const Pixel* from, Long width, Pixel* to) {
 
 }  // namespace
 
-Surface::Surface(Size size) : Surface(size, Pixel{0}) {}
+namespace {
 
-Surface::Surface(Size size, Pixel fill)
+thread_local Long densityInForce = 1;
+
+// What one stored pixel of a target covers of a source of another density, along one axis.
+struct Share {
+    Long first = 0;             // source pixel
+    std::vector<Long> weights;  // of it and those behind it
+};
+
+// The weights of each pixel add up to `from`, the source's density.
+std::vector<Share> Shares(Long length, Long from, Long to) {
+    std::vector<Share> shares(static_cast<std::size_t>(length * to));
+    Long start = 0;  // in parts of which a source pixel has `to`, and a target pixel `from`
+    for (Share& share : shares) {
+        const Long end = start + from;
+        share.first = start / to;
+        for (Long at = start; at < end; at = (at / to + 1) * to) {
+            share.weights.push_back(std::min((at / to + 1) * to, end) - at);
+        }
+        start = end;
+    }
+    return shares;
+}
+
+Pixel Average(const Surface& source, const Share& row, const Share& column, Long total) {
+    std::array<Long, 3> sums{};
+    for (std::size_t j = 0; j < row.weights.size(); ++j) {
+        const Pixel* const pixels = source.Row(row.first + static_cast<Long>(j)) + column.first;
+        for (std::size_t i = 0; i < column.weights.size(); ++i) {
+            const Long weight = row.weights[j] * column.weights[i];
+            for (std::size_t channel = 0; channel < sums.size(); ++channel) {
+                sums[channel] += static_cast<Long>((pixels[i] >> (8 * channel)) & 0xFF) * weight;
+            }
+        }
+    }
+    Pixel average = 0;
+    for (std::size_t channel = 0; channel < sums.size(); ++channel) {
+        average |= static_cast<Pixel>((sums[channel] + total / 2) / total) << (8 * channel);
+    }
+    return average;
+}
+
+}  // namespace
+
+Long Surface::DensityInForce() {
+    return densityInForce;
+}
+
+void Surface::DensityInForce(Long density) {
+    densityInForce = std::max(density, 1);
+}
+
+Surface::Surface(Size size, Long density)
     : size_{std::max(size.width, 0), std::max(size.height, 0)},
-      pixels_(static_cast<std::size_t>(size_.width) * static_cast<std::size_t>(size_.height),
-              fill) {}
+      density_(std::max(density, 1)),
+      pixels_(static_cast<std::size_t>(size_.width * density_) *
+              static_cast<std::size_t>(size_.height * density_)) {}
+
+Surface Surface::AtDensity(Long density) const {
+    Surface other(size_, density);
+    const std::vector<Share> columns = Shares(size_.width, density_, other.density_);
+    const std::vector<Share> rows = Shares(size_.height, density_, other.density_);
+    for (std::size_t y = 0; y < rows.size(); ++y) {
+        Pixel* const write = other.Row(static_cast<Long>(y));
+        for (std::size_t x = 0; x < columns.size(); ++x) {
+            write[x] = Average(*this, rows[y], columns[x], density_ * density_);
+        }
+    }
+    return other;
+}
 
 Colour Surface::GetPixel(Point point) const {
-    return Bounds().Contains(point) ? ColourOf(Row(point.y)[point.x]) : -1;
+    const Long middle = density_ / 2;
+    return Bounds().Contains(point)
+               ? ColourOf(Row(point.y * density_ + middle)[point.x * density_ + middle])
+               : -1;
 }
 
 void Surface::SetPixel(Point point, Colour colour) {
-    if (Bounds().Contains(point)) {
-        Row(point.y)[point.x] = PixelOf(colour);
-    }
+    FillRect({point.x, point.y, point.x + 1, point.y + 1}, colour);
 }
 
 void Surface::Resize(Size size, Colour fill) {
-    Surface resized(size, PixelOf(fill));
+    Surface resized(size, density_);
+    resized.FillRect(resized.Bounds(), fill);
     resized.BitBlt(Bounds(), *this, {0, 0});
     *this = std::move(resized);
 }
 
 void Surface::FillRect(const Rect& rect, Colour colour) {
-    const Rect area = Intersect(rect, Bounds());
+    const Rect area = Stored(Intersect(rect, Bounds()));
     if (platform::IsEmpty(area)) {
         return;
     }
@@ -71,12 +138,19 @@ void Surface::FillRect(const Rect& rect, Colour colour) {
 void Surface::BitBlt(const Rect& to, const Surface& source, Point from, Long operation) {
     // Where the source lies on this surface.
     const Point shift{to.left - from.x, to.top - from.y};
-    const Rect area = Intersect(Intersect(to, Bounds()), Offset(source.Bounds(), shift));
-    if (platform::IsEmpty(area)) {
+    const Rect place = Intersect(Intersect(to, Bounds()), Offset(source.Bounds(), shift));
+    if (platform::IsEmpty(place)) {
         return;
     }
-    for (Long y = area.top; y < area.bottom; ++y) {
-        const Pixel* read = source.Row(y - shift.y) + (area.left - shift.x);
+    if (source.density_ != density_) {
+        Surface part({place.Width(), place.Height()}, source.density_);
+        part.BitBlt(part.Bounds(), source, {place.left - shift.x, place.top - shift.y});
+        BitBlt(place, part.AtDensity(density_), {0, 0}, operation);
+        return;
+    }
+    const Rect area = Stored(place);
+    const Pixel* read = source.Row(area.top - shift.y * density_) + area.left - shift.x * density_;
+    for (Long y = area.top; y < area.bottom; ++y, read += source.StoredSize().width) {
         Pixel* write = Row(y) + area.left;
         if (operation == SRCAND) {
             for (Long x = 0; x < area.Width(); ++x) {
@@ -89,11 +163,15 @@ void Surface::BitBlt(const Rect& to, const Surface& source, Point from, Long ope
 }
 
 void Surface::Stamp(const Rect& to, const Surface& source, Colour ink) {
-    const Point shift{to.left, to.top};
-    const Rect area = Intersect(Intersect(to, Bounds()), Offset(source.Bounds(), shift));
+    const Rect place =
+        Intersect(Intersect(to, Bounds()), Offset(source.Bounds(), {to.left, to.top}));
+    const Rect area = Stored(place);
+    // Of a source of another density, what lies in the middle of a pixel.
+    const auto sourceOf = [&](Long at) { return (2 * at + 1) * source.density_ / (2 * density_); };
     for (Long y = area.top; y < area.bottom; ++y) {
+        const Pixel* read = source.Row(sourceOf(y - to.top * density_));
         for (Long x = area.left; x < area.right; ++x) {
-            if (source.Row(y - shift.y)[x - shift.x] == PixelOf(0)) {
+            if (read[sourceOf(x - to.left * density_)] == PixelOf(0)) {
                 Row(y)[x] = PixelOf(ink);
             }
         }
@@ -116,21 +194,25 @@ std::vector<Long> SourceOf(Long targetLength, double start, double length, Long 
 }  // namespace
 
 void Surface::StretchBlt(const Rect& to, const Surface& source, const SourceRect& from) {
-    const Rect area = Intersect(to, Bounds());
+    const Rect area = Stored(Intersect(to, Bounds()));
     if (platform::IsEmpty(area) || source.IsEmpty()) {
         return;
     }
-    const std::vector<Long> columns = SourceOf(to.Width(), from.left, from.width, source.Width());
-    const std::vector<Long> rows = SourceOf(to.Height(), from.top, from.height, source.Height());
+    const Rect all = Stored(to);
+    const auto finer = static_cast<double>(source.density_);
+    const std::vector<Long> columns =
+        SourceOf(all.Width(), from.left * finer, from.width * finer, source.StoredSize().width);
+    const std::vector<Long> rows =
+        SourceOf(all.Height(), from.top * finer, from.height * finer, source.StoredSize().height);
     for (Long y = area.top; y < area.bottom; ++y) {
-        const Long sourceY = rows[static_cast<std::size_t>(y - to.top)];
+        const Long sourceY = rows[static_cast<std::size_t>(y - all.top)];
         if (sourceY < 0) {
             continue;
         }
         const Pixel* read = source.Row(sourceY);
         Pixel* write = Row(y);
         for (Long x = area.left; x < area.right; ++x) {
-            const Long sourceX = columns[static_cast<std::size_t>(x - to.left)];
+            const Long sourceX = columns[static_cast<std::size_t>(x - all.left)];
             if (sourceX >= 0) {
                 write[x] = read[sourceX];
             }
@@ -165,18 +247,6 @@ void Surface::Outline(const Rect& rect, Colour colour, Long penStyle) {
     }
 }
 
-void Surface::Line(Point from, Point to, Colour colour) {
-    const Long width = std::abs(to.x - from.x);
-    const Long height = std::abs(to.y - from.y);
-    const Long steps = std::max(width, height);
-    for (Long i = 0; i < steps; ++i) {
-        const double part = static_cast<double>(i) / steps;
-        SetPixel({from.x + static_cast<Long>(std::lround((to.x - from.x) * part)),
-                  from.y + static_cast<Long>(std::lround((to.y - from.y) * part))},
-                 colour);
-    }
-}
-
 namespace {
 
 // `colour` over `under` by a coverage of 0 to 255, both channels at once where they do not touch.
@@ -193,13 +263,17 @@ Pixel Blend(Pixel under, Pixel colour, std::uint32_t coverage) {
 }  // namespace
 
 void Surface::BlendText(const TextPicture& text, Point at, const Rect& clip, Colour colour) {
-    const Rect place{at.x, at.y, at.x + text.width, at.y + text.height};
-    const Rect area = Intersect(Intersect(place, clip), Bounds());
+    if (text.density != density_) {
+        return;
+    }
+    const Point corner{at.x * density_, at.y * density_};
+    const Rect place{corner.x, corner.y, corner.x + text.width, corner.y + text.height};
+    const Rect area = Intersect(place, Stored(Intersect(clip, Bounds())));
     const Pixel ink = PixelOf(colour);
     for (Long y = area.top; y < area.bottom; ++y) {
         const std::size_t start =
-            static_cast<std::size_t>(y - at.y) * static_cast<std::size_t>(text.width) -
-            static_cast<std::size_t>(at.x);
+            static_cast<std::size_t>(y - corner.y) * static_cast<std::size_t>(text.width) -
+            static_cast<std::size_t>(corner.x);
         Pixel* write = Row(y);
         for (Long x = area.left; x < area.right; ++x) {
             // Without a look at whether there is any: compilers make vectors of it.
@@ -209,11 +283,11 @@ void Surface::BlendText(const TextPicture& text, Point at, const Rect& clip, Col
 }
 
 Mask::Mask(const Surface& picture, Colour transparent) : size_(picture.GetSize()) {
-    const Pixel outside = PixelOf(transparent);
+    const Colour outside = ColourOf(PixelOf(transparent));
     inside_.reserve(static_cast<std::size_t>(size_.width) * static_cast<std::size_t>(size_.height));
     for (Long y = 0; y < size_.height; ++y) {
         for (Long x = 0; x < size_.width; ++x) {
-            inside_.push_back(picture.Row(y)[x] != outside);
+            inside_.push_back(picture.GetPixel({x, y}) != outside);
         }
     }
 }

@@ -1,7 +1,11 @@
 // A surface is a rectangle of pixels to draw on: the face of a control, a picture of the skin, the
 // finished picture of a window. Drawing is exact: the same calls give the same pixels on every
-// desktop. Whatever lies outside a surface is dropped. Controls draw by these operations; whoever
-// needs the pixels themselves, since he works through all of them, takes them a row at a time.
+// desktop. Whatever lies outside a surface is dropped.
+//
+// A surface can be finer than its coordinates are: of a density of 2, each pixel of its size, and
+// of all that is drawn, stands for 2 x 2 stored ones. Who draws need not know; only text, pictures
+// and gradients make use of it. Whoever needs the stored pixels themselves, since he works through
+// all of them, takes them a row at a time.
 #pragma once
 
 #include <cstdint>
@@ -32,11 +36,12 @@ inline constexpr Long SRCAND = 8913094;    ///< bits that both have stay
 inline constexpr Long PS_SOLID = 0;
 inline constexpr Long PS_DOT = 2;  ///< three pixels drawn, three left as they are
 
-/// Coverage of one line of text, 0 to 255 a pixel, row by row from the top.
+/// Coverage of one line of text, 0 to 255 a stored pixel, row by row from the top.
 struct TextPicture {
-    Long width = 0;
-    Long height = 0;
+    Long width = 0;   ///< stored pixels
+    Long height = 0;  ///< the same
     std::vector<std::uint8_t> coverage;
+    Long density = 1;  ///< of the surfaces that it is for
 };
 
 /// A rectangle of a source that may lie between its pixels: an image strip of three rows need not
@@ -51,8 +56,16 @@ struct SourceRect {
 class Surface {
   public:
     Surface() = default;
-    /// Black. A negative size counts as 0.
-    explicit Surface(Size size);
+    /// Black. A negative size counts as 0, and so does a density below 1.
+    explicit Surface(Size size, Long density = DensityInForce());
+
+    /// The density of surfaces that are made from now on, on this thread; 1 at first.
+    static Long DensityInForce();
+    static void DensityInForce(Long density);
+
+    Long Density() const { return density_; }
+    /// The same picture at another density: enlarged by whole pixels, or averaged.
+    Surface AtDensity(Long density) const;
 
     Long Width() const { return size_.width; }
     Long Height() const { return size_.height; }
@@ -60,7 +73,7 @@ class Surface {
     Rect Bounds() const { return {0, 0, size_.width, size_.height}; }
     bool IsEmpty() const { return pixels_.empty(); }
 
-    /// The colour of a point, -1 outside.
+    /// The colour in the middle of a point, -1 outside.
     Colour GetPixel(Point point) const;
     void SetPixel(Point point, Colour colour);
 
@@ -70,7 +83,8 @@ class Surface {
     void FillRect(const Rect& rect, Colour colour);
 
     /// Copies `to.Width()` x `to.Height()` pixels from `from` on; source and target may be the same
-    /// surface only if the rectangles do not overlap.
+    /// surface only if the rectangles do not overlap. A source of another density is brought to
+    /// this one's.
     void BitBlt(const Rect& to, const Surface& source, Point from, Long operation = SRCCOPY);
 
     /// Draws `ink` where the top left part of a source is black, and leaves the rest alone: a
@@ -84,26 +98,28 @@ class Surface {
     /// The outline of a rectangle, one pixel wide, inside of it; what lies within is left alone.
     void Outline(const Rect& rect, Colour colour, Long penStyle);
 
-    /// A line one pixel wide. The end point is not drawn.
-    void Line(Point from, Point to, Colour colour);
-
     /// Blends a colour over the surface by a text's coverage, whose top left corner goes to `at`;
-    /// only within `clip`.
+    /// only within `clip`. A text of another density is not drawn.
     void BlendText(const TextPicture& text, Point at, const Rect& clip, Colour colour);
 
-    /// The pixels of the row `y`, from the left, Width() of them; the next row follows at once. `y`
-    /// must lie inside, which is not checked. Good until the surface gets another size or ends.
+    /// The stored pixels, StoredSize().height rows of StoredSize().width.
+    Size StoredSize() const { return {size_.width * density_, size_.height * density_}; }
+    /// The stored row `y`, from the left; the next row follows at once. `y` must lie inside, which
+    /// is not checked. Good until the surface gets another size or ends.
     const Pixel* Row(Long y) const { return pixels_.data() + RowStart(y); }
     Pixel* Row(Long y) { return pixels_.data() + RowStart(y); }
 
   private:
-    Surface(Size size, Pixel fill);
-
     std::size_t RowStart(Long y) const {
-        return static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width);
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width * density_);
+    }
+    Rect Stored(const Rect& rect) const {
+        return {rect.left * density_, rect.top * density_, rect.right * density_,
+                rect.bottom * density_};
     }
 
     Size size_;
+    Long density_ = 1;
     std::vector<Pixel> pixels_;
 };
 
@@ -111,7 +127,7 @@ class Surface {
 using PictureRef = std::shared_ptr<const Surface>;
 
 /// Which points of a control belong to it: those of a mask picture that have not the transparent
-/// colour.
+/// colour in their middle.
 class Mask {
   public:
     Mask(const Surface& picture, Colour transparent);

@@ -36,14 +36,24 @@ void AddDamage(std::vector<Rect>& damage, Rect rect) {
     damage.push_back(rect);
 }
 
+// Rows and columns of both pictures, which are of one size and density, within `rect`.
 bool SameRow(const Surface& a, const Surface& b, Long y, const Rect& rect) {
-    return std::memcmp(a.Row(y) + rect.left, b.Row(y) + rect.left,
-                       static_cast<std::size_t>(rect.Width()) * sizeof(Pixel)) == 0;
+    const Long density = a.Density();
+    const auto bytes = static_cast<std::size_t>(rect.Width() * density) * sizeof(Pixel);
+    for (Long row = y * density; row < (y + 1) * density; ++row) {
+        const Long left = rect.left * density;
+        if (std::memcmp(a.Row(row) + left, b.Row(row) + left, bytes) != 0) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool SameColumn(const Surface& a, const Surface& b, Long x, const Rect& rect) {
-    for (Long y = rect.top; y < rect.bottom; ++y) {
-        if (a.Row(y)[x] != b.Row(y)[x]) {
+    const Long density = a.Density();
+    for (Long row = rect.top * density; row < rect.bottom * density; ++row) {
+        const Long left = x * density;
+        if (!std::equal(a.Row(row) + left, a.Row(row) + left + density, b.Row(row) + left)) {
             return false;
         }
     }
@@ -130,8 +140,8 @@ void WindowSystem::ComposeFace(const Window& window, Point origin, const Rect& a
         for (Long y = area.top; y < area.bottom; ++y) {
             for (Long x = area.left; x < area.right; ++x) {
                 const Point point{x - origin.x, y - origin.y};
-                if (window.mask->Contains(point) && window.face->Bounds().Contains(point)) {
-                    picture.Row(y)[x] = window.face->Row(point.y)[point.x];
+                if (window.mask->Contains(point)) {
+                    picture.BitBlt({x, y, x + 1, y + 1}, *window.face, point);
                 }
             }
         }

@@ -201,28 +201,6 @@ TEST(SurfaceOutline, IsCutAtEveryEdge) {
     EXPECT_EQ(RowsOf(surface), (Rows{".1.", "122", ".2."}));
 }
 
-TEST(SurfaceLine, TheEndPointIsNotDrawn) {
-    Surface surface = Sized(4, 4);
-    surface.Line({0, 0}, {3, 0}, 1);
-    surface.Line({3, 1}, {0, 1}, 2);
-    surface.Line({0, 2}, {0, 4}, 3);
-    surface.Line({3, 3}, {3, 1}, 4);
-    surface.Line({2, 2}, {2, 2}, 5);
-    EXPECT_EQ(RowsOf(surface), (Rows{"111.", ".222", "3..4", "3..4"}));
-}
-
-TEST(SurfaceLine, SlopesTakeTheNearestPixels) {
-    Surface surface = Sized(5, 3);
-    surface.Line({0, 0}, {4, 2}, 1);  // heights 0, 0.5, 1, 1.5
-    EXPECT_EQ(RowsOf(surface), (Rows{"1....", ".11..", "...1."}));
-    Surface diagonal = Sized(3, 3);
-    diagonal.Line({2, 0}, {-1, 3}, 1);
-    EXPECT_EQ(RowsOf(diagonal), (Rows{"..1", ".1.", "1.."}));
-    Surface steep = Sized(2, 3);
-    steep.Line({0, -1}, {1, 4}, 1);  // from above to below: 0.2, 0.4, 0.6
-    EXPECT_EQ(RowsOf(steep), (Rows{"1.", "1.", ".1"}));
-}
-
 // Text by coverage. Of 256 parts a coverage c gives c to the colour, and one more from 128 on.
 
 Colour Blended(Colour under, Colour ink, std::uint8_t coverage) {

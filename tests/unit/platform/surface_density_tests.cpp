@@ -1,0 +1,182 @@
+// Surfaces that are finer than their coordinates.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <vector>
+
+#include "platform/drawing/surface.h"
+#include "tests/unit/support/pictures.h"
+
+namespace platform {
+namespace {
+
+using support::Picture;
+
+using StoredRows = std::vector<std::vector<Pixel>>;
+
+StoredRows StoredOf(const Surface& surface) {
+    StoredRows rows;
+    const Size size = surface.StoredSize();
+    for (Long y = 0; y < size.height; ++y) {
+        rows.emplace_back(surface.Row(y), surface.Row(y) + size.width);
+    }
+    return rows;
+}
+
+/// A grey of one channel's value, as it is stored.
+Pixel Grey(Pixel value) {
+    return value << 16 | value << 8 | value;
+}
+
+Surface Fine(std::vector<std::vector<Pixel>> values, Long density) {
+    const auto length = [&](std::size_t stored) { return static_cast<Long>(stored) / density; };
+    Surface surface({length(values.front().size()), length(values.size())}, density);
+    for (std::size_t y = 0; y < values.size(); ++y) {
+        for (std::size_t x = 0; x < values[y].size(); ++x) {
+            surface.Row(static_cast<Long>(y))[x] = Grey(values[y][x]);
+        }
+    }
+    return surface;
+}
+
+class DensityInForceTest : public ::testing::Test {
+  protected:
+    ~DensityInForceTest() override { Surface::DensityInForce(1); }
+};
+
+TEST_F(DensityInForceTest, HoldsForSurfacesMadeAfterIt) {
+    const Surface before({2, 1});
+    Surface::DensityInForce(3);
+    const Surface after({2, 1});
+    EXPECT_EQ(before.Density(), 1);
+    EXPECT_EQ(after.Density(), 3);
+    EXPECT_EQ(after.GetSize(), (Size{2, 1}));
+    EXPECT_EQ(after.StoredSize(), (Size{6, 3}));
+    EXPECT_EQ(after.Bounds(), (Rect{0, 0, 2, 1}));
+    Surface::DensityInForce(0);
+    EXPECT_EQ(Surface::DensityInForce(), 1);
+}
+
+/// What is drawn without text and gradients covers the same places at every density.
+void ExpectSamePlaces(const std::function<void(Surface&)>& draw) {
+    Surface plain({7, 6}, 1);
+    draw(plain);
+    for (const Long density : {1, 2, 3, 4}) {
+        Surface fine({7, 6}, density);
+        draw(fine);
+        EXPECT_EQ(StoredOf(fine), StoredOf(plain.AtDensity(density))) << density;
+        EXPECT_EQ(StoredOf(fine.AtDensity(1)), StoredOf(plain)) << density;
+    }
+}
+
+TEST(SurfaceDensity, FillsPointsAndOutlinesCoverTheSamePlaces) {
+    ExpectSamePlaces([](Surface& surface) {
+        surface.FillRect({1, 1, 5, 4}, 0x112233);
+        surface.FillRect({4, 3, 99, 99}, 0x445566);
+        surface.SetPixel({0, 5}, 7);
+        surface.SetPixel({7, 5}, 7);
+        surface.Outline({1, 0, 7, 5}, 9, PS_DOT);
+        surface.Outline({-2, -2, 3, 3}, 8, PS_SOLID);
+    });
+}
+
+TEST(SurfaceDensity, CopiesOfPlainPicturesCoverTheSamePlaces) {
+    const Surface source = Picture({"123", "456"});
+    ExpectSamePlaces([&](Surface& surface) {
+        surface.FillRect(surface.Bounds(), 0xFFFFFF);
+        surface.BitBlt({-1, 1, 2, 3}, source, {0, 0});
+        surface.BitBlt({2, 0, 9, 9}, source, {1, 0});
+        surface.BitBlt({4, 3, 7, 5}, source, {0, 0}, SRCAND);
+        surface.Stamp({0, 4, 3, 6}, source, 5);
+    });
+}
+
+TEST(SurfaceDensity, ResizingKeepsWhatFits) {
+    ExpectSamePlaces([](Surface& surface) {
+        surface.FillRect({1, 1, 3, 3}, 4);
+        surface.Resize({2, 9}, 6);
+        surface.Resize({7, 6}, 5);
+    });
+}
+
+TEST(SurfaceDensity, APointIsReadInItsMiddle) {
+    const Surface two = Fine({{1, 2, 3, 4}, {5, 6, 7, 8}}, 2);
+    EXPECT_EQ(two.GetPixel({0, 0}), ColourOf(Grey(6)));
+    EXPECT_EQ(two.GetPixel({1, 0}), ColourOf(Grey(8)));
+    EXPECT_EQ(two.GetPixel({2, 0}), -1);
+    const Surface three = Fine({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}, 3);
+    EXPECT_EQ(three.GetPixel({0, 0}), ColourOf(Grey(5)));
+}
+
+TEST(SurfaceDensity, FinerPicturesAreAveraged) {
+    const Surface four = Fine({{0, 4, 8, 8}, {0, 0, 8, 8}, {1, 1, 2, 2}, {1, 1, 2, 5}}, 4);
+    EXPECT_EQ(StoredOf(four.AtDensity(2)), StoredOf(Fine({{1, 8}, {1, 3}}, 2)));  // 2.75 is 3
+    EXPECT_EQ(StoredOf(four.AtDensity(1)), StoredOf(Fine({{3}}, 1)));             // 51 of 16: 3.19
+    // Two of three: each takes one and a half. 0 9 | 9 18, halves weigh 1 of 3.
+    const Surface three = Fine({{0, 9, 18}, {0, 9, 18}, {0, 9, 18}}, 3);
+    EXPECT_EQ(StoredOf(three.AtDensity(2)), StoredOf(Fine({{3, 15}, {3, 15}}, 2)));
+}
+
+TEST(SurfaceDensity, EachChannelIsAveragedForItself) {
+    Surface fine({1, 1}, 2);
+    fine.Row(0)[0] = 0xFF0000;
+    fine.Row(0)[1] = 0x00FF00;
+    fine.Row(1)[0] = 0x0000FF;
+    fine.Row(1)[1] = 0xFF8040;
+    EXPECT_EQ(fine.AtDensity(1).Row(0)[0], 0x806050U);  // 510, 383 and 319, by 4
+}
+
+TEST(SurfaceDensity, CopiesOfFinerPicturesTakeTheirOwnParts) {
+    const Surface fine = Fine({{1, 2, 3, 4}, {5, 6, 7, 8}}, 2);
+    Surface same({1, 1}, 2);
+    same.BitBlt({0, 0, 1, 1}, fine, {1, 0});
+    EXPECT_EQ(StoredOf(same), StoredOf(Fine({{3, 4}, {7, 8}}, 2)));
+    Surface plain({1, 1}, 1);
+    plain.BitBlt({0, 0, 1, 1}, fine, {1, 0});
+    EXPECT_EQ(StoredOf(plain), StoredOf(Fine({{6}}, 1)));  // 22 by 4 is 5.5
+    Surface finest({1, 1}, 4);
+    finest.BitBlt({-1, 0, 1, 1}, fine, {0, 0});
+    EXPECT_EQ(StoredOf(finest),
+              StoredOf(Fine({{3, 3, 4, 4}, {3, 3, 4, 4}, {7, 7, 8, 8}, {7, 7, 8, 8}}, 4)));
+}
+
+TEST(SurfaceDensity, AStampTakesWhatLiesInTheMiddle) {
+    const Surface fine = Fine({{9, 0, 0, 0}, {9, 0, 0, 9}, {9, 9, 9, 9}, {9, 9, 0, 9}}, 4);
+    Surface surface({1, 1}, 2);
+    surface.Stamp({0, 0, 1, 1}, fine, 0x10101);
+    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{1, 0}, {0, 0}}, 2)));
+}
+
+TEST(SurfaceDensity, StretchingTakesThePixelUnderEachStoredCentre) {
+    // Three columns on two places: at a density of 2 on four stored pixels of 0.75 columns each,
+    // with centres at 0.375, 1.125, 1.875 and 2.625.
+    const Surface source = Fine({{10, 20, 30}}, 1);
+    Surface surface({2, 1}, 2);
+    surface.StretchBlt({0, 0, 2, 1}, source, {0, 0, 3, 1});
+    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{10, 20, 20, 30}, {10, 20, 20, 30}}, 2)));
+    // A strip of two and a half pixels of a finer source, in its own coordinates.
+    const Surface fine = Fine({{1, 2, 3, 4, 5, 6}, {1, 2, 3, 4, 5, 6}}, 2);
+    Surface plain({2, 1}, 1);
+    plain.StretchBlt({0, 0, 2, 1}, fine, {0.5, 0, 2, 1});  // stored 1 to 5: centres at 2 and 4
+    EXPECT_EQ(StoredOf(plain), StoredOf(Fine({{3, 5}}, 1)));
+}
+
+TEST(SurfaceDensity, TextCoversStoredPixels) {
+    Surface surface({2, 1}, 2);
+    surface.BlendText({3, 2, {255, 0, 255, 0, 255, 255}, 2}, {0, 0}, {0, 0, 1, 1}, 0x10101);
+    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{1, 0, 0, 0}, {0, 1, 0, 0}}, 2)));
+    surface.BlendText({1, 1, {255}, 2}, {1, 0}, surface.Bounds(), 0x20202);
+    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{1, 0, 2, 0}, {0, 1, 0, 0}}, 2)));
+    surface.BlendText({1, 1, {255}, 1}, {0, 0}, surface.Bounds(), 0x30303);  // for another density
+    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{1, 0, 2, 0}, {0, 1, 0, 0}}, 2)));
+}
+
+TEST(SurfaceDensity, AMaskHasThePointsThatAreThereInTheirMiddle) {
+    const Mask mask(Fine({{9, 9, 0, 0}, {9, 0, 0, 9}}, 2), 0);
+    EXPECT_EQ(mask.GetSize(), (Size{2, 1}));
+    EXPECT_FALSE(mask.Contains({0, 0}));
+    EXPECT_TRUE(mask.Contains({1, 0}));
+}
+
+}  // namespace
+}  // namespace platform
