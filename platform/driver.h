@@ -44,6 +44,8 @@ struct RestoredByDesktop {
     Handle window;
 };
 struct WorkAreaChanged {};
+/// Driver::Density answers something else from now on.
+struct DensityChanged {};
 /// Files dropped at a point of a window; paths are raw bytes in the order that the source gave.
 struct FilesDropped {
     Handle window;
@@ -119,9 +121,9 @@ struct TrayIconUsed {
 struct InputLost {};
 
 using DriverEvent = std::variant<CloseRequested, MinimisedByDesktop, RestoredByDesktop,
-                                 WorkAreaChanged, FilesDropped, MovedByDesktop, PointerMoved,
-                                 PointerLeft, ButtonChanged, WheelTurned, KeyChanged, TextTyped,
-                                 TextComposed, InputLost, HotKeyPressed, TrayIconUsed>;
+                                 WorkAreaChanged, DensityChanged, FilesDropped, MovedByDesktop,
+                                 PointerMoved, PointerLeft, ButtonChanged, WheelTurned, KeyChanged,
+                                 TextTyped, TextComposed, InputLost, HotKeyPressed, TrayIconUsed>;
 
 /// What a popup is for.
 enum class PopupKind {
@@ -193,6 +195,10 @@ class Driver {
 
     virtual Size ScreenSize() const = 0;
 
+    /// How fine pictures and texts are wanted (Surface::Density), from 1 on. Another one is
+    /// reported as DensityChanged; pictures that were composed before it may still come then.
+    virtual Long Density() const { return 1; }
+
     /// The smallest rectangle around what panels and docks leave of all screens.
     virtual Rect WorkArea() const = 0;
 
@@ -251,9 +257,10 @@ class Driver {
     /// Width of one line in pixels, and the height of a line of that font.
     virtual Size MeasureText(const Font& font, std::u16string_view text) const = 0;
     /// The columns `left` to `left + width` of the picture of a line, fewer where the line ends, as
-    /// high as MeasureText says.
+    /// high as MeasureText says, for surfaces of that density: its glyphs are those of a font so
+    /// many times as large, and it is no wider than what MeasureText says, whatever the density.
     virtual TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
-                                   Long width) const = 0;
+                                   Long width, Long density) const = 0;
     /// How far from the line's left edge the caret stands in front of the unit `index`, 0 to the
     /// text's length.
     virtual Long TextOffset(const Font& font, std::u16string_view text, std::size_t index) const {

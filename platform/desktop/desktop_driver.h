@@ -115,8 +115,8 @@ class DesktopDriver : public Driver {
     void EndComposing() override;
 
     Size MeasureText(const Font& font, std::u16string_view text) const override;
-    TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
-                           Long width) const override;
+    TextPicture RenderText(const Font& font, std::u16string_view text, Long left, Long width,
+                           Long density) const override;
     Long TextOffset(const Font& font, std::u16string_view text, std::size_t index) const override;
 
     std::u16string ClipboardText() const override;

@@ -22,7 +22,7 @@ Size DesktopDriver::MeasureText(const Font& font, std::u16string_view text) cons
 }
 
 TextPicture DesktopDriver::RenderText(const Font& font, std::u16string_view text, Long left,
-                                      Long width) const {
+                                      Long width, Long /*density*/) const {
     return parts_->IsLost() ? TextPicture{} : parts_->text.Render(font, text, left, width);
 }
 

@@ -266,14 +266,13 @@ void Surface::BlendText(const TextPicture& text, Point at, const Rect& clip, Col
     if (text.density != density_) {
         return;
     }
-    const Point corner{at.x * density_, at.y * density_};
-    const Rect place{corner.x, corner.y, corner.x + text.width, corner.y + text.height};
+    const Rect place{at.x, at.y, at.x + text.width, at.y + text.height};
     const Rect area = Intersect(place, Stored(Intersect(clip, Bounds())));
     const Pixel ink = PixelOf(colour);
     for (Long y = area.top; y < area.bottom; ++y) {
         const std::size_t start =
-            static_cast<std::size_t>(y - corner.y) * static_cast<std::size_t>(text.width) -
-            static_cast<std::size_t>(corner.x);
+            static_cast<std::size_t>(y - at.y) * static_cast<std::size_t>(text.width) -
+            static_cast<std::size_t>(at.x);
         Pixel* write = Row(y);
         for (Long x = area.left; x < area.right; ++x) {
             // Without a look at whether there is any: compilers make vectors of it.

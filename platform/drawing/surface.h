@@ -98,8 +98,9 @@ class Surface {
     /// The outline of a rectangle, one pixel wide, inside of it; what lies within is left alone.
     void Outline(const Rect& rect, Colour colour, Long penStyle);
 
-    /// Blends a colour over the surface by a text's coverage, whose top left corner goes to `at`;
-    /// only within `clip`. A text of another density is not drawn.
+    /// Blends a colour over the surface by a text's coverage, whose top left corner goes to `at`, a
+    /// stored pixel, so that words can be centred more finely; only within `clip`. A text of
+    /// another density is not drawn.
     void BlendText(const TextPicture& text, Point at, const Rect& clip, Colour colour);
 
     /// The stored pixels, StoredSize().height rows of StoredSize().width.

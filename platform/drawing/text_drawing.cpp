@@ -40,50 +40,52 @@ std::size_t TextDrawing::BytesOf(const Piece& piece) {
     return sizeof(Piece) + piece.text.size() * sizeof(char16_t) + piece.picture.coverage.size();
 }
 
-const TextPicture& TextDrawing::Rendered(const Font& font, std::u16string_view text, Long number) {
-    const auto found = found_.find({&font, text, number});
+const TextPicture& TextDrawing::Rendered(const Font& font, std::u16string_view text, Long number,
+                                         Long density) {
+    const auto found = found_.find({&font, text, number, density});
     if (found != found_.end()) {
         pieces_.splice(pieces_.begin(), pieces_, found->second);
         return pieces_.front().picture;
     }
-    pieces_.push_front({font, std::u16string(text), number,
-                        driver_.RenderText(font, text, number * kPieceWidth, kPieceWidth)});
+    pieces_.push_front(
+        {font, std::u16string(text), number, density,
+         driver_.RenderText(font, text, number * kPieceWidth, kPieceWidth, density)});
     const Piece& piece = pieces_.front();
-    found_[{&piece.font, piece.text, number}] = pieces_.begin();
+    found_[{&piece.font, piece.text, number, density}] = pieces_.begin();
     bytes_ += BytesOf(piece);
     while (bytes_ > kMostBytes && pieces_.size() > 1) {
         const Piece& last = pieces_.back();
         bytes_ -= BytesOf(last);
-        found_.erase({&last.font, last.text, last.number});
+        found_.erase({&last.font, last.text, last.number, last.density});
         pieces_.pop_back();
     }
     return piece.picture;
 }
 
-Long TextDrawing::WidthOf(const Font& font, std::u16string_view text) {
-    const Long width = Rendered(font, text, 0).width;
-    return width < kPieceWidth ? width : driver_.MeasureText(font, text).width;
-}
-
 void TextDrawing::DrawLine(Surface& surface, const Font& font, std::u16string_view text,
                            const Rect& rect, Long format, Colour colour) {
     text = text.substr(0, kMostUnits);
-    Point at{rect.left, rect.top};
-    if ((format & DT_CENTER) != 0) {
-        at.x += (rect.Width() - WidthOf(font, text)) / 2;
-    } else if ((format & DT_RIGHT) != 0) {
-        at.x = rect.right - WidthOf(font, text);
+    const Long density = surface.Density();
+    const Long pieceWidth = kPieceWidth * density;
+    const auto room = [&](Long length, Long taken) { return length * density - taken; };
+    Point at{rect.left * density, rect.top * density};
+    if ((format & (DT_CENTER | DT_RIGHT)) != 0) {
+        Long width = Rendered(font, text, 0, density).width;
+        if (width >= pieceWidth) {
+            width = driver_.MeasureText(font, text).width * density;
+        }
+        at.x += room(rect.Width(), width) / ((format & DT_CENTER) != 0 ? 2 : 1);
     }
     if ((format & DT_VCENTER) != 0 && (format & DT_SINGLELINE) != 0) {
-        at.y += (rect.Height() - Rendered(font, text, 0).height) / 2;
+        at.y += room(rect.Height(), Rendered(font, text, 0, density).height) / 2;
     }
     const bool clips = (format & DT_NOCLIP) == 0;
     const Rect clip = clips ? Intersect(rect, surface.Bounds()) : surface.Bounds();
-    Long number = std::max(clip.left - at.x, 0) / kPieceWidth;
-    for (; at.x + number * kPieceWidth < clip.right; ++number) {
-        const TextPicture& piece = Rendered(font, text, number);
-        surface.BlendText(piece, {at.x + number * kPieceWidth, at.y}, clip, colour);
-        if (piece.width < kPieceWidth) {
+    Long number = std::max(clip.left * density - at.x, 0) / pieceWidth;
+    for (; at.x + number * pieceWidth < clip.right * density; ++number) {
+        const TextPicture& piece = Rendered(font, text, number, density);
+        surface.BlendText(piece, {at.x + number * pieceWidth, at.y}, clip, colour);
+        if (piece.width < pieceWidth) {
             return;
         }
     }
@@ -104,7 +106,7 @@ void TextDrawing::Draw(Surface& surface, const Font& font, std::u16string_view t
         DrawLine(surface, font, text, rect, format, colour);
         return;
     }
-    const Long height = Rendered(font, u"^j", 0).height;
+    const Long height = Rendered(font, u"^j", 0, surface.Density()).height / surface.Density();
     const Long width = (format & DT_WORDBREAK) != 0 ? rect.Width() : 0;
     Rect line = rect;
     const auto fits =

@@ -44,6 +44,7 @@ class TextDrawing {
         Font font;
         std::u16string text;
         Long number = 0;
+        Long density = 1;
         TextPicture picture;
     };
     // What a piece is found by; points into the piece.
@@ -51,8 +52,10 @@ class TextDrawing {
         const Font* font;
         std::u16string_view text;
         Long number;
+        Long density;
         bool operator==(const Key& other) const {
-            return number == other.number && text == other.text && *font == *other.font;
+            return number == other.number && density == other.density && text == other.text &&
+                   *font == *other.font;
         }
     };
     struct KeyHash {
@@ -62,8 +65,8 @@ class TextDrawing {
     void DrawLine(Surface& surface, const Font& font, std::u16string_view text, const Rect& rect,
                   Long format, Colour colour);
     static std::size_t BytesOf(const Piece& piece);
-    Long WidthOf(const Font& font, std::u16string_view text);
-    const TextPicture& Rendered(const Font& font, std::u16string_view text, Long number);
+    const TextPicture& Rendered(const Font& font, std::u16string_view text, Long number,
+                                Long density);
 
     const Driver& driver_;
     std::list<Piece> pieces_;  ///< used latest first

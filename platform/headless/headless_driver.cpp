@@ -29,6 +29,11 @@ void HeadlessDriver::SetWorkArea(const Rect& area) {
     Push(WorkAreaChanged{});
 }
 
+void HeadlessDriver::SetDensity(Long density) {
+    density_ = density;
+    Push(DensityChanged{});
+}
+
 Millis HeadlessDriver::Now() const {
     if (clock_ == Clock::kVirtual) {
         return virtualNow_;
@@ -94,15 +99,17 @@ Size HeadlessDriver::MeasureText(const Font& /*font*/, std::u16string_view text)
 }
 
 TextPicture HeadlessDriver::RenderText(const Font& font, std::u16string_view text, Long left,
-                                       Long width) const {
+                                       Long width, Long density) const {
     constexpr Long kSide = 1;
     constexpr Long kAbove = 3;
     const Long columns = std::clamp(MeasureText(font, text).width - left, 0, width);
-    TextPicture picture{columns, kLineHeight, {}};
-    picture.coverage.reserve(static_cast<std::size_t>(columns) * kLineHeight);
-    for (Long y = 0; y < kLineHeight; ++y) {
+    TextPicture picture{columns * density, kLineHeight * density, {}, density};
+    picture.coverage.reserve(static_cast<std::size_t>(picture.width * picture.height));
+    for (Long row = 0; row < picture.height; ++row) {
+        const Long y = row / density;
         const bool inked = y >= kAbove && y < kLineHeight - kAbove;
-        for (Long x = left; x < left + columns; ++x) {
+        for (Long column = 0; column < picture.width; ++column) {
+            const Long x = left + column / density;
             const Long inUnit = x % kUnitWidth;
             const char16_t unit = text[static_cast<std::size_t>(x / kUnitWidth)];
             const bool ink =

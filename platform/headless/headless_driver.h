@@ -28,6 +28,7 @@ class HeadlessDriver : public Driver {
     void PushKey(Long code, Long shift = 0);
     void MovePointer(Point ptScreen) { pointer_ = ptScreen; }
     void SetWorkArea(const Rect& area);
+    void SetDensity(Long density);
 
     void SetDisk(Disk disk) { disk_ = disk; }
     void AddDrive(Drive drive) { drives_.push_back(std::move(drive)); }
@@ -64,13 +65,14 @@ class HeadlessDriver : public Driver {
     void Watch(int descriptor, std::function<void()> onReadable) override;
     std::uint64_t RandomSeed() override;
     Size ScreenSize() const override { return {1024, 768}; }
+    Long Density() const override { return density_; }
     Rect WorkArea() const override { return workArea_; }
     Point Pointer() const override { return pointer_; }
     Size MeasureText(const Font& font, std::u16string_view text) const override;
     /// Each unit but a blank is a block, 1 pixel in from the sides of its 6 x 13 pixels, 3 from top
     /// and bottom.
-    TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
-                           Long width) const override;
+    TextPicture RenderText(const Font& font, std::u16string_view text, Long left, Long width,
+                           Long density) const override;
     Disk GetDisk() const override { return disk_; }
     std::u16string ClipboardText() const override { return clipboard_; }
     void SetClipboardText(std::u16string_view text) override { clipboard_ = text; }
@@ -96,6 +98,7 @@ class HeadlessDriver : public Driver {
     Clock clock_;
     Millis virtualNow_ = 0;
     std::chrono::steady_clock::time_point start_;
+    Long density_ = 1;
     Rect workArea_{0, 0, 1024, 740};
     Point pointer_;
     Disk disk_ = Disk::kWritable;

@@ -284,6 +284,10 @@ void WindowSystem::On(const WorkAreaChanged& /*event*/) {
     }
 }
 
+void WindowSystem::On(const DensityChanged& /*event*/) {
+    // Still to come: whoever draws draws anew, and pictures are composed at the new density.
+}
+
 void WindowSystem::On(const FilesDropped& event) {
     const Handle hit = HitTest(event.ptScreen, true);
     DropFiles(hit != 0 ? hit : event.window, event.paths);

@@ -315,6 +315,7 @@ class WindowSystem {
     void On(const MinimisedByDesktop& event);
     void On(const RestoredByDesktop& event);
     void On(const WorkAreaChanged& event);
+    void On(const DensityChanged& event);
     void On(const FilesDropped& event);
     void On(const MovedByDesktop& event);
     void On(const PointerMoved& event);

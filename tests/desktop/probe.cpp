@@ -117,6 +117,7 @@ class Probe {
     void Tell(const MinimisedByDesktop&) { Say("minimised"); }
     void Tell(const RestoredByDesktop&) { Say("restored"); }
     void Tell(const WorkAreaChanged&) { Say("workarea"); }
+    void Tell(const DensityChanged&) { Say("density " + std::to_string(driver_.Density())); }
     void Tell(const PointerLeft&) { Say("left"); }
     void Tell(const InputLost&) { Say("lost"); }
     void Tell(const HotKeyPressed& press) { Say("hotkey " + std::to_string(press.key)); }
@@ -273,7 +274,7 @@ class Probe {
         std::string bytes;
         words >> left >> width;
         std::getline(words >> std::ws, bytes);
-        const TextPicture picture = driver_.RenderText(font, Widen(bytes), left, width);
+        const TextPicture picture = driver_.RenderText(font, Widen(bytes), left, width, 1);
         std::string line =
             "picture " + std::to_string(picture.width) + " " + std::to_string(picture.height) + " ";
         for (const std::uint8_t value : picture.coverage) {

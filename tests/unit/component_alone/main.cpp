@@ -34,8 +34,8 @@ class LeastDriver : public platform::Driver {
         return {7 * static_cast<platform::Long>(text.size()), 12};
     }
     platform::TextPicture RenderText(const platform::Font& /*font*/, std::u16string_view /*text*/,
-                                     platform::Long /*left*/,
-                                     platform::Long /*width*/) const override {
+                                     platform::Long /*left*/, platform::Long /*width*/,
+                                     platform::Long /*density*/) const override {
         return {};
     }
 

@@ -13,12 +13,12 @@ namespace {
 class WatchedDriver : public HeadlessDriver {
   public:
     WatchedDriver() : HeadlessDriver(Clock::kVirtual) {}
-    TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
-                           Long width) const override {
+    TextPicture RenderText(const Font& font, std::u16string_view text, Long left, Long width,
+                           Long density) const override {
         ++rendered;
         longest = std::max(longest, text.size());
         widest = std::max(widest, width);
-        return HeadlessDriver::RenderText(font, text, left, width);
+        return HeadlessDriver::RenderText(font, text, left, width, density);
     }
     mutable int rendered = 0;
     mutable Long widest = 0;
@@ -206,7 +206,7 @@ TEST_F(TextDrawingTest, OldPicturesGoWhenThereAreTooMany) {
 
 TEST_F(TextDrawingTest, APictureLargerThanAllThatIsKeptIsDrawn) {
     class Tall : public WatchedDriver {
-        TextPicture RenderText(const Font&, std::u16string_view, Long, Long) const override {
+        TextPicture RenderText(const Font&, std::u16string_view, Long, Long, Long) const override {
             ++rendered;
             return {1000, 2000, std::vector<std::uint8_t>(2'000'000, 255)};
         }
@@ -224,7 +224,7 @@ TEST_F(TextDrawingTest, APictureLargerThanAllThatIsKeptIsDrawn) {
 
 TEST_F(TextDrawingTest, TextsWithoutAWidthDoNotPileUp) {
     class Flat : public WatchedDriver {
-        TextPicture RenderText(const Font&, std::u16string_view, Long, Long) const override {
+        TextPicture RenderText(const Font&, std::u16string_view, Long, Long, Long) const override {
             ++rendered;
             return {};
         }
