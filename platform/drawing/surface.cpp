@@ -101,6 +101,10 @@ const Surface& Surface::For(Long density) const {
 
 Surface Surface::AtDensity(Long density) const {
     Surface other(size_, density);
+    if (other.density_ % density_ == 0) {
+        other.Enlarge(*this, other.density_ / density_);
+        return other;
+    }
     const std::vector<Share> columns = Shares(size_.width, density_, other.density_);
     const std::vector<Share> rows = Shares(size_.height, density_, other.density_);
     for (std::size_t y = 0; y < rows.size(); ++y) {
@@ -110,6 +114,21 @@ Surface Surface::AtDensity(Long density) const {
         }
     }
     return other;
+}
+
+// Each stored pixel of the source becomes `times` x `times` of them.
+void Surface::Enlarge(const Surface& source, Long times) {
+    const Size stored = source.StoredSize();
+    for (Long y = 0; y < stored.height; ++y) {
+        const Pixel* const read = source.Row(y);
+        Pixel* write = Row(y * times);
+        for (Long x = 0; x < stored.width; ++x) {
+            write = std::fill_n(write, times, read[x]);
+        }
+        for (Long copy = 1; copy < times; ++copy) {
+            std::copy_n(Row(y * times), stored.width * times, Row(y * times + copy));
+        }
+    }
 }
 
 Colour Surface::GetPixel(Point point) const {

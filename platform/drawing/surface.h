@@ -132,6 +132,7 @@ class Surface {
     Pixel* Row(Long y) { return pixels_.data() + RowStart(y); }
 
   private:
+    void Enlarge(const Surface& source, Long times);
     std::size_t RowStart(Long y) const {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width * density_);
     }
