@@ -88,10 +88,7 @@ void Surface::DensityInForce(Long density) {
 }
 
 Surface::Surface(Size size, Long density)
-    : size_{std::max(size.width, 0), std::max(size.height, 0)},
-      density_(std::max(density, 1)),
-      pixels_(static_cast<std::size_t>(size_.width * density_) *
-              static_cast<std::size_t>(size_.height * density_)) {}
+    : size_{std::max(size.width, 0), std::max(size.height, 0)}, density_(std::max(density, 1)) {}
 
 const Surface& Surface::For(Long density) const {
     const Surface* const drawn =
@@ -101,6 +98,10 @@ const Surface& Surface::For(Long density) const {
 
 Surface Surface::AtDensity(Long density) const {
     Surface other(size_, density);
+    if (IsFlat()) {
+        other.flat_ = flat_;
+        return other;
+    }
     if (other.density_ % density_ == 0) {
         other.Enlarge(*this, other.density_ / density_);
         return other;
@@ -132,10 +133,11 @@ void Surface::Enlarge(const Surface& source, Long times) {
 }
 
 Colour Surface::GetPixel(Point point) const {
+    if (!Bounds().Contains(point) || IsFlat()) {
+        return Bounds().Contains(point) ? ColourOf(flat_) : -1;
+    }
     const Long middle = density_ / 2;
-    return Bounds().Contains(point)
-               ? ColourOf(Row(point.y * density_ + middle)[point.x * density_ + middle])
-               : -1;
+    return ColourOf(Row(point.y * density_ + middle)[point.x * density_ + middle]);
 }
 
 void Surface::SetPixel(Point point, Colour colour) {
@@ -155,6 +157,10 @@ void Surface::FillRect(const Rect& rect, Colour colour) {
 
 void Surface::FillStored(const Rect& stored, Colour colour) {
     const Rect area = Intersect(stored, Stored(Bounds()));
+    if (IsFlat() && (area == Stored(Bounds()) || flat_ == PixelOf(colour))) {
+        flat_ = PixelOf(colour);
+        return;
+    }
     if (platform::IsEmpty(area)) {
         return;
     }
@@ -172,6 +178,10 @@ void Surface::BitBlt(const Rect& to, const Surface& picture, Point from, Long op
     const Point shift{to.left - from.x, to.top - from.y};
     const Rect place = Intersect(Intersect(to, Bounds()), Offset(source.Bounds(), shift));
     if (platform::IsEmpty(place)) {
+        return;
+    }
+    if (source.IsFlat() && operation == SRCCOPY) {
+        FillRect(place, ColourOf(source.flat_));
         return;
     }
     if (source.density_ != density_) {

@@ -4,8 +4,9 @@
 //
 // A surface can be finer than its coordinates are: of a density of 2, each pixel of its size, and
 // of all that is drawn, stands for 2 x 2 stored ones. Who draws need not know; only text, pictures
-// and gradients make use of it. Whoever needs the stored pixels themselves, since he works through
-// all of them, takes them a row at a time.
+// and gradients make use of it. A surface that nothing has been drawn on but its one colour stores
+// no pixels: panels that are never opened cost nothing. Whoever needs the stored pixels themselves,
+// since he works through all of them, takes them a row at a time.
 #pragma once
 
 #include <cstdint>
@@ -81,7 +82,7 @@ class Surface {
     Long Height() const { return size_.height; }
     Size GetSize() const { return size_; }
     Rect Bounds() const { return {0, 0, size_.width, size_.height}; }
-    bool IsEmpty() const { return pixels_.empty(); }
+    bool IsEmpty() const { return size_.width == 0 || size_.height == 0; }
 
     /// The colour in the middle of a point, -1 outside.
     Colour GetPixel(Point point) const;
@@ -128,17 +129,28 @@ class Surface {
     Size StoredSize() const { return {size_.width * density_, size_.height * density_}; }
     /// The stored row `y`, from the left; the next row follows at once. `y` must lie inside, which
     /// is not checked. Good until the surface gets another size or ends.
-    const Pixel* Row(Long y) const { return pixels_.data() + RowStart(y); }
-    Pixel* Row(Long y) { return pixels_.data() + RowStart(y); }
+    const Pixel* Row(Long y) const { return Pixels().data() + RowStart(y); }
+    Pixel* Row(Long y) { return Pixels().data() + RowStart(y); }
 
   private:
+    bool IsFlat() const { return pixels_.empty(); }
+    std::vector<Pixel>& Pixels() const {
+        if (pixels_.empty()) {
+            const Size stored = StoredSize();
+            pixels_.assign(
+                static_cast<std::size_t>(stored.width) * static_cast<std::size_t>(stored.height),
+                flat_);
+        }
+        return pixels_;
+    }
     void Enlarge(const Surface& source, Long times);
     std::size_t RowStart(Long y) const {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width * density_);
     }
     Size size_;
     Long density_ = 1;
-    std::vector<Pixel> pixels_;
+    Pixel flat_ = 0;                     ///< the colour of all, while there are no pixels
+    mutable std::vector<Pixel> pixels_;  ///< made when they are first called for
     std::shared_ptr<FinerPictures> finer_;
 };
 

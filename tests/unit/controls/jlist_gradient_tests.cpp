@@ -92,5 +92,17 @@ TEST(Gradient, ABarsPictureHasTheLastScanOnTop) {
     EXPECT_EQ(bar.GetPixel({0, 2}), kBlue);
 }
 
+TEST(Gradient, ABarOfAFinerSurfaceHasAStepForEachStoredPixel) {
+    platform::Surface::DensityInForce(2);
+    platform::Surface bar;
+    BuildGradient({2, 1}, 0, kRed, 0, bar);
+    platform::Surface::DensityInForce(1);
+    // Four steps: 0, 85, 170 and 255 of red.
+    EXPECT_EQ(std::vector<Pixel>(bar.Row(0), bar.Row(0) + 4),
+              (std::vector<Pixel>{0, 0x550000, 0xAA0000, 0xFF0000}));
+    BuildGradient({0, 1}, 0, kRed, 0, bar);
+    EXPECT_EQ(bar.Width(), 2);
+}
+
 }  // namespace
 }  // namespace sarnel

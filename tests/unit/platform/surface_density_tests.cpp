@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
+#include "platform/drawing/finer_pictures.h"
+#include "platform/drawing/mask.h"
 #include "platform/drawing/surface.h"
 #include "tests/unit/support/pictures.h"
 
@@ -141,10 +144,30 @@ TEST(SurfaceDensity, CopiesOfFinerPicturesTakeTheirOwnParts) {
 }
 
 TEST(SurfaceDensity, AStampTakesWhatLiesInTheMiddle) {
-    const Surface fine = Fine({{9, 0, 0, 0}, {9, 0, 0, 9}, {9, 9, 9, 9}, {9, 9, 0, 9}}, 4);
+    constexpr Pixel w = 255;
+    const Surface fine = Fine({{w, 0, 0, 0}, {w, 0, 0, w}, {w, w, w, w}, {w, w, 0, w}}, 4);
     Surface surface({1, 1}, 2);
     surface.Stamp({0, 0, 1, 1}, fine, 0x10101);
     EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{1, 0}, {0, 0}}, 2)));
+}
+
+TEST(SurfaceDensity, AStampMixesForGreys) {
+    Surface surface({4, 1}, 1);
+    surface.FillRect(surface.Bounds(), 0xC8C8C8);  // 200
+    surface.Stamp(surface.Bounds(), Fine({{0, 51, 204, 255}}, 1), 0);
+    // Covered by 255, 204, 51 and 0 of 255: four fifths leave 40, one fifth 160.
+    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{0, 40, 160, 200}}, 1)));
+}
+
+TEST(SurfaceDensity, AShapeIsAsSmoothAsStoredPixelsAre) {
+    // All left of 0.625: of the first of two stored pixels all, of the second one column of four.
+    const auto left = [](double x, double) { return x < 0.625; };
+    Surface surface({1, 1}, 2);
+    surface.FillShape(surface.Bounds(), 0xFFFFFF, left);
+    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{255, 63}, {255, 63}}, 2)));
+    Surface plain({2, 1}, 1);
+    plain.FillShape({1, 0, 2, 1}, 0xFFFFFF, [](double x, double) { return x < 1.5; });
+    EXPECT_EQ(StoredOf(plain), StoredOf(Fine({{0, 127}}, 1)));
 }
 
 TEST(SurfaceDensity, StretchingTakesThePixelUnderEachStoredCentre) {
@@ -176,6 +199,84 @@ TEST(SurfaceDensity, AMaskHasThePointsThatAreThereInTheirMiddle) {
     EXPECT_EQ(mask.GetSize(), (Size{2, 1}));
     EXPECT_FALSE(mask.Contains({0, 0}));
     EXPECT_TRUE(mask.Contains({1, 0}));
+}
+
+// A plain picture of one place, grey 1, and finer ones of grey 2, 4 ... that know how often they
+// were decoded.
+struct Drawn {
+    explicit Drawn(std::vector<Long> densities) {
+        for (const Long density : densities) {
+            finer->Add(density, [this, density] {
+                ++decoded;
+                auto picture = std::make_shared<Surface>(size, density);
+                picture->FillRect(picture->Bounds(), ColourOf(Grey(static_cast<Pixel>(density))));
+                return picture;
+            });
+        }
+        plain.FillRect(plain.Bounds(), ColourOf(Grey(1)));
+        plain.Finer(finer);
+    }
+    Colour DrawnOn(Long density) {
+        Surface surface({1, 1}, density);
+        surface.BitBlt(surface.Bounds(), plain, {0, 0});
+        return surface.GetPixel({0, 0}) & 0xFF;
+    }
+    Size size{1, 1};
+    int decoded = 0;
+    std::shared_ptr<FinerPictures> finer = std::make_shared<FinerPictures>();
+    Surface plain{{1, 1}, 1};
+};
+
+TEST(FinerPictures, ATargetTakesItsOwnOrTheNextFinerOrTheFinest) {
+    Drawn drawn({2, 4});
+    EXPECT_EQ(drawn.DrawnOn(1), 1);
+    EXPECT_EQ(drawn.decoded, 0);
+    EXPECT_EQ(drawn.DrawnOn(2), 2);
+    EXPECT_EQ(drawn.DrawnOn(3), 4);
+    EXPECT_EQ(drawn.DrawnOn(4), 4);
+    EXPECT_EQ(drawn.DrawnOn(6), 4);
+    EXPECT_EQ(Drawn({}).DrawnOn(2), 1);
+    EXPECT_EQ(Drawn({2}).DrawnOn(4), 2);
+}
+
+TEST(FinerPictures, EachIsDecodedWhenItIsFirstDrawn) {
+    Drawn drawn({2, 4});
+    drawn.DrawnOn(2);
+    drawn.DrawnOn(2);
+    EXPECT_EQ(drawn.decoded, 1);
+    EXPECT_EQ(drawn.plain.For(2).Density(), 2);
+    EXPECT_EQ(drawn.plain.For(3).Density(), 3);
+    EXPECT_EQ(drawn.decoded, 2);
+}
+
+TEST(FinerPictures, OneOfAnotherSizeIsNone) {
+    Drawn drawn({2});
+    drawn.size = {2, 1};
+    EXPECT_EQ(drawn.DrawnOn(2), 1);
+    drawn.finer->Add(4, [] { return PictureRef(); });
+    EXPECT_EQ(drawn.DrawnOn(4), 1);
+}
+
+TEST_F(DensityInForceTest, AMaskIsClickedAsThePlainOneAndDrawnAsTheFinerOne) {
+    Surface::DensityInForce(2);
+    Surface plain = Fine({{0, 255}}, 1);
+    auto finer = std::make_shared<FinerPictures>();
+    finer->Add(2, [] {
+        return std::make_shared<Surface>(Fine({{0, 255, 255, 255}, {0, 0, 255, 0}}, 2));
+    });
+    plain.Finer(finer);
+    const Mask mask(plain, 0);
+    EXPECT_FALSE(mask.Contains({0, 0}));
+    EXPECT_TRUE(mask.Contains({1, 0}));
+    Surface face({2, 1}, 2);
+    face.FillRect(face.Bounds(), 0x070707);
+    Surface target({3, 1}, 2);
+    mask.Copy(face, {0, 0}, {1, 0, 3, 1}, target);
+    EXPECT_EQ(StoredOf(target), StoredOf(Fine({{0, 0, 0, 7, 7, 7}, {0, 0, 0, 0, 7, 0}}, 2)));
+    // A face that is still coarse, and a target that is: by the plain points.
+    Surface coarse({3, 1}, 1);
+    mask.Copy(face, {0, 0}, {1, 0, 3, 1}, coarse);
+    EXPECT_EQ(StoredOf(coarse), StoredOf(Fine({{0, 0, 7}}, 1)));
 }
 
 }  // namespace

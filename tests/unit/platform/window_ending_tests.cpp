@@ -232,6 +232,7 @@ TEST(WindowEnding, WhileADesktopASecondStartOrTimeHasItsWay) {
         {"minimised", WM_SIZE, Nothing,
          [](Desk& d) { d.windows.Deliver(MinimisedByDesktop{d.top}); }},
         {"work area", WM_SETTINGCHANGE, Nothing, Delivers(WorkAreaChanged{})},
+        {"density", WM_DISPLAYCHANGE, Nothing, Delivers(DensityChanged{})},
         {"drop on a target", 0, Nothing, dropped({13, 13})},
         {"drop elsewhere", WM_DROPFILES, Nothing, dropped({1, 1})},
         {"drop by a host", 0, Nothing, [](Desk& d) { d.windows.DropFiles(d.child, {"a"}); }},

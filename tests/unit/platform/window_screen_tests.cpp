@@ -249,5 +249,43 @@ TEST_F(WindowScreen, AThousandRandomStepsLeaveNoTraceOnTheScreen) {
     Sent();
 }
 
+TEST_F(WindowScreen, AnotherDensityIsSentWholeAndPartsOfItAfterwards) {
+    Top();
+    const Handle child = Window(top_, {2, 1, 6, 3}, 2);
+    Sent();
+    driver_.SetDensity(2);
+    windows_.DoEvents();
+    EXPECT_EQ(driver_.Sent(), (Rects{{0, 0, 8, 4}}));
+    EXPECT_EQ(driver_.screens[top_].Density(), 2);
+    EXPECT_EQ(OnScreen(), (Rows{"11111111", "11222211", "11222211", "11111111"}));
+    Paint(child, {1, 1, 2, 2}, 3);
+    EXPECT_EQ(Sent(), (Rects{{3, 2, 4, 3}}));
+    EXPECT_EQ(OnScreen(), (Rows{"11111111", "11222211", "11232211", "11111111"}));
+    driver_.SetDensity(1);
+    windows_.DoEvents();
+    EXPECT_EQ(driver_.screens[top_].Density(), 1);
+    EXPECT_EQ(OnScreen(), (Rows{"11111111", "11222211", "11232211", "11111111"}));
+}
+
+TEST_F(WindowScreen, OwnersHearOfAnotherDensityBeforeWhatLiesOnThem) {
+    std::vector<Long> heard;
+    const auto hears = [&](Long name) {
+        return [&heard, name](const Message& message) {
+            if (message.id == WM_DISPLAYCHANGE) {
+                heard.push_back(name * 10 + message.wParam);
+            }
+            return 0;
+        };
+    };
+    const Handle first = windows_.CreateWindow(0, {}, hears(1));
+    const Handle panel = windows_.CreateWindow(first, {}, hears(2));
+    windows_.CreateWindow(panel, {}, hears(3));
+    windows_.CreateWindow(first, {}, hears(4));
+    windows_.CreateWindow(0, {}, hears(5));
+    driver_.SetDensity(4);
+    windows_.DoEvents();
+    EXPECT_EQ(heard, (std::vector<Long>{14, 24, 34, 44, 54}));
+}
+
 }  // namespace
 }  // namespace platform

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -254,6 +255,34 @@ TEST(SkinTable, OfNoSkinAndBeyondTheNumbersNothingCanBeRead) {
     EXPECT_THROW(static_cast<void>(SkinRows(table, 0).Text(8)), ComponentError);
     EXPECT_THROW(static_cast<void>(SkinRows(table, 0).From(8).Text(0)), ComponentError);
     EXPECT_THROW(static_cast<void>(SkinRows(table, 2147483647).From(5).Text(1)), ComponentError);
+}
+
+TEST(SkinTable, AFinerPictureComesWithItsPlainOne) {
+    const auto file = [](Long id) {
+        const auto all = EmbeddedPictures();
+        return std::find_if(all.begin(), all.end(),
+                            [&](const EmbeddedPicture& picture) {
+                                return picture.id == id && picture.density == 1;
+                            })
+            ->file;
+    };
+    // The mask of 22 x 12 points, seen as a picture of density 2, has 11 x 6 places.
+    SkinTable table("", {{5, file(110)}, {5, file(110), 2}});
+    EXPECT_EQ(table.Bitmap(5)->For(2).Density(), 1);  // of another size: none
+    table.Bitmap(5, "damaged", 4);
+    EXPECT_EQ(table.Bitmap(5)->For(4).Density(), 1);
+    table.Bitmap(6, file(110), 2);
+    EXPECT_THROW(static_cast<void>(table.Bitmap(6)), ComponentError);
+}
+
+TEST(SkinTable, EachPictureHasBeenDrawnForDensities2And4) {
+    SkinTable table;
+    for (const EmbeddedPicture& picture : EmbeddedPictures()) {
+        const platform::PictureRef plain = table.Bitmap(picture.id);
+        for (const Long density : {2, 4}) {
+            EXPECT_EQ(plain->For(density).Density(), density) << picture.id;
+        }
+    }
 }
 
 }  // namespace

@@ -19,8 +19,8 @@ class ScreenDriver : public platform::HeadlessDriver {
     void ShowPicture(platform::Handle window, const platform::Surface& picture,
                      std::span<const platform::Rect> changed) override {
         platform::Surface& screen = screens[window];
-        if (!(screen.GetSize() == picture.GetSize())) {
-            screen = platform::Surface(picture.GetSize());
+        if (!(screen.GetSize() == picture.GetSize()) || screen.Density() != picture.Density()) {
+            screen = platform::Surface(picture.GetSize(), picture.Density());
         }
         for (const platform::Rect& rect : changed) {
             sent_.push_back(rect);
