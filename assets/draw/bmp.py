@@ -57,10 +57,10 @@ def _file(width, height, bits, compression, palette, pixels):
     return head + info + table + pixels
 
 
-def indexed(rows, palette, bits, compress=False):
-    """The bytes of a picture of 1, 4 or 8 bits; the palette is filled up with black."""
-    full = list(palette) + [(0, 0, 0)] * ((1 << bits) - len(palette))
-    assert len(full) == 1 << bits, 'too many colours for the depth'
+def indexed(rows, palette, bits, compress=False, fill=True):
+    """The bytes of a picture of 1, 4 or 8 bits; the palette is filled up with black if asked."""
+    full = list(palette) + [(0, 0, 0)] * ((1 << bits) - len(palette) if fill else 0)
+    assert len(full) <= 1 << bits, 'too many colours for the depth'
     if compress:
         pixels = b''.join(bytes(_rle_row(row)) for row in reversed(rows))
         pixels = pixels[:-2] + b'\0\1'  # the last row ends the picture

@@ -1,15 +1,9 @@
 """Raised pills: the wide buttons with words and the small ones beside the title."""
 
-from . import layout, pixelfont
+from . import icons, layout, signs
 from .canvas import Canvas, spread, stack
 from .looks import BRIGHT, BUTTON_LOOKS, SLATE, TOGGLE_LOOKS
-from .shapes import rounded
-
-CROSS = ('##....##', '.##..##.', '..####..', '..####..', '.##..##.', '##....##')
-BAR = ('', '', '', '#######', '#######')
-LINES = ('########', '', '########', '', '########')
-PIN_LYING = ('...#...#', '...#####', '####.###', '...#####', '...#...#')
-PIN_UP = ('#####', '.###.', '.#.#.', '.###.', '#####', '..#..', '..#..')
+from .shapes import coverage_mask, rounded
 
 
 def pill(canvas, left, top, width, height, look):
@@ -42,21 +36,28 @@ def _on_ground(ground, inset, look):
     return canvas
 
 
+def _raised(canvas, write, look):
+    """What `write` puts down (rise, colour), with a shade below it as if it stood out."""
+    write(1, look.shade)
+    write(0, look.ink)
+
+
 def word_state(ground, word, look):
     """One image of a wide button."""
     canvas = _on_ground(ground, layout.WORD_INSET, look)
-    left = (canvas.width - pixelfont.measure(word)) // 2
-    pixelfont.write_raised(canvas, left, 4 + look.down, word, look.ink, look.shade)
+    left = (canvas.width - signs.measure(word, signs.CHUNKY)) // 2
+    _raised(canvas, lambda below, colour: signs.write(
+        canvas, left, 4 + look.down + below, word, colour, signs.CHUNKY), look)
     return canvas
 
 
 def icon_state(ground, icon, look):
     """One image of a small button beside the title."""
     canvas = _on_ground(ground, layout.ICON_INSET, look)
-    left = (canvas.width - max(len(row) for row in icon)) // 2
-    top = (canvas.height - len(icon)) // 2 + look.down
-    canvas.bits(left, top + 1, icon, look.shade)
-    canvas.bits(left, top, icon, look.ink)
+    left = (canvas.width - signs.width(icon.bits)) // 2
+    top = (canvas.height - len(icon.bits)) // 2 + look.down
+    _raised(canvas, lambda below, colour: signs.draw(
+        canvas, left, top + below, icon, colour), look)
     return canvas
 
 
@@ -66,21 +67,18 @@ def word_strip(ground, number):
 
 
 def icon_strip(ground, number):
-    if number in layout.TOGGLES:
-        icons = [PIN_LYING] * 3 + [PIN_UP] * 3
-        return stack([icon_state(ground, i, k) for i, k in zip(icons, TOGGLE_LOOKS)])
-    icon = {109: CROSS, 114: BAR, 119: LINES}[number]
-    return stack([icon_state(ground, icon, look) for look in BUTTON_LOOKS])
+    looks = TOGGLE_LOOKS if number in layout.TOGGLES else BUTTON_LOOKS
+    return stack([icon_state(ground, icon, look)
+                  for icon, look in zip(icons.OF_STATE[number], looks)])
 
 
-def panel_ground(width, height):
+def panel_ground(width, height, density):
     """What lies under a button on one of the flat panels."""
-    return Canvas(width, height, SLATE)
+    return Canvas(width, height, SLATE, density)
 
 
-def pill_mask(width, height, inset, glowing=False):
+def pill_mask(width, height, inset, glowing, density):
     """Rows of 0 and 1: wherever a state of the pill may touch its ground."""
     rest = rounded(inset, 0, width - 2 * inset, height - 1, (height - 1) / 2)
     shapes = [rest, rest.shift(0, 1)] + ([rest.grow(1)] if glowing else [])
-    return [[int(any(s.coverage(x, y) > 0.03 for s in shapes)) for x in range(width)]
-            for y in range(height)]
+    return coverage_mask(shapes, width, height, density)

@@ -40,3 +40,10 @@ WORDS = {190: 'Add', 195: 'Rem', 200: 'Misc', 370: 'Lists', 290: 'Efx', 210: 'In
 ICON_INSET, WORD_INSET = 2, 1  # how far the pills stay from the sides of their controls
 TOGGLES = (124, 205, 210, 290)
 EFFECT_SLIDERS = tuple((85, top, 190, 13) for top in range(10, 101, 15))
+
+DENSITIES = (1, 2, 4)  # stored pixels of a picture along each side of a unit
+
+
+def path(folder, number, density):
+    """Where the picture is kept: the plain one in the skin's folder, finer ones below it."""
+    return (folder if density == 1 else folder / f'{density}x') / f'{number}.bmp'

@@ -38,10 +38,11 @@ def adaptive(rows, size, pinned=()):
     free = sorted(c for c in counts if c not in pinned)
     groups = [[c] for c in free]
     if len(fixed) + len(free) > size:
-        groups = [free]
+        groups, weights = [free], [_weight(free, counts)]
         while len(groups) < size - len(fixed):
-            widest = max(range(len(groups)), key=lambda i: (_weight(groups[i], counts), -i))
-            groups[widest:widest + 1] = _split(groups[widest])
+            widest = weights.index(max(weights))
+            groups[widest:widest + 1] = halves = _split(groups[widest])
+            weights[widest:widest + 1] = [_weight(half, counts) for half in halves]
     palette, index = list(fixed), {c: i for i, c in enumerate(fixed)}
     for group in groups:
         for colour in group:

@@ -1,6 +1,8 @@
-"""Shapes as signed distances: negative inside, positive outside, in pixels."""
+"""Shapes as signed distances: negative inside, positive outside, in units."""
 
-from math import hypot
+from math import ceil, floor, hypot
+
+BLOCK = 8  # stored pixels of which a shape asks at once whether it covers all or none
 
 
 class Shape:
@@ -10,10 +12,32 @@ class Shape:
         self.distance = distance
         self.box = box  # left, top, right, bottom
 
-    def coverage(self, x, y):
-        """How much of the pixel whose corner is (x, y) lies inside, 0 to 1."""
-        d = 0.5 - self.distance(x + 0.5, y + 0.5)
+    def coverage(self, i, j, density):
+        """How much of the stored pixel (i, j) lies inside, 0 to 1."""
+        d = 0.5 - density * self.distance((i + 0.5) / density, (j + 0.5) / density)
         return 0.0 if d <= 0 else 1.0 if d >= 1 else d
+
+    def cells(self, width, height, density):
+        """The stored pixels (i, j, coverage) that the shape covers within width x height.
+
+        No distance grows faster than the way that one goes, so that the middle of a block tells
+        whether its pixels need to be asked one by one.
+        """
+        left, top, right, bottom = (density * edge for edge in self.box)
+        first, last = max(floor(left) - 1, 0), min(ceil(right) + 1, width)
+        lower = min(ceil(bottom) + 1, height)
+        half = BLOCK / 2
+        sure = 0.5 + half * 2 ** 0.5
+        for y in range(max(floor(top) - 1, 0), lower, BLOCK):
+            for x in range(first, last, BLOCK):
+                middle = density * self.distance((x + half) / density, (y + half) / density)
+                if middle > sure:
+                    continue
+                for j in range(y, min(y + BLOCK, lower)):
+                    for i in range(x, min(x + BLOCK, last)):
+                        cover = 1.0 if middle < -sure else self.coverage(i, j, density)
+                        if cover > 0:
+                            yield i, j, cover
 
     def grow(self, by):
         left, top, right, bottom = self.box
@@ -89,3 +113,9 @@ def melt(shapes, softness):
     left, top = (min(b[i] for b in boxes) - softness for i in (0, 1))
     right, bottom = (max(b[i] for b in boxes) + softness for i in (2, 3))
     return Shape(distance, (left, top, right, bottom))
+
+
+def coverage_mask(shapes, width, height, density, least=0.03):
+    """Rows of 1 where any of the shapes covers more than the least of a stored pixel, else 0."""
+    return [[int(any(s.coverage(i, j, density) > least for s in shapes))
+             for i in range(width * density)] for j in range(height * density)]

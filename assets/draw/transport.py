@@ -4,7 +4,7 @@ from math import hypot
 
 from .canvas import mix, stack
 from .looks import BUTTON_LOOKS
-from .shapes import box, circle, ellipse, polygon, rounded
+from .shapes import box, circle, coverage_mask, ellipse, polygon, rounded
 
 RADIUS = 9.6
 CENTRE = (10.5, 10.2)
@@ -28,7 +28,7 @@ ICONS = {
 def _shaded(look, cy):
     """A domed face: the gradient bent around a light in the upper left."""
     def colour(x, y):
-        dx, dy = (x + 0.5 - CENTRE[0]) / RADIUS, (y + 0.5 - cy) / RADIUS
+        dx, dy = (x - CENTRE[0]) / RADIUS, (y - cy) / RADIUS
         t = (dy + 0.25 * dx + 1) / 2
         position = min(max(t, 0.0), 0.999) * (len(look.face) - 1)
         i = int(position)
@@ -62,7 +62,6 @@ def strip(ground, number):
     return stack([state(ground, ICONS[number], look) for look in BUTTON_LOOKS])
 
 
-def mask(size):
-    shapes = [circle(CENTRE[0], CENTRE[1] + dy, RADIUS) for dy in (0, 0.8)]
-    return [[int(any(s.coverage(x, y) > 0.03 for s in shapes)) for x in range(size)]
-            for y in range(size)]
+def mask(size, density):
+    return coverage_mask([circle(CENTRE[0], CENTRE[1] + dy, RADIUS) for dy in (0, 0.8)],
+                         size, size, density)
