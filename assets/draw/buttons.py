@@ -2,31 +2,35 @@
 
 from . import icons, layout, signs
 from .canvas import Canvas, spread, stack
-from .looks import BRIGHT, BUTTON_LOOKS, SLATE, TOGGLE_LOOKS
+from .looks import BRIGHT, BUTTON_LOOKS, SLATE, TOGGLE_LOOKS, WHITE
 from .shapes import coverage_mask, rounded
+
+
+def _sheen(strength, top):
+    """White light on the upper half that has faded where the words begin."""
+    return lambda x, y: strength * max(1.0 - (y - top) / 4.5, 0.0)
 
 
 def pill(canvas, left, top, width, height, look):
     """A pill that stands out of the surface; the shadow takes one more row below."""
     top += look.down
-    radius = height / 2
-    body = rounded(left, top, width, height, radius)
+    body = rounded(left, top, width, height, height / 2)
     if look.glow:
         canvas.halo(body, BRIGHT, look.glow, 2.2)
     if not look.down:
-        canvas.paint(body.shift(0, 1), (10, 12, 34), 0.45)
+        canvas.paint(body.shift(0, 1).soft(), (10, 12, 34), 0.45)
     canvas.paint(body, look.rim)
     face = body.grow(-1)
     canvas.paint(face, spread(top + 1, height - 2, look.face))
     if look.gloss:
         half = rounded(left + 3, top + 1.5, width - 6, height / 2 - 1.5, height / 4)
-        canvas.paint(half.cut(face), (255, 255, 255), look.gloss)
-    edge = face.without(face.shift(0.35, 1.0))
+        canvas.paint(half.soft().cut(face), WHITE, _sheen(look.gloss, top))
+    edge = face.without(face.shift(0.35, 1.0).soft())
     canvas.paint(edge, (226, 229, 255), look.shine)
     if look.down:
         canvas.paint(edge, (8, 10, 36), 0.5)
     else:
-        canvas.paint(face.without(face.shift(-0.2, -1.0)), (0, 0, 50), 0.18)
+        canvas.paint(face.without(face.shift(-0.2, -1.0).soft()), (0, 0, 50), 0.18)
 
 
 def _on_ground(ground, inset, look):
@@ -38,26 +42,25 @@ def _on_ground(ground, inset, look):
 
 def _raised(canvas, write, look):
     """What `write` puts down (rise, colour), with a shade below it as if it stood out."""
-    write(1, look.shade)
+    write(1 if canvas.density == 1 else 0.5, look.shade)
     write(0, look.ink)
 
 
 def word_state(ground, word, look):
     """One image of a wide button."""
     canvas = _on_ground(ground, layout.WORD_INSET, look)
-    left = (canvas.width - signs.measure(word, signs.CHUNKY)) // 2
+    left, top = signs.centred(canvas, signs.measure(word, signs.CHUNKY), signs.CAPITAL)
     _raised(canvas, lambda below, colour: signs.write(
-        canvas, left, 4 + look.down + below, word, colour, signs.CHUNKY), look)
+        canvas, left, top + look.down + below, word, colour, signs.CHUNKY), look)
     return canvas
 
 
 def icon_state(ground, icon, look):
     """One image of a small button beside the title."""
     canvas = _on_ground(ground, layout.ICON_INSET, look)
-    left = (canvas.width - signs.width(icon.bits)) // 2
-    top = (canvas.height - len(icon.bits)) // 2 + look.down
+    left, top = signs.centred(canvas, signs.width(icon.bits), len(icon.bits))
     _raised(canvas, lambda below, colour: signs.draw(
-        canvas, left, top + below, icon, colour), look)
+        canvas, left, top + look.down + below, icon, colour), look)
     return canvas
 
 

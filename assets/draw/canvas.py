@@ -38,6 +38,9 @@ def spread(top, height, colours):
     return Ramp(*((top + height * i / last, c) for i, c in enumerate(colours)))
 
 
+UP, DOWN, LEFT, RIGHT = (0, -1), (0, 1), (-1, 0), (1, 0)
+
+
 class Canvas:
     def __init__(self, width, height, colour=(0, 0, 0), density=1):
         self.width, self.height, self.density = width, height, density
@@ -78,6 +81,13 @@ class Canvas:
             for i in range(max(round(left * d), 0),
                            min(round((left + width) * d), len(self.rows[0]))):
                 self._blend(i, j, colour, alpha)
+
+    def line(self, left, top, width, height, colour, alpha, towards):
+        """A line one unit thick, stronger at the side that it turns `towards`: (1, 0) is right."""
+        def strength(x, y):
+            off = (x - left - width / 2) * towards[0] + (y - top - height / 2) * towards[1]
+            return (alpha(x, y) if callable(alpha) else alpha) * (1 + 0.8 * off)
+        self.fill(left, top, width, height, colour, strength)
 
     def bits(self, left, top, pattern, colour, alpha=1.0):
         """Units filled where the pattern's rows hold '#'."""

@@ -15,27 +15,27 @@ NIGHT = (18, 20, 66)         # the dark edge of a well
 # bright line at the upper edge; glow: strength of the light around a latched control
 Look = namedtuple('Look', 'face rim gloss shine glow ink shade down')
 
-NORMAL = Look(face=((134, 141, 212), (100, 106, 184), (76, 82, 156), (68, 73, 144), (92, 98, 176)),
-              rim=(24, 27, 66), gloss=0.16, shine=0.75, glow=0.0,
-              ink=(232, 234, 255), shade=(34, 38, 96), down=0)
+NORMAL = Look(face=((134, 141, 212), (92, 98, 176), (76, 82, 156), (68, 73, 144), (92, 98, 176)),
+              rim=(24, 27, 66), gloss=0.30, shine=0.75, glow=0.0,
+              ink=(246, 247, 255), shade=(34, 38, 96), down=0)
 PRESSED = Look(face=((46, 50, 108), (54, 58, 122), (62, 66, 134), (68, 72, 144), (84, 88, 164)),
                rim=(14, 16, 46), gloss=0.0, shine=0.0, glow=0.0,
-               ink=(200, 202, 246), shade=(26, 29, 74), down=1)
-DISABLED = Look(face=((100, 110, 146), (86, 96, 131), (76, 86, 119), (72, 81, 114), (80, 90, 124)),
+               ink=(212, 214, 250), shade=(26, 29, 74), down=1)
+DISABLED = Look(face=((84, 93, 126), (70, 78, 108), (63, 70, 99), (60, 67, 95), (68, 76, 106)),
                 rim=(46, 54, 80), gloss=0.05, shine=0.25, glow=0.0,
-                ink=(132, 142, 178), shade=(60, 68, 96), down=0)
-LATCHED = Look(face=((156, 156, 252), (112, 112, 238), (92, 92, 222), (96, 96, 228),
-                     (164, 164, 255)),
-               rim=(30, 30, 120), gloss=0.18, shine=0.9, glow=0.75,
+                ink=(178, 186, 214), shade=(46, 53, 80), down=0)
+LATCHED = Look(face=((156, 156, 252), (98, 98, 228), (86, 86, 216), (86, 86, 216), (90, 90, 222),
+                     (150, 150, 255)),
+               rim=(30, 30, 120), gloss=0.30, shine=0.9, glow=0.75,
                ink=WHITE, shade=(40, 40, 150), down=0)
-LATCHED_PRESSED = Look(face=((66, 66, 170), (76, 76, 190), (84, 84, 204), (96, 96, 220),
-                             (138, 138, 244)),
+LATCHED_PRESSED = Look(face=((56, 56, 150), (64, 64, 170), (74, 74, 188), (84, 84, 206),
+                             (124, 124, 238)),
                        rim=(20, 20, 84), gloss=0.0, shine=0.0, glow=0.4,
-                       ink=(220, 220, 255), shade=(34, 34, 120), down=1)
-LATCHED_DISABLED = Look(face=((116, 122, 172), (100, 106, 160), (92, 98, 152), (92, 98, 152),
-                              (116, 122, 176)),
+                       ink=(236, 236, 255), shade=(34, 34, 120), down=1)
+LATCHED_DISABLED = Look(face=((106, 112, 160), (84, 90, 140), (76, 82, 132), (74, 80, 130),
+                              (98, 104, 156)),
                         rim=(50, 56, 96), gloss=0.05, shine=0.3, glow=0.15,
-                        ink=(170, 176, 214), shade=(70, 76, 122), down=0)
+                        ink=(204, 208, 236), shade=(58, 64, 108), down=0)
 
 BUTTON_LOOKS = (NORMAL, PRESSED, DISABLED)
 TOGGLE_LOOKS = BUTTON_LOOKS + (LATCHED, LATCHED_PRESSED, LATCHED_DISABLED)

@@ -4,6 +4,7 @@ from . import bmp, buttons, layout, quantise, sliders, small, transport, window
 from .looks import SLATE
 
 BLACK_AND_WHITE = ((0, 0, 0), (255, 255, 255))
+TOLERANCE = 3  # levels by which a channel may be off for the sake of a longer run
 PALETTES = {102: small.MENU_PALETTE, 220: sliders.PALETTE, 230: sliders.PALETTE,
             280: sliders.PALETTE}  # picked by hand, for the plain pictures
 ON_WINDOW = {**layout.CAPTION_BUTTONS, **layout.TRANSPORT, **layout.WORD_BUTTONS}
@@ -16,7 +17,7 @@ TRACKS = {220: (sliders.horizontal, 270), 230: (sliders.horizontal, 85),
 def window_picture(density):
     """The window's bytes, and the window as it looks once its palette is chosen."""
     canvas = window.draw(density)
-    palette, indices = quantise.adaptive(canvas.rounded(), 256, pinned=(SLATE,))
+    palette, indices = _adapted(canvas.rounded(), density)
     canvas.rows = [[palette[i] for i in row] for row in indices]
     return _stored(palette, indices, density > 1 or layout.PICTURES[100][3], density), canvas
 
@@ -59,6 +60,14 @@ def _mask(number, density):
     return buttons.pill_mask(width, height, inset, number in toggles, density)
 
 
+def _adapted(rows, density):
+    """Palette and indices; those of a fine picture such that it packs well."""
+    palette, indices = quantise.adaptive(rows, 256, pinned=(SLATE,))
+    if density > 1:
+        indices = quantise.longer_runs(rows, palette, indices, TOLERANCE, pinned=(SLATE,))
+    return palette, indices
+
+
 def _stored(palette, indices, compress, density):
     """Of 8 bits; a fine picture carries no more of the palette than it uses, and is packed."""
     if density == 1:
@@ -78,5 +87,5 @@ def picture(number, density, ground=None):
         return bmp.true_colour(rows)
     if density == 1 and number in PALETTES:
         return bmp.indexed(quantise.nearest(rows, PALETTES[number]), PALETTES[number], bits)
-    palette, indices = quantise.adaptive(rows, 256, pinned=(SLATE,))
+    palette, indices = _adapted(rows, density)
     return _stored(palette, indices, compress, density)

@@ -62,3 +62,21 @@ def nearest(rows, palette):
         return found[colour]
 
     return [[look(c) for c in row] for row in rows]
+
+
+def longer_runs(rows, palette, indices, tolerance, pinned=()):
+    """The indices with runs drawn out to the right, where no channel is off by more than asked.
+
+    Pinned colours are neither given up nor spread.
+    """
+    drawn = []
+    for colours, line in zip(rows, indices):
+        run, last = [], None
+        for colour, index in zip(colours, line):
+            if index != last and (last is None or colour in pinned or palette[last] in pinned
+                                  or any(abs(a - b) > tolerance
+                                         for a, b in zip(colour, palette[last]))):
+                last = index
+            run.append(last)
+        drawn.append(run)
+    return drawn

@@ -9,6 +9,7 @@ Face = namedtuple('Face', 'bits outlines gap')
 
 CHUNKY = Face(pixelfont.CHUNKY, letters.CHUNKY, 1)
 TINY = Face(pixelfont.TINY, letters.TINY, 2)
+CAPITAL = 7  # how high the capitals of the chunky face are
 
 
 def width(bits):
@@ -20,6 +21,12 @@ def draw(canvas, left, top, sign, colour, alpha=1.0):
         canvas.bits(left, top, sign.bits, colour, alpha)
     else:
         canvas.paint(sign.outline.shift(left, top), colour, alpha)
+
+
+def centred(canvas, wide, high):
+    """Left and top of a sign in the middle of a button, below which lies one unit of shadow."""
+    across, down = canvas.width - wide, canvas.height - high
+    return (across // 2, down // 2) if canvas.density == 1 else (across / 2, (down - 1) / 2)
 
 
 def measure(text, face):

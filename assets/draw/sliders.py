@@ -3,8 +3,8 @@
 from math import hypot
 
 from .canvas import Canvas, Ramp, mix, stack
-from .looks import SLATE
-from .shapes import circle, coverage_mask, ellipse
+from .looks import SLATE, WHITE
+from .shapes import circle, coverage_mask, ellipse, rounded
 
 # The slot from its dark upper edge down to the light that it catches below, then its upper
 # and lower corners.
@@ -19,9 +19,15 @@ def _half(length, colours, density):
     """A horizontal track 13 high: a slot five high with a light edge below it."""
     canvas = Canvas(length, 13, SLATE, density)
     left, width = 3, length - 6
+    ramp = Ramp(*((4.5 + i, colours[i]) for i in range(5)))
+    if density > 1:
+        slot = rounded(left, 4, width, 5, 2)
+        canvas.paint(slot.shift(0, 1), colours[5])
+        canvas.paint(slot, ramp)
+        return canvas
     canvas.fill(left + 1, 9, width - 2, 1, colours[5])
-    canvas.fill(left, 4, width, 5, Ramp(*((4.5 + i, colours[i]) for i in range(5))))
-    for x in (left, left + width - 1):
+    canvas.fill(left, 4, width, 5, ramp)
+    for x in (left, left + width - 1):  # dots in place of the round ends
         canvas.fill(x, 4, 1, 1, colours[6])
         canvas.fill(x, 8, 1, 1, colours[7])
     return canvas
@@ -64,7 +70,7 @@ def stick(density):
         canvas = Canvas(13, 13, SLATE, density)  # slot lies under it only between the ends
         canvas.paint(BALL, rim)
         canvas.paint(BALL.grow(-1), _ball(stops))
-        canvas.paint(ellipse(5.3, 4.3, 2.3, 1.6), (255, 255, 255), spark)
+        canvas.paint(ellipse(5.3, 4.3, 2.3, 1.6).soft(), WHITE, spark)
         images.append(canvas)
     return stack(images)
 

@@ -1,7 +1,7 @@
 """The window: frame, body, wells, the sockets of the transport buttons and the maker's mark."""
 
 from . import layout, signs
-from .canvas import Canvas, Ramp, mix
+from .canvas import DOWN, LEFT, RIGHT, UP, Canvas, Ramp, mix
 from .looks import INK, LIGHT, NIGHT, SLATE, WHITE
 from .shapes import circle, melt, rounded
 
@@ -24,36 +24,54 @@ def body(x, y):
 def _frame(canvas):
     """A dark outline with a light inner line at the top and left, a dark one opposite."""
     w, h = canvas.width, canvas.height
-    canvas.fill(1, 1, w - 2, 1, (206, 212, 255), 0.8)
-    canvas.fill(1, h - 2, w - 2, 1, INK, 0.5)
-    canvas.fill(1, 1, 1, h - 2, (190, 198, 250), lambda x, y: 0.6 - 0.35 * (y - 0.5) / h)
-    canvas.fill(w - 2, 1, 1, h - 2, INK, lambda x, y: 0.32 + 0.15 * (y - 0.5) / h)
+    canvas.line(1, 1, w - 2, 1, (206, 212, 255), 0.8, UP)
+    canvas.line(1, h - 2, w - 2, 1, INK, 0.5, DOWN)
+    canvas.line(1, 1, 1, h - 2, (190, 198, 250), lambda x, y: 0.6 - 0.35 * (y - 0.5) / h, LEFT)
+    canvas.line(w - 2, 1, 1, h - 2, INK, lambda x, y: 0.32 + 0.15 * (y - 0.5) / h, RIGHT)
     for edge in ((0, 0, w, 1), (0, h - 1, w, 1), (0, 0, 1, h), (w - 1, 0, 1, h)):
         canvas.fill(*edge, INK)
 
 
 def _shoulders(canvas):
     """The edges of the cap and of the deck, where they meet the rails beside the list."""
-    for row, colour, alpha in ((CAP, NIGHT, 0.4), (CAP + 1, WHITE, 0.10), (DECK - 1, NIGHT, 0.3),
-                               (DECK, WHITE, 0.3)):
-        canvas.fill(0, row, canvas.width, 1, colour, alpha)
+    for row, colour, alpha, towards in ((CAP, NIGHT, 0.4, DOWN), (CAP + 1, WHITE, 0.10, UP),
+                                        (DECK - 1, NIGHT, 0.3, DOWN), (DECK, WHITE, 0.3, UP)):
+        canvas.line(0, row, canvas.width, 1, colour, alpha, towards)
 
 
-def _ring(canvas, left, top, width, height, dark, light):
-    """One unit around the rectangle: (colour, alpha) at the top and left, and opposite."""
-    canvas.fill(left - 1, top - 1, width + 1, 1, *dark)
-    canvas.fill(left - 1, top, 1, height, *dark)
-    canvas.fill(left, top + height, width + 1, 1, *light)
-    canvas.fill(left + width, top, 1, height, *light)
-    for x, y in ((left - 1, top + height), (left + width, top - 1)):
-        canvas.fill(x, y, 1, 1, mix(dark[0], light[0], 0.5), (dark[1] + light[1]) / 2)
+def _ring(canvas, left, top, width, height, dark, light, fade):
+    """One unit around the rectangle: (colour, alpha) at the top and left, and opposite.
+
+    Where the two meet, their border runs through the corner. Each alpha loses `fade` of itself
+    from the middle of the ring outwards.
+    """
+    right, bottom = left + width, top + height
+
+    def opposite(x, y):
+        """0 where the ring is dark, 1 where it is light."""
+        across = max(left - x, x - right) if x < left or x > right else 0.0
+        down = max(top - y, y - bottom) if y < top or y > bottom else 0.0
+        facing = (across if x > right else -across) + (down if y > bottom else -down)
+        return min(max(0.5 + facing, 0.0), 1.0)
+
+    def alpha(x, y):
+        out = max(left - x, x - right, top - y, y - bottom) - 0.5
+        t = opposite(x, y)
+        return (dark[1] + (light[1] - dark[1]) * t) * (1 - fade * out)
+
+    def colour(x, y):
+        return mix(dark[0], light[0], opposite(x, y))
+
+    for side in ((left - 1, top - 1, width + 2, 1), (left - 1, bottom, width + 2, 1),
+                 (left - 1, top, 1, height), (right, top, 1, height)):
+        canvas.fill(*side, colour, alpha)
 
 
 def well(canvas, left, top, width, height, soft=True):
     """A flat sunken rectangle with a hard bevel around it, and a soft one around that."""
     if soft:
-        _ring(canvas, left - 1, top - 1, width + 2, height + 2, (NIGHT, 0.35), (WHITE, 0.10))
-    _ring(canvas, left, top, width, height, (NIGHT, 1.0), ((148, 158, 212), 0.8))
+        _ring(canvas, left - 1, top - 1, width + 2, height + 2, (NIGHT, 0.35), (WHITE, 0.10), 1.2)
+    _ring(canvas, left, top, width, height, (NIGHT, 1.0), ((148, 158, 212), 0.8), 0.4)
     canvas.fill(left, top, width, height, SLATE)
 
 
@@ -64,17 +82,17 @@ def _seats(canvas):
         for mask, left, top in group.values():
             width, height = layout.PICTURES[mask][:2]
             pill = rounded(left + inset, top, width - 2 * inset, height - 1, (height - 1) / 2)
-            canvas.paint(pill.shift(0, 1.2).grow(0.9), GLINT, 0.4)
-            canvas.paint(pill.grow(0.9), NIGHT, 0.34)
+            canvas.paint(pill.shift(0, 1.2).grow(0.9).soft(), GLINT, 0.4)
+            canvas.paint(pill.grow(0.9).soft(), NIGHT, 0.34)
 
 
 def _sockets(canvas):
     """The hollow in which the round buttons sit: five circles melted into one."""
     hollow = melt([circle(left + 10.5, top + 10.5, 11.0)
                    for _, left, top in layout.TRANSPORT.values()], 5.0)
-    canvas.paint(hollow.shift(0, 1).grow(0.3), GLINT, lambda x, y: 0.5 * (y - 244.5) / 25)
+    canvas.paint(hollow.shift(0, 1).grow(0.3).soft(), GLINT, lambda x, y: 0.5 * (y - 244.5) / 25)
     canvas.paint(hollow, NIGHT)
-    canvas.paint(hollow.shift(0.4, 1).grow(-0.6).cut(hollow),
+    canvas.paint(hollow.shift(0.4, 1).grow(-0.6).soft().cut(hollow),
                  Ramp((246, (30, 34, 66)), (268, (58, 67, 100))))
 
 
