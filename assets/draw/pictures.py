@@ -4,7 +4,10 @@ from . import bmp, buttons, layout, quantise, sliders, small, transport, window
 from .looks import SLATE
 
 BLACK_AND_WHITE = ((0, 0, 0), (255, 255, 255))
-TOLERANCE = 3  # levels by which a channel may be off for the sake of a longer run
+# Of fine pictures: how many colours, and by how many levels a channel may be off for the sake of a
+# longer run. Pills and tracks have no gradients that go across but the narrow ones at their edges.
+DOMED, UPRIGHT = (256, 2), (160, 4)
+NEAR = 2  # stored pixels
 PALETTES = {102: small.MENU_PALETTE, 220: sliders.PALETTE, 230: sliders.PALETTE,
             280: sliders.PALETTE}  # picked by hand, for the plain pictures
 ON_WINDOW = {**layout.CAPTION_BUTTONS, **layout.TRANSPORT, **layout.WORD_BUTTONS}
@@ -17,7 +20,7 @@ TRACKS = {220: (sliders.horizontal, 270), 230: (sliders.horizontal, 85),
 def window_picture(density):
     """The window's bytes, and the window as it looks once its palette is chosen."""
     canvas = window.draw(density)
-    palette, indices = _adapted(canvas.rounded(), density)
+    palette, indices = _adapted(canvas.rounded(), density, DOMED)
     canvas.rows = [[palette[i] for i in row] for row in indices]
     return _stored(palette, indices, density > 1 or layout.PICTURES[100][3], density), canvas
 
@@ -60,12 +63,30 @@ def _mask(number, density):
     return buttons.pill_mask(width, height, inset, number in toggles, density)
 
 
-def _adapted(rows, density):
+def _smoothed_outside(rows, mask):
+    """The rows of a strip with what its mask hides drawn out flat to the left and right.
+
+    Close to the mask all stays, for who averages the picture down.
+    """
+    reach = [[any(line[max(i - NEAR, 0):i + NEAR + 1]) for i in range(len(line))] for line in mask]
+    smooth = []
+    for j, row in enumerate(rows):
+        k = j % len(mask)
+        shown = [i for near in reach[max(k - NEAR, 0):k + NEAR + 1]
+                 for i, seen in enumerate(near) if seen]
+        first, last = (min(shown), max(shown)) if shown else (0, len(row) - 1)
+        smooth.append([row[first]] * first + row[first:last + 1]
+                      + [row[last]] * (len(row) - 1 - last))
+    return smooth
+
+
+def _adapted(rows, density, economy):
     """Palette and indices; those of a fine picture such that it packs well."""
-    palette, indices = quantise.adaptive(rows, 256, pinned=(SLATE,))
-    if density > 1:
-        indices = quantise.longer_runs(rows, palette, indices, TOLERANCE, pinned=(SLATE,))
-    return palette, indices
+    if density == 1:
+        return quantise.adaptive(rows, 256, (SLATE,))
+    colours, tolerance = economy
+    palette, indices = quantise.adaptive(rows, colours, (SLATE,), surfaces=0.5)
+    return palette, quantise.longer_runs(rows, palette, indices, tolerance, (SLATE,))
 
 
 def _stored(palette, indices, compress, density):
@@ -87,5 +108,9 @@ def picture(number, density, ground=None):
         return bmp.true_colour(rows)
     if density == 1 and number in PALETTES:
         return bmp.indexed(quantise.nearest(rows, PALETTES[number]), PALETTES[number], bits)
-    palette, indices = _adapted(rows, density)
+    mask = ON_WINDOW[number][0] if number in ON_WINDOW else {365: 366}.get(number)
+    if density > 1 and mask:
+        rows = _smoothed_outside(rows, _mask(mask, density))
+    domed = number in layout.TRANSPORT or number in SMALL
+    palette, indices = _adapted(rows, density, DOMED if domed else UPRIGHT)
     return _stored(palette, indices, compress, density)

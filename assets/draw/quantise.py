@@ -8,9 +8,9 @@ def _widest(group):
     return channel, spans[channel]
 
 
-def _weight(group, counts):
+def _weight(group, counts, surfaces):
     """How much the picture gains when the group is split: by its span and, less, its size."""
-    return _widest(group)[1] * sum(counts[c] for c in group) ** 0.25
+    return _widest(group)[1] * sum(counts[c] for c in group) ** surfaces
 
 
 def _middle(group, counts):
@@ -28,8 +28,11 @@ def _split(group):
     return [c for c in group if c[channel] <= cut], [c for c in group if c[channel] > cut]
 
 
-def adaptive(rows, size, pinned=()):
-    """Rows of colours as (palette, rows of indices); pinned colours stay exact."""
+def adaptive(rows, size, pinned=(), surfaces=0.25):
+    """Rows of colours as (palette, rows of indices); pinned colours stay exact.
+
+    The greater `surfaces`, the more go to what covers much of the picture, and the fewer to edges.
+    """
     counts = {}
     for row in rows:
         for colour in row:
@@ -38,11 +41,11 @@ def adaptive(rows, size, pinned=()):
     free = sorted(c for c in counts if c not in pinned)
     groups = [[c] for c in free]
     if len(fixed) + len(free) > size:
-        groups, weights = [free], [_weight(free, counts)]
+        groups, weights = [free], [_weight(free, counts, surfaces)]
         while len(groups) < size - len(fixed):
             widest = weights.index(max(weights))
             groups[widest:widest + 1] = halves = _split(groups[widest])
-            weights[widest:widest + 1] = [_weight(half, counts) for half in halves]
+            weights[widest:widest + 1] = [_weight(half, counts, surfaces) for half in halves]
     palette, index = list(fixed), {c: i for i, c in enumerate(fixed)}
     for group in groups:
         for colour in group:
