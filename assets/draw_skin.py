@@ -6,7 +6,7 @@ import sys
 from concurrent.futures import ProcessPoolExecutor
 from pathlib import Path
 
-from draw import check, layout, pictures, preview
+from draw import check, contrast, layout, pictures, preview
 
 FOLDER = Path(__file__).resolve().parent / 'funky_blue'
 
@@ -34,11 +34,14 @@ def main():
     parser.add_argument('--preview', metavar='OUT.png', help='compose previews of the pictures')
     parser.add_argument('--scale', type=int, default=1, help='size of a pixel in the previews')
     parser.add_argument('--check', action='store_true', help='compare the pictures with the table')
+    parser.add_argument('--contrast', action='store_true', help='tell how well texts stand out')
     options = parser.parse_args()
     if options.preview:
         preview.write(FOLDER, Path(options.preview), options.scale)
     elif options.check:
         return check.run(FOLDER)
+    elif options.contrast:
+        contrast.write(FOLDER.parent / 'skintable.txt')
     else:
         write()
     return 0

@@ -67,7 +67,8 @@ STICKS = (
 def stick(density):
     images = []
     for stops, rim, spark in STICKS:
-        canvas = Canvas(13, 13, SLATE, density)  # slot lies under it only between the ends
+        # Slot lies under it only between the ends; finer edges suit both grounds when they are dim.
+        canvas = Canvas(13, 13, SLATE if density == 1 else mix(SLATE, rim, 0.6), density)
         canvas.paint(BALL, rim)
         canvas.paint(BALL.grow(-1), _ball(stops))
         canvas.paint(ellipse(5.3, 4.3, 2.3, 1.6).soft(), WHITE, spark)

@@ -106,11 +106,13 @@ def music_icon(density):
     return canvas
 
 
+TIP_FACE = ((72, 78, 140), (44, 49, 102), (28, 31, 76))  # from top to bottom
+
+
 def _tip(width, density):
     """A whole tooltip of that width, from which the pieces are cut."""
     canvas = Canvas(width, 23, INK, density)
-    canvas.fill(1, 1, width - 2, 21, Ramp((1, (72, 78, 140)), (9, (44, 49, 102)),
-                                          (22, (28, 31, 76))))
+    canvas.fill(1, 1, width - 2, 21, Ramp(*zip((1, 9, 22), TIP_FACE)))
     canvas.line(1, 1, width - 2, 1, LIGHT, 0.75, UP)
     canvas.fill(1, 20, width - 2, 1, BRIGHT, 0.22)
     canvas.line(1, 21, width - 2, 1, (8, 8, 48), 0.6, DOWN)

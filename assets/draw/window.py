@@ -49,10 +49,11 @@ def _ring(canvas, left, top, width, height, dark, light, fade):
 
     def opposite(x, y):
         """0 where the ring is dark, 1 where it is light."""
-        across = max(left - x, x - right) if x < left or x > right else 0.0
-        down = max(top - y, y - bottom) if y < top or y > bottom else 0.0
-        facing = (across if x > right else -across) + (down if y > bottom else -down)
-        return min(max(0.5 + facing, 0.0), 1.0)
+        across, down = max(left - x, x - right), max(top - y, y - bottom)
+        if across > 0 and down > 0 and (x < left) != (y < top):
+            toward = down - across if x < left else across - down
+            return min(max(0.5 + 2 * toward, 0.0), 1.0)
+        return float(x > right or y > bottom)
 
     def alpha(x, y):
         out = max(left - x, x - right, top - y, y - bottom) - 0.5
