@@ -83,5 +83,5 @@ def panel_ground(width, height, density):
 def pill_mask(width, height, inset, glowing, density):
     """Rows of 0 and 1: wherever a state of the pill may touch its ground."""
     rest = rounded(inset, 0, width - 2 * inset, height - 1, (height - 1) / 2)
-    shapes = [rest, rest.shift(0, 1)] + ([rest.grow(1)] if glowing else [])
+    shapes = [rest, rest.shift(0, 1).soft()] + ([rest.grow(1)] if glowing else [])
     return coverage_mask(shapes, width, height, density)

@@ -10,7 +10,6 @@ DOMED, UPRIGHT = (256, 2), (160, 4)
 NEAR = 2  # stored pixels
 PALETTES = {102: small.MENU_PALETTE, 220: sliders.PALETTE, 230: sliders.PALETTE,
             280: sliders.PALETTE}  # picked by hand, for the plain pictures
-ON_WINDOW = {**layout.CAPTION_BUTTONS, **layout.TRANSPORT, **layout.WORD_BUTTONS}
 SMALL = {102: small.menu_tile, 103: small.drive_icon, 104: small.folder_icon,
          105: small.music_icon, 221: sliders.stick}
 TRACKS = {220: (sliders.horizontal, 270), 230: (sliders.horizontal, 85),
@@ -27,9 +26,9 @@ def window_picture(density):
 
 def ground_of(number, window_shown):
     """The very pixels of the window that a button of this strip lies on, or None."""
-    if number not in ON_WINDOW:
+    if number not in layout.ON_WINDOW:
         return None
-    mask, left, top = ON_WINDOW[number]
+    mask, left, top = layout.ON_WINDOW[number]
     return window_shown.crop(left, top, *layout.PICTURES[mask][:2])
 
 
@@ -108,7 +107,7 @@ def picture(number, density, ground=None):
         return bmp.true_colour(rows)
     if density == 1 and number in PALETTES:
         return bmp.indexed(quantise.nearest(rows, PALETTES[number]), PALETTES[number], bits)
-    mask = ON_WINDOW[number][0] if number in ON_WINDOW else {365: 366}.get(number)
+    mask = layout.ON_WINDOW[number][0] if number in layout.ON_WINDOW else {365: 366}.get(number)
     if density > 1 and mask:
         rows = _smoothed_outside(rows, _mask(mask, density))
     domed = number in layout.TRANSPORT or number in SMALL

@@ -74,8 +74,7 @@ def words(canvas, left, top, lengths, colour):
 def controls(canvas, album, state):
     """The window with all its controls in one state; LATCHED lights the toggles only."""
     blit(canvas, album[100], 0, 0)
-    groups = {**layout.CAPTION_BUTTONS, **layout.TRANSPORT, **layout.WORD_BUTTONS}
-    for number, (mask, left, top) in groups.items():
+    for number, (mask, left, top) in layout.ON_WINDOW.items():
         index = state if state != LATCHED or number in layout.TOGGLES else NORMAL
         image(canvas, album, number, mask, left, top, index)
     enabled = state != DISABLED

@@ -70,5 +70,5 @@ def strip(ground, number):
 
 
 def mask(size, density):
-    return coverage_mask([circle(CENTRE[0], CENTRE[1] + dy, RADIUS) for dy in (0, 0.8)],
-                         size, size, density)
+    body = circle(*CENTRE, RADIUS)
+    return coverage_mask([body, body.shift(0, 0.8).soft()], size, size, density)
