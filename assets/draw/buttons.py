@@ -2,7 +2,8 @@
 
 from . import icons, layout, signs
 from .canvas import Canvas, spread, stack
-from .looks import BRIGHT, BUTTON_LOOKS, SLATE, TOGGLE_LOOKS, WHITE
+from .looks import (BRIGHT, BUTTON_LOOKS, PILL_FOOT, PILL_LIT, PILL_SHADOW, PILL_SUNK, SLATE,
+                    TOGGLE_LOOKS, WHITE)
 from .shapes import coverage_mask, rounded
 
 
@@ -18,7 +19,7 @@ def pill(canvas, left, top, width, height, look):
     if look.glow:
         canvas.halo(body, BRIGHT, look.glow, 2.2)
     if not look.down:
-        canvas.paint(body.shift(0, 1).soft(), (10, 12, 34), 0.45)
+        canvas.paint(body.shift(0, 1).soft(), PILL_SHADOW, 0.45)
     canvas.paint(body, look.rim)
     face = body.grow(-1)
     canvas.paint(face, spread(top + 1, height - 2, look.face))
@@ -26,11 +27,11 @@ def pill(canvas, left, top, width, height, look):
         half = rounded(left + 3, top + 1.5, width - 6, height / 2 - 1.5, height / 4)
         canvas.paint(half.soft().cut(face), WHITE, _sheen(look.gloss, top))
     edge = face.without(face.shift(0.35, 1.0).soft())
-    canvas.paint(edge, (226, 229, 255), look.shine)
+    canvas.paint(edge, PILL_LIT, look.shine)
     if look.down:
-        canvas.paint(edge, (8, 10, 36), 0.5)
+        canvas.paint(edge, PILL_SUNK, 0.5)
     else:
-        canvas.paint(face.without(face.shift(-0.2, -1.0).soft()), (0, 0, 50), 0.18)
+        canvas.paint(face.without(face.shift(-0.2, -1.0).soft()), PILL_FOOT, 0.18)
 
 
 def _on_ground(ground, inset, look):

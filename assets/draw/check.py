@@ -85,25 +85,25 @@ def _edge_faults(strip, mask, window, left, top, density):
 
 
 def _faults(folder, density, plain, read):
-    for number in layout.PICTURES:
+    """(number, fault) of every picture of the density; those of the right format come into read."""
+    for number, (_, _, bits, _) in layout.PICTURES.items():
         try:
-            read[number] = Picture(layout.path(folder, number, density).read_bytes())
+            picture = Picture(layout.path(folder, number, density).read_bytes())
+            wrong = list(_format_faults(number, picture, density))
         except (OSError, ValueError) as error:
-            yield number, str(error)
-            continue
-        picture = read[number]
-        wrong = list(_format_faults(number, picture, density))
-        if number == 100:
-            wrong += _flat_faults(picture, density)
-        if number == 102:
-            wrong += _seam_faults(picture)
-        if density > 1 and not wrong and number in plain:
-            of_mask = layout.PICTURES[number][2] == 1
-            wrong += (_mask_faults(picture, plain[number], density) if of_mask else
-                      _mean_faults(number, picture, plain[number], density))
+            wrong = [str(error)]
+        if not wrong:
+            read[number] = picture
+            if number == 100:
+                wrong += _flat_faults(picture, density)
+            if number == 102:
+                wrong += _seam_faults(picture)
+            if density > 1 and number in plain:
+                wrong += (_mask_faults(picture, plain[number], density) if bits == 1 else
+                          _mean_faults(number, picture, plain[number], density))
         yield from ((number, fault) for fault in wrong)
     for number, (mask, left, top) in layout.ON_WINDOW.items():
-        if density > 1 and all(n in read for n in (number, mask, 100)):
+        if density > 1 and read.keys() >= {number, mask, 100}:
             for fault in _edge_faults(read[number], read[mask], read[100], left, top, density):
                 yield number, fault
 

@@ -3,7 +3,7 @@
 from . import layout, signs, small
 from .buttons import panel_ground, pill
 from .canvas import mix
-from .looks import TOGGLE_LOOKS
+from .looks import TIP, TOGGLE_LOOKS
 
 ENOUGH = 4.5
 STATES = ('normal', 'pressed', 'disabled', 'latched', 'latched and pressed',
@@ -51,7 +51,7 @@ def _from_the_table(c):
     menu = small.MENU_PALETTE
     pairs = (
         ('title', c[134], c[133]), ('information', c[275], c[274]), ('list', c[153], c[147]),
-        ('tooltip, at its top', c[107], small.TIP_FACE[0]),
+        ('tooltip, at its top', c[107], TIP[0]),
         ('selected row, left, pulse high', c[152], c[149]),
         ('selected row, middle, pulse high', c[152], mix(c[149], c[150], 0.5)),
         ('selected row, right, pulse high', c[152], c[150]),

@@ -11,6 +11,42 @@ DEEP = (0, 0, 128)           # shade
 INK = (14, 16, 44)           # outlines
 NIGHT = (18, 20, 66)         # the dark edge of a well
 
+# The window
+BODY = ((44, 52, 84), (134, 148, 208))              # at its darkest and at its lightest
+GLINT = (166, 176, 226)                             # what an edge turned to the light throws back
+FRAME_TOP, FRAME_LEFT = (206, 212, 255), (190, 198, 250)
+WELL_EDGE = (148, 158, 212)                         # of a well, at the right and below
+SOCKET = ((30, 34, 66), (58, 67, 100))              # the hollow of the round buttons, top to bottom
+ENGRAVED = (22, 25, 58)                             # the lines beside the maker's mark
+
+# Round and oval buttons: the shadow below, light and shadow at the upper edge, shadow at the lower
+PILL_SHADOW, PILL_LIT, PILL_SUNK, PILL_FOOT = (10, 12, 34), (226, 229, 255), (8, 10, 36), (0, 0, 50)
+DOME_SHADOW, DOME_LIT, DOME_SUNK = (6, 8, 26), (230, 232, 255), (6, 8, 30)
+
+# Tracks: the slot from its dark upper edge down to the light that it catches below, then its upper
+# and lower corners where those are dots.
+IN_USE = ((14, 16, 56), (8, 9, 74), (12, 13, 98), (24, 25, 126), (50, 51, 164), (112, 122, 172),
+          (46, 53, 86), (62, 69, 122))
+OUT_OF_USE = ((43, 51, 79), (49, 57, 85), (53, 61, 89), (55, 64, 92), (56, 65, 94), (78, 89, 122),
+              (53, 62, 90), SLATE)
+# The stick: from the lit side to the far one, its rim, the strength of the spark on it
+STICKS = (
+    (((222, 224, 255), (150, 152, 246), (98, 100, 220), (52, 54, 158)), (16, 18, 58), 0.95),
+    (((150, 152, 240), (112, 114, 226), (76, 78, 190), (44, 46, 140)), (10, 12, 46), 0.35),
+    (((128, 138, 172), (104, 114, 148), (86, 96, 130), (70, 80, 112)), (44, 52, 80), 0.2),
+)
+
+# The menu's silk, darkest and lightest; the tooltip from top to bottom, its shaded edges
+SILK = ((14, 14, 60), (50, 57, 100))
+TIP, TIP_SHADE = ((72, 78, 140), (44, 49, 102), (28, 31, 76)), (8, 8, 48)
+
+# Icons: faces from top to bottom, then what is on them
+DRIVE_LID, DRIVE_FRONT = ((206, 210, 255), (140, 146, 216)), ((150, 156, 224), (84, 90, 160))
+DRIVE_GLEAM, DRIVE_SLIT = (196, 200, 255), (40, 44, 100)
+FOLDER_TAB, FOLDER_GLEAM = (150, 152, 236), (224, 226, 255)
+FOLDER_BACK, FOLDER_FRONT = ((120, 122, 216), (84, 86, 180)), ((184, 186, 255), (118, 120, 226))
+PAPER, PAPER_FOLD, NOTE_INK = (WHITE, (186, 190, 244)), (150, 154, 226), (70, 70, 206)
+
 # face: colours from top to bottom; gloss and shine: strength of the upper sheen and of the
 # bright line at the upper edge; glow: strength of the light around a latched control
 Look = namedtuple('Look', 'face rim gloss shine glow ink shade down')

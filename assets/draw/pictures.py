@@ -1,13 +1,9 @@
 """All pictures of the skin: which module draws each, what it lies on, and how it is stored."""
 
-from . import bmp, buttons, layout, quantise, sliders, small, transport, window
-from .looks import SLATE
+from . import bmp, buttons, layout, quantise, sliders, small, storing, transport, window
+from .storing import DOMED, UPRIGHT
 
 BLACK_AND_WHITE = ((0, 0, 0), (255, 255, 255))
-# Of fine pictures: how many colours, and by how many levels a channel may be off for the sake of a
-# longer run. Pills and tracks have no gradients that go across but the narrow ones at their edges.
-DOMED, UPRIGHT = (256, 2), (160, 4)
-NEAR = 2  # stored pixels
 PALETTES = {102: small.MENU_PALETTE, 220: sliders.PALETTE, 230: sliders.PALETTE,
             280: sliders.PALETTE}  # picked by hand, for the plain pictures
 SMALL = {102: small.menu_tile, 103: small.drive_icon, 104: small.folder_icon,
@@ -19,9 +15,9 @@ TRACKS = {220: (sliders.horizontal, 270), 230: (sliders.horizontal, 85),
 def window_picture(density):
     """The window's bytes, and the window as it looks once its palette is chosen."""
     canvas = window.draw(density)
-    palette, indices = _adapted(canvas.rounded(), density, DOMED)
+    palette, indices = storing.adapted(canvas.rounded(), density, DOMED)
     canvas.rows = [[palette[i] for i in row] for row in indices]
-    return _stored(palette, indices, density > 1 or layout.PICTURES[100][3], density), canvas
+    return storing.stored(palette, indices, density > 1 or layout.PICTURES[100][3], density), canvas
 
 
 def ground_of(number, window_shown):
@@ -62,41 +58,6 @@ def _mask(number, density):
     return buttons.pill_mask(width, height, inset, number in toggles, density)
 
 
-def _smoothed_outside(rows, mask):
-    """The rows of a strip with what its mask hides drawn out flat to the left and right.
-
-    Close to the mask all stays, for who averages the picture down.
-    """
-    reach = [[any(line[max(i - NEAR, 0):i + NEAR + 1]) for i in range(len(line))] for line in mask]
-    smooth = []
-    for j, row in enumerate(rows):
-        k = j % len(mask)
-        shown = [i for near in reach[max(k - NEAR, 0):k + NEAR + 1]
-                 for i, seen in enumerate(near) if seen]
-        first, last = (min(shown), max(shown)) if shown else (0, len(row) - 1)
-        smooth.append([row[first]] * first + row[first:last + 1]
-                      + [row[last]] * (len(row) - 1 - last))
-    return smooth
-
-
-def _adapted(rows, density, economy):
-    """Palette and indices; those of a fine picture such that it packs well."""
-    if density == 1:
-        return quantise.adaptive(rows, 256, (SLATE,))
-    colours, tolerance = economy
-    palette, indices = quantise.adaptive(rows, colours, (SLATE,), surfaces=0.5)
-    return palette, quantise.longer_runs(rows, palette, indices, tolerance, (SLATE,))
-
-
-def _stored(palette, indices, compress, density):
-    """Of 8 bits; a fine picture carries no more of the palette than it uses, and is packed."""
-    if density == 1:
-        return bmp.indexed(indices, palette, 8, compress)
-    bits = 4 if len(palette) <= 16 else 8
-    return min(bmp.indexed(indices, palette, 8, compress=True, fill=False),
-               bmp.indexed(indices, palette, bits, fill=False), key=len)
-
-
 def picture(number, density, ground=None):
     """The bytes of any picture but the window's."""
     bits, compress = layout.PICTURES[number][2:]
@@ -109,7 +70,7 @@ def picture(number, density, ground=None):
         return bmp.indexed(quantise.nearest(rows, PALETTES[number]), PALETTES[number], bits)
     mask = layout.ON_WINDOW[number][0] if number in layout.ON_WINDOW else {365: 366}.get(number)
     if density > 1 and mask:
-        rows = _smoothed_outside(rows, _mask(mask, density))
+        rows = storing.smoothed_outside(rows, _mask(mask, density))
     domed = number in layout.TRANSPORT or number in SMALL
-    palette, indices = _adapted(rows, density, DOMED if domed else UPRIGHT)
-    return _stored(palette, indices, compress, density)
+    palette, indices = storing.adapted(rows, density, DOMED if domed else UPRIGHT)
+    return storing.stored(palette, indices, compress, density)

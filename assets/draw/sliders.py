@@ -3,15 +3,9 @@
 from math import hypot
 
 from .canvas import Canvas, Ramp, mix, stack
-from .looks import SLATE, WHITE
+from .looks import IN_USE, OUT_OF_USE, SLATE, STICKS, WHITE
 from .shapes import circle, coverage_mask, ellipse, rounded
 
-# The slot from its dark upper edge down to the light that it catches below, then its upper
-# and lower corners.
-IN_USE = ((14, 16, 56), (8, 9, 74), (12, 13, 98), (24, 25, 126), (50, 51, 164), (112, 122, 172),
-          (46, 53, 86), (62, 69, 122))
-OUT_OF_USE = ((43, 51, 79), (49, 57, 85), (53, 61, 89), (55, 64, 92), (56, 65, 94), (78, 89, 122),
-              (53, 62, 90), SLATE)
 PALETTE = IN_USE + OUT_OF_USE  # sixteen
 
 
@@ -57,11 +51,6 @@ def _ball(stops):
 
 
 BALL = circle(6.5, 6.5, 6.3)
-STICKS = (
-    (((222, 224, 255), (150, 152, 246), (98, 100, 220), (52, 54, 158)), (16, 18, 58), 0.95),
-    (((150, 152, 240), (112, 114, 226), (76, 78, 190), (44, 46, 140)), (10, 12, 46), 0.35),
-    (((128, 138, 172), (104, 114, 148), (86, 96, 130), (70, 80, 112)), (44, 52, 80), 0.2),
-)
 
 
 def stick(density):

@@ -3,12 +3,14 @@
 from math import cos, pi, sin
 
 from .canvas import DOWN, LEFT, RIGHT, UP, Canvas, Ramp, mix
-from .looks import BRIGHT, INK, LIGHT, SLATE, WHITE
+from .looks import (BRIGHT, DRIVE_FRONT, DRIVE_GLEAM, DRIVE_LID, DRIVE_SLIT, FOLDER_BACK,
+                    FOLDER_FRONT, FOLDER_GLEAM, FOLDER_TAB, INK, LIGHT, NOTE_INK, PAPER,
+                    PAPER_FOLD, SILK, SLATE, TIP, TIP_SHADE, WHITE)
 from .outline import Outline, hull
 from .shapes import box, polygon, rounded
 from .signs import Sign, draw
 
-MENU_PALETTE = tuple(tuple(round(c) for c in mix((14, 14, 60), (50, 57, 100), i / 15))
+MENU_PALETTE = tuple(tuple(round(c) for c in mix(*SILK, i / 15))
                      for i in range(16))
 
 
@@ -43,11 +45,11 @@ def drive_icon(density):
     canvas.paint(box(3, 14, 11, 1).soft(), INK, 0.35)
     canvas.paint(polygon([(4, 3), (12, 3), (15, 9), (1, 9)], soft), INK)
     canvas.paint(polygon([(4.6, 4), (11.4, 4), (13.6, 8.6), (2.4, 8.6)], soft / 2),
-                 Ramp((4, (206, 210, 255)), (9, (140, 146, 216))))
+                 Ramp(*zip((4, 9), DRIVE_LID)))
     canvas.paint(rounded(1, 8, 14, 6, 1.2), INK)
-    canvas.paint(rounded(2, 9, 12, 4, 0.6), Ramp((9, (150, 156, 224)), (13, (84, 90, 160))))
-    _gleam(canvas, 2 + soft / 2, 9, 12 - soft, (196, 200, 255))
-    canvas.paint(rounded(4, 11, 5, 1, soft / 2), (40, 44, 100))
+    canvas.paint(rounded(2, 9, 12, 4, 0.6), Ramp(*zip((9, 13), DRIVE_FRONT)))
+    _gleam(canvas, 2 + soft / 2, 9, 12 - soft, DRIVE_GLEAM)
+    canvas.paint(rounded(4, 11, 5, 1, soft / 2), DRIVE_SLIT)
     canvas.paint(rounded(11, 11, 2, 1, soft / 2), WHITE)
     return canvas
 
@@ -57,10 +59,10 @@ def folder_icon(density):
     canvas.paint(box(2, 14, 13, 1).soft(), INK, 0.35)
     canvas.paint(rounded(1, 2, 7, 5, 1.2), INK)
     canvas.paint(rounded(1, 4, 14, 10, 1.2), INK)
-    canvas.paint(rounded(2, 3, 5, 4, 0.6), (150, 152, 236))
-    canvas.paint(rounded(2, 5, 12, 8, soft / 2), Ramp((5, (120, 122, 216)), (13, (84, 86, 180))))
-    canvas.paint(rounded(2, 7, 12, 6, soft / 2), Ramp((7, (184, 186, 255)), (13, (118, 120, 226))))
-    _gleam(canvas, 2 + soft / 2, 7, 12 - soft, (224, 226, 255))
+    canvas.paint(rounded(2, 3, 5, 4, 0.6), FOLDER_TAB)
+    canvas.paint(rounded(2, 5, 12, 8, soft / 2), Ramp(*zip((5, 13), FOLDER_BACK)))
+    canvas.paint(rounded(2, 7, 12, 6, soft / 2), Ramp(*zip((7, 13), FOLDER_FRONT)))
+    _gleam(canvas, 2 + soft / 2, 7, 12 - soft, FOLDER_GLEAM)
     return canvas
 
 
@@ -80,44 +82,40 @@ NOTE = Sign(('..######', '..######', '..#....#', '..#....#', '..#....#', '.##...
 
 def _sheet_of_dots(canvas):
     canvas.fill(2, 1, 12, 14, INK)
-    canvas.fill(3, 2, 10, 12, PAPER)
+    canvas.fill(3, 2, 10, 12, SHEET)
     for row, line in enumerate(('#..', '.#.', '..#')):  # the corner that is folded over
         canvas.bits(11, 1 + row, (line,), INK)
     canvas.bits(12, 1, ('##', '.#'), SLATE)
-    canvas.bits(11, 2, ('#', '##'), FOLD)
+    canvas.bits(11, 2, ('#', '##'), PAPER_FOLD)
 
 
 def _sheet(canvas):
     canvas.paint(polygon([(2, 1), (11, 1), (14, 4), (14, 15), (2, 15)], 0.8), INK)
-    canvas.paint(polygon([(3, 2), (10.6, 2), (13, 4.4), (13, 14), (3, 14)], 0.4), PAPER)
+    canvas.paint(polygon([(3, 2), (10.6, 2), (13, 4.4), (13, 14), (3, 14)], 0.4), SHEET)
     canvas.paint(polygon([(10, 1.4), (13.6, 5), (10, 5)], 0.4), INK)
-    canvas.paint(polygon([(10.8, 2.4), (12.6, 4.2), (10.8, 4.2)], 0.3), FOLD)
+    canvas.paint(polygon([(10.8, 2.4), (12.6, 4.2), (10.8, 4.2)], 0.3), PAPER_FOLD)
 
 
-PAPER = Ramp((2, WHITE), (14, (186, 190, 244)))
-FOLD = (150, 154, 226)
+SHEET = Ramp(*zip((2, 14), PAPER))
 
 
 def music_icon(density):
     canvas, _ = _icon(density)
     canvas.paint(box(3, 15, 12, 1).soft(), INK, 0.35)
     (_sheet_of_dots if density == 1 else _sheet)(canvas)
-    draw(canvas, 4, 4, NOTE, (70, 70, 206))
+    draw(canvas, 4, 4, NOTE, NOTE_INK)
     return canvas
-
-
-TIP_FACE = ((72, 78, 140), (44, 49, 102), (28, 31, 76))  # from top to bottom
 
 
 def _tip(width, density):
     """A whole tooltip of that width, from which the pieces are cut."""
     canvas = Canvas(width, 23, INK, density)
-    canvas.fill(1, 1, width - 2, 21, Ramp(*zip((1, 9, 22), TIP_FACE)))
+    canvas.fill(1, 1, width - 2, 21, Ramp(*zip((1, 9, 22), TIP)))
     canvas.line(1, 1, width - 2, 1, LIGHT, 0.75, UP)
     canvas.fill(1, 20, width - 2, 1, BRIGHT, 0.22)
-    canvas.line(1, 21, width - 2, 1, (8, 8, 48), 0.6, DOWN)
+    canvas.line(1, 21, width - 2, 1, TIP_SHADE, 0.6, DOWN)
     canvas.line(1, 1, 1, 21, LIGHT, lambda x, y: 0.55 - 0.02 * (y - 0.5), LEFT)
-    canvas.line(width - 2, 1, 1, 21, (8, 8, 48), 0.5, RIGHT)
+    canvas.line(width - 2, 1, 1, 21, TIP_SHADE, 0.5, RIGHT)
     return canvas
 
 

@@ -2,7 +2,8 @@
 
 from . import layout, signs
 from .canvas import DOWN, LEFT, RIGHT, UP, Canvas, Ramp, mix
-from .looks import INK, LIGHT, NIGHT, SLATE, WHITE
+from .looks import (BODY, ENGRAVED, FRAME_LEFT, FRAME_TOP, GLINT, INK, LIGHT, NIGHT, SLATE, SOCKET,
+                    WELL_EDGE, WHITE)
 from .shapes import circle, melt, rounded
 
 # How light the body is from top to bottom, in percent of the way from its darkest to its
@@ -11,22 +12,20 @@ CAP, DECK = 26, 208
 LIGHTNESS = Ramp((0, (92,) * 3), (6, (66,) * 3), (CAP, (36,) * 3), (CAP + 1, (46,) * 3),
                  (DECK - 1, (26,) * 3), (DECK, (64,) * 3), (228, (46,) * 3), (246, (33,) * 3),
                  (277, (6,) * 3))
-GLINT = (166, 176, 226)  # what an edge turned towards the light throws back
-DARKEST, LIGHTEST = (44, 52, 84), (134, 148, 208)
 
 
 def body(x, y):
     """Lit from the upper left: darker downwards and, a little, to the right."""
     light = LIGHTNESS.at(y)[0] + 7 - 12 * (x - 0.5) / layout.WINDOW[0]
-    return mix(DARKEST, LIGHTEST, round(light) / 100)  # whole steps save palette entries
+    return mix(*BODY, round(light) / 100)  # whole steps save palette entries
 
 
 def _frame(canvas):
     """A dark outline with a light inner line at the top and left, a dark one opposite."""
     w, h = canvas.width, canvas.height
-    canvas.line(1, 1, w - 2, 1, (206, 212, 255), 0.8, UP)
+    canvas.line(1, 1, w - 2, 1, FRAME_TOP, 0.8, UP)
     canvas.line(1, h - 2, w - 2, 1, INK, 0.5, DOWN)
-    canvas.line(1, 1, 1, h - 2, (190, 198, 250), lambda x, y: 0.6 - 0.35 * (y - 0.5) / h, LEFT)
+    canvas.line(1, 1, 1, h - 2, FRAME_LEFT, lambda x, y: 0.6 - 0.35 * (y - 0.5) / h, LEFT)
     canvas.line(w - 2, 1, 1, h - 2, INK, lambda x, y: 0.32 + 0.15 * (y - 0.5) / h, RIGHT)
     for edge in ((0, 0, w, 1), (0, h - 1, w, 1), (0, 0, 1, h), (w - 1, 0, 1, h)):
         canvas.fill(*edge, INK)
@@ -72,7 +71,7 @@ def well(canvas, left, top, width, height, soft=True):
     """A flat sunken rectangle with a hard bevel around it, and a soft one around that."""
     if soft:
         _ring(canvas, left - 1, top - 1, width + 2, height + 2, (NIGHT, 0.35), (WHITE, 0.10), 1.2)
-    _ring(canvas, left, top, width, height, (NIGHT, 1.0), ((148, 158, 212), 0.8), 0.4)
+    _ring(canvas, left, top, width, height, (NIGHT, 1.0), (WELL_EDGE, 0.8), 0.4)
     canvas.fill(left, top, width, height, SLATE)
 
 
@@ -94,7 +93,7 @@ def _sockets(canvas):
     canvas.paint(hollow.shift(0, 1).grow(0.3).soft(), GLINT, lambda x, y: 0.5 * (y - 244.5) / 25)
     canvas.paint(hollow, NIGHT)
     canvas.paint(hollow.shift(0.4, 1).grow(-0.6).soft().cut(hollow),
-                 Ramp((246, (30, 34, 66)), (268, (58, 67, 100))))
+                 Ramp(*zip((246, 268), SOCKET)))
 
 
 def _mark(canvas):
@@ -104,7 +103,7 @@ def _mark(canvas):
     signs.write(canvas, left, top + 1, text, NIGHT, signs.TINY, 0.75)
     signs.write(canvas, left, top, text, LIGHT, signs.TINY, 0.62)
     for row in (top, top + 2, top + 4):
-        for below, colour, alpha in ((0, (22, 25, 58), 0.8), (1, GLINT, 0.22)):
+        for below, colour, alpha in ((0, ENGRAVED, 0.8), (1, GLINT, 0.22)):
             canvas.fill(128, row + below, left - 133, 1, colour,
                         lambda x, y, alpha=alpha: alpha * min(1.0, (x - 127.5) / 70))
 
