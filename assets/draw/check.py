@@ -1,6 +1,6 @@
 """Compares the written pictures with the table of their sizes, and the fine ones with the plain."""
 
-from . import layout
+from . import contrast, layout
 from .bmp import Picture
 from .looks import SLATE
 
@@ -8,6 +8,7 @@ from .looks import SLATE
 # of all pixels. Signs are other shapes where there is room for curves, all else is the same.
 OFF, OFF_WITH_SIGNS = 3, 20
 WITHOUT_SIGNS = (100, 102, 103, 104, 106, 107, 108, 220, 230, 280)
+FINE_BYTES = 560_000  # what all fine pictures together may take in the program
 STEP = 16  # between a button and the window where its mask ends, in levels
 
 
@@ -118,6 +119,13 @@ def run(folder):
         wanted |= {layout.path(folder, number, density) for number in layout.PICTURES}
     there = {path for path in folder.rglob('*') if path.is_file()}
     faults += [f'{path}: not in the table' for path in sorted(there - wanted)]
-    sizes = sum(path.stat().st_size for path in there)
-    print('\n'.join(faults or [f'{len(wanted)} pictures, {sizes} bytes, all right']))
+    sizes = {density: sum(path.stat().st_size for path in there
+                          if path.parent == layout.path(folder, 0, density).parent)
+             for density in layout.DENSITIES}
+    fine = sum(sizes.values()) - sizes[1]
+    if fine > FINE_BYTES:
+        faults.append(f'{fine} bytes of fine pictures, more than {FINE_BYTES}')
+    faults += contrast.faults()
+    told = ', '.join(f'{size} bytes at {density}' for density, size in sizes.items())
+    print('\n'.join(faults or [f'{len(wanted)} pictures, all right: {told}']))
     return 1 if faults else 0

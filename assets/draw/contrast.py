@@ -68,6 +68,11 @@ def _from_the_table(c):
         yield name, contrast(text, ground)
 
 
+def faults():
+    """The states in which words on buttons do not stand out, which is up to the looks alone."""
+    return [f'{name}: only {value:.2f} to 1' for name, value in _on_buttons() if value < ENOUGH]
+
+
 def write(table):
     """Prints the table; the weak ones are marked."""
     for name, value in [*_on_buttons(), *_from_the_table(_table(table))]:
