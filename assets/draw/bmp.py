@@ -26,26 +26,37 @@ def _runs(row):
     return runs
 
 
-def _literal(pixels):
-    """Unlike pixels; three and more go as one literal, fewer as runs of one."""
-    out = bytearray()
-    while len(pixels) >= 3:
-        part, pixels = pixels[:255], pixels[255:]
-        out += bytes((0, len(part))) + bytes(part) + bytes(len(part) % 2)
-    for index in pixels:
-        out += bytes((1, index))
-    return out
+LONG = 6  # a run of so many pixels is never worth putting among unlike ones
+
+
+def _literals(runs, start):
+    """Where a literal that begins with this run may end, and its length in bytes."""
+    pixels = 0
+    for end in range(start, len(runs)):
+        pixels += runs[end][1]
+        if runs[end][1] >= LONG or pixels > 255:
+            return
+        if pixels >= 3:
+            yield end + 1, 2 + pixels + pixels % 2
 
 
 def _rle_row(row):
-    out, waiting = bytearray(), []
-    for index, count in _runs(row):
-        if count < 3:
-            waiting += [index] * count
+    """The shortest codes for the row: to each run, the shortest of the ways that lead past it."""
+    runs = _runs(row)
+    length, came = [0] + [2 * len(row) + 2] * len(runs), [0] * (len(runs) + 1)
+    for start in range(len(runs)):
+        for end, cost in [(start + 1, 2), *_literals(runs, start)]:
+            if length[start] + cost < length[end]:
+                length[end], came[end] = length[start] + cost, start
+    codes, end = [b'\0\0'], len(runs)
+    while end:
+        part, end = runs[came[end]:end], came[end]
+        pixels = bytes(index for index, count in part for _ in range(count))
+        if len(part) == 1:
+            codes.append(bytes((len(pixels), pixels[0])))
         else:
-            out += _literal(waiting) + bytes((count, index))
-            waiting = []
-    return out + _literal(waiting) + b'\0\0'
+            codes.append(bytes((0, len(pixels))) + pixels + bytes(len(pixels) % 2))
+    return b''.join(reversed(codes))
 
 
 def _file(width, height, bits, compression, palette, pixels):
@@ -57,10 +68,10 @@ def _file(width, height, bits, compression, palette, pixels):
     return head + info + table + pixels
 
 
-def indexed(rows, palette, bits, compress=False):
-    """The bytes of a picture of 1, 4 or 8 bits; the palette is filled up with black."""
-    full = list(palette) + [(0, 0, 0)] * ((1 << bits) - len(palette))
-    assert len(full) == 1 << bits, 'too many colours for the depth'
+def indexed(rows, palette, bits, compress=False, fill=True):
+    """The bytes of a picture of 1, 4 or 8 bits; the palette is filled up with black if asked."""
+    full = list(palette) + [(0, 0, 0)] * ((1 << bits) - len(palette) if fill else 0)
+    assert len(full) <= 1 << bits, 'too many colours for the depth'
     if compress:
         pixels = b''.join(bytes(_rle_row(row)) for row in reversed(rows))
         pixels = pixels[:-2] + b'\0\1'  # the last row ends the picture

@@ -35,8 +35,16 @@ TRANSPORT = {140: (141, 12, 246), 145: (141, 35, 246), 150: (141, 58, 246),
 WORD_BUTTONS = {190: (191, 9, 211), 195: (191, 47, 211), 200: (191, 85, 211),
                 370: (371, 123, 211), 290: (291, 166, 211), 210: (211, 197, 211),
                 205: (206, 235, 211)}
+ON_WINDOW = {**CAPTION_BUTTONS, **TRANSPORT, **WORD_BUTTONS}
 WORDS = {190: 'Add', 195: 'Rem', 200: 'Misc', 370: 'Lists', 290: 'Efx', 210: 'Info',
          205: 'Lyrics', 365: 'Reset'}
 ICON_INSET, WORD_INSET = 2, 1  # how far the pills stay from the sides of their controls
 TOGGLES = (124, 205, 210, 290)
 EFFECT_SLIDERS = tuple((85, top, 190, 13) for top in range(10, 101, 15))
+
+DENSITIES = (1, 2, 4)  # stored pixels of a picture along each side of a unit
+
+
+def path(folder, number, density):
+    """Where the picture is kept: the plain one in the skin's folder, finer ones below it."""
+    return (folder if density == 1 else folder / f'{density}x') / f'{number}.bmp'

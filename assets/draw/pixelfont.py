@@ -35,23 +35,3 @@ TINY = {
     'I': ('#', '#', '#', '#', '#'),
     'N': ('#...#', '##..#', '#.#.#', '#..##', '#...#'),
 }
-
-
-def _width(glyph):
-    return max(len(row) for row in glyph)
-
-
-def measure(text, face=CHUNKY, gap=1):
-    return sum(_width(face[c]) for c in text) + gap * (len(text) - 1)
-
-
-def write(canvas, left, top, text, colour, face=CHUNKY, gap=1, alpha=1.0):
-    for c in text:
-        canvas.bits(left, top, face[c], colour, alpha)
-        left += _width(face[c]) + gap
-
-
-def write_raised(canvas, left, top, text, colour, shade):
-    """Text with a shade one pixel below it, as if it stood out towards the light."""
-    write(canvas, left, top + 1, text, shade)
-    write(canvas, left, top, text, colour)

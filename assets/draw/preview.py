@@ -12,49 +12,54 @@ MARGIN = 12
 
 
 class Album:
-    """The pictures of a folder, read when first asked for."""
+    """The pictures of one density, read when first asked for."""
 
-    def __init__(self, folder):
-        self.folder, self.read = folder, {}
+    def __init__(self, folder, density=1):
+        self.folder, self.density, self.read = folder, density, {}
 
     def __getitem__(self, number):
         if number not in self.read:
-            self.read[number] = Picture((self.folder / f'{number}.bmp').read_bytes())
+            path = layout.path(self.folder, number, self.density)
+            self.read[number] = Picture(path.read_bytes()).rows
         return self.read[number]
+
+    def canvas(self, width, height, colour=BLACK):
+        return Canvas(width, height, colour, self.density)
 
 
 def blit(canvas, rows, left, top):
-    for y, row in enumerate(rows):
-        for x, colour in enumerate(row):
-            canvas.put(left + x, top + y, colour)
+    """Stored rows at a place in units, as much of them as lies on the canvas."""
+    d = canvas.density
+    for line, row in zip(canvas.rows[top * d:], rows):
+        fits = row[:len(line) - left * d]
+        line[left * d:left * d + len(fits)] = fits
 
 
 def image(canvas, album, number, mask, left, top, index, clear=BLACK):
     """One image of a strip, cut by its mask."""
-    shape = album[mask]
-    for y in range(shape.height):
-        for x in range(shape.width):
-            if shape.rows[y][x] != clear:
-                canvas.put(left + x, top + y,
-                           album[number].rows[shape.height * index + y][x])
+    d, shape = canvas.density, album[mask]
+    for j, row in enumerate(shape):
+        line = canvas.rows[top * d + j]
+        for i, colour in enumerate(row):
+            if colour != clear and left * d + i < len(line):
+                line[left * d + i] = album[number][len(shape) * index + j][i]
 
 
 def slider(canvas, album, number, place, value, enabled=True, state=NORMAL):
     """A horizontal slider: the track stretched to its width, and the stick on it."""
     left, top, width, height = place
-    track = album[number]
-    first = 0 if enabled else height
-    for y in range(height):
-        for x in range(width):
-            canvas.put(left + x, top + y, track.rows[first + y][x * track.width // width])
+    d, track = canvas.density, album[number]
+    first, across = 0 if enabled else height * d, width * d
+    blit(canvas, [[row[i * len(row) // across] for i in range(across)]
+                  for row in track[first:first + height * d]], left, top)
     if enabled:
         image(canvas, album, 221, 222, left + round((width - 13) * value), top, state, WHITE)
 
 
 def scroller(canvas, album, left, top, value, enabled=True):
-    rows = album[280].rows
-    first = 0 if enabled else 13
-    blit(canvas, [row[first:first + 13] for row in rows], left, top)
+    half = 13 * canvas.density
+    first = 0 if enabled else half
+    blit(canvas, [row[first:first + half] for row in album[280]], left, top)
     if enabled:
         image(canvas, album, 221, 222, left, top + round(168 * value), NORMAL, WHITE)
 
@@ -68,9 +73,8 @@ def words(canvas, left, top, lengths, colour):
 
 def controls(canvas, album, state):
     """The window with all its controls in one state; LATCHED lights the toggles only."""
-    blit(canvas, album[100].rows, 0, 0)
-    groups = {**layout.CAPTION_BUTTONS, **layout.TRANSPORT, **layout.WORD_BUTTONS}
-    for number, (mask, left, top) in groups.items():
+    blit(canvas, album[100], 0, 0)
+    for number, (mask, left, top) in layout.ON_WINDOW.items():
         index = state if state != LATCHED or number in layout.TOGGLES else NORMAL
         image(canvas, album, number, mask, left, top, index)
     enabled = state != DISABLED
@@ -118,7 +122,7 @@ def browser(canvas, album):
     left, top = layout.LIST[:2]
     for i in range(10):
         number = 103 if i == 0 else 104 if i < 4 else 105
-        blit(canvas, album[number].rows, left + 2, top + 1 + 16 * i)
+        blit(canvas, album[number], left + 2, top + 1 + 16 * i)
         words(canvas, left + 24, top + 6 + 16 * i, (30 + 7 * i % 31, 18), LIGHT)
 
 
@@ -126,7 +130,7 @@ def windows(album):
     """Four windows, each in another state and with another panel."""
     mocks = []
     for state in (NORMAL, PRESSED, DISABLED, LATCHED):
-        canvas = Canvas(*layout.WINDOW)
+        canvas = album.canvas(*layout.WINDOW)
         controls(canvas, album, state)
         if state == NORMAL:
             playlist(canvas)
@@ -141,20 +145,20 @@ def windows(album):
 
 
 def tip(album, width):
-    canvas = Canvas(width, 23)
-    for x in range(2, width):
-        blit(canvas, [row[:1] for row in album[107].rows], x, 0)
-    blit(canvas, album[106].rows, 0, 0)
-    blit(canvas, album[108].rows, width - 9, 0)
+    canvas = album.canvas(width, 23)
+    for x in range(9, width - 9, 2):
+        blit(canvas, album[107], x, 0)
+    blit(canvas, album[106], 0, 0)
+    blit(canvas, album[108], width - 9, 0)
     words(canvas, 12, 9, (26, 30), LIGHT)
     return canvas
 
 
 def menu(album, width, height):
-    canvas = Canvas(width, height)
+    canvas = album.canvas(width, height)
     for y in range(0, height, 100):
         for x in range(0, width, 100):
-            blit(canvas, album[102].rows, x, y)
+            blit(canvas, album[102], x, y)
     for i in range(height // 19):
         words(canvas, 24, 7 + 19 * i, (34, 20 + i * 9 % 30), (224, 224, 255))
     return canvas
@@ -162,32 +166,57 @@ def menu(album, width, height):
 
 def sheet(album):
     """Every picture but the window and the menu tile, in rows."""
-    canvas = Canvas(2 * layout.WINDOW[0] + 3 * MARGIN, 268, GROUND)
+    canvas = album.canvas(2 * layout.WINDOW[0] + 3 * MARGIN, 268, GROUND)
     x, y, tallest = MARGIN, MARGIN, 0
     order = sorted((n for n in layout.PICTURES if n not in (100, 102)),
                    key=lambda n: (-layout.PICTURES[n][1], n))
     for number in order:
-        picture = album[number]
-        if x + picture.width > canvas.width - MARGIN:
+        width, height = layout.PICTURES[number][:2]
+        if x + width > canvas.width - MARGIN:
             x, y, tallest = MARGIN, y + tallest + 8, 0
-        blit(canvas, picture.rows, x, y)
-        x, tallest = x + picture.width + 8, max(tallest, picture.height)
+        blit(canvas, album[number], x, y)
+        x, tallest = x + width + 8, max(tallest, height)
     return canvas
 
 
-def write(folder, out, scale):
-    album = Album(folder)
-    mocks = windows(album)
+def overview(album, mocks):
+    """The mocks of the window, a menu, tooltips, and every strip, on one canvas."""
     width, height = layout.WINDOW
     below = 2 * (height + MARGIN) + MARGIN
-    overview = sheet(album)
-    canvas = Canvas(overview.width, below + 136 + overview.height, GROUND)
+    strips = sheet(album)
+    canvas = album.canvas(strips.width, below + 136 + strips.height, GROUND)
     for i, mock in enumerate(mocks):
         canvas.paste(mock, MARGIN + i % 2 * (width + MARGIN), MARGIN + i // 2 * (height + MARGIN))
     canvas.paste(menu(album, 240, 130), MARGIN, below)
     canvas.paste(tip(album, 100), 290, below)
     canvas.paste(tip(album, 80), 420, below)
-    canvas.paste(overview, 0, below + 136)
-    png.write(out, canvas.rounded(), scale)
-    for name, mock in zip(('normal', 'pressed', 'disabled', 'latched'), mocks):
-        png.write(out.with_name(f'{out.stem}_{name}{out.suffix}'), mock.rounded(), scale)
+    canvas.paste(strips, 0, below + 136)
+    return canvas
+
+
+def _finest(scale):
+    """The pictures that are shown at that scale: those of a density that divides it."""
+    return max(d for d in layout.DENSITIES if scale % d == 0)
+
+
+def _side_by_side(canvases, scale):
+    """The rows of the canvases, each enlarged to the scale."""
+    sides = []
+    for canvas in canvases:
+        by = scale // canvas.density
+        sides.append([[pixel for pixel in row for _ in range(by)]
+                      for row in canvas.rounded() for _ in range(by)])
+    return [sum(rows, []) for rows in zip(*sides)]
+
+
+def write(folder, out, scale):
+    """An overview at the scale, and each mock: the plain pictures at the left, the finest right."""
+    album = Album(folder, _finest(scale))
+    mocks = windows(album)
+    sheets = [(out, [overview(album, mocks)])]
+    plain = windows(Album(folder))
+    for name, *pair in zip(('normal', 'pressed', 'disabled', 'latched'), plain, mocks):
+        sheets.append((out.with_name(f'{out.stem}_{name}{out.suffix}'),
+                       pair if album.density > 1 else pair[:1]))
+    for path, canvases in sheets:
+        png.write(path, _side_by_side(canvases, scale))

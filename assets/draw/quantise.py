@@ -8,9 +8,9 @@ def _widest(group):
     return channel, spans[channel]
 
 
-def _weight(group, counts):
+def _weight(group, counts, surfaces):
     """How much the picture gains when the group is split: by its span and, less, its size."""
-    return _widest(group)[1] * sum(counts[c] for c in group) ** 0.25
+    return _widest(group)[1] * sum(counts[c] for c in group) ** surfaces
 
 
 def _middle(group, counts):
@@ -28,8 +28,11 @@ def _split(group):
     return [c for c in group if c[channel] <= cut], [c for c in group if c[channel] > cut]
 
 
-def adaptive(rows, size, pinned=()):
-    """Rows of colours as (palette, rows of indices); pinned colours stay exact."""
+def adaptive(rows, size, pinned=(), surfaces=0.25):
+    """Rows of colours as (palette, rows of indices); pinned colours stay exact.
+
+    The greater `surfaces`, the more go to what covers much of the picture, and the fewer to edges.
+    """
     counts = {}
     for row in rows:
         for colour in row:
@@ -38,10 +41,11 @@ def adaptive(rows, size, pinned=()):
     free = sorted(c for c in counts if c not in pinned)
     groups = [[c] for c in free]
     if len(fixed) + len(free) > size:
-        groups = [free]
+        groups, weights = [free], [_weight(free, counts, surfaces)]
         while len(groups) < size - len(fixed):
-            widest = max(range(len(groups)), key=lambda i: (_weight(groups[i], counts), -i))
-            groups[widest:widest + 1] = _split(groups[widest])
+            widest = weights.index(max(weights))
+            groups[widest:widest + 1] = halves = _split(groups[widest])
+            weights[widest:widest + 1] = [_weight(half, counts, surfaces) for half in halves]
     palette, index = list(fixed), {c: i for i, c in enumerate(fixed)}
     for group in groups:
         for colour in group:
@@ -61,3 +65,21 @@ def nearest(rows, palette):
         return found[colour]
 
     return [[look(c) for c in row] for row in rows]
+
+
+def longer_runs(rows, palette, indices, tolerance, pinned=()):
+    """The indices with runs drawn out to the right, where no channel is off by more than asked.
+
+    Pinned colours are neither given up nor spread.
+    """
+    drawn = []
+    for colours, line in zip(rows, indices):
+        run, last = [], None
+        for colour, index in zip(colours, line):
+            if index != last and (last is None or colour in pinned or palette[last] in pinned
+                                  or any(abs(a - b) > tolerance
+                                         for a, b in zip(colour, palette[last]))):
+                last = index
+            run.append(last)
+        drawn.append(run)
+    return drawn

@@ -1,88 +1,127 @@
 """The small pictures: menu tile, browser icons and the frame of the tooltip."""
 
-from math import pi, sin
+from math import cos, pi, sin
 
-from .canvas import Canvas, Ramp, mix
-from .looks import BRIGHT, INK, LIGHT, SLATE, WHITE
-from .shapes import polygon, rounded
+from .canvas import DOWN, LEFT, RIGHT, UP, Canvas, Ramp, mix
+from .looks import (BRIGHT, DRIVE_FRONT, DRIVE_GLEAM, DRIVE_LID, DRIVE_SLIT, FOLDER_BACK,
+                    FOLDER_FRONT, FOLDER_GLEAM, FOLDER_TAB, INK, LIGHT, NOTE_INK, PAPER,
+                    PAPER_FOLD, SILK, SLATE, TIP, TIP_SHADE, WHITE)
+from .outline import Outline, hull
+from .shapes import box, polygon, rounded
+from .signs import Sign, draw
 
-MENU_PALETTE = tuple(tuple(round(c) for c in mix((14, 14, 60), (50, 57, 100), i / 15))
+MENU_PALETTE = tuple(tuple(round(c) for c in mix(*SILK, i / 15))
                      for i in range(16))
 
 
-def menu_tile():
+def _silk(x, y, threads):
     """Watered silk: waves whose periods divide the tile, so that it repeats without a seam."""
-    rows = []
-    for y in range(100):
-        row = []
-        for x in range(100):
-            u, v = 2 * pi * x / 100, 2 * pi * y / 100
-            warp = sin(2 * u + v) * 0.9 + sin(u - 2 * v) * 0.7
-            wave = sin(3 * (u + v) + warp) * 0.55 + sin(5 * u - 3 * v + 1.7 * warp) * 0.25
-            weave = 0.35 if (x + y) % 4 < 2 else -0.35
-            row.append(min(max(int(5.5 + 4.2 * wave + weave + 0.5), 0), 15))
-        rows.append(row)
-    return MENU_PALETTE, rows
+    u, v = 2 * pi * (x - 0.5) / 100, 2 * pi * (y - 0.5) / 100
+    warp = sin(2 * u + v) * 0.9 + sin(u - 2 * v) * 0.7
+    wave = sin(3 * (u + v) + warp) * 0.55 + sin(5 * u - 3 * v + 1.7 * warp) * 0.25
+    weave = threads * (1 if (x + y - 1) % 4 < 2 else -1)
+    return MENU_PALETTE[min(max(int(5.5 + 4.2 * wave + weave + 0.5), 0), 15)]
 
 
-def drive_icon():
-    canvas = Canvas(16, 16, SLATE)
-    canvas.paint(polygon([(4, 3), (12, 3), (15, 9), (1, 9)]), INK)
-    canvas.paint(polygon([(4.6, 4), (11.4, 4), (13.6, 8.6), (2.4, 8.6)]),
-                 Ramp((4, (206, 210, 255)), (9, (140, 146, 216))))
-    canvas.paint(rounded(1, 8, 14, 6, 1.2), INK)
-    canvas.paint(rounded(2, 9, 12, 4, 0.6), Ramp((9, (150, 156, 224)), (13, (84, 90, 160))))
-    canvas.fill(2, 9, 12, 1, (196, 200, 255))
-    canvas.fill(4, 11, 5, 1, (40, 44, 100))
-    canvas.fill(11, 11, 2, 1, WHITE)
-    canvas.fill(3, 14, 11, 1, INK, 0.35)
+def menu_tile(density):
+    canvas = Canvas(100, 100, density=density)
+    threads = 0.35 if density == 1 else 0  # they hide steps that finer pictures do not show
+    canvas.fill(0, 0, 100, 100, lambda x, y: _silk(x, y, threads))
     return canvas
 
 
-def folder_icon():
-    canvas = Canvas(16, 16, SLATE)
+def _icon(density):
+    """A canvas for an icon, and how much of their corners its shapes lose: none of dots."""
+    return Canvas(16, 16, SLATE, density), 0 if density == 1 else 1
+
+
+def _gleam(canvas, left, top, width, colour):
+    """A bright edge: thinner where there is room for less than a unit."""
+    canvas.fill(left, top, width, 1 if canvas.density == 1 else 0.5, colour)
+
+
+def drive_icon(density):
+    canvas, soft = _icon(density)
+    canvas.paint(box(3, 14, 11, 1).soft(), INK, 0.35)
+    canvas.paint(polygon([(4, 3), (12, 3), (15, 9), (1, 9)], soft), INK)
+    canvas.paint(polygon([(4.6, 4), (11.4, 4), (13.6, 8.6), (2.4, 8.6)], soft / 2),
+                 Ramp(*zip((4, 9), DRIVE_LID)))
+    canvas.paint(rounded(1, 8, 14, 6, 1.2), INK)
+    canvas.paint(rounded(2, 9, 12, 4, 0.6), Ramp(*zip((9, 13), DRIVE_FRONT)))
+    _gleam(canvas, 2 + soft / 2, 9, 12 - soft, DRIVE_GLEAM)
+    canvas.paint(rounded(4, 11, 5, 1, soft / 2), DRIVE_SLIT)
+    canvas.paint(rounded(11, 11, 2, 1, soft / 2), WHITE)
+    return canvas
+
+
+def folder_icon(density):
+    canvas, soft = _icon(density)
+    canvas.paint(box(2, 14, 13, 1).soft(), INK, 0.35)
     canvas.paint(rounded(1, 2, 7, 5, 1.2), INK)
     canvas.paint(rounded(1, 4, 14, 10, 1.2), INK)
-    canvas.paint(rounded(2, 3, 5, 4, 0.6), (150, 152, 236))
-    canvas.fill(2, 5, 12, 8, Ramp((5, (120, 122, 216)), (13, (84, 86, 180))))
-    canvas.fill(2, 7, 12, 6, Ramp((7, (184, 186, 255)), (13, (118, 120, 226))))
-    canvas.fill(2, 7, 12, 1, (224, 226, 255))
-    canvas.fill(2, 14, 13, 1, INK, 0.35)
+    canvas.paint(rounded(2, 3, 5, 4, 0.6), FOLDER_TAB)
+    canvas.paint(rounded(2, 5, 12, 8, soft / 2), Ramp(*zip((5, 13), FOLDER_BACK)))
+    canvas.paint(rounded(2, 7, 12, 6, soft / 2), Ramp(*zip((7, 13), FOLDER_FRONT)))
+    _gleam(canvas, 2 + soft / 2, 7, 12 - soft, FOLDER_GLEAM)
     return canvas
 
 
-NOTE = ('..######', '..######', '..#....#', '..#....#', '..#....#', '.##...##', '###..###',
-        '###..###', '.#....#.')
+def _note_head(cx, cy):
+    """An oval that leans to the right."""
+    ring = [(1.65 * cos(2 * pi * k / 32), 1.15 * sin(2 * pi * k / 32)) for k in range(32)]
+    return hull([(cx + x, cy + y - 0.25 * x) for x, y in ring])
 
 
-def music_icon():
-    canvas = Canvas(16, 16, SLATE)
-    canvas.fill(3, 15, 12, 1, INK, 0.35)
+NOTE = Sign(('..######', '..######', '..#....#', '..#....#', '..#....#', '.##...##', '###..###',
+             '###..###', '.#....#.'),
+            Outline([hull([(2, 1.4), (7.2, 0.7), (7.2, 2.4), (2, 3.1)]),
+                     hull([(2, 2), (3, 2), (3, 7.8), (2, 7.8)]),
+                     hull([(6.2, 1.5), (7.2, 1.5), (7.2, 7.1), (6.2, 7.1)]),
+                     _note_head(1.4, 7.8), _note_head(5.6, 7.1)]))
+
+
+def _sheet_of_dots(canvas):
     canvas.fill(2, 1, 12, 14, INK)
-    canvas.fill(3, 2, 10, 12, Ramp((2, WHITE), (14, (186, 190, 244))))
+    canvas.fill(3, 2, 10, 12, SHEET)
     for row, line in enumerate(('#..', '.#.', '..#')):  # the corner that is folded over
         canvas.bits(11, 1 + row, (line,), INK)
     canvas.bits(12, 1, ('##', '.#'), SLATE)
-    canvas.bits(11, 2, ('#', '##'), (150, 154, 226))
-    canvas.bits(4, 4, NOTE, (70, 70, 206))
+    canvas.bits(11, 2, ('#', '##'), PAPER_FOLD)
+
+
+def _sheet(canvas):
+    canvas.paint(polygon([(2, 1), (11, 1), (14, 4), (14, 15), (2, 15)], 0.8), INK)
+    canvas.paint(polygon([(3, 2), (10.6, 2), (13, 4.4), (13, 14), (3, 14)], 0.4), SHEET)
+    canvas.paint(polygon([(10, 1.4), (13.6, 5), (10, 5)], 0.4), INK)
+    canvas.paint(polygon([(10.8, 2.4), (12.6, 4.2), (10.8, 4.2)], 0.3), PAPER_FOLD)
+
+
+SHEET = Ramp(*zip((2, 14), PAPER))
+
+
+def music_icon(density):
+    canvas, _ = _icon(density)
+    canvas.paint(box(3, 15, 12, 1).soft(), INK, 0.35)
+    (_sheet_of_dots if density == 1 else _sheet)(canvas)
+    draw(canvas, 4, 4, NOTE, NOTE_INK)
     return canvas
 
 
-def _tip(width):
+def _tip(width, density):
     """A whole tooltip of that width, from which the pieces are cut."""
-    canvas = Canvas(width, 23, INK)
-    canvas.fill(1, 1, width - 2, 21, Ramp((1, (72, 78, 140)), (9, (44, 49, 102)),
-                                          (22, (28, 31, 76))))
-    for x in range(1, width - 1):
-        canvas.put(x, 1, LIGHT, 0.75)
-        canvas.put(x, 20, BRIGHT, 0.22)
-        canvas.put(x, 21, (8, 8, 48), 0.6)
-    for y in range(1, 22):
-        canvas.put(1, y, LIGHT, 0.55 - 0.02 * y)
-        canvas.put(width - 2, y, (8, 8, 48), 0.5)
+    canvas = Canvas(width, 23, INK, density)
+    canvas.fill(1, 1, width - 2, 21, Ramp(*zip((1, 9, 22), TIP)))
+    canvas.line(1, 1, width - 2, 1, LIGHT, 0.75, UP)
+    canvas.fill(1, 20, width - 2, 1, BRIGHT, 0.22)
+    canvas.line(1, 21, width - 2, 1, TIP_SHADE, 0.6, DOWN)
+    canvas.line(1, 1, 1, 21, LIGHT, lambda x, y: 0.55 - 0.02 * (y - 0.5), LEFT)
+    canvas.line(width - 2, 1, 1, 21, TIP_SHADE, 0.5, RIGHT)
     return canvas
 
 
-def tip_pieces():
-    whole = _tip(20)
-    return whole.crop(0, 0, 9, 23), whole.crop(9, 0, 2, 23), whole.crop(11, 0, 9, 23)
+TIP_PIECES = {106: (0, 9), 107: (9, 2), 108: (11, 9)}  # left, width
+
+
+def tip_piece(number, density):
+    left, width = TIP_PIECES[number]
+    return _tip(20, density).crop(left, 0, width, 23)

@@ -3,32 +3,36 @@
 from math import hypot
 
 from .canvas import mix, stack
-from .looks import BUTTON_LOOKS
-from .shapes import box, circle, ellipse, polygon, rounded
+from .looks import BUTTON_LOOKS, DOME_LIT, DOME_SHADOW, DOME_SUNK, WHITE
+from .shapes import circle, coverage_mask, ellipse, polygon, rounded
 
 RADIUS = 9.6
 CENTRE = (10.5, 10.2)
 
 
-def _triangle(left, right, middle, half):
-    """Points to the right when left < right, else to the left; the corners a little soft."""
-    points = [(left, middle - half), (right, middle), (left, middle + half)]
-    return polygon(points if left < right else points[::-1])
+def _icon(number, soft):
+    """The shapes of a sign, their corners as soft as asked."""
+    def bar(left, top, width, height):
+        return rounded(left, top, width, height, soft / 2)
 
+    def arrow(left, right, middle, half):
+        """Points to the right when left < right, else to the left."""
+        points = [(left, middle - half), (right, middle), (left, middle + half)]
+        return polygon(points if left < right else points[::-1], 2 * soft)
 
-ICONS = {
-    140: [box(6, 6.5, 2, 8), _triangle(15, 8.2, 10.5, 4.2)],
-    145: [_triangle(8, 15.6, 10.5, 5)],
-    150: [box(7, 6, 3, 9), box(11, 6, 3, 9)],
-    155: [rounded(7, 7, 7, 7, 0.6)],
-    160: [box(13, 6.5, 2, 8), _triangle(6, 12.8, 10.5, 4.2)],
-}
+    return {
+        140: [bar(6, 6.5, 2, 8), arrow(15, 8.2, 10.5, 4.2)],
+        145: [arrow(8, 15.6, 10.5, 5)],
+        150: [bar(7, 6, 3 - soft, 9), bar(11 + soft, 6, 3 - soft, 9)],
+        155: [rounded(7, 7, 7, 7, 0.6 + soft / 4)],
+        160: [bar(13, 6.5, 2, 8), arrow(6, 12.8, 10.5, 4.2)],
+    }[number]
 
 
 def _shaded(look, cy):
     """A domed face: the gradient bent around a light in the upper left."""
     def colour(x, y):
-        dx, dy = (x + 0.5 - CENTRE[0]) / RADIUS, (y + 0.5 - cy) / RADIUS
+        dx, dy = (x - CENTRE[0]) / RADIUS, (y - cy) / RADIUS
         t = (dy + 0.25 * dx + 1) / 2
         position = min(max(t, 0.0), 0.999) * (len(look.face) - 1)
         i = int(position)
@@ -43,26 +47,28 @@ def state(ground, shapes, look):
     cx, cy = CENTRE[0], CENTRE[1] + 0.8 * look.down
     body = circle(cx, cy, RADIUS)
     if not look.down:
-        canvas.halo(body.shift(0, 0.9).grow(-0.4), (6, 8, 26), 0.6, 1.4)
+        canvas.halo(body.shift(0, 0.9).grow(-0.4), DOME_SHADOW, 0.6, 1.4)
     canvas.paint(body, look.rim)
     face = circle(cx, cy, RADIUS - 1)
     canvas.paint(face, _shaded(look, cy))
     if look.gloss:
-        canvas.paint(ellipse(cx, cy - 4.3, 6.2, 3.9).cut(face), (255, 255, 255), look.gloss * 1.1)
-    edge = face.without(face.shift(0.5, 0.9))
-    canvas.paint(edge, (230, 232, 255) if look.shine else (6, 8, 30), look.shine or 0.5)
+        sheen = ellipse(cx, cy - 4.3, 6.2, 3.9).soft()
+        canvas.paint(sheen.cut(face), WHITE, lambda x, y: look.gloss * (cy + 0.5 - y) / 5)
+    edge = face.without(face.shift(0.5, 0.9).soft())
+    canvas.paint(edge, DOME_LIT if look.shine else DOME_SUNK, look.shine or 0.5)
+    below = 1 if canvas.density == 1 else 0.5
     for shape in shapes:
-        canvas.paint(shape.shift(0, look.down + 1), look.shade, 0.9)
+        canvas.paint(shape.shift(0, look.down + below), look.shade, 0.9)
     for shape in shapes:
         canvas.paint(shape.shift(0, look.down), look.ink)
     return canvas
 
 
 def strip(ground, number):
-    return stack([state(ground, ICONS[number], look) for look in BUTTON_LOOKS])
+    icon = _icon(number, 0.0 if ground.density == 1 else 0.5)  # of dots, soft corners are blunt
+    return stack([state(ground, icon, look) for look in BUTTON_LOOKS])
 
 
-def mask(size):
-    shapes = [circle(CENTRE[0], CENTRE[1] + dy, RADIUS) for dy in (0, 0.8)]
-    return [[int(any(s.coverage(x, y) > 0.03 for s in shapes)) for x in range(size)]
-            for y in range(size)]
+def mask(size, density):
+    body = circle(*CENTRE, RADIUS)
+    return coverage_mask([body, body.shift(0, 0.8).soft()], size, size, density)

@@ -1,8 +1,9 @@
 """The window: frame, body, wells, the sockets of the transport buttons and the maker's mark."""
 
-from . import layout, pixelfont
-from .canvas import Canvas, Ramp, mix
-from .looks import INK, LIGHT, NIGHT, SLATE, WHITE
+from . import layout, signs
+from .canvas import DOWN, LEFT, RIGHT, UP, Canvas, Ramp, mix
+from .looks import (BODY, ENGRAVED, FRAME_LEFT, FRAME_TOP, GLINT, INK, LIGHT, NIGHT, SLATE, SOCKET,
+                    WELL_EDGE, WHITE)
 from .shapes import circle, melt, rounded
 
 # How light the body is from top to bottom, in percent of the way from its darkest to its
@@ -11,62 +12,66 @@ CAP, DECK = 26, 208
 LIGHTNESS = Ramp((0, (92,) * 3), (6, (66,) * 3), (CAP, (36,) * 3), (CAP + 1, (46,) * 3),
                  (DECK - 1, (26,) * 3), (DECK, (64,) * 3), (228, (46,) * 3), (246, (33,) * 3),
                  (277, (6,) * 3))
-GLINT = (166, 176, 226)  # what an edge turned towards the light throws back
-DARKEST, LIGHTEST = (44, 52, 84), (134, 148, 208)
 
 
 def body(x, y):
     """Lit from the upper left: darker downwards and, a little, to the right."""
-    light = LIGHTNESS.at(y + 0.5)[0] + 7 - 12 * x / layout.WINDOW[0]
-    return mix(DARKEST, LIGHTEST, round(light) / 100)  # whole steps save palette entries
+    light = LIGHTNESS.at(y)[0] + 7 - 12 * (x - 0.5) / layout.WINDOW[0]
+    return mix(*BODY, round(light) / 100)  # whole steps save palette entries
 
 
 def _frame(canvas):
     """A dark outline with a light inner line at the top and left, a dark one opposite."""
     w, h = canvas.width, canvas.height
-    for i in range(1, w - 1):
-        canvas.put(i, 1, (206, 212, 255), 0.8)
-        canvas.put(i, h - 2, INK, 0.5)
-    for i in range(1, h - 1):
-        canvas.put(1, i, (190, 198, 250), 0.6 - 0.35 * i / h)
-        canvas.put(w - 2, i, INK, 0.32 + 0.15 * i / h)
-    for i in range(w):
-        canvas.put(i, 0, INK)
-        canvas.put(i, h - 1, INK)
-    for i in range(h):
-        canvas.put(0, i, INK)
-        canvas.put(w - 1, i, INK)
+    canvas.line(1, 1, w - 2, 1, FRAME_TOP, 0.8, UP)
+    canvas.line(1, h - 2, w - 2, 1, INK, 0.5, DOWN)
+    canvas.line(1, 1, 1, h - 2, FRAME_LEFT, lambda x, y: 0.6 - 0.35 * (y - 0.5) / h, LEFT)
+    canvas.line(w - 2, 1, 1, h - 2, INK, lambda x, y: 0.32 + 0.15 * (y - 0.5) / h, RIGHT)
+    for edge in ((0, 0, w, 1), (0, h - 1, w, 1), (0, 0, 1, h), (w - 1, 0, 1, h)):
+        canvas.fill(*edge, INK)
 
 
 def _shoulders(canvas):
     """The edges of the cap and of the deck, where they meet the rails beside the list."""
-    for x in range(canvas.width):
-        canvas.put(x, CAP, NIGHT, 0.4)
-        canvas.put(x, CAP + 1, WHITE, 0.10)
-        canvas.put(x, DECK - 1, NIGHT, 0.3)
-        canvas.put(x, DECK, WHITE, 0.3)
+    for row, colour, alpha, towards in ((CAP, NIGHT, 0.4, DOWN), (CAP + 1, WHITE, 0.10, UP),
+                                        (DECK - 1, NIGHT, 0.3, DOWN), (DECK, WHITE, 0.3, UP)):
+        canvas.line(0, row, canvas.width, 1, colour, alpha, towards)
 
 
-def _ring(canvas, left, top, width, height, dark, light):
-    """One pixel around the rectangle: (colour, alpha) at the top and left, and opposite."""
+def _ring(canvas, left, top, width, height, dark, light, fade):
+    """One unit around the rectangle: (colour, alpha) at the top and left, and opposite.
+
+    Where the two meet, their border runs through the corner. Each alpha loses `fade` of itself
+    from the middle of the ring outwards.
+    """
     right, bottom = left + width, top + height
-    for x in range(left - 1, right):
-        canvas.put(x, top - 1, *dark)
-    for y in range(top, bottom):
-        canvas.put(left - 1, y, *dark)
-    for x in range(left, right + 1):
-        canvas.put(x, bottom, *light)
-    for y in range(top, bottom):
-        canvas.put(right, y, *light)
-    for x, y in ((left - 1, bottom), (right, top - 1)):
-        canvas.put(x, y, mix(dark[0], light[0], 0.5), (dark[1] + light[1]) / 2)
+
+    def opposite(x, y):
+        """0 where the ring is dark, 1 where it is light."""
+        across, down = max(left - x, x - right), max(top - y, y - bottom)
+        if across > 0 and down > 0 and (x < left) != (y < top):
+            toward = down - across if x < left else across - down
+            return min(max(0.5 + 2 * toward, 0.0), 1.0)
+        return float(x > right or y > bottom)
+
+    def alpha(x, y):
+        out = max(left - x, x - right, top - y, y - bottom) - 0.5
+        t = opposite(x, y)
+        return (dark[1] + (light[1] - dark[1]) * t) * (1 - fade * out)
+
+    def colour(x, y):
+        return mix(dark[0], light[0], opposite(x, y))
+
+    for side in ((left - 1, top - 1, width + 2, 1), (left - 1, bottom, width + 2, 1),
+                 (left - 1, top, 1, height), (right, top, 1, height)):
+        canvas.fill(*side, colour, alpha)
 
 
 def well(canvas, left, top, width, height, soft=True):
     """A flat sunken rectangle with a hard bevel around it, and a soft one around that."""
     if soft:
-        _ring(canvas, left - 1, top - 1, width + 2, height + 2, (NIGHT, 0.35), (WHITE, 0.10))
-    _ring(canvas, left, top, width, height, (NIGHT, 1.0), ((148, 158, 212), 0.8))
+        _ring(canvas, left - 1, top - 1, width + 2, height + 2, (NIGHT, 0.35), (WHITE, 0.10), 1.2)
+    _ring(canvas, left, top, width, height, (NIGHT, 1.0), (WELL_EDGE, 0.8), 0.4)
     canvas.fill(left, top, width, height, SLATE)
 
 
@@ -77,35 +82,34 @@ def _seats(canvas):
         for mask, left, top in group.values():
             width, height = layout.PICTURES[mask][:2]
             pill = rounded(left + inset, top, width - 2 * inset, height - 1, (height - 1) / 2)
-            canvas.paint(pill.shift(0, 1.2).grow(0.9), GLINT, 0.4)
-            canvas.paint(pill.grow(0.9), NIGHT, 0.34)
+            canvas.paint(pill.shift(0, 1.2).grow(0.9).soft(), GLINT, 0.4)
+            canvas.paint(pill.grow(0.9).soft(), NIGHT, 0.34)
 
 
 def _sockets(canvas):
     """The hollow in which the round buttons sit: five circles melted into one."""
     hollow = melt([circle(left + 10.5, top + 10.5, 11.0)
                    for _, left, top in layout.TRANSPORT.values()], 5.0)
-    canvas.paint(hollow.shift(0, 1).grow(0.3), GLINT, lambda x, y: 0.5 * (y - 244) / 25)
+    canvas.paint(hollow.shift(0, 1).grow(0.3).soft(), GLINT, lambda x, y: 0.5 * (y - 244.5) / 25)
     canvas.paint(hollow, NIGHT)
-    canvas.paint(hollow.shift(0.4, 1).grow(-0.6).cut(hollow),
-                 Ramp((246, (30, 34, 66)), (268, (58, 67, 100))))
+    canvas.paint(hollow.shift(0.4, 1).grow(-0.6).soft().cut(hollow),
+                 Ramp(*zip((246, 268), SOCKET)))
 
 
 def _mark(canvas):
     """The maker's mark, printed under the display, with engraved lines that run out to the left."""
     text, top = 'VELDRIN', 268
-    left = 285 - pixelfont.measure(text, pixelfont.TINY, 2)
-    pixelfont.write(canvas, left, top + 1, text, NIGHT, pixelfont.TINY, 2, 0.75)
-    pixelfont.write(canvas, left, top, text, LIGHT, pixelfont.TINY, 2, 0.62)
+    left = 285 - signs.measure(text, signs.TINY)
+    signs.write(canvas, left, top + 1, text, NIGHT, signs.TINY, 0.75)
+    signs.write(canvas, left, top, text, LIGHT, signs.TINY, 0.62)
     for row in (top, top + 2, top + 4):
-        for x in range(128, left - 5):
-            strength = min(1.0, (x - 127) / 70)
-            canvas.put(x, row, (22, 25, 58), 0.8 * strength)
-            canvas.put(x, row + 1, GLINT, 0.22 * strength)
+        for below, colour, alpha in ((0, ENGRAVED, 0.8), (1, GLINT, 0.22)):
+            canvas.fill(128, row + below, left - 133, 1, colour,
+                        lambda x, y, alpha=alpha: alpha * min(1.0, (x - 127.5) / 70))
 
 
-def draw():
-    canvas = Canvas(*layout.WINDOW)
+def draw(density):
+    canvas = Canvas(*layout.WINDOW, density=density)
     canvas.fill(0, 0, canvas.width, canvas.height, body)
     _shoulders(canvas)
     _frame(canvas)
