@@ -145,7 +145,7 @@ void Surface::SetPixel(Point point, Colour colour) {
 }
 
 void Surface::Resize(Size size, Colour fill) {
-    Surface resized(size, density_);
+    Surface resized(size, IsEmpty() ? DensityInForce() : density_);
     resized.FillRect(resized.Bounds(), fill);
     resized.BitBlt(Bounds(), *this, {0, 0});
     *this = std::move(resized);

@@ -88,7 +88,8 @@ class Surface {
     Colour GetPixel(Point point) const;
     void SetPixel(Point point, Colour colour);
 
-    /// Another size; what fits of the old content stays at the top left, the rest is `fill`.
+    /// Another size; what fits of the old content stays at the top left, the rest is `fill`. An
+    /// empty surface gets the density in force.
     void Resize(Size size, Colour fill);
 
     void FillRect(const Rect& rect, Colour colour);
