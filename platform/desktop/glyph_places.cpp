@@ -63,7 +63,7 @@ class Placing {
         if (!words_.empty()) {
             Word& first = words_.front();
             first.border = std::ceil(line_.fineLead);
-            first.least = std::max(first.least, first.border);
+            first.least = std::max({first.least, first.border, 0.0});
             Word& last = words_.back();
             last.most = std::min(last.most, RoomAtEnd());
         }

@@ -68,12 +68,13 @@ std::vector<Pair> PairsOf(const std::vector<GlyphGroup>& fine, std::vector<Glyph
         if (same == plain.end()) {
             return {};
         }
-        const QRawFont font = run.rawFont();
+        const QList<quint32> blanks = run.rawFont().glyphIndexesForString(QStringLiteral(" "));
+        const quint32 blank = blanks.isEmpty() ? 0 : blanks.front();
         const auto plainPlaces = same->run.positions();
         const auto finePlaces = run.positions();
         for (qsizetype i = 0; i < glyphs.size(); ++i) {
-            const bool blank = font.boundingRect(glyphs[i]).isEmpty();
-            pairs.push_back({group, i, {plainPlaces[i].x(), finePlaces[i].x(), blank}});
+            pairs.push_back(
+                {group, i, {plainPlaces[i].x(), finePlaces[i].x(), glyphs[i] == blank}});
         }
         plain.erase(same);
     }

@@ -96,10 +96,10 @@ void ShapedStretch::Fit() {
 int ShapedStretch::Lead() const {
     constexpr int kFarAway = 1 << 24;
     const QRect inside(0, -kFarAway, kFarAway, 2 * kFarAway);
-    // What begins further right does not reach as far back.
-    const auto beginning = Line().glyphRuns(0, std::min<int>(4, static_cast<int>(text_.size())));
+    // What begins further right does not reach as far back; a letter may have marks, though.
+    const int beginning = IsPlainLatin(text_) ? 1 : std::min(static_cast<int>(text_.size()), 4);
     QRect ink;
-    for (const QGlyphRun& run : beginning) {
+    for (const QGlyphRun& run : Line().glyphRuns(0, beginning)) {
         ink |= InkOfRun(run, inside);
     }
     return -ink.left();

@@ -82,6 +82,12 @@ TEST(GlyphPlaces, ALetterWiderThanItsRoomTakesTheRoomInFrontOfIt) {
     EXPECT_EQ(Drawn(shaped), (std::vector<double>{-2}));
 }
 
+TEST(GlyphPlaces, LinesBeginBelowEachOther) {
+    Shaped shaped = Shape("ab cdefg", 2, 21, 10);
+    shaped.line.fineLead = -3;
+    EXPECT_EQ(Drawn(shaped).front(), 0);
+}
+
 TEST(GlyphPlaces, StayWithinAUnitOfThePlainOnes) {
     for (const int density : {2, 3, 4}) {
         for (const double wider : {-2, -1, 1, 2}) {
