@@ -134,8 +134,11 @@ const FontSetting& FontFace::At(Long density) {
     return *fine_;
 }
 
-TextCanvas::TextCanvas(Long width, Long height) : coverage_(width, height, QImage::Format_Alpha8) {
-    coverage_.fill(0);
+// The toolkit draws larger glyphs several times as fast where it has colours to draw them in.
+TextCanvas::TextCanvas(Long width, Long height, Long density)
+    : coverage_(width, height,
+                density == 1 ? QImage::Format_Alpha8 : QImage::Format_ARGB32_Premultiplied) {
+    coverage_.fill(Qt::transparent);
 }
 
 void TextCanvas::Draw(const QTextLine& line, QPointF at) {
@@ -158,10 +161,16 @@ void TextCanvas::Draw(const GlyphGroup& group, QPointF at) {
 void TextCanvas::MoveTo(TextPicture& picture) const {
     const auto pixels =
         static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height);
-    picture.coverage.reserve(pixels);
+    picture.coverage.resize(pixels);
+    auto write = picture.coverage.begin();
     for (int y = 0; y < picture.height; ++y) {
-        const uchar* row = coverage_.constScanLine(y);
-        picture.coverage.insert(picture.coverage.end(), row, row + picture.width);
+        if (coverage_.format() == QImage::Format_Alpha8) {
+            write = std::copy_n(coverage_.constScanLine(y), picture.width, write);
+            continue;
+        }
+        const auto* row = reinterpret_cast<const QRgb*>(coverage_.constScanLine(y));
+        write = std::transform(row, row + picture.width, write,
+                               [](QRgb pixel) { return static_cast<std::uint8_t>(qAlpha(pixel)); });
     }
     if (colours_.isNull()) {
         return;
@@ -217,7 +226,7 @@ TextPicture TextLine::Render(Long left, Long width, Long density) {
         }
         density_ = density;
     }
-    TextCanvas canvas(picture.width, picture.height);
+    TextCanvas canvas(picture.width, picture.height, density);
     for (Stretch& stretch : stretches_) {
         const double from = (stretch.left - left) * density;
         if (from < picture.width && from + stretch.Width() * density > 0) {

@@ -46,7 +46,7 @@ class FontFace {
 /// What text is drawn on: coverage, and pixels where glyphs have colours.
 class TextCanvas {
   public:
-    TextCanvas(Long width, Long height);
+    TextCanvas(Long width, Long height, Long density);
 
     void Draw(const QTextLine& line, QPointF at);
     void Draw(const GlyphGroup& group, QPointF at);
