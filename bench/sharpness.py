@@ -22,7 +22,7 @@ from desktop import Display, wait_for  # noqa: E402
 
 FACTORS = (1, 1.25, 1.5, 1.75, 2, 2.5, 3, 4)
 LIST = (6, 27)       # of the window, units
-ROW, ROWS = 15, 12
+ROW = 15
 # What is looked at: neither the playing row and the selected one nor the bar; units.
 FIRST, LAST, WIDTH = 2, 12, 240
 TITLES = ('Slow Morning', 'Ways of the Harbour', 'Evening Sun', 'Tin Roof, Light Rain',
@@ -92,17 +92,15 @@ class Bench:
             player.send_signal(signal.SIGTERM)
             player.wait()
 
-    def alone(self, factor, ink, ground, size):
+    def alone(self, factor, ink, ground):
         """The same by the toolkit alone."""
+        rows = [f'{number}. {title}' for number, title in enumerate(TITLES, 1)][FIRST:LAST]
         done = subprocess.run(
             [os.path.join(self.build, 'bench', 'toolkit_text'), str(factor), str(WIDTH),
              str((LAST - FIRST) * ROW), str(ROW), ink.hex(), ground.hex()],
-            input='\n'.join(f'{number}. {title}' if self.numbered else title
-                            for number, title in list(enumerate(TITLES, 1))[FIRST:LAST]).encode(),
+            input='\n'.join(rows).encode(),
             stdout=subprocess.PIPE, env=self.environment, check=True)
         return done.stdout
-
-    numbered = False
 
     def table(self, factors):
         print('factor   on the screen       by itself    share')
@@ -110,7 +108,7 @@ class Bench:
             pixels, width = self.shown(factor)
             ink, ground = colours(pixels)
             shown = sharpness(pixels, width)
-            alone = sharpness(self.alone(factor, ink, ground, width), width)
+            alone = sharpness(self.alone(factor, ink, ground), width)
             print(f'{factor:6}  {shown:14}  {alone:14}  {shown / alone:7.3f}')
 
 
