@@ -26,8 +26,8 @@ class TextDriver : public platform::HeadlessDriver {
         return engine_.Measure(font, text);
     }
     platform::TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
-                                     Long width, Long /*density*/) const override {
-        return engine_.Render(font, text, left, width);
+                                     Long width, Long density) const override {
+        return engine_.Render(font, text, left, width, density);
     }
 
   private:

@@ -13,10 +13,13 @@ display_packages=(xvfb openbox xdotool x11-utils imagemagick)
 # What makes the package, looks at it, and offers its options.
 packing_packages=(dpkg-dev file binutils fakeroot lintian appstream man-db groff-base
   bash-completion zsh fish)
+# Fonts of scripts that are high or deep, or hang together, and of pictures.
+font_packages=(fonts-lohit-deva fonts-nafees fonts-noto-color-emoji fonts-tibetan-machine
+  fonts-tlwg-loma-ttf fonts-wqy-microhei)
 # What the tests and the checks need besides: among it a Wayland compositor with an X server; the last
 # ones are a sound server and what records it.
 test_packages=(libgtest-dev libbenchmark-dev python3 clang-format
-  "${display_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip
+  "${display_packages[@]}" "${font_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip
   chromium chromium-driver python3-selenium
   weston qt6-wayland xwayland
   dbus playerctl python3-gi xdg-utils desktop-file-utils libglib2.0-bin shared-mime-info

@@ -22,8 +22,8 @@ Size DesktopDriver::MeasureText(const Font& font, std::u16string_view text) cons
 }
 
 TextPicture DesktopDriver::RenderText(const Font& font, std::u16string_view text, Long left,
-                                      Long width, Long /*density*/) const {
-    return parts_->IsLost() ? TextPicture{} : parts_->text.Render(font, text, left, width);
+                                      Long width, Long density) const {
+    return parts_->IsLost() ? TextPicture{} : parts_->text.Render(font, text, left, width, density);
 }
 
 Long DesktopDriver::TextOffset(const Font& font, std::u16string_view text,

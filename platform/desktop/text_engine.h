@@ -14,6 +14,9 @@ namespace platform::desktop {
 /// goes by the width of a text divides by nothing.
 Size SizeWithoutFonts(const Font& font, std::u16string_view text);
 
+class FontFace;
+class TextLine;
+
 class TextEngine {
   public:
     TextEngine();
@@ -21,19 +24,17 @@ class TextEngine {
 
     // As the driver's members of that name.
     Size Measure(const Font& font, std::u16string_view text);
-    TextPicture Render(const Font& font, std::u16string_view text, Long left, Long width);
+    TextPicture Render(const Font& font, std::u16string_view text, Long left, Long width,
+                       Long density = 1);
     Long Offset(const Font& font, std::u16string_view text, std::size_t index);
 
   private:
-    struct Face;
-    struct Line;
+    FontFace& FaceFor(const Font& font);
+    TextLine& Shape(const Font& font, std::u16string_view text);
 
-    const Face& FaceFor(const Font& font);
-    const Line& Shape(const Font& font, std::u16string_view text);
-
-    std::vector<std::unique_ptr<Face>> faces_;
+    std::vector<std::unique_ptr<FontFace>> faces_;
     /// The last line that was shaped: it is usually measured, drawn and pointed into in turn.
-    std::unique_ptr<Line> line_;
+    std::unique_ptr<TextLine> line_;
 };
 
 }  // namespace platform::desktop

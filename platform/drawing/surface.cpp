@@ -217,6 +217,16 @@ Pixel Blend(Pixel under, Pixel colour, std::uint32_t coverage) {
     return outer | inner;
 }
 
+// A pixel that has been multiplied by its alpha already.
+Pixel Over(Pixel under, std::uint32_t over) {
+    const std::uint32_t left = 255 - (over >> 24);
+    const auto channel = [&](int shift) {
+        const std::uint32_t kept = ((under >> shift & 0xFF) * left + 127) / 255;
+        return std::min<std::uint32_t>(kept + (over >> shift & 0xFF), 255) << shift;
+    };
+    return channel(16) | channel(8) | channel(0);
+}
+
 }  // namespace
 
 void Surface::Stamp(const Rect& to, const Surface& source, Colour ink) {
@@ -339,6 +349,11 @@ void Surface::BlendText(const TextPicture& text, Point at, const Rect& clip, Col
         for (Long x = area.left; x < area.right; ++x) {
             // Without a look at whether there is any: compilers make vectors of it.
             write[x] = Blend(write[x], ink, text.coverage[start + static_cast<std::size_t>(x)]);
+        }
+        if (!text.colours.empty()) {
+            for (Long x = area.left; x < area.right; ++x) {
+                write[x] = Over(write[x], text.colours[start + static_cast<std::size_t>(x)]);
+            }
         }
     }
 }

@@ -44,6 +44,9 @@ struct TextPicture {
     Long height = 0;  ///< the same
     std::vector<std::uint8_t> coverage;
     Long density = 1;  ///< of the surfaces that it is for
+    /// Signs that have colours of their own, over the rest: 0xAARRGGBB, colours times alpha, in the
+    /// same order; empty if there are none.
+    std::vector<std::uint32_t> colours = {};
 };
 
 class FinerPictures;
@@ -117,7 +120,7 @@ class Surface {
 
     /// Blends a colour over the surface by a text's coverage, whose top left corner goes to `at`, a
     /// stored pixel, so that words can be centred more finely; only within `clip`. A text of
-    /// another density is not drawn.
+    /// another density is not drawn. What has colours of its own keeps them.
     void BlendText(const TextPicture& text, Point at, const Rect& clip, Colour colour);
 
     Rect Stored(const Rect& rect) const {

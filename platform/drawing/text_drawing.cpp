@@ -10,8 +10,12 @@ namespace platform {
 namespace {
 
 constexpr Long kPieceWidth = 2048;
-// Enough for the rows of several screens; a piece of a row takes some 4 KiB.
-constexpr std::size_t kMostBytes = 1U << 20;
+
+// Enough for the rows of several screens, whatever their density; a piece of a row takes some 4 KiB
+// at density 1, and as many times more as there are pixels in one.
+std::size_t MostBytes(Long density) {
+    return (static_cast<std::size_t>(density) + 1) << 19;
+}
 
 // A text as its format reads it; kept in `room` where that differs from how it is written.
 std::u16string_view WithoutMarks(std::u16string_view text, Long format, std::u16string& room) {
@@ -37,26 +41,33 @@ std::size_t TextDrawing::KeyHash::operator()(const Key& key) const {
 }
 
 std::size_t TextDrawing::BytesOf(const Piece& piece) {
-    return sizeof(Piece) + piece.text.size() * sizeof(char16_t) + piece.picture.coverage.size();
+    return sizeof(Piece) + piece.text.size() * sizeof(char16_t) + piece.picture.coverage.size() +
+           piece.picture.colours.size() * sizeof(Pixel);
 }
 
 const TextPicture& TextDrawing::Rendered(const Font& font, std::u16string_view text, Long number,
                                          Long density) {
-    const auto found = found_.find({&font, text, number, density});
+    if (density_ != density) {
+        found_.clear();
+        pieces_.clear();
+        bytes_ = 0;
+        density_ = density;
+    }
+    const auto found = found_.find({&font, text, number});
     if (found != found_.end()) {
         pieces_.splice(pieces_.begin(), pieces_, found->second);
         return pieces_.front().picture;
     }
     pieces_.push_front(
-        {font, std::u16string(text), number, density,
+        {font, std::u16string(text), number,
          driver_.RenderText(font, text, number * kPieceWidth, kPieceWidth, density)});
     const Piece& piece = pieces_.front();
-    found_[{&piece.font, piece.text, number, density}] = pieces_.begin();
+    found_[{&piece.font, piece.text, number}] = pieces_.begin();
     bytes_ += BytesOf(piece);
-    while (bytes_ > kMostBytes && pieces_.size() > 1) {
+    while (bytes_ > MostBytes(density) && pieces_.size() > 1) {
         const Piece& last = pieces_.back();
         bytes_ -= BytesOf(last);
-        found_.erase({&last.font, last.text, last.number, last.density});
+        found_.erase({&last.font, last.text, last.number});
         pieces_.pop_back();
     }
     return piece.picture;

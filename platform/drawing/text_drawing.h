@@ -44,7 +44,6 @@ class TextDrawing {
         Font font;
         std::u16string text;
         Long number = 0;
-        Long density = 1;
         TextPicture picture;
     };
     // What a piece is found by; points into the piece.
@@ -52,10 +51,8 @@ class TextDrawing {
         const Font* font;
         std::u16string_view text;
         Long number;
-        Long density;
         bool operator==(const Key& other) const {
-            return number == other.number && density == other.density && text == other.text &&
-                   *font == *other.font;
+            return number == other.number && text == other.text && *font == *other.font;
         }
     };
     struct KeyHash {
@@ -69,6 +66,7 @@ class TextDrawing {
                                 Long density);
 
     const Driver& driver_;
+    Long density_ = 1;         ///< of all pieces: those of another one are not asked for again
     std::list<Piece> pieces_;  ///< used latest first
     std::unordered_map<Key, std::list<Piece>::iterator, KeyHash> found_;
     std::size_t bytes_ = 0;

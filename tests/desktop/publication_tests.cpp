@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "platform/desktop/associations/associations.h"
+#include "platform/desktop/associations/media_types.h"
 
 namespace {
 

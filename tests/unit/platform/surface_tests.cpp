@@ -248,6 +248,23 @@ TEST(SurfaceBlendText, EachRowOfThePictureLandsOnItsOwn) {
     EXPECT_EQ(RowsOf(surface), (Rows{"....", ".7..", "..7."}));
 }
 
+TEST(SurfaceBlendText, WhatHasColoursOfItsOwnKeepsThem) {
+    // All of it; half of a red of 128; a letter beside it; nothing.
+    const TextPicture picture{
+        4, 1, {0, 0, 255, 0}, 1, {0xFF102030, 0x80400000, 0x00000000, 0x00000000}};
+    Surface surface = Sized(4, 1);
+    surface.FillRect(surface.Bounds(), 0xFFFFFF);
+    surface.BlendText(picture, {0, 0}, surface.Bounds(), 0x0000C8);
+    EXPECT_EQ(surface.GetPixel({0, 0}), 0x302010);
+    EXPECT_EQ(surface.GetPixel({1, 0}), 0x7F7FBF);  // 255 * 127 / 255 is left, and 64 of red
+    EXPECT_EQ(surface.GetPixel({2, 0}), 0x0000C8);
+    EXPECT_EQ(surface.GetPixel({3, 0}), 0xFFFFFF);
+    surface.FillRect(surface.Bounds(), 0);
+    surface.BlendText(picture, {0, 0}, {1, 0, 4, 1}, 0);
+    EXPECT_EQ(surface.GetPixel({0, 0}), 0);
+    EXPECT_EQ(surface.GetPixel({1, 0}), 0x000040);
+}
+
 TEST(Mask, HasThePointsThatAreNotTransparent) {
     const Mask mask(Picture({"11.", ".2."}), 0);
     EXPECT_EQ(mask.GetSize(), (Size{3, 2}));

@@ -1,0 +1,127 @@
+// Places of glyphs in a finer size. The letters here are 10 pixels wide and blanks 5 in the plain
+// size, unless a test says otherwise.
+#include "platform/desktop/glyph_places.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+using platform::desktop::GlyphPlace;
+using platform::desktop::LineMeasures;
+using platform::desktop::PlaceGlyphs;
+
+struct Shaped {
+    std::vector<GlyphPlace> glyphs;
+    LineMeasures line;
+};
+
+/// A line in which letters, and blanks, take so many stored pixels in the finer size.
+Shaped Shape(std::string_view text, int density, double letter, double blank) {
+    Shaped shaped;
+    double plain = 0;
+    for (const char c : text) {
+        const bool isBlank = c == ' ';
+        shaped.glyphs.push_back({plain, shaped.line.fineWidth, isBlank});
+        plain += isBlank ? 5 : 10;
+        shaped.line.fineWidth += isBlank ? blank : letter;
+    }
+    shaped.line.density = density;
+    shaped.line.room = plain * density;
+    return shaped;
+}
+
+/// Where the letters are drawn.
+std::vector<double> Drawn(Shaped shaped) {
+    PlaceGlyphs(shaped.glyphs, shaped.line);
+    std::vector<double> places;
+    for (const GlyphPlace& glyph : shaped.glyphs) {
+        if (!glyph.blank) {
+            places.push_back(glyph.fine + glyph.shift);
+        }
+    }
+    return places;
+}
+
+TEST(GlyphPlaces, AreTheFinerSizesOwnWhereBothAgree) {
+    EXPECT_EQ(Drawn(Shape("ab cd", 2, 20, 10)), (std::vector<double>{0, 20, 50, 70}));
+    EXPECT_EQ(Drawn({}), std::vector<double>{});
+    EXPECT_EQ(Drawn(Shape("  ", 2, 20, 10)), std::vector<double>{});
+}
+
+TEST(GlyphPlaces, WordsKeepTheirSpacingAndGapsGive) {
+    // Each word is 2 pixels too wide for its room: the gap takes them, the last word as well as it
+    // can. 94 of 90 pixels: the second word begins 4 to the left of 52.
+    EXPECT_EQ(Drawn(Shape("ab cd", 2, 21, 10)), (std::vector<double>{0, 21, 48, 69}));
+    // All gaps give alike: 5 pixels for four of them, and so 1, 1, 2 and 1.
+    EXPECT_EQ(Drawn(Shape("a b c d e", 2, 21, 10)), (std::vector<double>{0, 30, 60, 89, 119}));
+}
+
+TEST(GlyphPlaces, NothingCrossesTheEndOfTheLine) {
+    for (const int density : {2, 3, 4}) {
+        for (const double wider : {1, 2, 3, 5}) {
+            for (const auto* text : {"abcdefghijkl", "ab abcdefgh", "abcdefgh ab "}) {
+                const double letter = 10 * density + wider;
+                const Shaped shaped = Shape(text, density, letter, 5 * density);
+                const auto places = Drawn(shaped);
+                EXPECT_GE(places.front(), 0);
+                EXPECT_TRUE(std::ranges::is_sorted(places));
+                const double right = places.back() + letter;
+                const double blanks = std::string_view(text).ends_with(' ') ? 5 * density : 0;
+                EXPECT_LE(right + blanks, shaped.line.room) << density << text << wider;
+            }
+        }
+    }
+}
+
+TEST(GlyphPlaces, ALetterWiderThanItsRoomTakesTheRoomInFrontOfIt) {
+    Shaped shaped = Shape("a", 2, 22, 10);
+    shaped.line.fineLead = -3;  // its ink begins there
+    EXPECT_EQ(Drawn(shaped), (std::vector<double>{-2}));
+}
+
+TEST(GlyphPlaces, LinesBeginBelowEachOther) {
+    Shaped shaped = Shape("ab cdefg", 2, 21, 10);
+    shaped.line.fineLead = -3;
+    EXPECT_EQ(Drawn(shaped).front(), 0);
+}
+
+TEST(GlyphPlaces, StayWithinAUnitOfThePlainOnes) {
+    for (const int density : {2, 3, 4}) {
+        for (const double wider : {-2, -1, 1, 2}) {
+            Shaped shaped =
+                Shape("abcdefghijklm nopqrstuvwxyzabc d e f", density, 10 * density + wider, 5);
+            PlaceGlyphs(shaped.glyphs, shaped.line);
+            for (std::size_t i = 0; i < shaped.glyphs.size(); ++i) {
+                const GlyphPlace& glyph = shaped.glyphs[i];
+                // The last word keeps clear of the line's end besides.
+                const double over = i > 28 ? 3 : 0;
+                if (!glyph.blank) {
+                    EXPECT_NEAR(glyph.fine + glyph.shift, glyph.plain * density, density + over)
+                        << i << " " << density << " " << wider;
+                }
+            }
+        }
+    }
+}
+
+TEST(GlyphPlaces, JoinedLettersAreNeverDrawnApart) {
+    Shaped shaped = Shape("abcdefghijklm", 2, 18, 10);
+    shaped.line.joined = true;
+    PlaceGlyphs(shaped.glyphs, shaped.line);
+    for (std::size_t i = 1; i < shaped.glyphs.size(); ++i) {
+        EXPECT_LE(shaped.glyphs[i].shift, shaped.glyphs[i - 1].shift);
+    }
+    shaped.line.joined = false;
+    EXPECT_GE(Drawn(shaped).back(), 2 * 120 - 2);
+}
+
+TEST(GlyphPlaces, InkInFrontOfTheLineIsBroughtIn) {
+    Shaped shaped = Shape("ab cd", 2, 20, 10);
+    shaped.line.fineLead = 1;
+    EXPECT_EQ(Drawn(shaped), (std::vector<double>{1, 21, 50, 70}));
+}
+
+}  // namespace
