@@ -316,6 +316,7 @@ class WindowSystem {
     void On(const RestoredByDesktop& event);
     void On(const WorkAreaChanged& event);
     void On(const DensityChanged& event);
+    void On(const SeenAgain& event);
     void On(const FilesDropped& event);
     void On(const MovedByDesktop& event);
     void On(const PointerMoved& event);

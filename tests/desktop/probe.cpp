@@ -55,7 +55,7 @@ class Probe {
   public:
     explicit Probe(std::optional<double> scale)
         : driver_({"veldrin", "Veldrin", "Music Player", "AudioVideo;Audio;Player;"}, scale),
-          picture_(kSize) {
+          picture_(kSize, driver_.Density()) {
         driver_.Watch(STDIN_FILENO, [this] { Read(); });
         driver_.WatchDisplay([this] { DisplayLost(); });
         driver_.CreateTopLevel(kWindow);
@@ -117,7 +117,16 @@ class Probe {
     void Tell(const MinimisedByDesktop&) { Say("minimised"); }
     void Tell(const RestoredByDesktop&) { Say("restored"); }
     void Tell(const WorkAreaChanged&) { Say("workarea"); }
-    void Tell(const DensityChanged&) { Say("density " + std::to_string(driver_.Density())); }
+    void Tell(const DensityChanged&) {
+        Say("density " + std::to_string(driver_.Density()));
+        picture_ = picture_.AtDensity(driver_.Density());
+        const Rect all = picture_.Bounds();
+        driver_.ShowPicture(kWindow, picture_, {&all, 1});
+    }
+    void Tell(const SeenAgain&) {
+        Say("seen again");
+        driver_.ShowPicture(kWindow, picture_, {});
+    }
     void Tell(const PointerLeft&) { Say("left"); }
     void Tell(const InputLost&) { Say("lost"); }
     void Tell(const HotKeyPressed& press) { Say("hotkey " + std::to_string(press.key)); }
@@ -213,6 +222,7 @@ class Probe {
         driver_.ShowPicture(kWindow, picture_, {&part, 1});
         Say("done");
     }
+    void IsSeen(std::istringstream&) { Say(driver_.IsSeen(kWindow) ? "is seen" : "is not seen"); }
     void Minimise(std::istringstream& words) {
         bool minimised = false;
         words >> minimised;
@@ -381,6 +391,7 @@ class Probe {
         {"online", &Probe::Online},       {"grab", &Probe::Grab},
         {"release", &Probe::Release},     {"letters", &Probe::Letters},
         {"exit", &Probe::Exit},           {"abort", &Probe::Abort},
+        {"seen", &Probe::IsSeen},
     };
 
     DesktopDriver driver_;
