@@ -24,10 +24,9 @@ void JButton::DrawState(Row row) {
     const double imageHeight = strip->Height() / kImages;
     const auto height = static_cast<Long>(std::ceil(imageHeight - 0.5));
     const platform::Rect to{0, 0, strip->Width(), height};
-    Canvas().StretchBlt(to, *strip,
-                        {0, imageHeight * Long{row}, static_cast<double>(strip->Width()),
-                         static_cast<double>(height)});
-    ShowFace();
+    DrawImage(strip, to,
+              {0, imageHeight * Long{row}, static_cast<double>(strip->Width()),
+               static_cast<double>(height)});
 }
 
 void JButton::MouseUp(const platform::MouseEvent& event) {

@@ -88,24 +88,30 @@ void JSlider::DrawBackground(Long half) {
     if (!HasPixels(picture_)) {
         return;
     }
-    Surface& face = Canvas();
     // Each tick of a playing item writes the value, and mostly the same one.
-    Background background{picture_, half, vertical_, face.GetSize(), BackColor()};
-    if (background == drawn_) {
+    Background background{picture_, half, vertical_, Canvas().GetSize(), BackColor()};
+    if (!(background == drawn_)) {
+        drawn_ = std::move(background);
+        DrawBackground();
+    }
+}
+
+void JSlider::DrawBackground() {
+    if (drawn_.picture == nullptr) {
         return;
     }
-    drawn_ = std::move(background);
-    face.FillRect(face.Bounds(), BackColor());
-    SourceRect from{0, 0, static_cast<double>(picture_->Width()),
-                    static_cast<double>(picture_->Height())};
-    if (vertical_) {
+    Surface& face = Canvas();
+    face.FillRect(face.Bounds(), drawn_.colour);
+    SourceRect from{0, 0, static_cast<double>(drawn_.picture->Width()),
+                    static_cast<double>(drawn_.picture->Height())};
+    if (drawn_.vertical) {
         from.width /= 2;
-        from.left = from.width * half;
+        from.left = from.width * drawn_.half;
     } else {
         from.height /= 2;
-        from.top = from.height * half;
+        from.top = from.height * drawn_.half;
     }
-    face.StretchBlt(face.Bounds(), *picture_, from);
+    face.StretchBlt(face.Bounds(), *drawn_.picture, from);
     ShowFace();
 }
 

@@ -68,10 +68,12 @@ class JSlider : public SkinnedControl {
     void MouseUp(const platform::MouseEvent& event) override;
     void Resized() override;
     void Shown() override { ShowStep(); }
+    void Redraw() override { DrawBackground(); }
 
   private:
     /// Half of the picture: 0 in use, 1 out of use.
     void DrawBackground(Long half);
+    void DrawBackground();
     void DrawEnabled() { DrawBackground(0); }
     void DrawDisabled() { DrawBackground(1); }
     void Draw();

@@ -29,10 +29,8 @@ void JToogle::DrawState(Row row) {
     }
     const double imageHeight = strip->Height() / kImages;
     const Long image = value_ ? Long{row} + kStates : Long{row};
-    platform::Surface& face = Canvas();
-    face.StretchBlt(face.Bounds(), *strip,
-                    {0, imageHeight * image, static_cast<double>(strip->Width()), imageHeight});
-    ShowFace();
+    DrawImage(strip, Canvas().Bounds(),
+              {0, imageHeight * image, static_cast<double>(strip->Width()), imageHeight});
 }
 
 void JToogle::MouseUp(const platform::MouseEvent& event) {

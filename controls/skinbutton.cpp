@@ -26,6 +26,20 @@ void SkinButton::ApplyMask() {
                                  : nullptr);
 }
 
+void SkinButton::DrawImage(platform::PictureRef strip, const platform::Rect& to,
+                           const platform::SourceRect& from) {
+    Canvas().StretchBlt(to, *strip, from);
+    drawn_ = {std::move(strip), to, from};
+    ShowFace();
+}
+
+void SkinButton::Redraw() {
+    ApplyMask();
+    if (drawn_.strip != nullptr) {
+        DrawImage(drawn_.strip, drawn_.to, drawn_.from);
+    }
+}
+
 // Another size comes back here through Resized, by then with nothing left to change.
 void SkinButton::ResizeStep() {
     if (maskPicture_ == nullptr) {

@@ -46,11 +46,21 @@ class SkinButton : public SkinnedControl {
     void MouseMove(const platform::MouseEvent& event) override;
     void Resized() override { ResizeStep(); }
     void Shown() override { Refresh(); }
+    void Redraw() override;
+    /// Draws a part of a strip and remembers it, until something else is drawn.
+    void DrawImage(platform::PictureRef strip, const platform::Rect& to,
+                   const platform::SourceRect& from);
 
   private:
     void ResizeStep();
     void ApplyMask();
 
+    struct Image {
+        platform::PictureRef strip;
+        platform::Rect to;
+        platform::SourceRect from;
+    };
+    Image drawn_;
     platform::PictureRef picture_;
     platform::PictureRef maskPicture_;
     Colour maskColor_;

@@ -59,9 +59,10 @@ bool mJPopupMenu::KeyboardFilter(Long key, Long modifiers, bool down) {
 void mJPopupMenu::DrawCheckMark(bool checked, Surface& surface, const Rect& rect, Colour ink) {
     constexpr Colour kWhite = 0xFFFFFF;
     constexpr Colour kBlack = 0;
-    if (checkBitmap_.Width() < rect.Width() || checkBitmap_.Height() < rect.Height()) {
+    if (checkBitmap_.Width() < rect.Width() || checkBitmap_.Height() < rect.Height() ||
+        checkBitmap_.Density() != surface.Density()) {
         ReleaseCheckBitmap();
-        checkBitmap_ = Surface({rect.Width(), rect.Height()});
+        checkBitmap_ = Surface({rect.Width(), rect.Height()}, surface.Density());
     }
     const Rect place{0, 0, rect.Width(), rect.Height()};
     checkBitmap_.FillRect(place, kWhite);
@@ -97,8 +98,9 @@ Colour Between(const Channels& from, const Channels& to, double factor) {
 
 void GradientFill(Surface& surface, const Rect& rect, Colour first, Colour second, bool vertical) {
     constexpr Long kMostBands = 255;
-    constexpr Long kSmallestBand = 3;
-    const Long size = vertical ? rect.Height() : rect.Width();
+    constexpr Long kSmallestBand = 3;  // stored pixels, as all lengths here
+    const Rect stored = surface.Stored(rect);
+    const Long size = vertical ? stored.Height() : stored.Width();
     if (size <= 0) {
         return;
     }
@@ -106,14 +108,14 @@ void GradientFill(Surface& surface, const Rect& rect, Colour first, Colour secon
     const Channels near = Split(first);
     const Channels far = Split(second);
     Colour running = second;
-    Rect part = rect;
+    Rect part = stored;
     for (Long i = size; i >= 0; i -= band) {
         if (vertical) {
-            part.top = std::max(part.bottom - band, rect.top);
+            part.top = std::max(part.bottom - band, stored.top);
         } else {
-            part.left = std::max(part.right - band, rect.left);
+            part.left = std::max(part.right - band, stored.left);
         }
-        surface.FillRect(part, running);
+        surface.FillStored(part, running);
         // From `i`, and not from what has been filled: the colour runs one band behind.
         const double factor = static_cast<double>(size - i) / size;
         (vertical ? part.bottom : part.right) = vertical ? part.top : part.left;

@@ -11,11 +11,13 @@ namespace sarnel {
 
 struct EmbeddedPicture {
     platform::Long id = 0;
-    std::string_view file;  ///< its bytes, which live as long as the program
+    std::string_view file;       ///< its bytes, which live as long as the program
+    platform::Long density = 1;  ///< of the surfaces that it has been drawn for
 };
 
 /// The text of assets/skintable.txt.
 std::string_view EmbeddedSkinTable();
+/// Plain ones first.
 std::vector<EmbeddedPicture> EmbeddedPictures();
 
 }  // namespace sarnel

@@ -45,7 +45,7 @@ SkinTable::SkinTable(std::string_view text, const std::vector<EmbeddedPicture>& 
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     for (const EmbeddedPicture& picture : pictures) {
-        Bitmap(picture.id, picture.file);
+        Bitmap(picture.id, picture.file, picture.density);
     }
 }
 
@@ -67,8 +67,18 @@ void SkinTable::Row(Long number, std::u16string text) {
     rows_[number] = std::move(text);
 }
 
-void SkinTable::Bitmap(Long id, std::string_view file) {
-    pictures_[id] = {file, nullptr};
+void SkinTable::Bitmap(Long id, std::string_view file, Long density) {
+    Picture& picture = pictures_[id];
+    picture.decoded = nullptr;
+    if (density == 1) {
+        picture.file = file;
+        picture.finer = nullptr;  // those there were belong to another picture
+        return;
+    }
+    if (picture.finer == nullptr) {
+        picture.finer = std::make_shared<platform::FinerPictures>();
+    }
+    picture.finer->Add(density, [=] { return platform::DecodeBitmap(file, density); });
 }
 
 const std::u16string& SkinTable::Row(Long number) const {
@@ -86,10 +96,17 @@ platform::PictureRef SkinTable::Bitmap(Long id) {
     }
     Picture& picture = found->second;
     if (picture.decoded == nullptr) {
-        picture.decoded = platform::DecodeBitmap(picture.file);
-    }
-    if (picture.decoded == nullptr) {
-        throw MissingResource();
+        const platform::PictureRef plain = platform::DecodeBitmap(picture.file);
+        if (plain == nullptr) {
+            throw MissingResource();
+        }
+        if (picture.finer != nullptr) {
+            auto withFiner = std::make_shared<platform::Surface>(*plain);
+            withFiner->Finer(picture.finer);
+            picture.decoded = std::move(withFiner);
+        } else {
+            picture.decoded = plain;
+        }
     }
     return picture.decoded;
 }

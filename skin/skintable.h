@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/drawing/finer_pictures.h"
 #include "platform/drawing/surface.h"
 #include "skin/embedded.h"
 
@@ -35,8 +36,9 @@ class SkinTable {
 
     /// No text empties the row.
     void Row(Long number, std::u16string text);
-    /// The bytes of a picture file must outlive the table.
-    void Bitmap(Long id, std::string_view file);
+    /// The bytes of a picture file must outlive the table. A finer picture comes with its plain
+    /// one, whose size in units it has; one that is damaged is as good as none.
+    void Bitmap(Long id, std::string_view file, Long density = 1);
 
     // A row as what it stands for.
 
@@ -48,6 +50,7 @@ class SkinTable {
 
     struct Picture {
         std::string_view file;
+        std::shared_ptr<platform::FinerPictures> finer;
         platform::PictureRef decoded;
     };
     std::map<Long, std::u16string> rows_;

@@ -247,6 +247,7 @@ class JList : public platform::Widget {
     void DoubleClick(const platform::MouseEvent& event) override;
     void Resized() override { Refresh(); }
     void LooksChanged() override { ++painted_.looks; }
+    void Redraw() override;
 
   private:
     void Create();
@@ -326,8 +327,8 @@ class JList : public platform::Widget {
 
     Colour backBrush_ = 0;
     platform::Surface backDC_;  ///< the clean background that rows are erased from
-    GradientBar selectionBar_;
-    GradientBar thumbBar_;
+    platform::Surface selectionBar_;
+    platform::Surface thumbBar_;
     Painted painted_;
 
     ListMouse mouse_;

@@ -130,14 +130,14 @@ void JList::ThumbColor2(Colour value) {
 }
 
 void JList::BuildSelectionBar() {
-    selectionBar_.Build(ScaleWidth(), RowHeight(), OleTranslateColor(colours_.sel1),
-                        OleTranslateColor(colours_.sel2), 0);
+    BuildGradient({ScaleWidth(), RowHeight()}, OleTranslateColor(colours_.sel1),
+                  OleTranslateColor(colours_.sel2), 0, selectionBar_);
     ++painted_.looks;
 }
 
 void JList::BuildThumbBar() {
-    thumbBar_.Build(ListThumb::kWidth, thumb_.barHeight, OleTranslateColor(colours_.thumb1),
-                    OleTranslateColor(colours_.thumb2), 180);
+    BuildGradient({ListThumb::kWidth, thumb_.barHeight}, OleTranslateColor(colours_.thumb1),
+                  OleTranslateColor(colours_.thumb2), 180, thumbBar_);
     ++painted_.looks;
 }
 

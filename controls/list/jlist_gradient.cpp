@@ -79,14 +79,20 @@ void BuildGradient(Long W, Long H, Colour C1, Colour C2, double Angle, BitmapHea
     Header = {40, W, H, 1, 32};
 }
 
-void GradientBar::Build(Long W, Long H, Colour C1, Colour C2, double Angle) {
-    BuildGradient(W, H, C1, C2, Angle, header, pixels);
-    picture = Surface({header.width, header.height});
-    for (Long y = 0; y < picture.Height(); ++y) {
-        const auto scan = static_cast<std::size_t>(picture.Height() - 1 - y) *
-                          static_cast<std::size_t>(picture.Width());
-        std::copy_n(pixels.data() + scan, picture.Width(), picture.Row(y));
+void BuildGradient(Size size, Colour C1, Colour C2, double Angle, Surface& picture) {
+    Surface built(size);
+    if (built.IsEmpty()) {
+        return;
     }
+    const Size stored = built.StoredSize();
+    BitmapHeader header;
+    std::vector<Pixel> pixels;
+    BuildGradient(stored.width, stored.height, C1, C2, Angle, header, pixels);
+    auto scan = pixels.cbegin();
+    for (Long y = stored.height - 1; y >= 0; --y, scan += stored.width) {
+        std::copy_n(scan, stored.width, built.Row(y));
+    }
+    picture = std::move(built);
 }
 
 }  // namespace sarnel

@@ -22,14 +22,9 @@ struct BitmapHeader {
 void BuildGradient(platform::Long W, platform::Long H, platform::Colour C1, platform::Colour C2,
                    double Angle, BitmapHeader& Header, std::vector<platform::Pixel>& Pixels);
 
-/// A gradient with the picture of it.
-struct GradientBar {
-    BitmapHeader header;
-    std::vector<platform::Pixel> pixels;
-    platform::Surface picture;
-
-    void Build(platform::Long W, platform::Long H, platform::Colour C1, platform::Colour C2,
-               double Angle);
-};
+/// The same as a picture, with steps as fine as the density in force. Less than a pixel leaves the
+/// picture as it was.
+void BuildGradient(platform::Size size, platform::Colour C1, platform::Colour C2, double Angle,
+                   platform::Surface& picture);
 
 }  // namespace sarnel

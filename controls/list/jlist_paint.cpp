@@ -89,6 +89,14 @@ void JList::RepaintAll() {
     ShowFace();
 }
 
+// Even where the owner holds repaints back: what shows is to be what showed before.
+void JList::Redraw() {
+    backDC_ = backDC_.AtDensity(Surface::DensityInForce());
+    BuildSelectionBar();
+    BuildThumbBar();
+    RepaintAll();
+}
+
 void JList::RepaintRows() {
     for (const Long row : painted_.changed) {
         const Long index = range_.first + row;

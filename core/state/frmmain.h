@@ -100,6 +100,7 @@ class frmMAIN : public platform::Widget {
 
   protected:
     void Resized() override { DrawPicture(); }
+    void Redraw() override { DrawPicture(); }
 
   private:
     // Defined with Load and Unload in core/mainwindow.cpp.

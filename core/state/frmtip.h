@@ -30,6 +30,7 @@ class frmTIP : public platform::Widget {
 
   protected:
     void Resized() override { Form_Resize(); }
+    void Redraw() override { Form_Resize(); }
     /// It never stands in the way.
     void MouseMove(const platform::MouseEvent& event) override;
 

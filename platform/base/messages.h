@@ -13,11 +13,13 @@ inline constexpr Long WM_SETFOCUS = 7;   ///< wParam: the window that lost it
 inline constexpr Long WM_KILLFOCUS = 8;  ///< wParam: the window that gets it
 inline constexpr Long WM_CLOSE = 16;     ///< a request; nothing is destroyed by itself
 inline constexpr Long WM_SETTINGCHANGE = 26;  ///< wParam: SPI_SETWORKAREA after a change of it
-inline constexpr Long WM_SHOWWINDOW = 24;     ///< wParam: 1 shown, 0 hidden; to the window itself
-inline constexpr Long WM_DRAWITEM = 43;       ///< lParam: a record for Menus::DrawRecord
-inline constexpr Long WM_MEASUREITEM = 44;    ///< lParam: a record for Menus::MeasureRecord
-inline constexpr Long WM_COPYDATA = 74;       ///< lParam: a record for WindowSystem::CopyData
-inline constexpr Long WM_CONTEXTMENU = 123;   ///< wParam: the window; lParam: x, y << 16, screen
+inline constexpr Long WM_DISPLAYCHANGE =
+    126;                                   ///< wParam: the new density of surfaces; to every window
+inline constexpr Long WM_SHOWWINDOW = 24;  ///< wParam: 1 shown, 0 hidden; to the window itself
+inline constexpr Long WM_DRAWITEM = 43;    ///< lParam: a record for Menus::DrawRecord
+inline constexpr Long WM_MEASUREITEM = 44;   ///< lParam: a record for Menus::MeasureRecord
+inline constexpr Long WM_COPYDATA = 74;      ///< lParam: a record for WindowSystem::CopyData
+inline constexpr Long WM_CONTEXTMENU = 123;  ///< wParam: the window; lParam: x, y << 16, screen
 // Of a text box that is a page; see TextBox.
 inline constexpr Long EM_LINESCROLL = 182;    ///< lParam: lines, positive to the text's end
 inline constexpr Long EM_GETLINECOUNT = 186;  ///< answers the number of lines as wrapped

@@ -197,14 +197,14 @@ class RunLengthReader {
         }
         x_ += static_cast<Long>(Next());
         y_ += static_cast<Long>(Next());
-        return x_ <= picture_.Width() && y_ <= picture_.Height();
+        return x_ <= size_.width && y_ <= size_.height;
     }
 
     bool Put(std::uint32_t index) {
-        if (x_ >= picture_.Width() || y_ >= picture_.Height() || index >= palette_.size()) {
+        if (x_ >= size_.width || y_ >= size_.height || index >= palette_.size()) {
             return false;
         }
-        picture_.Row(picture_.Height() - 1 - y_)[x_++] = palette_[index];
+        picture_.Row(size_.height - 1 - y_)[x_++] = palette_[index];
         return true;
     }
 
@@ -212,6 +212,7 @@ class RunLengthReader {
     std::size_t at_;
     const Palette& palette_;
     Surface& picture_;
+    const Size size_ = picture_.StoredSize();
     Long x_ = 0;
     Long y_ = 0;  // from the bottom
     bool ended_ = false;
@@ -219,14 +220,15 @@ class RunLengthReader {
 
 }  // namespace
 
-PictureRef DecodeBitmap(std::string_view file) {
+PictureRef DecodeBitmap(std::string_view file, Long density) {
     const Bytes bytes(file);
     const auto header = ReadHeader(bytes);
-    if (!header) {
+    if (!header || header->width % density != 0 || header->height % density != 0) {
         return nullptr;
     }
     const Palette palette = ReadPalette(bytes, *header);
-    auto picture = std::make_shared<Surface>(Size{header->width, header->height}, 1);
+    auto picture =
+        std::make_shared<Surface>(Size{header->width / density, header->height / density}, density);
     if (header->compression == kRunLength8) {
         // Pixels that no code names have the first colour.
         picture->FillRect(picture->Bounds(), ColourOf(palette[0]));

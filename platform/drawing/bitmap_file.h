@@ -12,7 +12,8 @@ namespace platform {
 /// Sides longer than this are damage, in pixels.
 inline constexpr Long kLongestBitmapSide = 4096;
 
-/// The picture in the bytes of a whole file; null if they are not such a file.
-PictureRef DecodeBitmap(std::string_view bytes);
+/// The picture in the bytes of a whole file; null if they are not such a file. Of a picture that
+/// has been drawn for finer surfaces its sides are multiples of their density, or it is none.
+PictureRef DecodeBitmap(std::string_view bytes, Long density = 1);
 
 }  // namespace platform

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/drawing/finer_pictures.h"
+
 namespace platform {
 
 Rect Intersect(const Rect& a, const Rect& b) {
@@ -91,8 +93,18 @@ Surface::Surface(Size size, Long density)
       pixels_(static_cast<std::size_t>(size_.width * density_) *
               static_cast<std::size_t>(size_.height * density_)) {}
 
+const Surface& Surface::For(Long density) const {
+    const Surface* const drawn =
+        finer_ != nullptr && density > density_ ? finer_->At(density, size_) : nullptr;
+    return drawn != nullptr ? *drawn : *this;
+}
+
 Surface Surface::AtDensity(Long density) const {
     Surface other(size_, density);
+    if (other.density_ % density_ == 0) {
+        other.Enlarge(*this, other.density_ / density_);
+        return other;
+    }
     const std::vector<Share> columns = Shares(size_.width, density_, other.density_);
     const std::vector<Share> rows = Shares(size_.height, density_, other.density_);
     for (std::size_t y = 0; y < rows.size(); ++y) {
@@ -102,6 +114,21 @@ Surface Surface::AtDensity(Long density) const {
         }
     }
     return other;
+}
+
+// Each stored pixel of the source becomes `times` x `times` of them.
+void Surface::Enlarge(const Surface& source, Long times) {
+    const Size stored = source.StoredSize();
+    for (Long y = 0; y < stored.height; ++y) {
+        const Pixel* const read = source.Row(y);
+        Pixel* write = Row(y * times);
+        for (Long x = 0; x < stored.width; ++x) {
+            write = std::fill_n(write, times, read[x]);
+        }
+        for (Long copy = 1; copy < times; ++copy) {
+            std::copy_n(Row(y * times), stored.width * times, Row(y * times + copy));
+        }
+    }
 }
 
 Colour Surface::GetPixel(Point point) const {
@@ -123,7 +150,11 @@ void Surface::Resize(Size size, Colour fill) {
 }
 
 void Surface::FillRect(const Rect& rect, Colour colour) {
-    const Rect area = Stored(Intersect(rect, Bounds()));
+    FillStored(Stored(Intersect(rect, Bounds())), colour);
+}
+
+void Surface::FillStored(const Rect& stored, Colour colour) {
+    const Rect area = Intersect(stored, Stored(Bounds()));
     if (platform::IsEmpty(area)) {
         return;
     }
@@ -135,7 +166,8 @@ void Surface::FillRect(const Rect& rect, Colour colour) {
     }
 }
 
-void Surface::BitBlt(const Rect& to, const Surface& source, Point from, Long operation) {
+void Surface::BitBlt(const Rect& to, const Surface& picture, Point from, Long operation) {
+    const Surface& source = picture.For(density_);
     // Where the source lies on this surface.
     const Point shift{to.left - from.x, to.top - from.y};
     const Rect place = Intersect(Intersect(to, Bounds()), Offset(source.Bounds(), shift));
@@ -162,6 +194,21 @@ void Surface::BitBlt(const Rect& to, const Surface& source, Point from, Long ope
     }
 }
 
+namespace {
+
+// `colour` over `under` by a coverage of 0 to 255, both channels at once where they do not touch.
+Pixel Blend(Pixel under, Pixel colour, std::uint32_t coverage) {
+    const std::uint32_t weight = coverage + (coverage >> 7);  // 0 to 256
+    const std::uint32_t rest = 256 - weight;
+    const std::uint32_t outer =
+        (((under & 0xFF00FF) * rest + (colour & 0xFF00FF) * weight) >> 8) & 0xFF00FF;
+    const std::uint32_t inner =
+        (((under & 0x00FF00) * rest + (colour & 0x00FF00) * weight) >> 8) & 0x00FF00;
+    return outer | inner;
+}
+
+}  // namespace
+
 void Surface::Stamp(const Rect& to, const Surface& source, Colour ink) {
     const Rect place =
         Intersect(Intersect(to, Bounds()), Offset(source.Bounds(), {to.left, to.top}));
@@ -170,10 +217,29 @@ void Surface::Stamp(const Rect& to, const Surface& source, Colour ink) {
     const auto sourceOf = [&](Long at) { return (2 * at + 1) * source.density_ / (2 * density_); };
     for (Long y = area.top; y < area.bottom; ++y) {
         const Pixel* read = source.Row(sourceOf(y - to.top * density_));
+        Pixel* write = Row(y);
         for (Long x = area.left; x < area.right; ++x) {
-            if (read[sourceOf(x - to.left * density_)] == PixelOf(0)) {
-                Row(y)[x] = PixelOf(ink);
+            const Pixel grey = read[sourceOf(x - to.left * density_)] & 0xFF;
+            write[x] = Blend(write[x], PixelOf(ink), 255 - grey);
+        }
+    }
+}
+
+void Surface::FillShape(const Rect& rect, Colour colour,
+                        const std::function<bool(double x, double y)>& inside) {
+    constexpr Long kSamples = 4;  // in each direction of a stored pixel
+    const Rect area = Stored(Intersect(rect, Bounds()));
+    const auto place = [&](Long stored, Long sample) {
+        return (stored + (sample + 0.5) / kSamples) / density_;
+    };
+    for (Long y = area.top; y < area.bottom; ++y) {
+        for (Long x = area.left; x < area.right; ++x) {
+            std::uint32_t covered = 0;
+            for (Long sample = 0; sample < kSamples * kSamples; ++sample) {
+                covered += inside(place(x, sample % kSamples), place(y, sample / kSamples)) ? 1 : 0;
             }
+            Pixel& pixel = Row(y)[x];
+            pixel = Blend(pixel, PixelOf(colour), covered * 255 / (kSamples * kSamples));
         }
     }
 }
@@ -193,7 +259,8 @@ std::vector<Long> SourceOf(Long targetLength, double start, double length, Long 
 
 }  // namespace
 
-void Surface::StretchBlt(const Rect& to, const Surface& source, const SourceRect& from) {
+void Surface::StretchBlt(const Rect& to, const Surface& picture, const SourceRect& from) {
+    const Surface& source = picture.For(density_);
     const Rect area = Stored(Intersect(to, Bounds()));
     if (platform::IsEmpty(area) || source.IsEmpty()) {
         return;
@@ -247,21 +314,6 @@ void Surface::Outline(const Rect& rect, Colour colour, Long penStyle) {
     }
 }
 
-namespace {
-
-// `colour` over `under` by a coverage of 0 to 255, both channels at once where they do not touch.
-Pixel Blend(Pixel under, Pixel colour, std::uint32_t coverage) {
-    const std::uint32_t weight = coverage + (coverage >> 7);  // 0 to 256
-    const std::uint32_t rest = 256 - weight;
-    const std::uint32_t outer =
-        (((under & 0xFF00FF) * rest + (colour & 0xFF00FF) * weight) >> 8) & 0xFF00FF;
-    const std::uint32_t inner =
-        (((under & 0x00FF00) * rest + (colour & 0x00FF00) * weight) >> 8) & 0x00FF00;
-    return outer | inner;
-}
-
-}  // namespace
-
 void Surface::BlendText(const TextPicture& text, Point at, const Rect& clip, Colour colour) {
     if (text.density != density_) {
         return;
@@ -279,23 +331,6 @@ void Surface::BlendText(const TextPicture& text, Point at, const Rect& clip, Col
             write[x] = Blend(write[x], ink, text.coverage[start + static_cast<std::size_t>(x)]);
         }
     }
-}
-
-Mask::Mask(const Surface& picture, Colour transparent) : size_(picture.GetSize()) {
-    const Colour outside = ColourOf(PixelOf(transparent));
-    inside_.reserve(static_cast<std::size_t>(size_.width) * static_cast<std::size_t>(size_.height));
-    for (Long y = 0; y < size_.height; ++y) {
-        for (Long x = 0; x < size_.width; ++x) {
-            inside_.push_back(picture.GetPixel({x, y}) != outside);
-        }
-    }
-}
-
-bool Mask::Contains(Point point) const {
-    const Rect bounds{0, 0, size_.width, size_.height};
-    return bounds.Contains(point) &&
-           inside_[static_cast<std::size_t>(point.y) * static_cast<std::size_t>(size_.width) +
-                   static_cast<std::size_t>(point.x)];
 }
 
 }  // namespace platform

@@ -9,8 +9,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
-#include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/base/types.h"
@@ -44,6 +45,8 @@ struct TextPicture {
     Long density = 1;  ///< of the surfaces that it is for
 };
 
+class FinerPictures;
+
 /// A rectangle of a source that may lie between its pixels: an image strip of three rows need not
 /// be a multiple of 3 high.
 struct SourceRect {
@@ -67,6 +70,13 @@ class Surface {
     /// The same picture at another density: enlarged by whole pixels, or averaged.
     Surface AtDensity(Long density) const;
 
+    /// Gives a picture the same one as it has been drawn for other densities: what copies it takes
+    /// the one that is right for the target.
+    void Finer(std::shared_ptr<FinerPictures> pictures) { finer_ = std::move(pictures); }
+    /// The picture as it is drawn on surfaces of that density: this one if there are no finer ones.
+    /// Good until it is asked for another density.
+    const Surface& For(Long density) const;
+
     Long Width() const { return size_.width; }
     Long Height() const { return size_.height; }
     Size GetSize() const { return size_; }
@@ -87,13 +97,18 @@ class Surface {
     /// this one's.
     void BitBlt(const Rect& to, const Surface& source, Point from, Long operation = SRCCOPY);
 
-    /// Draws `ink` where the top left part of a source is black, and leaves the rest alone: a
-    /// picture of one bit a pixel in a colour of one's choice.
+    /// Draws `ink` where the top left part of a source is black, leaves what is white there alone,
+    /// and mixes for the greys between: a picture without colours in a colour of one's choice.
     void Stamp(const Rect& to, const Surface& source, Colour ink);
 
     /// Copies a source rectangle, stretched or squeezed to fill `to`: each pixel takes the source
     /// pixel that lies under its centre. Outside of the source nothing is drawn.
     void StretchBlt(const Rect& to, const Surface& source, const SourceRect& from);
+
+    /// Fills what of a rectangle is `inside`, which is asked for places in units: finely enough for
+    /// smooth edges.
+    void FillShape(const Rect& rect, Colour colour,
+                   const std::function<bool(double x, double y)>& inside);
 
     /// The outline of a rectangle, one pixel wide, inside of it; what lies within is left alone.
     void Outline(const Rect& rect, Colour colour, Long penStyle);
@@ -103,6 +118,12 @@ class Surface {
     /// another density is not drawn.
     void BlendText(const TextPicture& text, Point at, const Rect& clip, Colour colour);
 
+    Rect Stored(const Rect& rect) const {
+        return {rect.left * density_, rect.top * density_, rect.right * density_,
+                rect.bottom * density_};
+    }
+    /// As FillRect, in stored pixels.
+    void FillStored(const Rect& stored, Colour colour);
     /// The stored pixels, StoredSize().height rows of StoredSize().width.
     Size StoredSize() const { return {size_.width * density_, size_.height * density_}; }
     /// The stored row `y`, from the left; the next row follows at once. `y` must lie inside, which
@@ -111,36 +132,18 @@ class Surface {
     Pixel* Row(Long y) { return pixels_.data() + RowStart(y); }
 
   private:
+    void Enlarge(const Surface& source, Long times);
     std::size_t RowStart(Long y) const {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width * density_);
     }
-    Rect Stored(const Rect& rect) const {
-        return {rect.left * density_, rect.top * density_, rect.right * density_,
-                rect.bottom * density_};
-    }
-
     Size size_;
     Long density_ = 1;
     std::vector<Pixel> pixels_;
+    std::shared_ptr<FinerPictures> finer_;
 };
 
 /// A picture that many controls share and nobody changes. A null pointer is "no picture".
 using PictureRef = std::shared_ptr<const Surface>;
-
-/// Which points of a control belong to it: those of a mask picture that have not the transparent
-/// colour in their middle.
-class Mask {
-  public:
-    Mask(const Surface& picture, Colour transparent);
-
-    /// Whether the point is drawn and can be clicked; False outside the picture.
-    bool Contains(Point point) const;
-    Size GetSize() const { return size_; }
-
-  private:
-    Size size_;
-    std::vector<bool> inside_;
-};
 
 // Rectangles, as far as drawing needs them.
 

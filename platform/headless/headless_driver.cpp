@@ -16,8 +16,8 @@ constexpr Long kLineHeight = 13;
 
 }  // namespace
 
-HeadlessDriver::HeadlessDriver(Clock clock)
-    : clock_(clock), start_(std::chrono::steady_clock::now()) {}
+HeadlessDriver::HeadlessDriver(Clock clock, Long density)
+    : clock_(clock), start_(std::chrono::steady_clock::now()), density_(density) {}
 
 void HeadlessDriver::PushKey(Long code, Long shift) {
     Push(KeyChanged{code, shift, true});

@@ -20,7 +20,7 @@ class HeadlessDriver : public Driver {
   public:
     enum class Clock { kVirtual, kReal };
 
-    explicit HeadlessDriver(Clock clock);
+    explicit HeadlessDriver(Clock clock, Long density = 1);
 
     // What users and desktops do, done by a test.
     void Push(DriverEvent event) { events_.push_back(std::move(event)); }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string_view>
 
 namespace platform {
@@ -29,6 +30,17 @@ constexpr Shape kBullet{
     ".......",
 };
 
+// What the shapes above are the pixels of, in dots.
+bool Covers(MenuMark mark, double x, double y) {
+    if (mark == MenuMark::kCheck) {
+        constexpr double kHalfStroke = 1.5;
+        return std::abs(y - std::min(x + 3, 8 - x)) <= kHalfStroke;
+    }
+    constexpr double kMiddle = 3.5;
+    constexpr double kRadius = 2.6;
+    return std::hypot(x - kMiddle, y - kMiddle) <= kRadius;
+}
+
 }  // namespace
 
 void DrawMenuMark(Surface& surface, const Rect& rect, MenuMark mark, Colour colour) {
@@ -37,7 +49,14 @@ void DrawMenuMark(Surface& surface, const Rect& rect, MenuMark mark, Colour colo
     const Long dot = std::max(std::min(rect.Width(), rect.Height()) / kRoom, 1);
     const Long side = static_cast<Long>(shape.size()) * dot;
     const Long left = rect.left + (rect.Width() - side) / 2;
-    Long y = rect.top + (rect.Height() - side) / 2;
+    const Long top = rect.top + (rect.Height() - side) / 2;
+    if (surface.Density() > 1) {
+        surface.FillShape({left, top, left + side, top + side}, colour, [&](double x, double y) {
+            return Covers(mark, (x - left) / dot, (y - top) / dot);
+        });
+        return;
+    }
+    Long y = top;
     for (const std::string_view line : shape) {
         Long x = left;
         for (const char point : line) {

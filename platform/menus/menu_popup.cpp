@@ -1,6 +1,7 @@
 #include "platform/menus/menu_popup.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace platform {
 
@@ -8,7 +9,8 @@ namespace {
 
 constexpr Long kFrame = 1;
 constexpr Long kArrowRow = 12;
-constexpr Long kOverlap = 2;  // of a submenu with the popup that it belongs to
+constexpr double kHalf = 0.5;  // from a pixel's edge to its middle
+constexpr Long kOverlap = 2;   // of a submenu with the popup that it belongs to
 
 // One dimension: a length from `start` on, moved into the range; what is longer begins where it
 // does.
@@ -76,7 +78,12 @@ MenuPopup::MenuPopup(WindowSystem& windows, Menus& menus, Handle menu, Handle ow
         row.right = size.width;
     }
     content_ = Surface(size);
-    window_ = windows_.CreateWindow(0, {}, {});
+    window_ = windows_.CreateWindow(0, {}, [this](const Message& message) {
+        if (message.id == WM_DISPLAYCHANGE && !frame_.IsEmpty()) {
+            Draw();
+        }
+        return 0;
+    });
     windows_.MakePopup(window_, opener, PopupKind::kMenu);
     view_ = windows_.CreateWindow(window_, {}, {});
     contentWindow_ = windows_.CreateWindow(view_, content_.Bounds(), {});
@@ -104,16 +111,21 @@ void MenuPopup::Show(const Rect& place) {
     const Rect view = View();
     windows_.SetWindowPos(view_, HWND_TOP, view.left, view.top, view.Width(), view.Height(),
                           SWP_NOZORDER);
-    for (std::size_t row = 0; row < rows_.size(); ++row) {
-        Redraw(row, ODA_DRAWENTIRE);
-    }
-    frame_ = Surface({place.Width(), place.Height()});
-    DrawFrame();
+    Draw();
     windows_.SetFace(contentWindow_, &content_);
     windows_.SetFace(window_, &frame_);
     windows_.ShowWindow(contentWindow_, SW_SHOW);
     windows_.ShowWindow(view_, SW_SHOW);
     windows_.ShowWindow(window_, SW_SHOW);
+}
+
+void MenuPopup::Draw() {
+    content_ = Surface(content_.GetSize());
+    for (std::size_t row = 0; row < rows_.size(); ++row) {
+        Redraw(row, ODA_DRAWENTIRE);
+    }
+    frame_ = Surface({Place().Width(), Place().Height()});
+    DrawFrame();
 }
 
 void MenuPopup::DrawFrame() {
@@ -129,6 +141,15 @@ void MenuPopup::DrawFrame() {
     for (const Rect& rect : {above, below}) {
         frame_.FillRect(rect, colours_.back);
         const Long first = rect.top + (kArrowRow - kArrowHeight) / 2;
+        if (frame_.Density() > 1) {
+            const Rect place{middle - kArrowHeight, first, middle + kArrowHeight + 1,
+                             first + kArrowHeight};
+            frame_.FillShape(place, colours_.arrow, [&](double x, double y) {
+                const double fromTip = rect == above ? y - place.top : place.bottom - y;
+                return std::abs(x - middle - kHalf) <= fromTip;
+            });
+            continue;
+        }
         for (Long line = 0; line < kArrowHeight; ++line) {
             const Long y = rect == above ? first + line : first + kArrowHeight - 1 - line;
             frame_.FillRect({middle - line, y, middle + line + 1, y + 1}, colours_.arrow);
@@ -205,11 +226,19 @@ void MenuPopup::DrawSubmenuArrow(std::size_t row) {
     constexpr Long kFromEdge = 7;
     const Rect place = rows_.at(row);
     const Long middle = (place.top + place.bottom) / 2;
+    const Colour ink = selected_ == row ? colours_.selectedArrow : colours_.arrow;
+    if (content_.Density() > 1) {
+        const Rect arrow{place.right - kFromEdge, middle - kWidth, place.right - kFromEdge + kWidth,
+                         middle + kWidth + 1};
+        content_.FillShape(arrow, ink, [&](double x, double y) {
+            return std::abs(y - middle - kHalf) <= arrow.right - x;
+        });
+        return;
+    }
     for (Long column = 0; column < kWidth; ++column) {
         const Long x = place.right - kFromEdge + column;
         const Long half = kWidth - 1 - column;
-        content_.FillRect({x, middle - half, x + 1, middle + half + 1},
-                          selected_ == row ? colours_.selectedArrow : colours_.arrow);
+        content_.FillRect({x, middle - half, x + 1, middle + half + 1}, ink);
     }
 }
 

@@ -58,6 +58,7 @@ class MenuPopup {
   private:
     bool Scrolls() const { return Place().Height() < WantedSize().height; }
     Rect View() const;
+    void Draw();
     void DrawFrame();
     void DrawSubmenuArrow(std::size_t row);
 

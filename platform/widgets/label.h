@@ -28,6 +28,7 @@ class Label : public Widget {
     void Resized() override;
     void Relocated() override;
     void LooksChanged() override;
+    void Redraw() override { Draw(); }
 
   private:
     void FitHeight();

@@ -1,9 +1,12 @@
 #include "platform/widgets/picture_box.h"
 
+#include <utility>
+
 namespace platform {
 
 void PictureBox::Cls() {
     shown_.reset();
+    isEmpty_ = true;
     Surface& face = Canvas();
     face.FillRect(face.Bounds(), BackColor());
     ShowFace();
@@ -11,6 +14,9 @@ void PictureBox::Cls() {
 
 void PictureBox::DrawText(std::u16string_view text, const Rect& rect, Long format) {
     shown_.reset();
+    if (std::exchange(isEmpty_, false)) {
+        shown_ = {std::u16string(text), rect, format};
+    }
     windows_.Text().Draw(Canvas(), GetFont(), text, rect, format, ForeColor());
     ShowFace();
 }
@@ -21,7 +27,13 @@ void PictureBox::ShowText(std::u16string_view text, const Rect& rect, Long forma
     }
     Cls();
     DrawText(text, rect, format);
-    shown_ = {std::u16string(text), rect, format};
+}
+
+// Texts drawn over one another stay as they were converted.
+void PictureBox::Redraw() {
+    if (const auto shown = std::exchange(shown_, std::nullopt)) {
+        ShowText(shown->text, shown->rect, shown->format);
+    }
 }
 
 }  // namespace platform

@@ -18,7 +18,8 @@ class PictureBox : public Widget {
 
     /// Fills the whole with BackColor.
     void Cls();
-    /// Draws text in ForeColor and the box's font, by a format of text_drawing.h.
+    /// Draws text over what is there, in ForeColor and the box's font, by a format of
+    /// text_drawing.h.
     void DrawText(std::u16string_view text, const Rect& rect, Long format);
     /// Cls, then DrawText; nothing if that is all the box shows already.
     void ShowText(std::u16string_view text, const Rect& rect, Long format);
@@ -29,14 +30,16 @@ class PictureBox : public Widget {
     void MouseUp(const MouseEvent& event) override { RaiseMouseUpAndClick(event); }
     void Resized() override { Cls(); }
     void LooksChanged() override { Cls(); }
+    void Redraw() override;
 
   private:
-    /// What ShowText drew, if nothing has been drawn since.
+    /// A text on an empty box, which is all that it shows.
     struct Shown {
         std::u16string text;
         Rect rect;
         Long format = 0;
     };
+    bool isEmpty_ = false;  ///< nothing has been drawn since Cls
     std::optional<Shown> shown_;
 };
 

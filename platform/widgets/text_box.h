@@ -70,6 +70,7 @@ class TextBox : public Widget {
     void DoubleClick(const MouseEvent& event) override;
     void Resized() override { Refit(); }
     void LooksChanged() override { Refit(); }
+    void Redraw() override { Draw(); }
 
   private:
     // A line as wrapped.

@@ -109,6 +109,12 @@ Long Widget::HandleMessage(const Message& message) {
         case WM_MOVE:
             Relocated();
             return 0;
+        case WM_DISPLAYCHANGE:
+            if (!face_.IsEmpty()) {
+                face_ = face_.AtDensity(message.wParam);
+                Redraw();
+            }
+            return 0;
         case WM_SHOWWINDOW:
             if (message.wParam != 0) {
                 Shown();

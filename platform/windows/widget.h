@@ -113,6 +113,9 @@ class Widget {
     virtual void Shown() {}
     /// A colour, the font or the text has been written.
     virtual void LooksChanged() {}
+    /// Pictures are finer or coarser from now on. The face has been converted; whoever draws words,
+    /// pictures of the skin or gradients draws what it shows once more.
+    virtual void Redraw() {}
 
     /// The face to draw on, brought to the window's size; new parts have the back colour. Once
     /// drawn on, it is what the window shows.

@@ -284,8 +284,25 @@ void WindowSystem::On(const WorkAreaChanged& /*event*/) {
     }
 }
 
+// Owners before what lies on them: labels take what shines through them from their parents.
+void WindowSystem::TellDensity(Handle window) {
+    SendMessage(window, WM_DISPLAYCHANGE, Surface::DensityInForce(), 0);
+    const Window* found = Find(window);
+    const std::vector<Handle> children = found != nullptr ? found->children : std::vector<Handle>();
+    for (const Handle child : children) {
+        TellDensity(child);
+    }
+}
+
 void WindowSystem::On(const DensityChanged& /*event*/) {
-    // Still to come: whoever draws draws anew, and pictures are composed at the new density.
+    Surface::DensityInForce(driver_.Density());
+    const std::vector<Handle> all = topLevels_;  // a copy: windows may end meanwhile
+    for (const Handle window : all) {
+        TellDensity(window);
+        if (const Window* found = Find(window)) {
+            InvalidateWindow(*found);
+        }
+    }
 }
 
 void WindowSystem::On(const FilesDropped& event) {

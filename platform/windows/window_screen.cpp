@@ -138,14 +138,7 @@ void WindowSystem::ComposeFace(const Window& window, Point origin, const Rect& a
     if (window.face != nullptr && window.mask == nullptr) {
         picture.BitBlt(area, *window.face, {area.left - origin.x, area.top - origin.y});
     } else if (window.face != nullptr) {
-        for (Long y = area.top; y < area.bottom; ++y) {
-            for (Long x = area.left; x < area.right; ++x) {
-                const Point point{x - origin.x, y - origin.y};
-                if (window.mask->Contains(point)) {
-                    picture.BitBlt({x, y, x + 1, y + 1}, *window.face, point);
-                }
-            }
-        }
+        window.mask->Copy(*window.face, {area.left - origin.x, area.top - origin.y}, area, picture);
     }
 }
 
@@ -201,7 +194,8 @@ Surface WindowSystem::ComposeScreen() const {
 void WindowSystem::UpdateTopLevel(Window& topLevel) {
     const Size size{topLevel.rect.Width(), topLevel.rect.Height()};
     std::vector<Rect> changed;
-    if (!(topLevel.shown.GetSize() == size)) {
+    if (!(topLevel.shown.GetSize() == size) ||
+        topLevel.shown.Density() != Surface::DensityInForce()) {
         topLevel.shown = Compose(topLevel.handle);
         topLevel.next = topLevel.shown;
         changed.push_back(topLevel.shown.Bounds());

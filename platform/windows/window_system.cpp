@@ -24,7 +24,9 @@ Rect Placed(std::int64_t x, std::int64_t y, Long width, Long height) {
 }  // namespace
 
 WindowSystem::WindowSystem(Driver& driver)
-    : driver_(driver), shell_(std::make_unique<Shell>(driver)) {}
+    : driver_(driver), shell_(std::make_unique<Shell>(driver)) {
+    Surface::DensityInForce(driver.Density());
+}
 
 WindowSystem::~WindowSystem() = default;
 

@@ -21,6 +21,7 @@
 
 #include "platform/base/messages.h"
 #include "platform/base/types.h"
+#include "platform/drawing/mask.h"
 #include "platform/drawing/surface.h"
 #include "platform/drawing/text_drawing.h"
 #include "platform/driver.h"
@@ -56,7 +57,8 @@ struct CopyDataRecord {
 
 class WindowSystem {
   public:
-    /// The driver must outlive the window system.
+    /// The driver must outlive the window system. Its density becomes the one in force: of two
+    /// window systems on one thread the later one decides.
     explicit WindowSystem(Driver& driver);
     ~WindowSystem();
     WindowSystem(const WindowSystem&) = delete;
@@ -329,6 +331,7 @@ class WindowSystem {
     void On(const InputLost& event);
     void On(const HotKeyPressed& event);
     void On(const TrayIconUsed& event);
+    void TellDensity(Handle window);
     bool TakenFromWindows(const ButtonChanged& event, Long held);
     bool TakenFromWindows(const KeyChanged& event);
     std::u16string TakeComposition();

@@ -102,19 +102,33 @@ TEST_F(RunnerTest, TheCommandLineIsChecked) {
                                                       {"-j", "0", file},
                                                       {"-j", "-1", file},
                                                       {"-j2x", file},
+                                                      {"--density", "0", file},
+                                                      {"--density", "-2", file},
+                                                      {"--density", "1.5", file},
+                                                      {"--density", "17", file},
+                                                      {"--density", file},
                                                       {"-x", file}}) {
         const Outcome outcome = Program(arguments);
         EXPECT_EQ(outcome.status, 2);
         EXPECT_EQ(outcome.err,
-                  "usage: ambrisor-scenario [--verbose] [--keep DIR] [-j N] FILE...\n");
+                  "usage: ambrisor-scenario [--verbose] [--keep DIR] [-j N] [--density N] "
+                  "FILE...\n");
         EXPECT_EQ(outcome.out, "");
     }
     EXPECT_EQ(Program({"--", file}).status, 0);
     EXPECT_EQ(Program({"-j", "3", file}).status, 0);
     EXPECT_EQ(Program({file, "-j3", file}).status, 0);
-    const Outcome finer = Program({"--density", "2", file});
-    EXPECT_EQ(finer.status, 2);
-    EXPECT_EQ(finer.err, "not built yet: --density\n");
+    EXPECT_EQ(Program({"--density", "16", file}).status, 0);
+}
+
+TEST_F(RunnerTest, SurfacesAreAsFineAsWanted) {
+    const std::string keep = Folder() + "/kept";
+    // A file of 54 bytes and three for each stored pixel of a screen of 1024 x 768.
+    EXPECT_EQ(Run("start\nscreenshot shot.bmp\n", {"--keep", keep, "--density", "3"}).status, 0);
+    EXPECT_EQ(std::filesystem::file_size(keep + "/f/shot.bmp"), 54U + 1024 * 3 * 768 * 3 * 3);
+    // Places stay, and the middle of one is a flat part of the skin here as there.
+    const std::string asks = "start\nget frmMAIN Width\n= 293\npixel frmMAIN 100 100\n= 6571068\n";
+    EXPECT_EQ(Run(asks, {"--density", "2"}).out, Run(asks).out);
 }
 
 TEST_F(RunnerTest, VerboseShowsEachCommandWithWhatItPrinted) {

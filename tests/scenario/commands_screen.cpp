@@ -19,19 +19,20 @@ void Append(std::string& bytes, std::uint32_t number, int count) {
     }
 }
 
-// A bitmap file of 24 bits a pixel.
+// A bitmap file of 24 bits a stored pixel.
 std::string BitmapFile(const Surface& picture) {
     constexpr std::uint32_t kHeaders = 14 + 40;
-    const auto width = static_cast<std::uint32_t>(picture.Width());
-    const auto height = static_cast<std::uint32_t>(picture.Height());
+    const platform::Size size = picture.StoredSize();
+    const auto width = static_cast<std::uint32_t>(size.width);
+    const auto height = static_cast<std::uint32_t>(size.height);
     const std::uint32_t rowBytes = (width * 3 + 3) / 4 * 4;
     std::string bytes = "BM";
     for (const std::uint32_t number : {kHeaders + rowBytes * height, 0U, kHeaders, 40U, width,
                                        height, 1U | (24U << 16), 0U, 0U, 0U, 0U, 0U, 0U}) {
         Append(bytes, number, 4);
     }
-    for (Long y = picture.Height() - 1; y >= 0; --y) {
-        for (Long x = 0; x < picture.Width(); ++x) {
+    for (Long y = size.height - 1; y >= 0; --y) {
+        for (Long x = 0; x < size.width; ++x) {
             Append(bytes, picture.Row(y)[x], 3);
         }
         bytes.append(rowBytes - width * 3, '\0');

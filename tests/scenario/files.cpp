@@ -32,7 +32,7 @@ std::optional<std::string> TextOf(const std::string& file) {
 class Job {
   public:
     Job(const std::string& file, const Options& options, const ScriptRunner& run)
-        : script_{file, {}, {}} {
+        : script_{file, {}, {}, options.density} {
         auto text = TextOf(file);
         if (!text) {
             problem_ = "cannot be read";

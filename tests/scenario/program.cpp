@@ -7,12 +7,14 @@ namespace scenario {
 
 namespace {
 
-constexpr const char* kUsage = "usage: ambrisor-scenario [--verbose] [--keep DIR] [-j N] FILE...\n";
+// A screen of more than a thousand megabytes helps nobody.
+constexpr int kMostDensity = 16;
+
+constexpr const char* kUsage =
+    "usage: ambrisor-scenario [--verbose] [--keep DIR] [-j N] [--density N] FILE...\n";
 
 // Raised with what is said about a wrong command line.
-struct WrongArguments {
-    std::string message = kUsage;
-};
+struct WrongArguments {};
 
 class OptionReader {
   public:
@@ -51,18 +53,22 @@ class OptionReader {
         } else if (name == "--keep") {
             options_.keep = Next();
         } else if (name.starts_with("-j")) {
-            options_.atOnce = Count(name.size() > 2 ? name.substr(2) : Next());
+            options_.atOnce = Count<std::size_t>(name.size() > 2 ? name.substr(2) : Next());
         } else if (name == "--density") {
-            throw WrongArguments{"not built yet: --density\n"};
+            options_.density = Count<int>(Next());
+            if (options_.density > kMostDensity) {
+                throw WrongArguments();
+            }
         } else {
             throw WrongArguments();
         }
     }
 
-    static std::size_t Count(const std::string& text) {
-        std::size_t count = 0;
+    template <class T>
+    static T Count(const std::string& text) {
+        T count = 0;
         const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), count);
-        if (error != std::errc() || stop != text.data() + text.size() || count == 0) {
+        if (error != std::errc() || stop != text.data() + text.size() || count <= 0) {
             throw WrongArguments();
         }
         return count;
@@ -85,8 +91,8 @@ int RunProgram(std::span<const std::string> arguments, std::ostream& out, std::o
         const Tally total = RunFiles(options, run, out);
         out << total.passed << " passed, " << total.failed << " failed\n";
         return total.mistakes > 0 ? 2 : total.failed > 0 ? 1 : 0;
-    } catch (const WrongArguments& wrong) {
-        err << wrong.message;
+    } catch (const WrongArguments&) {
+        err << kUsage;
         return 2;
     }
 }

@@ -19,7 +19,7 @@ class Screen : public platform::HeadlessDriver {
   public:
     using Millis = platform::Millis;
 
-    Screen() : HeadlessDriver(Clock::kVirtual) {}
+    explicit Screen(platform::Long density) : HeadlessDriver(Clock::kVirtual, density) {}
 
     /// The window system that this is the desktop of; both live equally long.
     void Serve(platform::WindowSystem& windows) { windows_ = &windows; }

@@ -182,7 +182,7 @@ void RunScript(const Script& script, bool verbose, Progress& progress, std::ostr
         ++progress.tally.mistakes;
     }
     if (steps.mistakes.empty()) {
-        World world(script.directory);
+        World world(script.directory, script.density);
         world.Screen().OnEndlessWait([&] { EndAtWait(script.file, world, progress, out); });
         RunSteps(script.file, steps.steps, world, verbose, progress, out);
     }

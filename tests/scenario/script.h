@@ -17,6 +17,7 @@ struct Options {
     bool verbose = false;
     std::optional<std::string> keep;  ///< the folder in which scratch folders stay
     std::size_t atOnce = 1;           ///< how many files run side by side
+    int density = 1;                  ///< how many times finer than coordinates surfaces are
     unsigned seconds = 60;            ///< of processor time that a file may take
     std::vector<std::string> files;
 };
@@ -26,6 +27,7 @@ struct Script {
     std::string file;       ///< as it was named
     std::string text;       ///< its lines
     std::string directory;  ///< its scratch folder
+    int density = 1;        ///< of the surfaces
 };
 
 /// Runs a script to its end and prints what fails. Ends the process in order where a wait of the

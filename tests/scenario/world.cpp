@@ -26,8 +26,8 @@ constexpr const char* kLyrics = "http://lyrics.test";
 
 }  // namespace
 
-World::World(std::string directory)
-    : directory_(std::move(directory)), holder_(windows_, 0, kNewInstance) {
+World::World(std::string directory, Long density)
+    : directory_(std::move(directory)), screen_(density), holder_(windows_, 0, kNewInstance) {
     screen_.Serve(windows_);
 }
 

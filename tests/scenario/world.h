@@ -31,7 +31,8 @@ using Command = std::function<void(World&)>;
 class World {
   public:
     /// `directory` is the scratch folder, raw bytes, absolute; it is not removed.
-    explicit World(std::string directory);
+    /// `directory`: the scratch folder. Surfaces are `density` times as fine as their coordinates.
+    explicit World(std::string directory, Long density = 1);
     ~World();
     World(const World&) = delete;
     World& operator=(const World&) = delete;

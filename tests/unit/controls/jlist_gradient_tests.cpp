@@ -86,10 +86,10 @@ TEST(Gradient, AllAnglesFillTheirBlockWithinItsColours) {
 }
 
 TEST(Gradient, ABarsPictureHasTheLastScanOnTop) {
-    GradientBar bar;
-    bar.Build(1, 3, kBlue, kRed, 90);
-    EXPECT_EQ(bar.picture.GetPixel({0, 0}), kRed);
-    EXPECT_EQ(bar.picture.GetPixel({0, 2}), kBlue);
+    platform::Surface bar;
+    BuildGradient({1, 3}, kBlue, kRed, 90, bar);
+    EXPECT_EQ(bar.GetPixel({0, 0}), kRed);
+    EXPECT_EQ(bar.GetPixel({0, 2}), kBlue);
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 // Every drawing operation, against pictures drawn by hand.
+#include "platform/drawing/mask.h"
 #include "platform/drawing/surface.h"
 
 #include <gtest/gtest.h>

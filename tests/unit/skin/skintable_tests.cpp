@@ -128,7 +128,9 @@ const std::vector<PictureRule> kPictures{
 TEST(SkinTable, HasThePicturesOfSkin1InTheirSizesAndDepths) {
     std::map<Long, std::string_view> files;
     for (const EmbeddedPicture& picture : EmbeddedPictures()) {
-        files[picture.id] = picture.file;
+        if (picture.density == 1) {
+            files[picture.id] = picture.file;
+        }
     }
     SkinTable table;
     std::set<Long> known;
@@ -177,7 +179,8 @@ TEST(SkinTable, RowsAndPicturesCanBeChanged) {
     const auto other = table.Bitmap(222);
     std::string file;
     for (const EmbeddedPicture& picture : EmbeddedPictures()) {
-        file = picture.id == 222 ? std::string(picture.file) : file;
+        const bool isMask = picture.id == 222 && picture.density == 1;
+        file = isMask ? std::string(picture.file) : file;
     }
     table.Row(108, u"Other | one");
     table.Row(100, u"7");

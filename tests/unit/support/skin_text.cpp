@@ -57,7 +57,7 @@ SkinTable TwoSkins(RowChanges changes) {
     const std::vector<EmbeddedPicture> first = pictures;
     for (const EmbeddedPicture& picture : first) {
         if (picture.id <= kBase + 8) {
-            pictures.push_back({picture.id + kSecond - kBase, picture.file});
+            pictures.push_back({picture.id + kSecond - kBase, picture.file, picture.density});
         }
     }
     return {ChangedTable(rows), pictures};
