@@ -28,7 +28,7 @@ Surface RowOf(const Values& values, Long density) {
 }
 
 // The blue values of the window's first row.
-Values Shown(const Surface& picture, double factor, int width) {
+Values ShownRow(const Surface& picture, double factor, int width) {
     const QImage image = ShownPixels(picture, {0, 0, width, 1}, factor);
     Values values;
     for (int x = 0; x < width; ++x) {
@@ -38,42 +38,42 @@ Values Shown(const Surface& picture, double factor, int width) {
 }
 
 TEST(Painting, OneToOneWhereTheDensityIsTheFactor) {
-    EXPECT_EQ(Shown(RowOf({1, 2, 3}, 1), 1, 3), (Values{1, 2, 3}));
-    EXPECT_EQ(Shown(RowOf({1, 2, 3, 4}, 2), 2, 4), (Values{1, 2, 3, 4}));
-    EXPECT_EQ(Shown(RowOf({1, 2, 3, 4}, 4), 4, 4), (Values{1, 2, 3, 4}));
+    EXPECT_EQ(ShownRow(RowOf({1, 2, 3}, 1), 1, 3), (Values{1, 2, 3}));
+    EXPECT_EQ(ShownRow(RowOf({1, 2, 3, 4}, 2), 2, 4), (Values{1, 2, 3, 4}));
+    EXPECT_EQ(ShownRow(RowOf({1, 2, 3, 4}, 4), 4, 4), (Values{1, 2, 3, 4}));
 }
 
 TEST(Painting, AtOneAndAHalfThreePixelsShowFour) {
     // 3/4 of 100 and 1/4 of 40; halves of 40 and 20; 1/4 of 20 and 3/4 of 80. Then the same again.
-    EXPECT_EQ(Shown(RowOf({100, 40, 20, 80, 100, 40, 20, 80}, 2), 1.5, 6),
+    EXPECT_EQ(ShownRow(RowOf({100, 40, 20, 80, 100, 40, 20, 80}, 2), 1.5, 6),
               (Values{85, 30, 65, 85, 30, 65}));
-    EXPECT_EQ(Shown(RowOf({100, 40, 20, 80}, 4), 3, 3), (Values{85, 30, 65}));
+    EXPECT_EQ(ShownRow(RowOf({100, 40, 20, 80}, 4), 3, 3), (Values{85, 30, 65}));
 }
 
 TEST(Painting, AtOneAndAQuarterFivePixelsShowEight) {
     // 5/8 and 3/8; 2/8, 5/8 and 1/8; halves; 1/8, 5/8 and 2/8; 3/8 and 5/8.
     const Values stored{80, 160, 0, 40, 120, 200, 8, 240};
     const Values shown{110, 45, 80, 142, 153};
-    EXPECT_EQ(Shown(RowOf(stored, 2), 1.25, 5), shown);
-    EXPECT_EQ(Shown(RowOf(stored, 4), 2.5, 5), shown);
+    EXPECT_EQ(ShownRow(RowOf(stored, 2), 1.25, 5), shown);
+    EXPECT_EQ(ShownRow(RowOf(stored, 4), 2.5, 5), shown);
 }
 
 TEST(Painting, AtOneAndThreeQuartersSevenPixelsShowEight) {
     // 7/8 and 1/8, 6/8 and 2/8, and so on.
-    EXPECT_EQ(Shown(RowOf({80, 160, 0, 40, 120, 200, 8, 240}, 2), 1.75, 7),
+    EXPECT_EQ(ShownRow(RowOf({80, 160, 0, 40, 120, 200, 8, 240}, 2), 1.75, 7),
               (Values{90, 120, 15, 80, 170, 56, 211}));
 }
 
 TEST(Painting, EnlargesWhatIsNotFineEnough) {
-    EXPECT_EQ(Shown(RowOf({10, 20}, 1), 3, 6), (Values{10, 10, 10, 20, 20, 20}));
-    EXPECT_EQ(Shown(RowOf({10, 20}, 1), 1.5, 3), (Values{10, 15, 20}));
+    EXPECT_EQ(ShownRow(RowOf({10, 20}, 1), 3, 6), (Values{10, 10, 10, 20, 20, 20}));
+    EXPECT_EQ(ShownRow(RowOf({10, 20}, 1), 1.5, 3), (Values{10, 15, 20}));
     // Of four: the second pixel begins a fifth before the second stored one does.
-    EXPECT_EQ(Shown(RowOf({0, 100, 200, 40}, 4), 5, 5), (Values{0, 75, 150, 160, 40}));
+    EXPECT_EQ(ShownRow(RowOf({0, 100, 200, 40}, 4), 5, 5), (Values{0, 75, 150, 160, 40}));
 }
 
 TEST(Painting, AveragesWhatIsMuchFiner) {
-    EXPECT_EQ(Shown(RowOf({10, 20, 30, 40}, 4), 1, 1), (Values{25}));
-    EXPECT_EQ(Shown(RowOf({10, 20, 30, 40, 50, 60, 70, 80, 90}, 9), 1, 1), (Values{50}));
+    EXPECT_EQ(ShownRow(RowOf({10, 20, 30, 40}, 4), 1, 1), (Values{25}));
+    EXPECT_EQ(ShownRow(RowOf({10, 20, 30, 40, 50, 60, 70, 80, 90}, 9), 1, 1), (Values{50}));
 }
 
 TEST(Painting, EachWayAndEachColourByItself) {
@@ -89,9 +89,9 @@ TEST(Painting, EachWayAndEachColourByItself) {
 }
 
 TEST(Painting, ItsLastPixelsGoOnBeyondIt) {
-    EXPECT_EQ(Shown(RowOf({10, 20}, 2), 2, 4), (Values{10, 20, 20, 20}));
+    EXPECT_EQ(ShownRow(RowOf({10, 20}, 2), 2, 4), (Values{10, 20, 20, 20}));
     // Half of the second pixel lies beyond.
-    EXPECT_EQ(Shown(RowOf({50}, 1), 1.5, 3), (Values{50, 50, 50}));
+    EXPECT_EQ(ShownRow(RowOf({50}, 1), 1.5, 3), (Values{50, 50, 50}));
 }
 
 TEST(Painting, APartReachesOverWholePixels) {
