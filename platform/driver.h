@@ -46,6 +46,11 @@ struct RestoredByDesktop {
 struct WorkAreaChanged {};
 /// Driver::Density answers something else from now on.
 struct DensityChanged {};
+/// A window that nobody saw (Driver::IsSeen) is to be seen again, or is about to be: its picture
+/// is wanted, by ShowPicture, even if nothing has changed.
+struct SeenAgain {
+    Handle window;
+};
 /// Files dropped at a point of a window; paths are raw bytes in the order that the source gave.
 struct FilesDropped {
     Handle window;
@@ -120,10 +125,11 @@ struct TrayIconUsed {
 /// or a button went down where it could not be told.
 struct InputLost {};
 
-using DriverEvent = std::variant<CloseRequested, MinimisedByDesktop, RestoredByDesktop,
-                                 WorkAreaChanged, DensityChanged, FilesDropped, MovedByDesktop,
-                                 PointerMoved, PointerLeft, ButtonChanged, WheelTurned, KeyChanged,
-                                 TextTyped, TextComposed, InputLost, HotKeyPressed, TrayIconUsed>;
+using DriverEvent =
+    std::variant<CloseRequested, MinimisedByDesktop, RestoredByDesktop, WorkAreaChanged,
+                 DensityChanged, SeenAgain, FilesDropped, MovedByDesktop, PointerMoved, PointerLeft,
+                 ButtonChanged, WheelTurned, KeyChanged, TextTyped, TextComposed, InputLost,
+                 HotKeyPressed, TrayIconUsed>;
 
 /// What a popup is for.
 enum class PopupKind {
@@ -237,6 +243,9 @@ class Driver {
 
     /// Whether pictures are to be composed at all; a driver without a screen saves the work.
     virtual bool ShowsPictures() const { return false; }
+    /// Whether anybody can see a visible window, as far as the desktop says so. The picture of one
+    /// that nobody sees need not be composed; SeenAgain tells when it is wanted.
+    virtual bool IsSeen(Handle /*window*/) const { return true; }
     /// The picture of a visible window, in its size, and where it differs from the last one. The
     /// picture lives until the window changes its size or goes; its pixels change only between two
     /// calls, always within the rectangles of the next one.

@@ -117,6 +117,10 @@ Size DesktopDriver::ScreenSize() const {
     return parts_->IsLost() ? Size{} : parts_->screens.GetSize();
 }
 
+Long DesktopDriver::Density() const {
+    return parts_->density;
+}
+
 Rect DesktopDriver::WorkArea() const {
     return parts_->IsLost() ? Rect{} : parts_->screens.WorkArea();
 }
@@ -205,6 +209,11 @@ void DesktopDriver::ReleaseInput() {
     if (TopLevel* found = parts_->Find(std::exchange(parts_->grabbing, 0))) {
         found->ReleaseInput();
     }
+}
+
+bool DesktopDriver::IsSeen(Handle window) const {
+    const TopLevel* const found = parts_->Find(window);
+    return found == nullptr || found->IsSeen();
 }
 
 void DesktopDriver::ShowPicture(Handle window, const Surface& picture,

@@ -92,6 +92,7 @@ class DesktopDriver : public Driver {
     std::uint64_t RandomSeed() override;
 
     Size ScreenSize() const override;
+    Long Density() const override;
     Rect WorkArea() const override;
     Rect WorkAreaAt(Point ptScreen) const override;
     Point Pointer() const override;
@@ -109,6 +110,7 @@ class DesktopDriver : public Driver {
     void GrabInput(Handle popup) override;
     void ReleaseInput() override;
     bool ShowsPictures() const override { return true; }
+    bool IsSeen(Handle window) const override;
     void ShowPicture(Handle window, const Surface& picture, std::span<const Rect> changed) override;
 
     void SetTextInput(const std::optional<TextInput>& input) override;

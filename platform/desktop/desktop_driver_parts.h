@@ -1,6 +1,9 @@
 // What the driver is made of. For its own sources alone.
 #pragma once
 
+#include <QGuiApplication>
+#include <QScreen>
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <map>
@@ -18,6 +21,7 @@
 #include "platform/desktop/drops.h"
 #include "platform/desktop/held_buttons.h"
 #include "platform/desktop/hotkeys/hot_keys.h"
+#include "platform/desktop/screen_factor.h"
 #include "platform/desktop/screens.h"
 #include "platform/desktop/text_engine.h"
 #include "platform/desktop/top_level.h"
@@ -25,6 +29,7 @@
 #include "platform/desktop/wait_loop.h"
 #include "platform/desktop/wayland.h"
 #include "platform/desktop/x_server.h"
+#include "platform/desktop/x_watch.h"
 
 namespace platform {
 
@@ -32,9 +37,7 @@ namespace platform {
 struct DesktopDriver::Parts {
     Parts(const ProgramIdentity& program, std::optional<double> scale)
         : application(program.id),
-          shared{desktop::Magnification(scale.value_or(0) > 0 ? *scale : desktop::ScaleOfScreen()),
-                 {},
-                 {}},
+          wanted(scale.value_or(0)),
           screens(
               shared.scale, [this] { shared.events.Push(WorkAreaChanged{}); },
               [this](const QRegion& lost) { ScreenLost(lost); }),
@@ -53,6 +56,9 @@ struct DesktopDriver::Parts {
             shared.selfPlacing = desktop::SelfPlacing::kUnknown;
         }
         shared.onWayland = desktop::IsOnWayland();
+        shared.onRatio = [this] { FitScale(); };
+        shared.scale = desktop::Magnification(ScaleAt(Ratio()));
+        density = desktop::DensityFor(ScaleAt(Ratio()) * Ratio());
         shared.onDrop = [this](const desktop::DropPlace& place, std::vector<std::string> paths) {
             drops.Take(place, std::move(paths));
         };
@@ -65,6 +71,37 @@ struct DesktopDriver::Parts {
     desktop::TopLevel* Find(Handle window) const {
         const auto found = windows.find(window);
         return found == windows.end() || IsLost() ? nullptr : found->second.get();
+    }
+
+    // Pixels of the screen for each of the toolkit's, where they are finest.
+    double Ratio() const {
+        double ratio = 0;
+        for (const auto& window : windows) {
+            if (window.second->isVisible()) {
+                ratio = std::max(ratio, window.second->devicePixelRatio());
+            }
+        }
+        const QScreen* const screen = QGuiApplication::primaryScreen();
+        return ratio > 0 || screen == nullptr ? std::max(ratio, 1.0) : screen->devicePixelRatio();
+    }
+
+    // Pixels of the toolkit's for each of the component's: as asked for, or as the screens have it.
+    double ScaleAt(double ratio) const { return wanted > 0 ? wanted / ratio : screenFactor.Get(); }
+
+    void FitScale() {
+        const double ratio = Ratio();
+        const double scale = ScaleAt(ratio);
+        const Long former = std::exchange(density, desktop::DensityFor(scale * ratio));
+        if (scale != shared.scale.Factor()) {
+            shared.scale = desktop::Magnification(scale);
+            for (const auto& window : windows) {
+                window.second->Rescaled();
+            }
+            shared.events.Push(WorkAreaChanged{});
+        }
+        if (density != former) {
+            shared.events.Push(DensityChanged{});
+        }
     }
 
     std::optional<Point> PlaceOf(const desktop::DropPlace& place) const {
@@ -122,7 +159,15 @@ struct DesktopDriver::Parts {
 
     desktop::Application application;
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
-    desktop::Shared shared;
+    double wanted;  ///< pixels of the screen for each of the component's; 0: as the screen has it
+    desktop::ScreenFactor screenFactor{[this] { FitScale(); }};
+    Long density = 1;
+    desktop::Shared shared{desktop::Magnification(1), {}, {}};
+    desktop::XWatch xWatch{[this](const desktop::XNotice& heard) {
+        for (const auto& window : windows) {
+            window.second->Hear(heard);
+        }
+    }};
     desktop::Screens screens;
     desktop::HeldButtons buttons{shared};
     desktop::WaitLoop loop;

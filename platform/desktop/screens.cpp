@@ -6,8 +6,6 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/desktop/desktop_driver.h"
-
 namespace platform::desktop {
 
 namespace {
@@ -56,17 +54,6 @@ const ScreenPlace* Nearest(const QRect& window, std::span<const ScreenPlace> scr
 }
 
 }  // namespace
-
-double ScaleOfScreen() {
-    constexpr double kPlain = 96;
-    constexpr double kSteps = 4;
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (screen == nullptr) {
-        return kSmallestScale;
-    }
-    const double factor = std::round(screen->logicalDotsPerInch() / kPlain * kSteps) / kSteps;
-    return std::clamp(factor, kSmallestScale, kLargestScale);
-}
 
 std::vector<ScreenPlace> ScreensNow() {
     std::vector<ScreenPlace> places;

@@ -16,9 +16,6 @@ class QScreen;
 
 namespace platform::desktop {
 
-/// Device pixels for each of the component's, by what the screen says of itself, in quarters.
-double ScaleOfScreen();
-
 /// One screen, in device pixels: all of it, and what panels and docks leave of it.
 struct ScreenPlace {
     QRect whole;

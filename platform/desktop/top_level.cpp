@@ -14,9 +14,14 @@
 
 namespace platform::desktop {
 
-TopLevel::TopLevel(Handle handle, Shared& shared) : handle_(handle), shared_(shared), store_(this) {
+TopLevel::TopLevel(Handle handle, Shared& shared)
+    : handle_(handle), shared_(shared), store_(this), ratio_(devicePixelRatio()) {
     setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint |
              Qt::WindowSystemMenuHint);
+    // The toolkit takes it in a moment later.
+    connect(
+        this, &QWindow::screenChanged, this, [this] { RatioMayHaveChanged(); },
+        Qt::QueuedConnection);
 }
 
 TopLevel::~TopLevel() {
@@ -29,6 +34,9 @@ void TopLevel::SetVisibility(bool visible) {
         return;
     }
     if (visible) {
+        if (!isVisible()) {
+            ForgetSight();
+        }
         ComeToScreen(Shown::kEnough);
         shownAt_ = Clock::now();
         comesMinimised_ = minimised_ && !isVisible();
@@ -54,16 +62,11 @@ void TopLevel::KeepEntry(bool keeps) {
 
 void TopLevel::SetRect(const Rect& rect) {
     const Rect former = std::exchange(rect_, rect);
-    const QRect device = shared_.scale.ToDevice(rect);
-    if (device.size() != size()) {
-        setMinimumSize(device.size());
-        setMaximumSize(device.size());
-        resize(device.size());
-    }
+    FitSize();
     const bool moves = former.left != rect.left || former.top != rect.top;
     if (!shared_.onWayland) {
         if (moves || !handle()) {
-            MoveTo(device.topLeft());
+            MoveTo(Place().topLeft());
         }
     } else if (Owner() != nullptr) {
         if (moves || !handle()) {
@@ -116,6 +119,15 @@ void TopLevel::timerEvent(QTimerEvent* event) {
     }
     if (event->timerId() == behind_.timerId()) {
         EndDoubtOfActivation();
+        return;
+    }
+    if (event->timerId() == look_.timerId()) {
+        LookWhereItIs();
+        return;
+    }
+    if (event->timerId() == late_.timerId()) {
+        PictureCame();
+        PaintStale();
         return;
     }
     if (event->timerId() == return_.timerId()) {
@@ -219,17 +231,14 @@ void TopLevel::ReleaseInput() {
     setMouseGrabEnabled(false);
 }
 
-bool TopLevel::CanBeSeen() const {
-    return isExposed() && !minimised_ && picture_ != nullptr && !picture_->IsEmpty();
-}
-
 void TopLevel::ShowPicture(const Surface& picture, std::span<const Rect> changed) {
     picture_ = &picture;
+    PictureCame();
     if (direct_ != nullptr && stale_.isEmpty() && CanBeSeen() && PaintDirectly(changed)) {
         return;
     }
     for (const Rect& part : changed) {
-        stale_ += ShownPart(part, shared_.scale);
+        stale_ += ShownPart(part, Factor());
     }
     PaintStale();
 }
@@ -242,13 +251,12 @@ void TopLevel::PaintStale() {
 
 // Paints small changes only; false if these are too large for this way.
 bool TopLevel::PaintDirectly(std::span<const Rect> changed) {
-    const QRect bounds(0, 0, shared_.scale.ToDevice(picture_->Width()),
-                       shared_.scale.ToDevice(picture_->Height()));
+    const QRect bounds = PictureBounds();
     const auto areaOf = [](const QRect& part) { return part.width() * part.height(); };
     int area = 0;
     parts_.clear();
     for (const Rect& part : changed) {
-        const QRect shown = ShownPart(part, shared_.scale) & bounds;
+        const QRect shown = ShownPart(part, Factor()) & bounds;
         if (!shown.isEmpty()) {
             parts_.push_back(shown);
             area += areaOf(shown);
@@ -262,7 +270,7 @@ bool TopLevel::PaintDirectly(std::span<const Rect> changed) {
     std::sort(parts_.begin(), parts_.end(),
               [&](const QRect& a, const QRect& b) { return areaOf(a) < areaOf(b); });
     for (const QRect& part : parts_) {
-        direct_->Put(ShownPixels(*picture_, part, shared_.scale), part.topLeft());
+        direct_->Put(ShownPixels(*picture_, part, Factor()), part.topLeft());
     }
     direct_->Send();
     return true;
@@ -270,9 +278,7 @@ bool TopLevel::PaintDirectly(std::span<const Rect> changed) {
 
 // Answers what is to be painted; from now on it counts as painted.
 QRegion TopLevel::TakeStale() {
-    const QRect picture(0, 0, shared_.scale.ToDevice(picture_->Width()),
-                        shared_.scale.ToDevice(picture_->Height()));
-    return std::exchange(stale_, {}) & picture & QRect({0, 0}, size());
+    return std::exchange(stale_, {}) & PictureBounds() & InPixels(size());
 }
 
 // The toolkit's own way, which also tells the desktop that a change of size has been followed.
@@ -280,16 +286,19 @@ void TopLevel::PaintInStore(const QRegion& region) {
     if (store_.size() != size()) {
         store_.resize(size());
     }
-    store_.beginPaint(region);
+    const double ratio = devicePixelRatio();
+    const QRegion reached = InToolkitPixels(region);
+    store_.beginPaint(reached);
     {
         QPainter painter(store_.paintDevice());
         painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.scale(1 / ratio, 1 / ratio);
         for (const QRect& part : region) {
-            painter.drawImage(part.topLeft(), ShownPixels(*picture_, part, shared_.scale));
+            painter.drawImage(part.topLeft(), ShownPixels(*picture_, part, Factor()));
         }
     }
     store_.endPaint();
-    store_.flush(region);
+    store_.flush(reached);
 }
 
 // The store may lag behind what was painted past it, so all of it is painted anew.
@@ -299,8 +308,12 @@ void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
             Doubt();  // it is back on the screen
         }
         comesMinimised_ = false;
-        stale_ = QRect({0, 0}, size());
+        wasExposed_ = true;
+        isElsewhere_ = false;
+        stale_ = InPixels(size());
     }
+    RatioMayHaveChanged();
+    SightChanged();
     if (shared_.onWayland) {
         SeenOrNot();
     }
@@ -313,6 +326,7 @@ void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
         hasIcon_ = true;  // the picture comes first
         setIcon(MakeIcon());
         direct_ = DirectPaint::For(*this);
+        TellOfCover(*this);
     }
 }
 

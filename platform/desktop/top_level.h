@@ -1,6 +1,7 @@
 // A top-level window: shows a finished picture, and turns what the desktop does with the window
 // into events. What it hears of pointer, keys and drops is in top_level_input.cpp, where it is in
-// top_level_placing.cpp, what it does under a Wayland compositor in top_level_wayland.cpp.
+// top_level_placing.cpp, whether it is seen in top_level_sight.cpp, what it does under a Wayland
+// compositor in top_level_wayland.cpp.
 #pragma once
 
 #include <QBackingStore>
@@ -21,6 +22,7 @@
 #include "platform/desktop/magnification.h"
 #include "platform/desktop/press_catcher.h"
 #include "platform/desktop/screens.h"
+#include "platform/desktop/x_watch.h"
 #include "platform/driver.h"
 
 class QDropEvent;
@@ -55,6 +57,8 @@ struct Shared {
     bool hasShownPicture = false;  ///< any window
     bool ignoresMethods = false;   ///< what input methods say now has been taken already
     std::function<void(DropPlace, std::vector<std::string>)> onDrop{};  ///< paths, raw bytes
+    /// A window has come to a screen of which the toolkit's pixels are of another size.
+    std::function<void()> onRatio = [] {};
 };
 
 class TopLevel : public QWindow {
@@ -77,11 +81,16 @@ class TopLevel : public QWindow {
     Point PlaceOf(DropPoint point) const;
     /// Whether hiding the window while it is minimised leaves its entry in the task bar.
     void KeepEntry(bool keeps);
+    bool IsSeen() const;
     void ShowPicture(const Surface& picture, std::span<const Rect> changed);
 
+    /// What the X server tells of windows.
+    void Hear(const XNotice& notice);
+    /// The scale has become another one: takes the size and place that go with it.
+    void Rescaled();
     /// Comes to the nearest screen if the screens show less of it than is wanted.
     void ComeToScreen(Shown wanted);
-    /// In device pixels.
+    /// In the toolkit's pixels.
     QRect Place() const { return shared_.scale.ToDevice(rect_); }
 
   protected:
@@ -140,6 +149,17 @@ class TopLevel : public QWindow {
     bool StandsAlone() const;
     Point Told(Point ptScreen) const;
 
+    double Factor() const;
+    QRect InPixels(QSize size) const;
+    QRect PictureBounds() const;
+    QRegion InToolkitPixels(const QRegion& region) const;
+    void RatioMayHaveChanged();
+    void FitSize();
+    void SightChanged();
+    void PictureCame();
+    void ForgetSight();
+    void LookWhereItIs();
+
     bool PaintDirectly(std::span<const Rect> changed);
     void PaintStale();
     void PaintInStore(const QRegion& region);
@@ -182,8 +202,17 @@ class TopLevel : public QWindow {
     QBackingStore store_;
     std::unique_ptr<DirectPaint> direct_;  ///< for small changes; may be null
     const Surface* picture_ = nullptr;
-    QRegion stale_;             ///< where the window lags behind the picture; device pixels
+    QRegion stale_;             ///< where the window lags behind the picture; the screen's pixels
     std::vector<QRect> parts_;  ///< room for those of one picture, kept between two
+    double ratio_;              ///< pixels of the screen for each of the toolkit's
+
+    bool wasExposed_ = false;   ///< since it was shown
+    bool isCovered_ = false;    ///< all of it, by others
+    bool isElsewhere_ = false;  ///< on another desktop, say
+    bool wasSeen_ = true;       ///< as far as it has been told
+    bool awaitsPicture_ = false;
+    QBasicTimer late_;  ///< until it shows what there is
+    QBasicTimer look_;  ///< until it asks where it is
 
     std::set<Long> keysDown_;
     Long wheel_ = 0;  ///< eighths of a degree that make no whole notch yet

@@ -191,6 +191,7 @@ void TopLevel::EndDoubtOfActivation() {
     }
     direct_.reset();
     hasIcon_ = false;
+    ForgetSight();
     destroy();
     setVisible(true);
 }

@@ -38,6 +38,15 @@ std::vector<std::uint32_t> Said(const QWindow& window, std::string_view name) {
     return {numbers, numbers + answer->value_len};
 }
 
+// Whether a window manager says that a window is in that state.
+bool IsSaidOf(const QWindow& window, std::string_view state) {
+    const std::vector<std::uint32_t> states = Said(window, "_NET_WM_STATE");
+    const auto wanted = states.empty() ? xcb_atom_t{XCB_ATOM_NONE}
+                                       : AtomOf(ToolkitConnection(), state, IfUnknown::kNone);
+    return wanted != XCB_ATOM_NONE &&
+           std::find(states.begin(), states.end(), wanted) != states.end();
+}
+
 }  // namespace
 
 xcb_connection_t* ToolkitConnection() {
@@ -93,6 +102,43 @@ std::optional<QPoint> AskForPlace(const QWindow& window) {
     return answer ? std::optional(QPoint(answer->dst_x, answer->dst_y)) : std::nullopt;
 }
 
+std::string ResourcesOfServer() {
+    constexpr std::uint32_t kMost = 1 << 16;  // words
+    xcb_connection_t* connection = ToolkitConnection();
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const auto asked =
+        xcb_get_property(connection, 0, root, XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 0, kMost);
+    const auto answer = Owned(xcb_get_property_reply(connection, asked, nullptr));
+    if (!answer || answer->format != 8) {
+        return {};
+    }
+    return {static_cast<const char*>(xcb_get_property_value(answer.get())), answer->value_len};
+}
+
+void TellOfCover(const QWindow& window) {
+    xcb_connection_t* connection = ToolkitConnection();
+    if (connection == nullptr || window.handle() == nullptr) {
+        return;
+    }
+    const auto number = static_cast<xcb_window_t>(window.winId());
+    const auto asked = xcb_get_window_attributes(connection, number);
+    if (const auto answer = Owned(xcb_get_window_attributes_reply(connection, asked, nullptr))) {
+        const std::uint32_t events = answer->your_event_mask | XCB_EVENT_MASK_VISIBILITY_CHANGE;
+        xcb_change_window_attributes(connection, number, XCB_CW_EVENT_MASK, &events);
+    }
+}
+
+bool IsOnScreen(const QWindow& window) {
+    xcb_connection_t* connection = ToolkitConnection();
+    const auto asked =
+        xcb_get_window_attributes(connection, static_cast<xcb_window_t>(window.winId()));
+    const auto answer = Owned(xcb_get_window_attributes_reply(connection, asked, nullptr));
+    if (answer && answer->map_state != XCB_MAP_STATE_VIEWABLE) {
+        return false;
+    }
+    return !IsSaidOf(window, "_NET_WM_STATE_HIDDEN");
+}
+
 void MoveOnServer(std::uint32_t window, QPoint place) {
     const std::array<std::uint32_t, 2> values{static_cast<std::uint32_t>(place.x()),
                                               static_cast<std::uint32_t>(place.y())};
@@ -132,13 +178,7 @@ bool IsSaidToBeMinimised(const QWindow& window) {
 }
 
 bool IsSaidToWantAttention(const QWindow& window) {
-    const std::vector<std::uint32_t> states = Said(window, "_NET_WM_STATE");
-    const auto wanted =
-        states.empty()
-            ? xcb_atom_t{XCB_ATOM_NONE}
-            : AtomOf(ToolkitConnection(), "_NET_WM_STATE_DEMANDS_ATTENTION", IfUnknown::kNone);
-    return wanted != XCB_ATOM_NONE &&
-           std::find(states.begin(), states.end(), wanted) != states.end();
+    return IsSaidOf(window, "_NET_WM_STATE_DEMANDS_ATTENTION");
 }
 
 }  // namespace platform::desktop

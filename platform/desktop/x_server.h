@@ -5,6 +5,7 @@
 #include <QPoint>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "platform/base/types.h"
 
@@ -30,6 +31,14 @@ std::optional<ServerPointer> AskForPointer();
 
 /// Where a window is.
 std::optional<QPoint> AskForPlace(const QWindow& window);
+
+/// The text of its resources, as far as anybody needs it.
+std::string ResourcesOfServer();
+
+/// Has the server tell (XWatch) when the window gets covered, and when no longer.
+void TellOfCover(const QWindow& window);
+/// Whether it lies on the screen, covered or not, and no window manager says that it is hidden.
+bool IsOnScreen(const QWindow& window);
 
 /// Moves a window that no window manager minds. The toolkit does not know of it.
 void MoveOnServer(std::uint32_t window, QPoint place);

@@ -3,6 +3,7 @@
 // screen, and only what differs is handed to the driver.
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "platform/windows/window_system.h"
 #include "platform/windows/window_system_detail.h"
@@ -213,7 +214,7 @@ void WindowSystem::UpdateTopLevel(Window& topLevel) {
         }
     }
     topLevel.damage.clear();
-    if (!changed.empty()) {
+    if (std::exchange(topLevel.wanted, false) || !changed.empty()) {
         driver_.ShowPicture(topLevel.handle, topLevel.shown, changed);
     }
 }
@@ -225,9 +226,16 @@ void WindowSystem::UpdateScreen() {
     }
     for (const Handle handle : topLevels_) {
         Window* window = Find(handle);
-        if (window->visible && !window->iconic && !window->damage.empty()) {
+        const bool isOld = window->wanted || !window->damage.empty();
+        if (window->visible && !window->iconic && isOld && driver_.IsSeen(handle)) {
             UpdateTopLevel(*window);
         }
+    }
+}
+
+void WindowSystem::On(const SeenAgain& event) {
+    if (Window* found = Find(event.window)) {
+        found->wanted = true;
     }
 }
 

@@ -22,7 +22,6 @@
 #include "platform/base/messages.h"
 #include "platform/base/types.h"
 #include "platform/drawing/mask.h"
-#include "platform/drawing/surface.h"
 #include "platform/drawing/text_drawing.h"
 #include "platform/driver.h"
 
@@ -57,8 +56,7 @@ struct CopyDataRecord {
 
 class WindowSystem {
   public:
-    /// The driver must outlive the window system. Its density becomes the one in force: of two
-    /// window systems on one thread the later one decides.
+    /// The driver must outlive the window system; its density becomes the one in force.
     explicit WindowSystem(Driver& driver);
     ~WindowSystem();
     WindowSystem(const WindowSystem&) = delete;
@@ -196,7 +194,6 @@ class WindowSystem {
     void PostMessage(Handle window, Long id, Long wParam, Long lParam);
     /// Puts `proc` in front and answers the procedure that stood there: subclassing.
     WindowProc SetWindowProc(Handle window, WindowProc proc);
-    /// The procedure that stands there now.
     WindowProc GetWindowProc(Handle window) const;
     /// Calls `proc` if there is one, else answers 0.
     static Long CallWindowProc(const WindowProc& proc, const Message& message);
@@ -298,8 +295,6 @@ class WindowSystem {
         WindowSystem& windows_;
     };
 
-    // The screen.
-
     bool PlacesWindows() const { return driver_.PlacesWindows(); }
     Rect WorkArea() const { return driver_.WorkArea(); }
     Size ScreenSize() const { return driver_.ScreenSize(); }
@@ -318,6 +313,7 @@ class WindowSystem {
     void On(const RestoredByDesktop& event);
     void On(const WorkAreaChanged& event);
     void On(const DensityChanged& event);
+    void On(const SeenAgain& event);
     void On(const FilesDropped& event);
     void On(const MovedByDesktop& event);
     void On(const PointerMoved& event);

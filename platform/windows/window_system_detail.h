@@ -34,6 +34,7 @@ struct WindowSystem::Window {
     Surface shown;             // what the driver has been given
     Surface next;              // where a new picture is put together, to be compared with `shown`
     std::vector<Rect> damage;  // where the two may differ
+    bool wanted = false;       // by the driver, though it may have it already
 
     bool Covers(const Rect& area) const;
     /// The procedure with a guard that answers 0 where it calls itself without end.

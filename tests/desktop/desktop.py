@@ -144,14 +144,6 @@ class Picture:
                 for y in range(top, top + height)]
         return Picture(b''.join(rows), width, height)
 
-    def enlarged(self, factor):
-        rows = []
-        for y in range(self.height):
-            row = self.data[y * self.width * 3:(y + 1) * self.width * 3]
-            wide = b''.join(row[x:x + 3] * factor for x in range(0, len(row), 3))
-            rows.append(wide * factor)
-        return Picture(b''.join(rows), self.width * factor, self.height * factor)
-
 
 class Lines:
     """A process that speaks and listens in lines."""

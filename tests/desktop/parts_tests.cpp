@@ -11,7 +11,6 @@
 #include "platform/desktop/desktop_driver.h"
 #include "platform/desktop/drop_paths.h"
 #include "platform/desktop/event_queue.h"
-#include "platform/desktop/painting.h"
 #include "platform/desktop/qt_text.h"
 #include "platform/desktop/screens.h"
 #include "platform/desktop/text_engine.h"
@@ -175,21 +174,6 @@ TEST(Screens, AWindowLargerThanAllKeepsItsTopLeftCorner) {
     EXPECT_EQ(Rescued({10, 10, 5000, 5000}, Shown::kWhole, kTwoScreens), QPoint(0, 0));
     EXPECT_EQ(Rescued({0, 0, 5000, 5000}, Shown::kWhole, kTwoScreens), std::nullopt);
     EXPECT_EQ(Rescued({5, 5, 10, 10}, Shown::kEnough, {}), std::nullopt);
-}
-
-TEST(Painting, EachPixelBecomesABlock) {
-    Surface picture({4, 2});
-    picture.SetPixel({2, 1}, 0x0000FF);
-    const Magnification scale(3);
-    const QRect shown = ShownPart({1, 0, 4, 2}, scale);
-    EXPECT_EQ(shown, QRect(3, 0, 9, 6));
-    const QImage image = ShownPixels(picture, shown, scale);
-    for (int y = 0; y < 6; ++y) {
-        for (int x = 0; x < 9; ++x) {
-            const bool red = x >= 3 && x < 6 && y >= 3;
-            EXPECT_EQ(image.pixel(x, y) & 0xFFFFFF, red ? 0xFF0000U : 0U) << x << "," << y;
-        }
-    }
 }
 
 TEST(Captions, AreCutBetweenTwoCharacters) {

@@ -45,10 +45,12 @@ class Player(OnDisplay):
         return found and found[1]
 
     def open(self, *arguments, scale=1):
-        """Starts the player; answers when its window can be seen, and no tooltip over it."""
+        """Starts the player; answers when its window can be seen, and no tooltip over it. `scale`:
+        None for what the screen asks for."""
         self.display.point_at(1000, 740)
         self.player = subprocess.Popen(
-            [self.program, '--output', 'null', '--scale', str(scale), *arguments],
+            [self.program, '--output', 'null', *(['--scale', str(scale)] if scale else []),
+             *arguments],
             env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
             stderr=subprocess.PIPE)
         self.player.seen = b''

@@ -21,41 +21,23 @@
 
 #include "platform/base/text.h"
 #include "platform/desktop/desktop_driver.h"
+#include "tests/desktop/probe_lines.h"
 
 namespace {
 
 using namespace platform;
+using probe::Escaped;
+using probe::EventLines;
+using probe::Units;
 
 constexpr Handle kWindow = 1;
 constexpr Size kSize{100, 60};
 
-std::string Escaped(const std::string& bytes) {
-    std::string text;
-    for (const char c : bytes) {
-        if (c > ' ' && c < 0x7F && c != '\\') {
-            text.push_back(c);
-        } else {
-            std::array<char, 8> code{};
-            std::snprintf(code.data(), code.size(), "\\x%02x", static_cast<unsigned char>(c));
-            text += code.data();
-        }
-    }
-    return text;
-}
-
-std::string Units(const std::u16string& text) {
-    std::string line;
-    for (const char16_t unit : text) {
-        line += " " + std::to_string(static_cast<int>(unit));
-    }
-    return line;
-}
-
-class Probe {
+class Probe : EventLines {
   public:
     explicit Probe(std::optional<double> scale)
         : driver_({"veldrin", "Veldrin", "Music Player", "AudioVideo;Audio;Player;"}, scale),
-          picture_(kSize) {
+          picture_(kSize, driver_.Density()) {
         driver_.Watch(STDIN_FILENO, [this] { Read(); });
         driver_.WatchDisplay([this] { DisplayLost(); });
         driver_.CreateTopLevel(kWindow);
@@ -106,47 +88,16 @@ class Probe {
         _exit(1);
     }
 
-    static void Say(const std::string& line) { std::cout << line << std::endl; }
-
-    static void At(const char* name, Point point, Long more, Long shift) {
-        Say(std::string(name) + " " + std::to_string(point.x) + " " + std::to_string(point.y) +
-            " " + std::to_string(more) + " " + std::to_string(shift));
+    using EventLines::Tell;
+    void Tell(const DensityChanged&) {
+        Say("density " + std::to_string(driver_.Density()));
+        picture_ = picture_.AtDensity(driver_.Density());
+        const Rect all = picture_.Bounds();
+        driver_.ShowPicture(kWindow, picture_, {&all, 1});
     }
-
-    void Tell(const CloseRequested&) { Say("close"); }
-    void Tell(const MinimisedByDesktop&) { Say("minimised"); }
-    void Tell(const RestoredByDesktop&) { Say("restored"); }
-    void Tell(const WorkAreaChanged&) { Say("workarea"); }
-    void Tell(const DensityChanged&) { Say("density " + std::to_string(driver_.Density())); }
-    void Tell(const PointerLeft&) { Say("left"); }
-    void Tell(const InputLost&) { Say("lost"); }
-    void Tell(const HotKeyPressed& press) { Say("hotkey " + std::to_string(press.key)); }
-    void Tell(const TrayIconUsed& use) {
-        Say(use.action == TrayIconUsed::Action::kOpen ? "tray open" : "tray menu");
-    }
-    void Tell(const MovedByDesktop& move) {
-        Say("moved " + std::to_string(move.ptScreen.x) + " " + std::to_string(move.ptScreen.y));
-    }
-    void Tell(const FilesDropped& drop) {
-        std::string line = "dropped";
-        for (const std::string& path : drop.paths) {
-            line += " " + Escaped(path);
-        }
-        Say(line);
-    }
-    void Tell(const PointerMoved& move) { At("pointer", move.ptScreen, 0, move.shift); }
-    void Tell(const ButtonChanged& change) {
-        At(change.down ? "press" : "release", change.ptScreen, change.button, change.shift);
-    }
-    void Tell(const WheelTurned& turn) { At("wheel", turn.ptScreen, turn.notches, turn.shift); }
-    void Tell(const KeyChanged& key) {
-        Say(std::string(key.down ? "down " : "up ") + std::to_string(key.code) + " " +
-            std::to_string(key.shift));
-    }
-    void Tell(const TextTyped& typed) { Say("typed" + Units(typed.text)); }
-    void Tell(const TextComposed& composed) {
-        Say("composed " + (composed.caret ? std::to_string(*composed.caret) : "none") +
-            Units(composed.text));
+    void Tell(const SeenAgain&) {
+        Say("seen again");
+        driver_.ShowPicture(kWindow, picture_, {});
     }
 
     void Read() {
@@ -213,6 +164,23 @@ class Probe {
         driver_.ShowPicture(kWindow, picture_, {&part, 1});
         Say("done");
     }
+    void Hide(std::istringstream&) {
+        driver_.SetTopLevelVisible(kWindow, false);
+        Say("done");
+    }
+    /// The stored columns become black and white by turns.
+    void Stripe(std::istringstream&) {
+        for (Long y = 0; y < picture_.StoredSize().height; ++y) {
+            platform::Pixel* const row = picture_.Row(y);
+            for (Long x = 0; x < picture_.StoredSize().width; ++x) {
+                row[x] = x % 2 != 0 ? 0xFFFFFF : 0;
+            }
+        }
+        const Rect all = picture_.Bounds();
+        driver_.ShowPicture(kWindow, picture_, {&all, 1});
+        Say("done");
+    }
+    void IsSeen(std::istringstream&) { Say(driver_.IsSeen(kWindow) ? "is seen" : "is not seen"); }
     void Minimise(std::istringstream& words) {
         bool minimised = false;
         words >> minimised;
@@ -381,6 +349,8 @@ class Probe {
         {"online", &Probe::Online},       {"grab", &Probe::Grab},
         {"release", &Probe::Release},     {"letters", &Probe::Letters},
         {"exit", &Probe::Exit},           {"abort", &Probe::Abort},
+        {"seen", &Probe::IsSeen},         {"hide", &Probe::Hide},
+        {"stripe", &Probe::Stripe},
     };
 
     DesktopDriver driver_;

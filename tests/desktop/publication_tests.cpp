@@ -1,4 +1,5 @@
 // What a publication writes, in folders of the tests' own.
+#include "platform/desktop/associations/media_types.h"
 #include "platform/desktop/associations/publication.h"
 
 #include <gtest/gtest.h>

@@ -7,7 +7,7 @@ import subprocess
 
 from desktop import main, wait_for
 from player import HEIGHT, LIST, PLAY, TITLE_BOX, VOLUME, WIDTH, Player
-from weston import OnWeston, Weston, around
+from weston import BACKGROUND, OnWeston, Weston, around
 
 BAR = (150, 16)  # a point of the title by which the window is dragged
 MINIMISE = (249, 16)
@@ -181,9 +181,6 @@ class Others(OnWayland):
     def test_a_screen_of_twice_the_density_and_its_end(self):
         self.open()
         left, top = self.place[:2]
-        picture = self.display.screenshot().part(left, top, 2 * WIDTH, 60)
-        self.assertEqual(picture.part(0, 0, 2 * WIDTH, 2).data[:12 * WIDTH],
-                         picture.part(0, 0, 2 * WIDTH, 1).data * 2)
         self.display.click(left + 2 * BAR[0], top + 2 * BAR[1], 3)
         # Double the list's place, and the menu in it.
         place = [a + 2 * b for a, b in zip((left, top, 0, 0), LIST)]
@@ -192,6 +189,83 @@ class Others(OnWayland):
         self.assertEqual((self.end_of(self.player), self.player.complaints),
                          (1, b'veldrin: the display has gone\n'))
         self.assertEqual(self.playlist(), (-1, []))
+
+
+class Pictures(OnWeston):
+    """Of the driver by itself: 100 x 60."""
+
+    def open(self, *scale):
+        self.probe_lines = self.start_lines(self.probe, *scale)
+        self.probe_lines.expect('ready')
+        self.probe_lines.ask('show 0 0')
+
+    def occupied(self):
+        self.display.leave()
+        return self.display.occupied()
+
+    def find(self, size):
+        return wait_for(lambda: (place := self.occupied()) and place[2:] == size and place,
+                        f'a window of {size}')
+
+    def assert_fine(self, place):
+        """Each pixel of the screen is one of the picture's."""
+        self.probe_lines.ask('stripe')
+        row = b'\0\0\0\xFF\xFF\xFF' * (place[2] // 2)
+        wait_for(lambda: self.display.screenshot().part(*place).data == row * place[3], 'stripes')
+
+
+class OnADenseScreen(Pictures):
+    @staticmethod
+    def make_display():
+        return Weston(scale=2)
+
+    def test_pictures_are_as_fine_as_the_screen(self):
+        self.open()
+        self.assert_fine(self.find((200, 120)))
+
+    def test_a_scale_counts_pixels_of_the_screen(self):
+        self.open(1.5)
+        self.find((150, 90))
+
+
+class BetweenScreens(Pictures):
+    """The right one has twice the density. Of a window between both, the left one shows the left
+    part."""
+
+    @staticmethod
+    def make_display():
+        return Weston(beside=2)
+
+    def grab(self, start, end, condition, what):
+        """Takes the window by the compositor's own way; the pointer stays on the screen on which it
+        is."""
+        self.display.tool('mousemove', *start, 'keydown', 'super', 'mousedown', 1)
+
+        def is_there():
+            for nearly in (1, 0):
+                self.display.point_at(end[0] + nearly, end[1])
+            return condition()
+        wait_for(is_there, what)
+        self.display.tool('mouseup', 1, 'keyup', 'super')
+
+    def shows(self, x, y):
+        return self.display.screenshot().pixel(x, y) != (BACKGROUND,) * 3
+
+    def test_the_density_follows_the_window(self):
+        middle = self.display.size[0] // 2
+        # The screen of a new window is that with the pointer, which is smaller than the window.
+        self.display.point_at(100, 100)
+        self.open()
+        wait_for(lambda: (seen := around(self.display.screenshot().part(0, 0, middle, 400))) and
+                 seen[2] >= 100, 'the window on the left')
+        left, top = self.find((100, 60))[:2]
+        self.grab((left + 50, top + 30), (middle - 2, 80), lambda: self.shows(middle + 2, 110),
+                  'the window on both')
+        # Its top is at 50 there, which is 100 here.
+        self.grab((middle + 20, 200), (middle + 320, 200), lambda: not self.shows(middle - 2, 60),
+                  'the window on the right')
+        self.probe_lines.expect('density 2')
+        self.assert_fine(self.find((200, 120)))
 
 
 if __name__ == '__main__':

@@ -28,9 +28,9 @@ background-color=0xff{0:02x}{0:02x}{0:02x}
 
 class Weston(Display):
     """`environment` is that outside, `inside` what programs need for being shown by the compositor:
-    with `on_x`, on its X server."""
+    with `on_x`, on its X server. `beside`: the scale of a second screen, in the right half."""
 
-    def __init__(self, size=SCREEN, scale=1, on_x=False):
+    def __init__(self, size=SCREEN, scale=1, on_x=False, beside=None):
         # A strip beside the compositor's window lets the pointer leave it.
         super().__init__((size[0] + STRIP, size[1]), manager=None)
         self.size = size
@@ -40,32 +40,39 @@ class Weston(Display):
         self.socket = os.path.join(self.folder, 'wayland')
         self.inside = {'WAYLAND_DISPLAY': self.socket}
         try:
-            self.begin(scale, on_x)
+            self.begin([scale, beside] if beside else [scale], on_x)
         except AssertionError:
             self.end()
             raise
 
-    def begin(self, scale, on_x):
-        width, height = self.size
+    def begin(self, scales, on_x):
+        width, height = self.size[0] // len(scales), self.size[1]
         settings = os.path.join(self.folder, 'weston.ini')
         with open(settings, 'w') as file:
             file.write(SETTINGS.format(BACKGROUND))
+            for number, scale in enumerate(scales, 1):
+                file.write(f'[output]\nname=X{number}\nscale={scale}\n'
+                           f'mode={width // scale}x{height // scale}\n')
         self.processes.insert(0, subprocess.Popen(
             ['weston', f'--config={settings}', '--backend=x11-backend.so', '--use-pixman',
-             '--socket=wayland', f'--log={self.log}', f'--scale={scale}',
-             f'--width={width // scale}', f'--height={height // scale}',
+             '--socket=wayland', f'--log={self.log}', f'--output-count={len(scales)}',
              *(['--xwayland'] if on_x else [])],
             env={**self.environment, 'XDG_RUNTIME_DIR': self.folder},
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
         if on_x:
             self.inside = {'DISPLAY': wait_for(self.x_name, 'an X server on Wayland')}
         # No window manager gives it the keyboard.
-        self.tool('windowfocus', '--sync', wait_for(self.frame, 'the compositor'))
+        wait_for(lambda: len(self.frames()) == len(scales), 'the compositor')
+        for number, frame in enumerate(self.frames()):
+            self.tool('windowmove', '--sync', frame, number * width, 0)
+        self.tool('windowfocus', '--sync', self.frames()[0])
         wait_for(self.is_bare, 'the desktop')
 
-    def frame(self):
-        return self.run('xdotool', 'search', '--onlyvisible', '--class', '^Weston Compositor$',
-                        check=False).strip()
+    def frames(self):
+        """The windows of its screens, from the first on."""
+        found = self.run('xdotool', 'search', '--onlyvisible', '--class', '^Weston Compositor$',
+                         check=False).split()
+        return sorted(found, key=int)
 
     def is_bare(self):
         # Where the pointer is, the compositor knows for certain once it has come in from outside.
