@@ -30,8 +30,10 @@ class Placing {
             const double share = static_cast<double>(i) /
                                  static_cast<double>(std::max<std::size_t>(words_.size(), 2) - 1);
             const Word& word = words_[i];
-            const double shift = std::floor((line_.room - line_.fineWidth) * share + 0.5);
-            if (word.least > word.most) {
+            const double shared = std::floor((line_.room - line_.fineWidth) * share + 0.5);
+            const double least = i > 0 ? LeastBehind(words_[i - 1], word) : shared;
+            const double shift = std::max(shared, least);
+            if (word.least > word.most || least > word.most) {
                 PlaceEach(word, shift);
                 continue;
             }
@@ -67,6 +69,13 @@ class Placing {
             Word& last = words_.back();
             last.most = std::min(last.most, RoomAtEnd());
         }
+    }
+
+    // A gap gives no more than keeps the words apart.
+    double LeastBehind(const Word& former, const Word& word) const {
+        constexpr double kMostOfAGap = 0.3;
+        const double gap = glyphs_[word.start].fine - glyphs_[former.end].fine;
+        return glyphs_[former.end - 1].shift - std::floor(gap * kMostOfAGap);
     }
 
     double RoomAtEnd() const { return std::floor(line_.room - line_.fineWidth); }

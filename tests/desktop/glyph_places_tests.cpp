@@ -52,11 +52,28 @@ TEST(GlyphPlaces, AreTheFinerSizesOwnWhereBothAgree) {
 }
 
 TEST(GlyphPlaces, WordsKeepTheirSpacingAndGapsGive) {
-    // Each word is 2 pixels too wide for its room: the gap takes them, the last word as well as it
-    // can. 94 of 90 pixels: the second word begins 4 to the left of 52.
-    EXPECT_EQ(Drawn(Shape("ab cd", 2, 21, 10)), (std::vector<double>{0, 21, 48, 69}));
+    // 94 of 90 pixels: the last letter comes 4 to the left, and the gap of 10 gives 3 of them.
+    EXPECT_EQ(Drawn(Shape("ab cd", 2, 21, 10)), (std::vector<double>{0, 21, 49, 69}));
     // All gaps give alike: 5 pixels for four of them, and so 1, 1, 2 and 1.
     EXPECT_EQ(Drawn(Shape("a b c d e", 2, 21, 10)), (std::vector<double>{0, 30, 60, 89, 119}));
+}
+
+// Long words drift to the right of their places; the next one follows, and does not begin at its
+// own place while the gap in front of it closes.
+TEST(GlyphPlaces, GapsBehindLongWordsStayGaps) {
+    for (const int density : {2, 4}) {
+        const Shaped shaped = Shape("abcdefghijklmnopqrst uv abcdefghijkl wx yzabcdefghi", density,
+                                    10 * density + density / 2, 5 * density);
+        const std::vector<double> places = Drawn(shaped);
+        std::size_t letter = 0;
+        for (std::size_t glyph = 1; glyph + 1 < shaped.glyphs.size(); ++glyph) {
+            letter += shaped.glyphs[glyph].blank ? 0 : 1;
+            if (shaped.glyphs[glyph].blank) {
+                const double before = places[letter] + 10 * density + density / 2;
+                EXPECT_GE(places[letter + 1] - before, 0.7 * 5 * density) << density << glyph;
+            }
+        }
+    }
 }
 
 TEST(GlyphPlaces, NothingCrossesTheEndOfTheLine) {
