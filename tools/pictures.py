@@ -221,6 +221,7 @@ def make_screens(program, scale, path):
 def main():
     program, *rest = sys.argv[1:]
     out = rest[0] if rest else os.path.join(ROOT, 'docs')
+    os.makedirs(out, exist_ok=True)
     if len(rest) < 2:
         guide = os.path.join(out, 'guide')
         os.makedirs(guide, exist_ok=True)

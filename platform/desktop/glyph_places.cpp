@@ -41,6 +41,7 @@ class Placing {
                 glyphs_[glyph].shift = std::clamp(shift, word.least, word.most);
             }
         }
+        MakeRoomAtEnd();
     }
 
   private:
@@ -71,11 +72,13 @@ class Placing {
         }
     }
 
-    // A gap gives no more than keeps the words apart.
-    double LeastBehind(const Word& former, const Word& word) const {
+    // How much of the gap between two words may be taken, so that they stay apart.
+    double Gives(const Word& former, const Word& word) const {
         constexpr double kMostOfAGap = 0.3;
-        const double gap = glyphs_[word.start].fine - glyphs_[former.end].fine;
-        return glyphs_[former.end - 1].shift - std::floor(gap * kMostOfAGap);
+        return std::floor((glyphs_[word.start].fine - glyphs_[former.end].fine) * kMostOfAGap);
+    }
+    double LeastBehind(const Word& former, const Word& word) const {
+        return glyphs_[former.end - 1].shift - Gives(former, word);
     }
 
     double RoomAtEnd() const { return std::floor(line_.room - line_.fineWidth); }
@@ -92,15 +95,21 @@ class Placing {
             }
             glyphs_[glyph].shift = shift;
         }
-        if (word.end == words_.back().end) {
-            GiveWayAtEnd(word);
+    }
+
+    // Nothing crosses the line's end, and no gap closes for it.
+    void MakeRoomAtEnd() {
+        for (std::size_t i = words_.size(); i-- > 0;) {
+            const bool isLast = i + 1 == words_.size();
+            GiveWay(words_[i],
+                    isLast ? RoomAtEnd()
+                           : glyphs_[words_[i + 1].start].shift + Gives(words_[i], words_[i + 1]));
         }
     }
 
-    // Nothing crosses the line's end: from there back each letter comes a little closer to the next
-    // than its place would have it.
-    void GiveWayAtEnd(const Word& word) {
-        double most = RoomAtEnd();
+    // The last letter is moved by `most` at most; from there back each letter comes a little closer
+    // to the next than its place would have it.
+    void GiveWay(const Word& word, double most) {
         for (std::size_t glyph = word.end; glyph-- > word.start;) {
             double& shift = glyphs_[glyph].shift;
             shift = std::min(shift, most);

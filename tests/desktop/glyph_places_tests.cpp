@@ -58,6 +58,13 @@ TEST(GlyphPlaces, WordsKeepTheirSpacingAndGapsGive) {
     EXPECT_EQ(Drawn(Shape("a b c d e", 2, 21, 10)), (std::vector<double>{0, 30, 60, 89, 119}));
 }
 
+// 26 letters that are 1 pixel too wide push the last word, which cannot leave the line.
+TEST(GlyphPlaces, TheGapInFrontOfAShortLastWordStaysAGap) {
+    const std::vector<double> places = Drawn(Shape("abcdefghijklmnopqrstuvwxyz 2", 2, 21, 10));
+    EXPECT_LE(places[26] + 21, 2 * 275);
+    EXPECT_GE(places[26] - (places[25] + 21), 7);
+}
+
 // Long words drift to the right of their places; the next one follows, and does not begin at its
 // own place while the gap in front of it closes.
 TEST(GlyphPlaces, GapsBehindLongWordsStayGaps) {
