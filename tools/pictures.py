@@ -210,7 +210,7 @@ def make_screens(program, scale, path):
         names = ('window', 'browser', 'search', 'lyrics', 'effects', 'information', 'menu')
         held = sorted(name for name in os.listdir(folder) if name.startswith('pressed'))
         row = os.path.join(folder, 'held.png')
-        subprocess.run(['montage', *(os.path.join(folder, name) for name in held), '-tile', '5x',
+        subprocess.run(['montage', *(os.path.join(folder, name) for name in held), '-tile', '4x',
                         '-geometry', f'+{gap}+{gap}', '-background', DESKTOP, row], check=True)
         subprocess.run(['montage', *(os.path.join(folder, name + '.png') for name in names), row,
                         '-tile', '3x', '-geometry', f'+{gap}+{gap}', '-background', DESKTOP, sheet],

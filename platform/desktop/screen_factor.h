@@ -13,7 +13,8 @@ class QScreen;
 
 namespace platform::desktop {
 
-/// How fine pictures have to be for a factor: they are averaged, never enlarged, up to 4.
+/// How fine pictures have to be for a factor, so that words on the screen are about as sharp as if
+/// they had been drawn for it.
 Long DensityFor(double factor);
 
 /// The factor of a screen of so many dots per inch, 96 of which are 1: in quarters, and within the

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/desktop/painting.h"
+#include "platform/desktop/screen_factor.h"
 
 namespace {
 
@@ -102,7 +103,7 @@ TEST(Painting, APartReachesOverWholePixels) {
 
 class AtEachFactor : public testing::TestWithParam<double> {
   protected:
-    Long Density() const { return GetParam() <= 1 ? 1 : GetParam() <= 2 ? 2 : 4; }
+    Long Density() const { return DensityFor(GetParam()); }
     Surface Noise(Size size) {
         Surface picture(size, Density());
         const Size stored = picture.StoredSize();

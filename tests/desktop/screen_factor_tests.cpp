@@ -6,15 +6,21 @@
 namespace {
 
 using namespace platform::desktop;
+using platform::Long;
 
-TEST(ScreenFactor, PicturesAreAtLeastAsFineAsTheScreen) {
+TEST(ScreenFactor, PicturesAreAsFineAsTheScreenOrTwiceAsFine) {
     EXPECT_EQ(DensityFor(0.5), 1);
-    EXPECT_EQ(DensityFor(1), 1);
-    EXPECT_EQ(DensityFor(1.01), 2);
-    EXPECT_EQ(DensityFor(2), 2);
-    EXPECT_EQ(DensityFor(2.25), 4);
-    EXPECT_EQ(DensityFor(4), 4);
-    EXPECT_EQ(DensityFor(6), 4);
+    for (const Long whole : {1, 2, 3, 4, 5}) {
+        EXPECT_EQ(DensityFor(whole), whole);
+    }
+    EXPECT_EQ(DensityFor(1.5), 3);
+    EXPECT_EQ(DensityFor(2.5), 5);
+}
+
+TEST(ScreenFactor, WhereTheyCannotBeFourIsEnough) {
+    for (const double factor : {1.01, 1.25, 1.75, 2.25, 3.5, 6.0}) {
+        EXPECT_EQ(DensityFor(factor), 4) << factor;
+    }
 }
 
 TEST(ScreenFactor, DotsAreCountedInQuartersOf96) {

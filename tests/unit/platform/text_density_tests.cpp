@@ -11,9 +11,9 @@
 namespace platform {
 namespace {
 
-class CountingDriver : public HeadlessDriver {
+class RenderingDriver : public HeadlessDriver {
   public:
-    CountingDriver() : HeadlessDriver(Clock::kVirtual) {}
+    RenderingDriver() : HeadlessDriver(Clock::kVirtual) {}
     TextPicture RenderText(const Font& font, std::u16string_view text, Long left, Long width,
                            Long density) const override {
         ++rendered;
@@ -22,7 +22,7 @@ class CountingDriver : public HeadlessDriver {
     mutable int rendered = 0;
 };
 
-constexpr Pixel kInk = 1 << 16;  // the colour 1 as it is stored
+constexpr Pixel kStoredInk = 1 << 16;  // the colour 1 as it is stored
 
 class TextDensityTest : public ::testing::TestWithParam<Long> {
   protected:
@@ -37,7 +37,7 @@ class TextDensityTest : public ::testing::TestWithParam<Long> {
         const Size stored = surface.StoredSize();
         for (Long y = 0; y < stored.height; ++y) {
             for (Long x = 0; x < stored.width; ++x) {
-                if (surface.Row(y)[x] == kInk) {
+                if (surface.Row(y)[x] == kStoredInk) {
                     inked = Unite(inked, {x, y, x + 1, y + 1});
                 }
             }
@@ -51,7 +51,7 @@ class TextDensityTest : public ::testing::TestWithParam<Long> {
     }
 
     Long density_ = GetParam();
-    CountingDriver driver_;
+    RenderingDriver driver_;
     TextDrawing drawing_{driver_};
     Font font_;
 };
@@ -71,7 +71,7 @@ TEST_P(TextDensityTest, AllOfABlockIsInk) {
     const Rect block = Units({1, 3, 5, 10});
     for (Long y = 0; y < 13 * density_; ++y) {
         for (Long x = 0; x < 6 * density_; ++x) {
-            EXPECT_EQ(surface.Row(y)[x], block.Contains({x, y}) ? kInk : 0U) << x << "," << y;
+            EXPECT_EQ(surface.Row(y)[x], block.Contains({x, y}) ? kStoredInk : 0U) << x << "," << y;
         }
     }
 }
@@ -104,7 +104,7 @@ TEST_P(TextDensityTest, PiecesOfALongLineMeet) {
     EXPECT_EQ(driver_.rendered, 2);
     for (Long x = 0; x < 100 * density_; ++x) {
         const Long inUnit = (2000 + x / density_) % 6;
-        EXPECT_EQ(surface.Row(5 * density_)[x], inUnit >= 1 && inUnit <= 4 ? kInk : 0U) << x;
+        EXPECT_EQ(surface.Row(5 * density_)[x], inUnit >= 1 && inUnit <= 4 ? kStoredInk : 0U) << x;
     }
 }
 
@@ -140,7 +140,7 @@ TEST_P(TextDensityTest, WhatIsKeptHasAnEnd) {
 }
 
 TEST(TextAtADensity, IsDrawnAnewWhenTheDensityChanges) {
-    const CountingDriver driver;
+    const RenderingDriver driver;
     TextDrawing drawing(driver);
     const auto draw = [&](Long density) {
         Surface surface({20, 20}, density);
