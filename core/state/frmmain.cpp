@@ -120,6 +120,7 @@ void frmMAIN::DrawPicture() {
     platform::Surface& face = Canvas();
     face.FillRect(face.Bounds(), BackColor());
     face.BitBlt(face.Bounds(), *picture_, {0, 0});
+    static_cast<void>(picture_->For(picture_->Density()));  // a finer one has served
     ShowFace();
 }
 

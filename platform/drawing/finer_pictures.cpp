@@ -8,6 +8,9 @@ const Surface* FinerPictures::At(Long density, Size size) {
     }
     kept_ = density;
     picture_ = nullptr;
+    if (size == Size{}) {
+        return nullptr;
+    }
     auto known = known_.lower_bound(density);
     if (known == known_.end() && !known_.empty()) {
         --known;

@@ -18,7 +18,7 @@ class FinerPictures {
     void Add(Long density, Decode decode) { known_[density] = std::move(decode); }
 
     /// The one of that density, or made of the next finer one, or of the finest; null if there is
-    /// none of that size.
+    /// none of that size. An empty size lets go of what is kept.
     const Surface* At(Long density, Size size);
 
   private:

@@ -91,8 +91,10 @@ Surface::Surface(Size size, Long density)
     : size_{std::max(size.width, 0), std::max(size.height, 0)}, density_(std::max(density, 1)) {}
 
 const Surface& Surface::For(Long density) const {
-    const Surface* const drawn =
-        finer_ != nullptr && density > density_ ? finer_->At(density, size_) : nullptr;
+    if (finer_ == nullptr) {
+        return *this;
+    }
+    const Surface* const drawn = finer_->At(density, density > density_ ? size_ : Size{});
     return drawn != nullptr ? *drawn : *this;
 }
 

@@ -78,7 +78,7 @@ class Surface {
     /// the one that is right for the target.
     void Finer(std::shared_ptr<FinerPictures> pictures) { finer_ = std::move(pictures); }
     /// The picture as it is drawn on surfaces of that density: this one if there are no finer ones.
-    /// Good until it is asked for another density.
+    /// Good until it is asked for another density; for its own, it lets the finer ones go.
     const Surface& For(Long density) const;
 
     Long Width() const { return size_.width; }

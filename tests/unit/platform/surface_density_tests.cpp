@@ -249,6 +249,9 @@ TEST(FinerPictures, EachIsDecodedWhenItIsFirstDrawn) {
     EXPECT_EQ(drawn.plain.For(2).Density(), 2);
     EXPECT_EQ(drawn.plain.For(3).Density(), 3);
     EXPECT_EQ(drawn.decoded, 2);
+    EXPECT_EQ(drawn.plain.For(1).Density(), 1);  // which lets the other go
+    EXPECT_EQ(drawn.plain.For(3).Density(), 3);
+    EXPECT_EQ(drawn.decoded, 3);
 }
 
 TEST(FinerPictures, OneOfAnotherSizeIsNone) {
