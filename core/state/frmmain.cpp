@@ -111,6 +111,7 @@ void frmMAIN::SizeToPicture() {
     const platform::Surface& picture = *Needed(picture_);
     Move(Left(), Top(), picture.Width(), picture.Height());
     DrawPicture();
+    static_cast<void>(picture.For(picture.Density()));  // the finer one has served
 }
 
 void frmMAIN::DrawPicture() {
@@ -120,7 +121,6 @@ void frmMAIN::DrawPicture() {
     platform::Surface& face = Canvas();
     face.FillRect(face.Bounds(), BackColor());
     face.BitBlt(face.Bounds(), *picture_, {0, 0});
-    static_cast<void>(picture_->For(picture_->Density()));  // a finer one has served
     ShowFace();
 }
 

@@ -1,5 +1,6 @@
 #include "platform/drawing/bitmap_file.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <vector>
@@ -169,11 +170,12 @@ class RunLengthReader {
     }
 
     bool ReadRun(std::uint32_t count, std::uint32_t index) {
-        for (; count > 0; --count) {
-            if (!Put(index)) {
-                return false;
-            }
+        const auto length = static_cast<Long>(count);
+        if (x_ + length > size_.width || y_ >= size_.height || index >= palette_.size()) {
+            return false;
         }
+        std::fill_n(picture_.Row(size_.height - 1 - y_) + x_, length, palette_[index]);
+        x_ += length;
         return true;
     }
 
