@@ -327,8 +327,8 @@ class JList : public platform::Widget {
 
     Colour backBrush_ = 0;
     platform::Surface backDC_;  ///< the clean background that rows are erased from
-    platform::Surface selectionBar_;
-    platform::Surface thumbBar_;
+    GradientBar selectionBar_;
+    GradientBar thumbBar_;
     Painted painted_;
 
     ListMouse mouse_;

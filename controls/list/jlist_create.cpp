@@ -130,14 +130,14 @@ void JList::ThumbColor2(Colour value) {
 }
 
 void JList::BuildSelectionBar() {
-    BuildGradient({ScaleWidth(), RowHeight()}, OleTranslateColor(colours_.sel1),
-                  OleTranslateColor(colours_.sel2), 0, selectionBar_);
+    selectionBar_.Become({ScaleWidth(), RowHeight()}, OleTranslateColor(colours_.sel1),
+                         OleTranslateColor(colours_.sel2), 0);
     ++painted_.looks;
 }
 
 void JList::BuildThumbBar() {
-    BuildGradient({ListThumb::kWidth, thumb_.barHeight}, OleTranslateColor(colours_.thumb1),
-                  OleTranslateColor(colours_.thumb2), 180, thumbBar_);
+    thumbBar_.Become({ListThumb::kWidth, thumb_.barHeight}, OleTranslateColor(colours_.thumb1),
+                     OleTranslateColor(colours_.thumb2), 180);
     ++painted_.looks;
 }
 

@@ -79,20 +79,32 @@ void BuildGradient(Long W, Long H, Colour C1, Colour C2, double Angle, BitmapHea
     Header = {40, W, H, 1, 32};
 }
 
-void BuildGradient(Size size, Colour C1, Colour C2, double Angle, Surface& picture) {
-    Surface built(size);
-    if (built.IsEmpty()) {
+void GradientBar::Become(Size size, Colour C1, Colour C2, double Angle) {
+    Surface picture(size);
+    if (picture.IsEmpty()) {
         return;
     }
-    const Size stored = built.StoredSize();
+    picture_ = std::move(picture);
+    from_ = C1;
+    to_ = C2;
+    angle_ = Angle;
+    built_ = false;
+}
+
+const Surface& GradientBar::Picture() {
+    if (built_) {
+        return picture_;
+    }
+    built_ = true;
+    const Size stored = picture_.StoredSize();
     BitmapHeader header;
     std::vector<Pixel> pixels;
-    BuildGradient(stored.width, stored.height, C1, C2, Angle, header, pixels);
+    BuildGradient(stored.width, stored.height, from_, to_, angle_, header, pixels);
     auto scan = pixels.cbegin();
     for (Long y = stored.height - 1; y >= 0; --y, scan += stored.width) {
-        std::copy_n(scan, stored.width, built.Row(y));
+        std::copy_n(scan, stored.width, picture_.Row(y));
     }
-    picture = std::move(built);
+    return picture_;
 }
 
 }  // namespace sarnel

@@ -22,9 +22,22 @@ struct BitmapHeader {
 void BuildGradient(platform::Long W, platform::Long H, platform::Colour C1, platform::Colour C2,
                    double Angle, BitmapHeader& Header, std::vector<platform::Pixel>& Pixels);
 
-/// The same as a picture, with steps as fine as the density in force. Less than a pixel leaves the
-/// picture as it was.
-void BuildGradient(platform::Size size, platform::Colour C1, platform::Colour C2, double Angle,
-                   platform::Surface& picture);
+/// The same as a picture, built when it is first drawn: a list gets its colours one by one, and its
+/// selection bar one after the other, mostly without a row to show it.
+class GradientBar {
+  public:
+    /// What to draw from now on, with steps as fine as the density in force. Less than a pixel
+    /// leaves the bar as it was.
+    void Become(platform::Size size, platform::Colour C1, platform::Colour C2, double Angle);
+
+    const platform::Surface& Picture();
+
+  private:
+    platform::Surface picture_;
+    platform::Colour from_ = 0;
+    platform::Colour to_ = 0;
+    double angle_ = 0;
+    bool built_ = true;
+};
 
 }  // namespace sarnel

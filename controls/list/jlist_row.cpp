@@ -55,7 +55,7 @@ void JList::DrawRow(Long index, bool selected) {
         top + (layout_.IsImageTaller() ? platform::RoundHalfEven(layout_.ImageSide() / 4.0) : 0);
     const Long right = ScaleWidth() - RightReserve();
     if (selected) {
-        face.StretchBlt({ImageColumn(), y, right, y + RowHeight()}, selectionBar_,
+        face.StretchBlt({ImageColumn(), y, right, y + RowHeight()}, selectionBar_.Picture(),
                         {0, 0, double{1} * ScaleWidth(), double{1} * RowHeight()});
     } else {
         // Row 0 is erased one pixel higher than the others.

@@ -36,7 +36,7 @@ void JList::PaintScrollBar() {
     const platform::Rect whole{rect.left, rect.top, rect.left + ListThumb::kWidth, rect.bottom};
     // A range far from all rows puts it far off the face.
     if (!IsEmpty(Intersect(whole, face.Bounds()))) {
-        face.BitBlt(whole, thumbBar_, {0, 0});
+        face.BitBlt(whole, thumbBar_.Picture(), {0, 0});
         face.Outline(whole, colours_.thumbBorder, platform::PS_SOLID);
     }
     // Comes last: the very first strip clears the whole face from x = 1 on.

@@ -86,22 +86,26 @@ TEST(Gradient, AllAnglesFillTheirBlockWithinItsColours) {
 }
 
 TEST(Gradient, ABarsPictureHasTheLastScanOnTop) {
-    platform::Surface bar;
-    BuildGradient({1, 3}, kBlue, kRed, 90, bar);
-    EXPECT_EQ(bar.GetPixel({0, 0}), kRed);
-    EXPECT_EQ(bar.GetPixel({0, 2}), kBlue);
+    GradientBar bar;
+    bar.Become({1, 3}, kBlue, kRed, 90);
+    EXPECT_EQ(bar.Picture().GetPixel({0, 0}), kRed);
+    EXPECT_EQ(bar.Picture().GetPixel({0, 2}), kBlue);
+    bar.Become({1, 2}, kRed, kBlue, 90);
+    EXPECT_EQ(bar.Picture().GetPixel({0, 0}), kBlue);
+    EXPECT_EQ(bar.Picture().Height(), 2);
 }
 
 TEST(Gradient, ABarOfAFinerSurfaceHasAStepForEachStoredPixel) {
     platform::Surface::DensityInForce(2);
-    platform::Surface bar;
-    BuildGradient({2, 1}, 0, kRed, 0, bar);
+    GradientBar bar;
+    bar.Become({2, 1}, 0, kRed, 0);
     platform::Surface::DensityInForce(1);
     // Four steps: 0, 85, 170 and 255 of red.
-    EXPECT_EQ(std::vector<Pixel>(bar.Row(0), bar.Row(0) + 4),
+    const Pixel* const row = bar.Picture().Row(0);
+    EXPECT_EQ(std::vector<Pixel>(row, row + 4),
               (std::vector<Pixel>{0, 0x550000, 0xAA0000, 0xFF0000}));
-    BuildGradient({0, 1}, 0, kRed, 0, bar);
-    EXPECT_EQ(bar.Width(), 2);
+    bar.Become({0, 1}, 0, kRed, 0);
+    EXPECT_EQ(bar.Picture().Width(), 2);
 }
 
 }  // namespace
