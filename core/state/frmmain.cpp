@@ -81,7 +81,7 @@ void frmMAIN::MakeLabels() {
 
 void frmMAIN::MakeControls() {
     const Handle effects = picFrame(kEffectsPanel).HWnd();
-    const auto add = [this](auto& array, auto control, bool inLayout) {
+    const auto add = [](auto& array, auto control, bool inLayout) {
         control->Visible(inLayout);
         array.Add(std::move(control), inLayout);
     };
@@ -111,7 +111,21 @@ void frmMAIN::SizeToPicture() {
     const platform::Surface& picture = *Needed(picture_);
     Move(Left(), Top(), picture.Width(), picture.Height());
     DrawPicture();
-    static_cast<void>(picture.For(picture.Density()));  // the finer one has served
+    picture.LetFinerGo();
+}
+
+// Comes with each show, too, which changes nothing.
+void frmMAIN::Resized() {
+    if (!(Canvas().GetSize() == drawn_)) {
+        DrawPicture();
+    }
+}
+
+void frmMAIN::Redraw() {
+    DrawPicture();
+    if (picture_ != nullptr) {
+        picture_->LetFinerGo();
+    }
 }
 
 void frmMAIN::DrawPicture() {
@@ -121,6 +135,7 @@ void frmMAIN::DrawPicture() {
     platform::Surface& face = Canvas();
     face.FillRect(face.Bounds(), BackColor());
     face.BitBlt(face.Bounds(), *picture_, {0, 0});
+    drawn_ = face.GetSize();
     ShowFace();
 }
 

@@ -99,8 +99,9 @@ class frmMAIN : public platform::Widget {
     std::unique_ptr<platform::Label> lblFrameInfoDescription;
 
   protected:
-    void Resized() override { DrawPicture(); }
-    void Redraw() override { DrawPicture(); }
+    void Resized() override;
+    void LooksChanged() override { drawn_ = {}; }
+    void Redraw() override;
 
   private:
     // Defined with Load and Unload in core/mainwindow.cpp.
@@ -112,6 +113,7 @@ class frmMAIN : public platform::Widget {
 
     const Handle icon_;
     platform::PictureRef picture_;
+    platform::Size drawn_;  ///< of the face, when the picture was last drawn
     bool loaded_ = false;
 };
 

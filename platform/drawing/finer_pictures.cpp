@@ -3,14 +3,19 @@
 namespace platform {
 
 const Surface* FinerPictures::At(Long density, Size size) {
-    if (kept_ == density) {
-        return picture_.get();
+    if (kept_ != density) {
+        picture_ = Made(density, size);
+        kept_ = density;
     }
-    kept_ = density;
+    return picture_.get();
+}
+
+void FinerPictures::LetGo() {
+    kept_.reset();
     picture_ = nullptr;
-    if (size == Size{}) {
-        return nullptr;
-    }
+}
+
+PictureRef FinerPictures::Made(Long density, Size size) const {
     auto known = known_.lower_bound(density);
     if (known == known_.end() && !known_.empty()) {
         --known;
@@ -19,12 +24,13 @@ const Surface* FinerPictures::At(Long density, Size size) {
         return nullptr;
     }
     const PictureRef found = known->second();
-    if (found == nullptr || !(found->GetSize() == size) || found->Density() == density) {
-        picture_ = found != nullptr && found->GetSize() == size ? found : nullptr;
-    } else {
-        picture_ = std::make_shared<Surface>(found->AtDensity(density));
+    if (found == nullptr || !(found->GetSize() == size)) {
+        return nullptr;
     }
-    return picture_.get();
+    if (found->Density() == density) {
+        return found;
+    }
+    return std::make_shared<Surface>(found->AtDensity(density));
 }
 
 }  // namespace platform

@@ -18,10 +18,14 @@ class FinerPictures {
     void Add(Long density, Decode decode) { known_[density] = std::move(decode); }
 
     /// The one of that density, or made of the next finer one, or of the finest; null if there is
-    /// none of that size. An empty size lets go of what is kept.
+    /// none of that size.
     const Surface* At(Long density, Size size);
+    /// Keeps none until it is asked for one again.
+    void LetGo();
 
   private:
+    PictureRef Made(Long density, Size size) const;
+
     std::map<Long, Decode> known_;
     std::optional<Long> kept_;
     PictureRef picture_;

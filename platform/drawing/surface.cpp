@@ -32,10 +32,6 @@ void CopyRow(const Pixel* from, Long width, Pixel* to) {
     std::memcpy(to, from, static_cast<std::size_t>(width) * sizeof(Pixel));
 }
 
-}  // namespace
-
-namespace {
-
 thread_local Long densityInForce = 1;
 
 // What one stored pixel of a target covers of a source of another density, along one axis.
@@ -94,8 +90,18 @@ const Surface& Surface::For(Long density) const {
     if (finer_ == nullptr) {
         return *this;
     }
-    const Surface* const drawn = finer_->At(density, density > density_ ? size_ : Size{});
+    if (density <= density_) {
+        LetFinerGo();  // nobody draws finely any more
+        return *this;
+    }
+    const Surface* const drawn = finer_->At(density, size_);
     return drawn != nullptr ? *drawn : *this;
+}
+
+void Surface::LetFinerGo() const {
+    if (finer_ != nullptr) {
+        finer_->LetGo();
+    }
 }
 
 Surface Surface::AtDensity(Long density) const {

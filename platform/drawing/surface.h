@@ -78,8 +78,10 @@ class Surface {
     /// the one that is right for the target.
     void Finer(std::shared_ptr<FinerPictures> pictures) { finer_ = std::move(pictures); }
     /// The picture as it is drawn on surfaces of that density: this one if there are no finer ones.
-    /// Good until it is asked for another density; for its own, it lets the finer ones go.
+    /// Good until it is asked for another density.
     const Surface& For(Long density) const;
+    /// The finer picture is decoded anew when it is next drawn: for who draws a picture once.
+    void LetFinerGo() const;
 
     Long Width() const { return size_.width; }
     Long Height() const { return size_.height; }
@@ -151,6 +153,7 @@ class Surface {
     std::size_t RowStart(Long y) const {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width * density_);
     }
+
     Size size_;
     Long density_ = 1;
     Pixel flat_ = 0;                     ///< the colour of all, while there are no pixels
