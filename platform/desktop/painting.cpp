@@ -188,7 +188,8 @@ void MixAll(SqueezedRows& squeezed, const Shares& rows, QImage& image, Rows from
     }
 }
 
-void Average(const Surface& picture, const QRect& shown, double factor, QImage& image) {
+QImage Averaged(const Surface& picture, const QRect& shown, double factor) {
+    QImage image(shown.size(), QImage::Format_RGB32);
     const auto density = static_cast<double>(picture.Density());
     const auto [width, height] = picture.StoredSize();
     const Shares columns(shown.left(), shown.width(),
@@ -203,6 +204,14 @@ void Average(const Surface& picture, const QRect& shown, double factor, QImage& 
     } else {
         MixAll(squeezed, rows, image, std::vector<const Part*>(most), std::vector<Part>(most));
     }
+    return image;
+}
+
+// Whether each pixel of the window shows one stored pixel of the picture.
+bool IsAsFine(const Surface& picture, const QRect& shown, double factor) {
+    const Size stored = picture.StoredSize();
+    return picture.Density() == factor && !shown.isEmpty() && shown.right() < stored.width &&
+           shown.bottom() < stored.height;
 }
 
 }  // namespace
@@ -216,18 +225,18 @@ QRect ShownPart(const Rect& part, double factor) {
 }
 
 QImage ShownPixels(const Surface& picture, const QRect& shown, double factor) {
-    QImage image(shown.size(), QImage::Format_RGB32);
-    const Size stored = picture.StoredSize();
-    const bool isThere = shown.right() < stored.width && shown.bottom() < stored.height;
-    if (picture.Density() != factor || !isThere) {
-        Average(picture, shown, factor, image);
-        return image;
+    const QImage view = ShownView(picture, shown, factor);
+    return IsAsFine(picture, shown, factor) ? view.copy() : view;
+}
+
+QImage ShownView(const Surface& picture, const QRect& shown, double factor) {
+    if (IsAsFine(picture, shown, factor)) {
+        const Pixel* const first = picture.Row(shown.top()) + shown.left();
+        const auto rowBytes = static_cast<qsizetype>(sizeof(Pixel)) * picture.StoredSize().width;
+        return {reinterpret_cast<const uchar*>(first), shown.width(), shown.height(), rowBytes,
+                QImage::Format_RGB32};
     }
-    for (int y = 0; y < image.height(); ++y) {
-        std::copy_n(picture.Row(shown.top() + y) + shown.left(), image.width(),
-                    reinterpret_cast<Pixel*>(image.scanLine(y)));
-    }
-    return image;
+    return Averaged(picture, shown, factor);
 }
 
 }  // namespace platform::desktop

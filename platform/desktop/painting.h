@@ -18,4 +18,8 @@ QRect ShownPart(const Rect& part, double factor);
 /// picture its last pixels go on.
 QImage ShownPixels(const Surface& picture, const QRect& shown, double factor);
 
+/// The same, good while the picture lives and stays: where that is as fine as the window it is not
+/// copied, and rows may have gaps.
+QImage ShownView(const Surface& picture, const QRect& shown, double factor);
+
 }  // namespace platform::desktop

@@ -15,7 +15,7 @@
 namespace platform::desktop {
 
 TopLevel::TopLevel(Handle handle, Shared& shared)
-    : handle_(handle), shared_(shared), store_(this), ratio_(devicePixelRatio()) {
+    : handle_(handle), shared_(shared), ratio_(devicePixelRatio()) {
     setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint |
              Qt::WindowSystemMenuHint);
     // The toolkit takes it in a moment later.
@@ -205,7 +205,7 @@ void TopLevel::GrabInput() {
     }
     // Somebody else may just be letting go: a window manager, of the click that opens the popup.
     constexpr int kAttempts = 20;
-    constexpr std::chrono::milliseconds kPause(5);
+    constexpr std::chrono::milliseconds kBetweenLooks(5);
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         if (setMouseGrabEnabled(true) && setKeyboardGrabEnabled(true)) {
             shared_.isGrabbed = true;
@@ -214,7 +214,7 @@ void TopLevel::GrabInput() {
             }
             return;
         }
-        std::this_thread::sleep_for(kPause);
+        std::this_thread::sleep_for(kBetweenLooks);
     }
     // Without a grab nobody could close it by a click elsewhere.
     ReleaseInput();
@@ -283,25 +283,36 @@ QRegion TopLevel::TakeStale() {
 
 // The toolkit's own way, which also tells the desktop that a change of size has been followed.
 void TopLevel::PaintInStore(const QRegion& region) {
-    if (store_.size() != size()) {
-        store_.resize(size());
+    if (store_ == nullptr) {
+        store_ = std::make_unique<QBackingStore>(this);
+    }
+    if (store_->size() != size()) {
+        store_->resize(size());
     }
     const double ratio = devicePixelRatio();
     const QRegion reached = InToolkitPixels(region);
-    store_.beginPaint(reached);
+    store_->beginPaint(reached);
     {
-        QPainter painter(store_.paintDevice());
+        QPainter painter(store_->paintDevice());
         painter.setCompositionMode(QPainter::CompositionMode_Source);
         painter.scale(1 / ratio, 1 / ratio);
         for (const QRect& part : region) {
-            painter.drawImage(part.topLeft(), ShownPixels(*picture_, part, Factor()));
+            painter.drawImage(part.topLeft(), ShownView(*picture_, part, Factor()));
         }
     }
-    store_.endPaint();
-    store_.flush(reached);
+    store_->endPaint();
+    store_->flush(reached);
+    LetStoreGo();
 }
 
-// The store may lag behind what was painted past it, so all of it is painted anew.
+// What is painted past it makes it old, and it is as large as the window.
+void TopLevel::LetStoreGo() {
+    if (direct_ != nullptr) {
+        store_.reset();
+    }
+}
+
+// A store that was kept lags behind what was painted past it, so all of it is painted anew.
 void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
     if (isExposed()) {
         if (!shared_.onWayland) {
@@ -326,6 +337,7 @@ void TopLevel::exposeEvent(QExposeEvent* /*event*/) {
         hasIcon_ = true;  // the picture comes first
         setIcon(MakeIcon());
         direct_ = DirectPaint::For(*this);
+        LetStoreGo();
         TellOfCover(*this);
     }
 }

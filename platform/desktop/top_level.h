@@ -163,6 +163,7 @@ class TopLevel : public QWindow {
     bool PaintDirectly(std::span<const Rect> changed);
     void PaintStale();
     void PaintInStore(const QRegion& region);
+    void LetStoreGo();
     QRegion TakeStale();
     bool CanBeSeen() const;
 
@@ -199,8 +200,9 @@ class TopLevel : public QWindow {
     QBasicTimer return_;    ///< until activation must have brought it back
     bool hasIcon_ = false;
 
-    QBackingStore store_;
-    std::unique_ptr<DirectPaint> direct_;  ///< for small changes; may be null
+    std::unique_ptr<QBackingStore> store_;
+    /// Past the store, which then need not be kept: for small changes. May be null.
+    std::unique_ptr<DirectPaint> direct_;
     const Surface* picture_ = nullptr;
     QRegion stale_;             ///< where the window lags behind the picture; the screen's pixels
     std::vector<QRect> parts_;  ///< room for those of one picture, kept between two

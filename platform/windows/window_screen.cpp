@@ -37,46 +37,43 @@ void AddDamage(std::vector<Rect>& damage, Rect rect) {
     damage.push_back(rect);
 }
 
-// Rows and columns of both pictures, which are of one size and density, within `rect`.
-bool SameRow(const Surface& a, const Surface& b, Long y, const Rect& rect) {
-    const Long density = a.Density();
-    const auto bytes = static_cast<std::size_t>(rect.Width() * density) * sizeof(Pixel);
-    for (Long row = y * density; row < (y + 1) * density; ++row) {
-        const Long left = rect.left * density;
-        if (std::memcmp(a.Row(row) + left, b.Row(row) + left, bytes) != 0) {
-            return false;
-        }
-    }
-    return true;
-}
+// A part of a picture, put together anew, beside the picture; both of one density.
+struct NewPart {
+    const Surface& part;
+    const Surface& picture;
+    Point at;  // where it lies in the picture
 
-bool SameColumn(const Surface& a, const Surface& b, Long x, const Rect& rect) {
-    const Long density = a.Density();
-    for (Long row = rect.top * density; row < rect.bottom * density; ++row) {
-        const Long left = x * density;
-        if (!std::equal(a.Row(row) + left, a.Row(row) + left + density, b.Row(row) + left)) {
-            return false;
+    // Whether both have the same pixels in a rectangle of the picture.
+    bool IsSame(const Rect& rect) const {
+        const Long density = picture.Density();
+        const Rect stored = picture.Stored(rect);
+        const auto bytes = static_cast<std::size_t>(stored.Width()) * sizeof(Pixel);
+        for (Long y = stored.top; y < stored.bottom; ++y) {
+            const Pixel* const row = part.Row(y - at.y * density) + stored.left - at.x * density;
+            if (std::memcmp(row, picture.Row(y) + stored.left, bytes) != 0) {
+                return false;
+            }
         }
+        return true;
     }
-    return true;
-}
 
-// The part of `rect` within which two pictures of one size differ; empty if they do not.
-Rect Difference(const Surface& a, const Surface& b, Rect rect) {
-    while (!IsEmpty(rect) && SameRow(a, b, rect.top, rect)) {
-        ++rect.top;
+    // The part of the picture's `rect` within which they differ; empty if they do not.
+    Rect Difference(Rect rect) const {
+        while (!IsEmpty(rect) && IsSame({rect.left, rect.top, rect.right, rect.top + 1})) {
+            ++rect.top;
+        }
+        while (!IsEmpty(rect) && IsSame({rect.left, rect.bottom - 1, rect.right, rect.bottom})) {
+            --rect.bottom;
+        }
+        while (!IsEmpty(rect) && IsSame({rect.left, rect.top, rect.left + 1, rect.bottom})) {
+            ++rect.left;
+        }
+        while (!IsEmpty(rect) && IsSame({rect.right - 1, rect.top, rect.right, rect.bottom})) {
+            --rect.right;
+        }
+        return rect;
     }
-    while (!IsEmpty(rect) && SameRow(a, b, rect.bottom - 1, rect)) {
-        --rect.bottom;
-    }
-    while (!IsEmpty(rect) && SameColumn(a, b, rect.left, rect)) {
-        ++rect.left;
-    }
-    while (!IsEmpty(rect) && SameColumn(a, b, rect.right - 1, rect)) {
-        --rect.right;
-    }
-    return rect;
-}
+};
 
 }  // namespace
 
@@ -197,20 +194,20 @@ void WindowSystem::UpdateTopLevel(Window& topLevel) {
     if (!(topLevel.shown.GetSize() == size) ||
         topLevel.shown.Density() != Surface::DensityInForce()) {
         topLevel.shown = Compose(topLevel.handle);
-        topLevel.next = topLevel.shown;
+        topLevel.damage.clear();
         changed.push_back(topLevel.shown.Bounds());
     }
     for (const Rect& damaged : topLevel.damage) {
         // The window may have become smaller since.
         const Rect rect = Intersect(damaged, topLevel.shown.Bounds());
-        if (topLevel.face == nullptr || !Within(rect, topLevel.face->Bounds())) {
-            topLevel.next.FillRect(rect, 0);  // for where neither the face nor a child paints
-        }
-        ComposeInto(topLevel, {0, 0}, rect, topLevel.next);
-        const Rect part = Difference(topLevel.next, topLevel.shown, rect);
-        if (!IsEmpty(part)) {
-            topLevel.shown.BitBlt(part, topLevel.next, {part.left, part.top});
-            changed.push_back(part);
+        Surface part({rect.Width(), rect.Height()});
+        ComposeInto(topLevel, {-rect.left, -rect.top}, part.Bounds(), part);
+        const Rect differing =
+            NewPart{part, topLevel.shown, {rect.left, rect.top}}.Difference(rect);
+        if (!IsEmpty(differing)) {
+            topLevel.shown.BitBlt(differing, part,
+                                  {differing.left - rect.left, differing.top - rect.top});
+            changed.push_back(differing);
         }
     }
     topLevel.damage.clear();

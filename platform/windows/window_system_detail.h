@@ -32,8 +32,7 @@ struct WindowSystem::Window {
 
     // Of a top-level window.
     Surface shown;             // what the driver has been given
-    Surface next;              // where a new picture is put together, to be compared with `shown`
-    std::vector<Rect> damage;  // where the two may differ
+    std::vector<Rect> damage;  // where it may be old
     bool wanted = false;       // by the driver, though it may have it already
 
     bool Covers(const Rect& area) const;
