@@ -13,14 +13,14 @@
 namespace platform::desktop {
 
 // Averaging takes from letters the edges that hinting gave them. As fine as the screen they are
-// shown as they are; twice as fine, each pixel shows whole ones; else it takes more of them.
+// shown as they are; twice or four times as fine, each pixel shows whole ones; else it takes more.
 Long DensityFor(double factor) {
     constexpr double kFinest = 5;
     constexpr Long kEnough = 4;
     if (factor <= 1) {
         return 1;
     }
-    for (const double density : {factor, 2 * factor}) {
+    for (const double density : {factor, 2 * factor, 4 * factor}) {
         if (density == std::floor(density) && density <= kFinest) {
             return static_cast<Long>(density);
         }

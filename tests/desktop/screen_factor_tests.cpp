@@ -8,17 +8,18 @@ namespace {
 using namespace platform::desktop;
 using platform::Long;
 
-TEST(ScreenFactor, PicturesAreAsFineAsTheScreenOrTwiceAsFine) {
+TEST(ScreenFactor, PicturesAreAsFineAsTheScreenOrAMultiple) {
     EXPECT_EQ(DensityFor(0.5), 1);
     for (const Long whole : {1, 2, 3, 4, 5}) {
         EXPECT_EQ(DensityFor(whole), whole);
     }
     EXPECT_EQ(DensityFor(1.5), 3);
     EXPECT_EQ(DensityFor(2.5), 5);
+    EXPECT_EQ(DensityFor(1.25), 5);
 }
 
 TEST(ScreenFactor, WhereTheyCannotBeFourIsEnough) {
-    for (const double factor : {1.01, 1.25, 1.75, 2.25, 3.5, 6.0}) {
+    for (const double factor : {1.01, 1.75, 2.25, 3.5, 6.0}) {
         EXPECT_EQ(DensityFor(factor), 4) << factor;
     }
 }
