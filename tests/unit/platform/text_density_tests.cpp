@@ -6,21 +6,10 @@
 #include <string>
 
 #include "platform/drawing/text_drawing.h"
-#include "platform/headless/headless_driver.h"
+#include "tests/unit/support/text_watch.h"
 
 namespace platform {
 namespace {
-
-class RenderingDriver : public HeadlessDriver {
-  public:
-    RenderingDriver() : HeadlessDriver(Clock::kVirtual) {}
-    TextPicture RenderText(const Font& font, std::u16string_view text, Long left, Long width,
-                           Long density) const override {
-        ++rendered;
-        return HeadlessDriver::RenderText(font, text, left, width, density);
-    }
-    mutable int rendered = 0;
-};
 
 constexpr Pixel kStoredInk = 1 << 16;  // the colour 1 as it is stored
 
@@ -51,7 +40,7 @@ class TextDensityTest : public ::testing::TestWithParam<Long> {
     }
 
     Long density_ = GetParam();
-    RenderingDriver driver_;
+    TextWatch driver_;
     TextDrawing drawing_{driver_};
     Font font_;
 };
@@ -140,7 +129,7 @@ TEST_P(TextDensityTest, WhatIsKeptHasAnEnd) {
 }
 
 TEST(TextAtADensity, IsDrawnAnewWhenTheDensityChanges) {
-    const RenderingDriver driver;
+    const TextWatch driver;
     TextDrawing drawing(driver);
     const auto draw = [&](Long density) {
         Surface surface({20, 20}, density);

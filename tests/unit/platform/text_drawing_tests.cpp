@@ -4,26 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/headless/headless_driver.h"
+#include "tests/unit/support/text_watch.h"
 
 namespace platform {
 namespace {
-
-// Writes down what it renders.
-class WatchedDriver : public HeadlessDriver {
-  public:
-    WatchedDriver() : HeadlessDriver(Clock::kVirtual) {}
-    TextPicture RenderText(const Font& font, std::u16string_view text, Long left, Long width,
-                           Long density) const override {
-        ++rendered;
-        longest = std::max(longest, text.size());
-        widest = std::max(widest, width);
-        return HeadlessDriver::RenderText(font, text, left, width, density);
-    }
-    mutable int rendered = 0;
-    mutable Long widest = 0;
-    mutable std::size_t longest = 0;
-};
 
 class TextDrawingTest : public ::testing::Test {
   protected:
@@ -42,7 +26,7 @@ class TextDrawingTest : public ::testing::Test {
         return inked;
     }
 
-    WatchedDriver driver_;
+    TextWatch driver_;
     TextDrawing drawing_{driver_};
     Font font_;
 };
@@ -205,7 +189,7 @@ TEST_F(TextDrawingTest, OldPicturesGoWhenThereAreTooMany) {
 }
 
 TEST_F(TextDrawingTest, APictureLargerThanAllThatIsKeptIsDrawn) {
-    class Tall : public WatchedDriver {
+    class Tall : public TextWatch {
         TextPicture RenderText(const Font&, std::u16string_view, Long, Long, Long) const override {
             ++rendered;
             return {1000, 2000, std::vector<std::uint8_t>(2'000'000, 255)};
@@ -223,7 +207,7 @@ TEST_F(TextDrawingTest, APictureLargerThanAllThatIsKeptIsDrawn) {
 }
 
 TEST_F(TextDrawingTest, TextsWithoutAWidthDoNotPileUp) {
-    class Flat : public WatchedDriver {
+    class Flat : public TextWatch {
         TextPicture RenderText(const Font&, std::u16string_view, Long, Long, Long) const override {
             ++rendered;
             return {};
