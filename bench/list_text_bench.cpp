@@ -17,7 +17,7 @@ using platform::Long;
 using sarnel::JList;
 
 constexpr platform::Rect kPlace{0, 0, 281, 181};
-constexpr Long kRows = 12;
+constexpr Long kRows = 12;  // that fit
 
 class TextDriver : public platform::HeadlessDriver {
   public:
@@ -35,9 +35,9 @@ class TextDriver : public platform::HeadlessDriver {
 };
 
 struct Bench {
-    explicit Bench(Long number) {
+    explicit Bench(Long number, Long rows = kRows) {
         list.RedrawFlag(false);
-        for (Long row = 0; row < kRows; ++row) {
+        for (Long row = 0; row < rows; ++row) {
             list.AddItem(Title(number + row), u"");
         }
     }
@@ -72,6 +72,26 @@ void FirstRepaint(benchmark::State& state) {
     }
 }
 BENCHMARK(FirstRepaint)->Unit(benchmark::kMicrosecond);
+
+// From page to page of a long list, none of which has been seen before, at a density.
+void PageDown(benchmark::State& state) {
+    constexpr Long kLong = 100'000;
+    platform::Surface::DensityInForce(static_cast<Long>(state.range(0)));
+    {
+        Bench bench(0, kLong);
+        bench.list.RedrawFlag(true);
+        for (auto _ : state) {
+            bench.windows.SendMessage(bench.list.HWnd(), platform::WM_KEYDOWN, platform::VK_NEXT,
+                                      0);
+            if (bench.list.ListIndex() == kLong - 1) {
+                bench.windows.SendMessage(bench.list.HWnd(), platform::WM_KEYDOWN,
+                                          platform::VK_HOME, 0);
+            }
+        }
+    }
+    platform::Surface::DensityInForce(1);
+}
+BENCHMARK(PageDown)->Arg(1)->Arg(2)->Arg(4)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

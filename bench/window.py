@@ -23,7 +23,6 @@ sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..'
                                 'desktop'))
 from desktop import Display  # noqa: E402
 
-PLACE = ['100', '100', '293', '277']
 TICKS = os.sysconf('SC_CLK_TCK')
 
 
@@ -52,23 +51,29 @@ class Bench:
             file.write('\r\n'.join(lines) + '\r\n')
         return path
 
-    def veldrin(self, directory, *arguments):
-        return [self.player, '--output', 'null', '--scale', '1', '--dir', directory, *arguments]
+    def veldrin(self, directory, *arguments, scale=1):
+        return [self.player, '--output', 'null', '--scale', str(scale), '--dir', directory,
+                *arguments]
 
-    def first_picture(self, command):
-        """Milliseconds to the first picture and to the last change, KiB."""
-        done = subprocess.run([os.path.join(self.build, 'bench', 'first_picture'), *PLACE, '1500',
-                               *command], env=self.environment, stdout=subprocess.PIPE, check=True)
+    def first_picture(self, command, scale):
+        """Milliseconds to the first picture and to the last change, KiB. Looks at the window's
+        lowest rows, which come last: a look at all of it would hold up the server."""
+        place = (100 * scale, (100 + 277) * scale - 8, 293 * scale, 8)
+        done = subprocess.run([os.path.join(self.build, 'bench', 'first_picture'),
+                               *map(str, place), '1500', *command],
+                              env=self.environment, stdout=subprocess.PIPE, check=True)
         return [float(word) for word in done.stdout.split()]
 
     def starts(self):
-        programs = {'bare widget': [os.path.join(self.build, 'bench', 'bare_widget')]}
+        programs = {'bare widget': ([os.path.join(self.build, 'bench', 'bare_widget')], 1)}
         for rows in (0, 10_000, 20_000, 100_000):
-            programs[f'{rows} rows'] = self.veldrin(self.directory(f'rows{rows}', rows))
+            programs[f'{rows} rows'] = (self.veldrin(self.directory(f'rows{rows}', rows)), 1)
+        directory = self.directory('twice', 10_000)
+        programs['10000, at 2'] = (self.veldrin(directory, scale=2), 2)
         found = {name: [] for name in programs}
         for turn in range(self.rounds + 1):
-            for name, command in programs.items():
-                figures = self.first_picture(command)
+            for name, (command, scale) in programs.items():
+                figures = self.first_picture(command, scale)
                 if turn:  # the first one warms the caches
                     found[name].append(figures)
         print('                 first picture   last change     memory')
@@ -104,6 +109,10 @@ class Bench:
         self.processor_time('stopped', self.veldrin(self.directory('stopped', 0)))
         self.processor_time('stopped, list', self.veldrin(self.directory('stopped12', 1000)))
         self.processor_time('playing', self.veldrin(self.directory('playing', 0), song))
+        self.processor_time('stopped, at 2',
+                            self.veldrin(self.directory('stopped2', 1000), scale=2))
+        self.processor_time('playing, at 2',
+                            self.veldrin(self.directory('playing2', 0), song, scale=2))
 
     def menus(self):
         """From the press of the right button on the window's surface to its menu."""
