@@ -106,7 +106,7 @@ std::optional<std::string> ExportSaved(const std::string& list, const std::strin
 
 std::optional<std::string> ExportList(const std::optional<MeetingPlace>& place,
                                       const std::string& list, const std::string& target) {
-    constexpr std::chrono::seconds kLongest(30);
+    constexpr std::chrono::seconds kLongestWait(30);
     HandoverResult result;
     if (place) {
         result = TakeLockOrHandOver(*place, {{Request::Kind::kExport, target}}, Patience());
@@ -115,7 +115,7 @@ std::optional<std::string> ExportList(const std::optional<MeetingPlace>& place,
         return ExportSaved(list, target);
     }
     const bool taken = result.outcome == Handover::kDone;
-    const auto answer = taken ? ReadAnswer(result.connection, kLongest) : std::nullopt;
+    const auto answer = taken ? ReadAnswer(result.connection, kLongestWait) : std::nullopt;
     if (answer == kExported) {
         return std::nullopt;
     }

@@ -57,7 +57,7 @@ bool mJPopupMenu::KeyboardFilter(Long key, Long modifiers, bool down) {
 }
 
 void mJPopupMenu::DrawCheckMark(bool checked, Surface& surface, const Rect& rect, Colour ink) {
-    constexpr Colour kWhite = 0xFFFFFF;
+    constexpr Colour kPaper = 0xFFFFFF;
     constexpr Colour kBlack = 0;
     if (checkBitmap_.Width() < rect.Width() || checkBitmap_.Height() < rect.Height() ||
         checkBitmap_.Density() != surface.Density()) {
@@ -65,7 +65,7 @@ void mJPopupMenu::DrawCheckMark(bool checked, Surface& surface, const Rect& rect
         checkBitmap_ = Surface({rect.Width(), rect.Height()}, surface.Density());
     }
     const Rect place{0, 0, rect.Width(), rect.Height()};
-    checkBitmap_.FillRect(place, kWhite);
+    checkBitmap_.FillRect(place, kPaper);
     platform::DrawMenuMark(checkBitmap_, place,
                            checked ? platform::MenuMark::kCheck : platform::MenuMark::kBullet,
                            kBlack);

@@ -67,13 +67,13 @@ void Pulse() {
 }  // namespace
 
 void SetScrollText(std::u16string_view text) {
-    constexpr std::u16string_view kSeparator = u"  ---  ";
+    constexpr std::u16string_view kSpacer = u"  ---  ";
     Program& app = App();
     app.ScrollBack = true;
     app.ScrollRect.left = 0;
     app.ScrollText = text;
     for (int copy = 1; copy < 4; ++copy) {
-        app.ScrollText.append(kSeparator).append(text);
+        app.ScrollText.append(kSpacer).append(text);
     }
     constexpr Long kRightMargin = 2;
     app.ScrollRect = app.windows.Text().Calculate(app.Main().picScrollText.GetFont(),

@@ -224,11 +224,11 @@ bool WaitForEnd(const Descriptor& connection, milliseconds timeLimit) {
 }
 
 std::optional<std::string> ReadAnswer(const Descriptor& connection, milliseconds timeLimit) {
-    constexpr std::size_t kLongest = 1'048'576;
+    constexpr std::size_t kLongestAnswer = 1'048'576;
     const auto deadline = Clock::now() + timeLimit;
     std::string answer;
     std::array<char, 4096> buffer{};
-    while (answer.size() < kLongest && WaitFor(connection, POLLIN, deadline)) {
+    while (answer.size() < kLongestAnswer && WaitFor(connection, POLLIN, deadline)) {
         const ssize_t got = recv(connection.Number(), buffer.data(), buffer.size(), MSG_DONTWAIT);
         if (got > 0) {
             answer.append(buffer.data(), static_cast<std::size_t>(got));

@@ -28,7 +28,7 @@ OpenFolder Open(std::u16string_view path) {
 // but a link has to be followed.
 mode_t KindOf(DIR* folder, const dirent& entry) {
     if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) {
-        return DTTOIF(entry.d_type);
+        return static_cast<mode_t>(DTTOIF(entry.d_type));
     }
     struct stat status {};
     return fstatat(dirfd(folder), entry.d_name, &status, 0) == 0 ? status.st_mode & S_IFMT : 0;

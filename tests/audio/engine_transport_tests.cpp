@@ -107,7 +107,7 @@ TEST_F(TransportTest, PositionCountsTheMediumAtAnyTempo) {
         const auto start = steady_clock::now();
         ASSERT_TRUE(engine->Open(path));
         EXPECT_EQ(engine->Length(), 600);
-        ASSERT_TRUE(WaitUntil([&] { return engine->Position() >= second; }));
+        ASSERT_TRUE(WaitUntil([&, least = second] { return engine->Position() >= least; }));
         const std::chrono::duration<double> taken = steady_clock::now() - start;
         EXPECT_NEAR(taken.count(), second / (1.0 + tempo / 100.0), 0.6);
         EXPECT_EQ(engine->Length(), 600);

@@ -6,7 +6,7 @@ namespace veldrin {
 namespace {
 
 using Kind = Request::Kind;
-using Requests = std::vector<Request>;
+using RequestList = std::vector<Request>;
 
 /// Whether the whole of it is a message.
 bool Accepts(std::string_view bytes) {
@@ -33,12 +33,12 @@ TEST(HandoverMessage, LooksAsAgreed) {
 }
 
 TEST(HandoverMessage, ComesBackFromPiecesOfAnySize) {
-    const Requests requests = {{Kind::kLine, "\"/a,L3:\n\xE9\""},
-                               {Kind::kShow, "leave"},
-                               {Kind::kLine, ""},
-                               {Kind::kQuit, ""},
-                               {Kind::kVerb, "seek -3"},
-                               {Kind::kStatus, ""}};
+    const RequestList requests = {{Kind::kLine, "\"/a,L3:\n\xE9\""},
+                                  {Kind::kShow, "leave"},
+                                  {Kind::kLine, ""},
+                                  {Kind::kQuit, ""},
+                                  {Kind::kVerb, "seek -3"},
+                                  {Kind::kStatus, ""}};
     const std::string bytes = EncodeMessage(requests);
     for (std::size_t size = 1; size <= bytes.size(); ++size) {
         MessageReader reader;
@@ -113,7 +113,7 @@ TEST(HandoverMessage, AnExportNeedsAWholePath) {
 
 // A whole disk may be more than a receiver takes at once.
 TEST(HandoverMessage, ManyRequestsAreSeveralMessagesInOrder) {
-    Requests requests;
+    RequestList requests;
     const std::string line(65'536, 'a');
     for (int i = 0; i < 300; ++i) {
         requests.push_back({Kind::kLine, line + std::to_string(i)});
@@ -122,8 +122,8 @@ TEST(HandoverMessage, ManyRequestsAreSeveralMessagesInOrder) {
     for (int i = 0; i < 250'001; ++i) {
         requests.push_back({Kind::kLine, std::to_string(i)});
     }
-    Requests read;
-    for (const Requests& message : InMessages(requests)) {
+    RequestList read;
+    for (const RequestList& message : InMessages(requests)) {
         MessageReader reader;
         ASSERT_TRUE(reader.Feed(EncodeMessage(message)));
         ASSERT_TRUE(reader.IsComplete());

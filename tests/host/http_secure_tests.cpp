@@ -17,7 +17,8 @@ namespace {
 /// A key, and a certificate that it has signed itself.
 struct Identity {
     explicit Identity(const std::string& name, long validFrom = 0, long validTo = 3600)
-        : key(EVP_EC_gen("P-256"), &EVP_PKEY_free), certificate(X509_new(), &X509_free) {
+        : key(EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256"), &EVP_PKEY_free),
+          certificate(X509_new(), &X509_free) {
         X509* const made = certificate.get();
         X509_set_version(made, 2);
         ASN1_INTEGER_set(X509_get_serialNumber(made), 1);
