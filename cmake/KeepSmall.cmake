@@ -1,8 +1,8 @@
 # In release builds what is not used is left out, and only loops over pixels, samples and rows are made
 # as fast as can be. All else waits for people; made small, the program is an eighth smaller.
 #
-# keep_small(TARGET SOURCE...): all of a target but these sources.
-function(keep_small target)
+# veldrin_keep_small(TARGET SOURCE...): all of a target but these sources.
+function(veldrin_keep_small target)
   if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
     return()
   endif()

@@ -2,7 +2,7 @@
 # of the window system. Each target of some size compiles them once. A source still includes what it
 # uses: the preset `debug` builds without (CMAKE_DISABLE_PRECOMPILE_HEADERS), and so does the check of
 # the component's headers.
-function(precompile target)
+function(veldrin_precompile target)
   if(CMAKE_UNITY_BUILD)
     return()  # one source of a unity build reads the headers in less time than they take to prepare
   endif()

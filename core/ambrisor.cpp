@@ -1,20 +1,24 @@
 #include "core/ambrisor.h"
 
+#include <cassert>
 #include <utility>
 
 #include "core/base/failure.h"
 #include "core/mAmbrisor.h"
 #include "core/state/frmmain.h"
 #include "core/state/program.h"
+#include "platform/base/text.h"
+#include "platform/files/files.h"
 #include "playback/mPlayback.h"
 #include "playlist/media.h"
 
 namespace sarnel {
 
 Ambrisor::Ambrisor(platform::WindowSystem& windows, AmbrisorOptions options)
-    : program_(std::make_unique<Program>(windows, std::move(options.directory),
+    : program_(std::make_shared<Program>(windows, std::move(options.directory),
                                          std::move(options.guide), std::move(options.lyrics))) {
-    SetApp(program_.get());
+    [[maybe_unused]] const bool isAlone = BeginRun(*program_);
+    assert(isAlone && "another Ambrisor is alive in this process");
 }
 
 // A host may do this inside an answer. The steps that are still to come then find the state, but no
@@ -22,12 +26,13 @@ Ambrisor::Ambrisor(platform::WindowSystem& windows, AmbrisorOptions options)
 Ambrisor::~Ambrisor() {
     platform::WindowSystem& windows = program_->windows;
     program_->component = nullptr;
+    program_->IsOver = true;
     const frmMAIN* main = program_->ExistingMain();
     if (main != nullptr && windows.IsDispatching()) {
         program_->UnloadTip();
         windows.DestroyWindow(main->HWnd());
     }
-    windows.DeferDelete(std::shared_ptr<Program>(std::move(program_)));
+    windows.DeferDelete(std::move(program_));
 }
 
 bool Ambrisor::Connect(HostObject* lServer) {
@@ -44,8 +49,21 @@ HostObject* Ambrisor::Server() const {
     return server_;
 }
 
+bool Ambrisor::DirectoryIsWritable() const {
+    return program_->windows.GetDriver().GetDisk() == platform::Disk::kWritable &&
+           platform::IsWritableFolder(platform::Widen(program_->directory));
+}
+
+// Every routine works on the run in progress, which is the other one's if there are two.
+bool Ambrisor::IsRunning() const {
+    return sarnel::IsRunning(*program_);
+}
+
 Long Ambrisor::ProcessImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lParam1,
                               ImpulseValue& lParam2) {
+    if (!IsRunning()) {
+        return 0;
+    }
     const platform::WindowSystem::Dispatching dispatching(program_->windows);
     Long result = 0;
     Step([&] {
@@ -133,7 +151,7 @@ Long Ambrisor::sendVeldrinImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& 
                                   ImpulseValue& lParam2) {
     Long answer = 0;
     Step([&] {
-        if (server_ == nullptr) {
+        if (server_ == nullptr || !IsRunning()) {
             return;
         }
         ImpulseValue number(&uMsg);

@@ -14,7 +14,8 @@
 // the user's wish to exit, the host sends (15, 17, False); impulse 7 comes before that returns.
 //
 // All of it happens on one thread. One Ambrisor may be alive at a time in a process; a new one
-// starts with clean state.
+// starts with clean state. To make a second one while the first lives is a mistake, which a debug
+// build asserts; otherwise the second does nothing, ever, and answers 0 to every impulse.
 #pragma once
 
 #include <memory>
@@ -36,7 +37,8 @@ struct Program;
 /// What the host settles before the component exists.
 struct AmbrisorOptions {
     /// The one writable directory, without a separator at its end; raw bytes. It holds
-    /// "Sarnel.Ambrisor.ini", "Sarnel.Ambrisor.omk" and "Sarnel.Ambrisor.lyrics".
+    /// "Sarnel.Ambrisor.ini", "Sarnel.Ambrisor.omk" and "Sarnel.Ambrisor.lyrics". The host makes
+    /// it; see Ambrisor::DirectoryIsWritable.
     std::string directory;
     /// Path or address of the user guide, which the command "About" opens.
     std::string guide = {};
@@ -60,6 +62,11 @@ class Ambrisor : public Component {
     /// Answers True and does nothing else: the host stays reachable, as late impulses may need it.
     bool Disconnect();
 
+    /// Whether settings and list can be kept: the directory is there, and files can be made in it.
+    /// Where it is not, a run goes as any other, and nothing of it is kept: each write fails in
+    /// silence. So this is the one place where a host hears of it; to be asked before impulse 3.
+    bool DirectoryIsWritable() const;
+
     // Documented in core/base/component.h.
     HostObject* Server() const override;
     Long ProcessImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lParam1,
@@ -71,12 +78,14 @@ class Ambrisor : public Component {
     Program& State() { return *program_; }
 
   private:
+    friend class Remote;
+    bool IsRunning() const;
     void Control(const ImpulseValue& wParam, ImpulseValue& lParam1, ImpulseValue& lParam2);
     void ControlShow(const ImpulseValue& lParam1, const ImpulseValue& lParam2);
     void ControlMinimise(const ImpulseValue& lParam1, ImpulseValue& lParam2);
 
     HostObject* server_ = nullptr;
-    std::unique_ptr<Program> program_;
+    std::shared_ptr<Program> program_;  ///< shared with what may outlive a step that ends it
 };
 
 }  // namespace sarnel

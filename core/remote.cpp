@@ -1,6 +1,7 @@
 #include "core/remote.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "core/ambrisor.h"
@@ -33,8 +34,18 @@ PlaybackState StateNow() {
 
 }  // namespace
 
+Remote::Remote(Ambrisor& component) : run_(component.program_) {}
+
+// None once the component has died, nor ever for one that was made while another was alive.
+std::shared_ptr<Program> Remote::Run() const {
+    std::shared_ptr<Program> run = run_.lock();
+    assert(run != nullptr && !run->IsOver && "the component has died");
+    return run != nullptr && IsRunning(*run) ? run : nullptr;
+}
+
 frmMAIN* Remote::Main() const {
-    frmMAIN* const main = component_.State().ExistingMain();
+    const auto run = Run();
+    frmMAIN* const main = run != nullptr ? run->ExistingMain() : nullptr;
     return main != nullptr && main->IsLoaded() ? main : nullptr;
 }
 
@@ -46,7 +57,7 @@ JList* Remote::List() const {
 template <class Action>
 void Remote::Do(Action action) {
     if (IsLoaded()) {
-        const platform::WindowSystem::Dispatching dispatching(component_.State().windows);
+        const platform::WindowSystem::Dispatching dispatching(App().windows);
         Step(action);
     }
 }
@@ -195,7 +206,8 @@ void Remote::Tempo(Long percent) {
 }
 
 bool Remote::Random() const {
-    return component_.State().Random;
+    const auto run = Run();
+    return run != nullptr && run->Random;
 }
 
 void Remote::Random(bool on) {
@@ -203,7 +215,8 @@ void Remote::Random(bool on) {
 }
 
 bool Remote::RepeatItem() const {
-    return component_.State().RepeatItem;
+    const auto run = Run();
+    return run != nullptr && run->RepeatItem;
 }
 
 void Remote::RepeatItem(bool on) {
@@ -211,7 +224,8 @@ void Remote::RepeatItem(bool on) {
 }
 
 bool Remote::RepeatList() const {
-    return component_.State().RepeatList;
+    const auto run = Run();
+    return run != nullptr && run->RepeatList;
 }
 
 void Remote::RepeatList(bool on) {
@@ -219,7 +233,8 @@ void Remote::RepeatList(bool on) {
 }
 
 bool Remote::PlayAtStartup() const {
-    return component_.State().PlayAtStartup;
+    const auto run = Run();
+    return run != nullptr && run->PlayAtStartup;
 }
 
 }  // namespace sarnel

@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,7 @@ namespace sarnel {
 class Ambrisor;
 class JList;
 class frmMAIN;
+struct Program;
 
 enum class PlaybackState { kStopped, kPaused, kPlaying };
 
@@ -29,8 +31,9 @@ class Remote {
     using Long = platform::Long;
 
   public:
-    /// The component must outlive it.
-    explicit Remote(Ambrisor& component) : component_(component) {}
+    /// May outlive the component; what it is asked then is a mistake, which a debug build asserts,
+    /// and else as before a run.
+    explicit Remote(Ambrisor& component);
 
     /// Whether there is a run to be asked about.
     bool IsLoaded() const { return List() != nullptr; }
@@ -112,12 +115,13 @@ class Remote {
     bool PlayAtStartup() const;
 
   private:
+    std::shared_ptr<Program> Run() const;
     frmMAIN* Main() const;
     JList* List() const;
     template <class Action>
     void Do(Action action);
 
-    Ambrisor& component_;
+    std::weak_ptr<Program> run_;
 };
 
 }  // namespace sarnel

@@ -1,8 +1,19 @@
 // The one thin face that any desktop must offer. A driver shows finished pictures in top-level
 // windows, hands in raw input, waits, measures and renders text. It knows nothing of lists, skins
 // or menus, and never calls into the window system: what happens is queued as a DriverEvent and
-// pulled from there. Coordinates are pixels of the component's own, unscaled, screen; a driver that
-// magnifies converts at its edge.
+// pulled from there. docs/drivers.md is the guide: a first driver, the order of calls, and a test
+// that any driver can be put to.
+//
+// Threads: there is one, that which makes the driver. Every member is called on it, and every
+// function that a driver is given is called on it.
+//
+// Units: coordinates are pixels of the component's own, unscaled, screen; a driver that magnifies
+// converts at its edge. Rectangles are half-open. A place may be any number, also a negative one or
+// one on no screen, since it may come from a settings file; a size is 0 or more.
+//
+// Windows: borderless, without title bar or frame. A handle that CreateTopLevel has not given, or
+// that DestroyTopLevel has taken back, makes a member do nothing; 0 is none. What one of these
+// members brings about is not reported as an event.
 //
 // Pure members must be implemented. The others describe surroundings that a desktop may lack; their
 // defaults do nothing.
@@ -14,12 +25,11 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
-#include "platform/base/keys.h"
 #include "platform/base/types.h"
 #include "platform/drawing/surface.h"
+#include "platform/driver_events.h"
 #include "platform/files/files.h"
 
 namespace platform {
@@ -32,104 +42,6 @@ struct Font {
     bool italic = false;
     bool operator==(const Font&) const = default;
 };
-
-// What a desktop reports. `window` is the handle given to CreateTopLevel.
-struct CloseRequested {
-    Handle window;
-};
-struct MinimisedByDesktop {
-    Handle window;
-};
-struct RestoredByDesktop {
-    Handle window;
-};
-struct WorkAreaChanged {};
-/// Driver::Density answers something else from now on.
-struct DensityChanged {};
-/// A window that nobody saw (Driver::IsSeen) is to be seen again, or is about to be: its picture
-/// is wanted, by ShowPicture, even if nothing has changed.
-struct SeenAgain {
-    Handle window;
-};
-/// Files dropped at a point of a window; paths are raw bytes in the order that the source gave.
-struct FilesDropped {
-    Handle window;
-    Point ptScreen;
-    std::vector<std::string> paths;
-};
-/// The window manager has put a window somewhere; it is there already.
-struct MovedByDesktop {
-    Handle window;
-    Point ptScreen;
-};
-
-// Input. `shift` holds the modifiers (kShiftBit ...) at that moment.
-
-/// The pointer has moved over one of our windows, or anywhere while a button is held.
-struct PointerMoved {
-    Point ptScreen;
-    Long shift = 0;
-};
-/// The pointer is over none of our windows any more.
-struct PointerLeft {};
-/// Double clicks are found out by the window system.
-struct ButtonChanged {
-    Point ptScreen;
-    Long button = kLeftButton;
-    bool down = true;
-    Long shift = 0;
-};
-/// Whole notches of the wheel, positive away from the user. A driver of a finer wheel adds its
-/// steps up.
-struct WheelTurned {
-    Point ptScreen;
-    Long notches = 0;
-    Long shift = 0;
-};
-/// A key went down (again and again while it is held) or up: a virtual-key code, letters and digits
-/// by what the key types. It goes to the window that has the focus.
-struct KeyChanged {
-    Long code = 0;
-    Long shift = 0;
-    bool down = true;
-};
-/// Text that keys or an input method have put together, for the window that has the focus.
-/// Backspace, Tab, Enter and Esc come as 8, 9, 13 and 27; Ctrl with a letter as 1 to 26.
-struct TextTyped {
-    std::u16string text;
-};
-/// Text that an input method is still putting together, for the window that has the focus: shown
-/// at its caret, and no part of its text. Empty: there is none any more; what came of it, if
-/// anything, is reported as typed. `caret`: where in it the caret stands, in code units; none: it
-/// is not shown.
-struct TextComposed {
-    std::u16string text;
-    std::optional<std::size_t> caret;
-};
-
-/// A combination of keys that GrabHotKey has taken was pressed.
-struct HotKeyPressed {
-    Handle key;
-};
-/// The user has done something to a window's tray icon.
-struct TrayIconUsed {
-    enum class Action {
-        kOpen,  ///< a double click, or whatever the desktop has for it
-        kMenu   ///< asks for a menu at the pointer
-    };
-    Handle window;
-    Action action;
-};
-
-/// The desktop has ended what GrabInput began: somebody else has taken the pointer or the keyboard,
-/// or a button went down where it could not be told.
-struct InputLost {};
-
-using DriverEvent =
-    std::variant<CloseRequested, MinimisedByDesktop, RestoredByDesktop, WorkAreaChanged,
-                 DensityChanged, SeenAgain, FilesDropped, MovedByDesktop, PointerMoved, PointerLeft,
-                 ButtonChanged, WheelTurned, KeyChanged, TextTyped, TextComposed, InputLost,
-                 HotKeyPressed, TrayIconUsed>;
 
 /// What a popup is for.
 enum class PopupKind {
@@ -176,22 +88,29 @@ class Driver {
     virtual Millis Now() const = 0;
 
     /// Waits until `deadline` (for ever if none), or returns sooner when there is an event, or when
-    /// a watched descriptor had something to do. A virtual clock moves to the deadline at once.
+    /// a watched descriptor had something to do; now and then it may return for nothing. Returns at
+    /// once while an event waits to be taken, and when the deadline is past, but not before it has
+    /// looked what there is. A virtual clock moves to the deadline at once. Entered again from
+    /// within a watch's function, as by a menu that opens there.
     virtual void WaitUntil(std::optional<Millis> deadline) = 0;
 
-    /// How many milliseconds a timer of this period may be late, so as to be called together with
-    /// another one: each waking of a process costs more than what most timers do.
+    /// By how many milliseconds the calls of a timer of this period may come late. Timers that fall
+    /// due within that time of each other are called in one waking of the process, which costs more
+    /// than most of what they do. 0: each is called on time.
     virtual Millis Lateness(Long /*period*/) const { return 0; }
 
-    /// The oldest event not yet taken.
+    /// The oldest event not yet taken; none if there is none. Does not wait.
     virtual std::optional<DriverEvent> NextEvent() = 0;
 
-    /// Calls `onReadable` from WaitUntil whenever the descriptor can be read. Not owned; an empty
-    /// function ends the watch.
+    /// Calls `onReadable` from WaitUntil, and from nowhere else, whenever the descriptor can be
+    /// read. Not owned. A new function takes the place of the former one; an empty one ends the
+    /// watch. The function may call any member: end its own watch, end or begin others, wait. While
+    /// it waits without having read, it is called within itself.
     virtual void Watch(int descriptor, std::function<void()> onReadable) = 0;
 
-    /// Whether anything can still be reported by itself. Where nobody is, as on a virtual desktop
-    /// without queued events, a menu would wait for its user for ever.
+    /// Whether an event may still come that nobody has asked for: a key, a press. On a desktop with
+    /// a user always. One without answers whether events are queued; when there are none an open
+    /// menu closes, since nobody could ever choose from it.
     virtual bool ExpectsInput() const { return true; }
 
     /// A fresh seed at each call, for random picks.
@@ -199,19 +118,21 @@ class Driver {
 
     // The screen.
 
+    /// Of the first screen.
     virtual Size ScreenSize() const = 0;
 
     /// How fine pictures and texts are wanted (Surface::Density), from 1 on. Another one is
-    /// reported as DensityChanged; pictures that were composed before it may still come then.
+    /// reported as DensityChanged; until that has been taken, pictures of the former density come,
+    /// and are shown as they are: Surface::AtDensity.
     virtual Long Density() const { return 1; }
 
-    /// The smallest rectangle around what panels and docks leave of all screens.
+    /// The smallest rectangle around what panels and docks leave of all screens. Never empty.
     virtual Rect WorkArea() const = 0;
 
-    /// The same of the screen that a point is on.
+    /// The same of the screen that a point is on; where none is, that of all.
     virtual Rect WorkAreaAt(Point /*ptScreen*/) const { return WorkArea(); }
 
-    /// Where the pointer is.
+    /// Where the pointer is, or was last known to be.
     virtual Point Pointer() const = 0;
 
     // Top-level windows. The window system calls these once its own record has changed.
@@ -222,52 +143,76 @@ class Driver {
     /// that it is where it was, as far as anybody knows, and the button's release is reported.
     virtual bool PlacesWindows() const { return true; }
 
+    /// A hidden window without place, title or picture. SetTopLevelRect follows at once.
     virtual void CreateTopLevel(Handle /*window*/) {}
+    /// The window and its picture go, whether it is shown or not. Popups whose owner it is stay,
+    /// and go by themselves.
     virtual void DestroyTopLevel(Handle /*window*/) {}
     virtual void SetTopLevelVisible(Handle /*window*/, bool /*visible*/) {}
+    /// May be empty, as that of a popup is at first: nothing of it is seen then.
     virtual void SetTopLevelRect(Handle /*window*/, const Rect& /*rect*/) {}
+    /// For the task bar. May hold any unit, a lone surrogate among them, and be of any length.
     virtual void SetTopLevelTitle(Handle /*window*/, std::u16string_view /*title*/) {}
+    /// Whether it lies above the windows of others that are not so.
     virtual void SetTopLevelTopMost(Handle /*window*/, bool /*topMost*/) {}
+    /// Also of a window that is hidden, which is minimised when it is shown. A desktop that does
+    /// not minimise reports RestoredByDesktop.
     virtual void SetTopLevelMinimised(Handle /*window*/, bool /*minimised*/) {}
+    /// Brings a visible window to the front and gives it the keyboard, as far as the desktop lets
+    /// it.
     virtual void ActivateTopLevel(Handle /*window*/) {}
 
     /// Says of a window, before it is shown, that it is a popup of another one, which may be a
-    /// popup itself: above all others, in no task bar, and never activated. A desktop that cannot
-    /// show all of it where it is wanted may put it elsewhere, and tells by MovedByDesktop.
+    /// popup itself, or no window: above all others, in no task bar, and never activated. A desktop
+    /// that cannot show all of it where it is wanted may put it elsewhere, and tells by
+    /// MovedByDesktop.
     virtual void SetTopLevelPopup(Handle /*window*/, Handle /*owner*/, PopupKind /*kind*/) {}
     /// From now on all input of pointer and keyboard is reported, wherever the pointer is and
-    /// whichever window is active; presses and keys reach nobody else. The popup is visible. Should
-    /// the grab end by itself, InputLost is reported.
+    /// whichever window is active; presses and keys reach nobody else. The popup is visible; popups
+    /// of it that open meanwhile need no grab of their own. Should the grab end by itself, or not
+    /// be had at all, InputLost is reported.
     virtual void GrabInput(Handle /*popup*/) {}
+    /// Called before the popup goes; also when there was no grab, or it is lost.
     virtual void ReleaseInput() {}
 
-    /// Whether pictures are to be composed at all; a driver without a screen saves the work.
+    /// Whether pictures are to be composed at all; a driver without a screen saves the work. The
+    /// same answer for as long as it lives.
     virtual bool ShowsPictures() const { return false; }
     /// Whether anybody can see a visible window, as far as the desktop says so. The picture of one
-    /// that nobody sees need not be composed; SeenAgain tells when it is wanted.
+    /// that nobody sees need not be composed; SeenAgain tells when it is wanted. True of a window
+    /// that has just been shown, whose first picture is composed before the desktop says anything.
     virtual bool IsSeen(Handle /*window*/) const { return true; }
-    /// The picture of a visible window, in its size, and where it differs from the last one. The
-    /// picture lives until the window changes its size or goes; its pixels change only between two
-    /// calls, always within the rectangles of the next one.
+    /// The picture of a visible window, in its size, and where it differs from the last one: all of
+    /// it the first time, and perhaps nothing of it after SeenAgain. There are no frames: pictures
+    /// come when something has changed and not at a beat, the last one stays on the screen. The
+    /// driver keeps what it needs to show the window anew when the desktop has covered it or
+    /// forgotten it, if only the address: the picture lives until the window changes its size or
+    /// goes, and its pixels change only between two calls, always within the rectangles of the
+    /// next one.
     virtual void ShowPicture(Handle /*window*/, const Surface& /*picture*/,
                              std::span<const Rect> /*changed*/) {}
 
     // Writing.
 
     /// Where the user writes from now on; none: keys are nothing but commands. Input methods are to
-    /// take part only while he writes.
+    /// take part only while he writes. Keys are reported alike in both cases.
     virtual void SetTextInput(const std::optional<TextInput>& /*input*/) {}
     /// What was last reported as TextComposed has been taken as it stands: an input method is to
     /// forget it, and nothing more comes of it.
     virtual void EndComposing() {}
 
-    // Text. One line each; what is no printable character has some harmless width.
+    // Text. One line each; what is no printable character has some harmless width. A text may hold
+    // any unit, a lone surrogate among them. Answers depend on nothing but the arguments: lines are
+    // measured, drawn and pointed into at different times, and what was rendered is kept.
 
-    /// Width of one line in pixels, and the height of a line of that font.
+    /// Width of one line in pixels, and the height of a line of that font, which is more than 0 and
+    /// the same for each text. Blanks count, at the end as well. The empty text has the width 0.
+    /// The widths of two texts need not add up to that of both together.
     virtual Size MeasureText(const Font& font, std::u16string_view text) const = 0;
-    /// The columns `left` to `left + width` of the picture of a line, fewer where the line ends, as
-    /// high as MeasureText says, for surfaces of that density: its glyphs are those of a font so
-    /// many times as large, and it is no wider than what MeasureText says, whatever the density.
+    /// The columns `left` to `left + width` (units; 0 or more) of the picture of a line, fewer
+    /// where the line ends, as high as MeasureText says, for surfaces of that density: its glyphs
+    /// are those of a font so many times as large, and it is no wider than what MeasureText says,
+    /// whatever the density. Long lines are asked for in pieces, which together are the whole.
     virtual TextPicture RenderText(const Font& font, std::u16string_view text, Long left,
                                    Long width, Long density) const = 0;
     /// How far from the line's left edge the caret stands in front of the unit `index`, 0 to the
@@ -317,11 +262,12 @@ class Driver {
     /// Forgets the copy that was kept of a page, and asks for none at the next download.
     virtual void ForgetDownload(std::u16string_view /*address*/) {}
     /// The bytes of a page, or of the copy that was kept of it; none if there is no such page, or
-    /// not in time. Waits; what the desktop reports meanwhile is queued, and windows stay whole.
+    /// not in time. Waits; what the desktop reports meanwhile is queued, windows stay whole, and
+    /// no watch is called.
     virtual std::optional<std::string> Download(std::u16string_view /*address*/) { return {}; }
 
     /// Called now and then in work that lets no events run: what the desktop reports is queued, and
-    /// what has been covered and uncovered of the windows is shown again.
+    /// what has been covered and uncovered of the windows is shown again. Calls no watch.
     virtual void KeepShown() {}
 
     /// Two presses within so many milliseconds are a double click.

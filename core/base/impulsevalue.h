@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <variant>
 
 #include "platform/base/types.h"
@@ -41,6 +42,12 @@ class ImpulseValue {
     ImpulseValue(std::u16string* variable) : value_(variable) {}
     ImpulseValue(Object** variable) : value_(variable) {}
     ImpulseValue(ImpulseValue* variable) : value_(variable) {}
+
+    /// Any other pointer would become the boolean True. Bytes become text by platform::Widen.
+    template <class T>
+    requires(!std::is_convertible_v<T*, Object*> && !std::is_convertible_v<T*, const char16_t*>)
+        ImpulseValue(T* value)
+    = delete;
 
     bool IsReference() const;
 

@@ -1,5 +1,6 @@
 #include "core/state/program.h"
 
+#include <cassert>
 #include <utility>
 
 #include "core/base/component.h"
@@ -17,11 +18,20 @@ Program* runningProgram = nullptr;
 }  // namespace
 
 Program& App() {
+    assert(runningProgram != nullptr && "no component is alive");
     return *runningProgram;
 }
 
-void SetApp(Program* program) {
-    runningProgram = program;
+bool BeginRun(Program& program) {
+    if (runningProgram != nullptr && !runningProgram->IsOver) {
+        return false;
+    }
+    runningProgram = &program;
+    return true;
+}
+
+bool IsRunning(const Program& program) {
+    return runningProgram == &program && !program.IsOver;
 }
 
 Program::Program(platform::WindowSystem& windowSystem, std::string componentDirectory,

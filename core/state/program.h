@@ -48,6 +48,9 @@ struct Program {
 
     /// Stored by impulse 3; nothing can be sent before.
     Component* component = nullptr;
+    /// The component object has died. What is left of the step in which it did so still finds the
+    /// state here, and a new run may take its place.
+    bool IsOver = false;
 
     // Playback modes, independent of each other.
     bool Random = false;
@@ -109,10 +112,13 @@ struct Program {
     bool unloading_ = false;
 };
 
-/// The run in progress. There is one while an Ambrisor lives.
+/// The run in progress. There is one while an Ambrisor lives, and until the step in which it dies
+/// is over; to ask at any other time is a mistake.
 Program& App();
-/// For Ambrisor alone.
-void SetApp(Program* program);
+/// Makes this the run in progress. False, and nothing has changed, while the component of another
+/// one is alive. For Ambrisor alone, as the next.
+[[nodiscard]] bool BeginRun(Program& program);
+bool IsRunning(const Program& program);
 
 /// Sends an impulse through the component reference; lost, with answer 0, before impulse 3.
 Long SendImpulse(Long uMsg, ImpulseValue wParam = Long{0}, ImpulseValue lParam1 = Long{0},

@@ -86,22 +86,32 @@ void WatchTheEnd() {
 }  // namespace
 
 Application::Application(std::string name) : name_(std::move(name)) {
-    if (QCoreApplication::instance() != nullptr) {
+    if (watching != nullptr) {
         throw std::logic_error("one desktop driver at a time");
     }
+    const QCoreApplication* const programs = QCoreApplication::instance();
+    if (programs == nullptr) {
+        Make();
+    } else if (qobject_cast<const QGuiApplication*>(programs) == nullptr) {
+        throw std::logic_error("the program's application object is no QGuiApplication");
+    } else if (programs->thread() != QThread::currentThread()) {
+        throw std::logic_error("a desktop driver lives on the thread of the application object");
+    }
+    if (IsOnWayland()) {
+        compositor_ = ConnectToCompositor();
+    }
+    Watch();
+}
+
+void Application::Make() {
     PrepareEnvironment();
     HearTheToolkit();
     arguments_[0] = name_.data();
     const QString known = QString::fromStdString(name_);
     QCoreApplication::setApplicationName(known);
     QGuiApplication::setDesktopFileName(known);
-    compositor_ = ConnectToCompositor();
-    application_ = std::make_unique<QGuiApplication>(argumentCount_, arguments_);
-    if (!IsOnWayland() && compositor_ >= 0) {
-        close(std::exchange(compositor_, -1));
-    }
+    made_ = std::make_unique<QGuiApplication>(argumentCount_, arguments_);
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    Watch();
 }
 
 Application::~Application() {
@@ -116,15 +126,17 @@ void Application::Watch() {
     watching = this;
     WatchTheEnd();
     QObject::connect(
-        application_.get(), &QGuiApplication::commitDataRequest, application_.get(),
+        qGuiApp, &QGuiApplication::commitDataRequest, &context_,
         [this](QSessionManager& manager) {
-            manager.setRestartHint(QSessionManager::RestartNever);
+            if (made_ != nullptr) {
+                manager.setRestartHint(QSessionManager::RestartNever);
+            }
             if (onSessionEnd_) {
                 onSessionEnd_();
             }
         },
         Qt::DirectConnection);
-    const auto* x11 = application_->nativeInterface<QNativeInterface::QX11Application>();
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     connection_ = x11 != nullptr ? x11->connection() : nullptr;
     // Most often the hang-up is seen here first. The first kind of watch reports nothing else, and
     // nothing else comes over the second connection.
@@ -136,7 +148,7 @@ void Application::Watch() {
     } else {
         return;
     }
-    QObject::connect(hangUp_.get(), &QSocketNotifier::activated, application_.get(), [this] {
+    QObject::connect(hangUp_.get(), &QSocketNotifier::activated, &context_, [this] {
         hangUp_->setEnabled(false);
         LoseDisplay();
     });
@@ -151,7 +163,7 @@ void Application::BeforeEnd() {
     if (compositor_ < 0 || !HasEnded(compositor_, kApart)) {
         return;
     }
-    if (QThread::currentThread() == application_->thread()) {
+    if (QThread::currentThread() == context_.thread()) {
         LoseDisplay();
     } else {
         std::this_thread::sleep_for(kForTheList);

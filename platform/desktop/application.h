@@ -1,5 +1,6 @@
-// The toolkit's application object with its surroundings: made before anything else of the toolkit,
-// gone after it.
+// The toolkit's application object with its surroundings. The driver holds it as its first member:
+// nothing of the toolkit works before there is one, or after. A program that has made one itself
+// keeps it: that one is used, none of its settings is touched, and it must outlive this.
 #pragma once
 
 #include <QGuiApplication>
@@ -15,7 +16,10 @@ namespace platform::desktop {
 
 class Application {
   public:
-    /// Refused, by an exception of std::logic_error, while another one lives.
+    /// `name`: what the desktop knows the program by, unless the program has said so itself.
+    /// Refused, by an exception of std::logic_error, while another one of these lives, on another
+    /// thread than that of the program's own application object, and where that one is no
+    /// QGuiApplication.
     explicit Application(std::string name);
     ~Application();
     Application(const Application&) = delete;
@@ -40,16 +44,18 @@ class Application {
     void WatchDisplay(std::function<void()> onLost) { onLost_ = std::move(onLost); }
 
   private:
+    void Make();
     void Watch();
 
     // What the toolkit keeps pointing at.
     std::string name_;
     int argumentCount_ = 1;
     char* arguments_[2] = {nullptr, nullptr};
-    std::unique_ptr<QGuiApplication> application_;
+    std::unique_ptr<QGuiApplication> made_;  ///< null if the program has one of its own
     xcb_connection_t* connection_ =
         nullptr;           ///< of the toolkit's; null if it has none of that kind
     int compositor_ = -1;  ///< a connection to it; -1 if it is no Wayland compositor
+    QObject context_;      ///< whatever is connected ends with it
     std::unique_ptr<QSocketNotifier> hangUp_;
     std::function<void()> onSessionEnd_;
     std::function<void()> onLost_;

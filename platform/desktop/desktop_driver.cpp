@@ -72,24 +72,28 @@ void DesktopDriver::WaitUntil(std::optional<Millis> deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(deadline.value_or(0) - Now()));
         return;
     }
-    HeldButtons& buttons = parts_->buttons;
-    if (buttons.AllLetGo()) {
-        parts_->BringBack();
-    }
-    parts_->ReportDrops();
-    std::optional<Millis> longest = parts_->BeginWhatCanWait(Now());
-    if (!parts_->shared.events.IsEmpty()) {
-        longest = 0;
-    } else if (deadline) {
-        longest = std::min(longest.value_or(*deadline - Now()), *deadline - Now());
-    }
-    if (const auto patience = buttons.Patience(Now())) {
-        longest = std::min(longest.value_or(*patience), *patience);
-    }
-    parts_->loop.Turn(longest);
+    parts_->BeforeWait();
+    parts_->loop.Turn(parts_->LongestWait(Now(), deadline));
     if (!parts_->IsLost()) {
-        buttons.Check(Now());
+        parts_->buttons.Check(Now());
     }
+}
+
+void DesktopDriver::ServeProgram(std::function<std::optional<Millis>()> takeTurn) {
+    if (!takeTurn) {
+        parts_->loop.ServeProgram({});
+        return;
+    }
+    parts_->loop.ServeProgram([this, takeTurn = std::move(takeTurn)]() -> std::optional<Millis> {
+        parts_->application.LookForDisplay();
+        if (parts_->IsLost()) {
+            return std::nullopt;
+        }
+        parts_->buttons.Check(Now());
+        parts_->BeforeWait();
+        const std::optional<Millis> next = takeTurn();
+        return parts_->IsLost() ? std::nullopt : parts_->LongestWait(Now(), next);
+    });
 }
 
 // Timers that move something on the screen come evenly; slower ones may be late and join them.
@@ -230,8 +234,11 @@ void DesktopDriver::SetTextInput(const std::optional<TextInput>& input) {
     if (parts_->IsLost()) {
         return;
     }
-    QWindow* const window = QGuiApplication::focusWindow();
-    if (turns && window != nullptr) {
+    QWindow* const window = parts_->FocusWindow();
+    if (window == nullptr) {
+        return;
+    }
+    if (turns) {
         // As if something else within the window had the focus now: that is when input methods ask
         // whether they are wanted, and begin or end in earnest.
         emit window->focusObjectChanged(window->focusObject());
@@ -244,7 +251,7 @@ void DesktopDriver::SetTextInput(const std::optional<TextInput>& input) {
 void DesktopDriver::EndComposing() {
     Shared& shared = parts_->shared;
     shared.composing = false;
-    if (!parts_->IsLost()) {
+    if (!parts_->IsLost() && parts_->FocusWindow() != nullptr) {
         shared.ignoresMethods = true;
         QGuiApplication::inputMethod()->commit();
         QGuiApplication::inputMethod()->reset();

@@ -4,6 +4,12 @@
 //
 // Everything runs on the thread that makes it. The toolkit is told by the environment how to run:
 // what is set there by the user is left alone.
+//
+// In a program that has a QGuiApplication already, that one is used, and must outlive the driver.
+// None of its settings is changed, nor the environment, nor the message handler, and the driver
+// does not wait for windows and events of the program's own: they are dealt with in WaitUntil as
+// well. Either the program's main loop is WindowSystem::WaitMessage, or it is the toolkit's own, by
+// ServeProgram.
 #pragma once
 
 #include <chrono>
@@ -34,7 +40,7 @@ struct ProgramIdentity {
 class DesktopDriver : public Driver {
   public:
     /// Why no window can be shown here, for people; nothing if one can. To be asked before a driver
-    /// is made: without a display the toolkit would end the process.
+    /// or a QGuiApplication is made: without a display the toolkit would end the process.
     static std::optional<std::string> WhyNoDisplay();
 
     /// The names in the bytes of an xspf file; none if they are no such file (Unfolder). Needs no
@@ -43,10 +49,19 @@ class DesktopDriver : public Driver {
 
     /// `scale`: device pixels for each pixel of a picture, kSmallestScale to kLargestScale; none
     /// takes it from the screen.
+    /// Throws std::logic_error while another one lives, where the program's own application object
+    /// is no QGuiApplication, and on another thread than that object's.
     DesktopDriver(ProgramIdentity program, std::optional<double> scale);
     ~DesktopDriver() override;
     DesktopDriver(const DesktopDriver&) = delete;
     DesktopDriver& operator=(const DesktopDriver&) = delete;
+
+    /// For a program whose main loop is the toolkit's, QGuiApplication::exec. `takeTurn` is called
+    /// whenever that loop is about to wait, and answers when (Now) it wants to be called again at
+    /// the latest; none: when something has happened. That is WindowSystem::TakeTurn. It is not
+    /// called within itself, as by a dialog that is opened from a call into the host. To be ended,
+    /// by an empty function, before the window system goes.
+    void ServeProgram(std::function<std::optional<Millis>()> takeTurn);
 
     /// What the desktop has given whoever asks for a window of ours to come to the front, for the
     /// next ActivateTopLevel; empty for nothing. On Wayland no window comes without it.
@@ -58,7 +73,8 @@ class DesktopDriver : public Driver {
 
     /// Calls `onLost` once, at the moment at which the display is found to have gone. That may be
     /// within any member, or late in the end of the process, which the toolkit brings about when it
-    /// is the first to find out. From then on text is measured by fixed numbers, nothing is shown,
+    /// is the first to find out; in a program with a QGuiApplication of its own, perhaps not at all
+    /// then. From then on text is measured by fixed numbers, nothing is shown,
     /// and nothing of the toolkit is called any more. `onLost` should end the process: whatever
     /// waits for the desktop waits for ever. A new function takes the place of the former one; an
     /// empty one ends it.

@@ -123,6 +123,33 @@ struct DesktopDriver::Parts {
         }
     }
 
+    /// Null while a window that is none of the driver's has the keyboard.
+    QWindow* FocusWindow() const {
+        return dynamic_cast<desktop::TopLevel*>(QGuiApplication::focusWindow());
+    }
+
+    // What is done when all that came of the last wait has been taken.
+    void BeforeWait() {
+        if (buttons.AllLetGo()) {
+            BringBack();
+        }
+        ReportDrops();
+    }
+
+    // Milliseconds; none: for ever.
+    std::optional<Millis> LongestWait(Millis now, std::optional<Millis> deadline) {
+        std::optional<Millis> longest = BeginWhatCanWait(now);
+        if (!shared.events.IsEmpty()) {
+            longest = 0;
+        } else if (deadline) {
+            longest = std::min(longest.value_or(*deadline - now), *deadline - now);
+        }
+        if (const auto patience = buttons.Patience(now)) {
+            longest = std::min(longest.value_or(*patience), *patience);
+        }
+        return longest;
+    }
+
     // Brings windows back that the screens no longer show as they did. Hanging over an edge that
     // was there before is allowed.
     void ScreenLost(const QRegion& lost) {

@@ -76,6 +76,9 @@ bool CanBegin() {
 }  // namespace
 
 std::optional<std::string> DisplayFault() {
+    if (QCoreApplication::instance() != nullptr) {
+        return std::nullopt;  // the toolkit runs already
+    }
     const QByteArray kind = qgetenv("QT_QPA_PLATFORM");
     const bool isForWayland = kind.isEmpty() && qEnvironmentVariableIsEmpty("DISPLAY") &&
                               !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&

@@ -139,6 +139,7 @@ class TopLevel : public QWindow {
     void Restored();
 
     TopLevel* Owner() const;
+    QPoint WantedBesideOwner() const;
     void PlaceBesideOwner();
     void BeDragged(const Rect& former);
     void FollowPopup(QPoint place);

@@ -12,24 +12,24 @@ TopLevel* TopLevel::Owner() const {
     return static_cast<TopLevel*>(transientParent());
 }
 
-// A popup stands where it is wanted beside its owner, which the toolkit knows by its own numbers.
+// The toolkit knows the owner's place by its own numbers.
+QPoint TopLevel::WantedBesideOwner() const {
+    return Owner()->position() + Place().topLeft() - Owner()->Place().topLeft();
+}
+
 // It cannot be moved while it is there.
 void TopLevel::PlaceBesideOwner() {
-    const Magnification& scale = shared_.scale;
-    const TopLevel& owner = *Owner();
     const bool wasVisible = isVisible();
     if (wasVisible) {
         setVisible(false);
     }
-    setPosition(owner.position() + scale.ToDevice(rect_).topLeft() -
-                scale.ToDevice(owner.rect_).topLeft());
+    setPosition(WantedBesideOwner());
     setVisible(wasVisible);
 }
 
 // Being dragged is the only wish of that kind that can be passed on.
 void TopLevel::BeDragged(const Rect& former) {
-    rect_ = Offset(rect_, {former.left - rect_.left, former.top - rect_.top});
-    shared_.events.Push(MovedByDesktop{handle_, {former.left, former.top}});
+    ReportPlace({former.left, former.top});
     LetDesktopDrag();
 }
 
@@ -39,10 +39,8 @@ void TopLevel::FollowPopup(QPoint place) {
     if (owner == nullptr) {
         return;
     }
-    const Magnification& scale = shared_.scale;
-    const QPoint wanted = owner->position() + scale.ToDevice(rect_).topLeft() -
-                          scale.ToDevice(owner->rect_).topLeft();
-    if (place != wanted) {
+    if (place != WantedBesideOwner()) {
+        const Magnification& scale = shared_.scale;
         const QPoint away = place - owner->position();
         ReportPlace({owner->rect_.left + scale.ToNearest(away.x()),
                      owner->rect_.top + scale.ToNearest(away.y())});

@@ -129,6 +129,12 @@ bool IsTaken(std::u16string_view path) {
     return !HoldsZero(path) && lstat(Narrow(path).c_str(), &status) == 0;
 }
 
+bool IsWritableFolder(std::u16string_view path) {
+    const auto status = Status(path);
+    return status && S_ISDIR(status->st_mode) &&
+           faccessat(AT_FDCWD, Narrow(path).c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
 std::optional<std::string> ReadWholeFile(std::u16string_view path, std::size_t most) {
     FileReader file(path);
     // Those that the system makes up, as in /proc, say that they hold nothing.

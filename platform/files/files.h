@@ -46,6 +46,9 @@ std::u16string FullPath(std::u16string_view path);
 /// Whether something stands there under that name, be it a link that leads nowhere.
 bool IsTaken(std::u16string_view path);
 
+/// Whether `path` is a folder, or a link to one, in which the process may make files.
+bool IsWritableFolder(std::u16string_view path);
+
 /// The bytes of an ordinary file. None if it holds more than `most`: who reads a file whole says
 /// how much of it he can bear.
 std::optional<std::string> ReadWholeFile(std::u16string_view path, std::size_t most);

@@ -44,14 +44,11 @@ Millis HeadlessDriver::Now() const {
 
 void HeadlessDriver::WaitUntil(std::optional<Millis> deadline) {
     if (clock_ == Clock::kVirtual) {
-        if (events_.empty() && deadline) {
+        const bool wasCalled = !watches_.empty() && CallWatches(0);
+        if (!wasCalled && events_.empty() && deadline) {
             virtualNow_ = std::max(virtualNow_, *deadline);
         }
         return;
-    }
-    std::vector<pollfd> descriptors;
-    for (const auto& watch : watches_) {
-        descriptors.push_back({watch.first, POLLIN, 0});
     }
     int timeout = -1;
     if (!events_.empty()) {
@@ -60,16 +57,27 @@ void HeadlessDriver::WaitUntil(std::optional<Millis> deadline) {
         // At most an hour at a time: whoever waits longer comes back.
         timeout = static_cast<int>(std::clamp<Millis>(*deadline - Now(), 0, 3'600'000));
     }
-    if (poll(descriptors.data(), static_cast<nfds_t>(descriptors.size()), timeout) <= 0) {
-        return;
+    CallWatches(timeout);
+}
+
+// Whether any could be read within the timeout, in milliseconds.
+bool HeadlessDriver::CallWatches(int timeout) {
+    std::vector<pollfd> descriptors;
+    for (const auto& watch : watches_) {
+        descriptors.push_back({watch.first, POLLIN, 0});
     }
-    for (const pollfd& descriptor : descriptors) {
+    if (poll(descriptors.data(), static_cast<nfds_t>(descriptors.size()), timeout) <= 0) {
+        return false;
+    }
+    for (pollfd& descriptor : descriptors) {
         const auto watch = watches_.find(descriptor.fd);
-        if (descriptor.revents != 0 && watch != watches_.end()) {
+        // Asked again, since a former function may have waited, which has called this one there.
+        if (descriptor.revents != 0 && watch != watches_.end() && poll(&descriptor, 1, 0) > 0) {
             const auto onReadable = watch->second;  // a copy: it may end its own watch
             onReadable();
         }
     }
+    return true;
 }
 
 std::optional<DriverEvent> HeadlessDriver::NextEvent() {

@@ -95,6 +95,8 @@ class HeadlessDriver : public Driver {
     std::vector<std::u16string> TakeOpened() { return std::exchange(opened_, {}); }
 
   private:
+    bool CallWatches(int timeout);
+
     Clock clock_;
     Millis virtualNow_ = 0;
     std::chrono::steady_clock::time_point start_;

@@ -281,6 +281,11 @@ void WindowSystem::WaitMessage() {
     DoEvents();
 }
 
+std::optional<Millis> WindowSystem::TakeTurn() {
+    DoEvents();
+    return HasPending() ? Now() : NextDue();
+}
+
 void WindowSystem::RunWhile(const std::function<bool()>& goesOn) {
     while (goesOn()) {
         if (const auto event = NextEvent()) {

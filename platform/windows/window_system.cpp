@@ -28,7 +28,12 @@ WindowSystem::WindowSystem(Driver& driver)
     Surface::DensityInForce(driver.Density());
 }
 
-WindowSystem::~WindowSystem() = default;
+// The driver lives on and may show a window anew, but the pictures end here.
+WindowSystem::~WindowSystem() {
+    for (const Handle window : topLevels_) {
+        driver_.DestroyTopLevel(window);
+    }
+}
 
 WindowSystem::Window* WindowSystem::Find(Handle window) const {
     const auto found = windows_.find(window);

@@ -24,6 +24,7 @@
 #include "platform/drawing/mask.h"
 #include "platform/drawing/text_drawing.h"
 #include "platform/driver.h"
+#include "platform/windows/message.h"
 
 namespace platform {
 
@@ -32,32 +33,11 @@ class ModalInput;
 class Shell;
 struct NotifyIconData;
 
-struct Message {
-    Handle window = 0;
-    Long id = 0;
-    Long wParam = 0;
-    Long lParam = 0;
-};
-
-using WindowProc = std::function<Long(const Message&)>;
-
-/// A timer's callback: the window and the id it was set with.
-using TimerProc = std::function<void(Handle window, Long id)>;
-
-/// Sees a key before the focus does: a virtual-key code, the modifiers (kShiftBit ...), and whether
-/// it goes down. True eats it. Keys that the focus writes with are not shown to it.
-using KeyboardProc = std::function<bool(Long code, Long modifiers, bool down)>;
-
-/// What WM_COPYDATA hands over: a second start's command line, in the narrow code page.
-struct CopyDataRecord {
-    Long data = 0;
-    std::string bytes;
-};
-
 class WindowSystem {
   public:
     /// The driver must outlive the window system; its density becomes the one in force.
     explicit WindowSystem(Driver& driver);
+    /// Windows that are still there go without a message.
     ~WindowSystem();
     WindowSystem(const WindowSystem&) = delete;
     WindowSystem& operator=(const WindowSystem&) = delete;
@@ -124,7 +104,9 @@ class WindowSystem {
     const Surface* GetFace(Handle window) const;
     /// Only the points of the mask are shown and can be hit; null: all of them.
     void SetMask(Handle window, std::shared_ptr<const Mask> mask);
-    /// Marks a window that is only a mark on its parent, as labels are.
+    /// Says of a window that it is part of its parent's picture, as labels are: its own messages
+    /// of the pointer still reach it, but WindowFromPoint answers the parent, and the pointer that
+    /// comes upon it has not left the parent.
     void SetWindowless(Handle window, bool windowless);
     /// A part of the face has changed; it is on the screen after the next pump or UpdateScreen.
     void InvalidateRect(Handle window, const Rect& rectClient);
@@ -264,6 +246,9 @@ class WindowSystem {
     void Sleep(Millis duration);
     /// Waits for the next thing to happen and delivers it: one turn of a host's main loop.
     void WaitMessage();
+    /// One turn of a loop that is not ours, which waits by itself: delivers all that is pending.
+    /// Answers when (Now) the next turn is due at the latest; none: when the driver has something.
+    std::optional<Millis> TakeTurn();
     /// A loop within the main loop: delivers things one by one, and asks `goesOn` before each.
     void RunWhile(const std::function<bool()>& goesOn);
     /// Whether an event that comes is to be kept; False: it is dropped.

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace sarnel {
@@ -32,6 +33,17 @@ TEST(ImpulseValue, EachPlainKindIsItselfAndNoOther) {
         EXPECT_FALSE(value.IsReference());
     }
 }
+
+// Bytes and stray pointers must not become True in silence.
+template <class T>
+constexpr bool kBecomesAValue = std::is_convertible_v<T, ImpulseValue>;
+static_assert(!kBecomesAValue<const char*> && !kBecomesAValue<char*> && !kBecomesAValue<char[4]>);
+static_assert(!kBecomesAValue<const char (&)[4]> && !kBecomesAValue<std::string>);
+static_assert(!kBecomesAValue<void*> && !kBecomesAValue<double*> && !kBecomesAValue<const Long*>);
+static_assert(kBecomesAValue<const char16_t (&)[4]> && kBecomesAValue<char16_t*>);
+static_assert(kBecomesAValue<Thing*> && kBecomesAValue<Object*> && kBecomesAValue<Object**>);
+static_assert(kBecomesAValue<Long*> && kBecomesAValue<bool*> && kBecomesAValue<std::u16string*>);
+static_assert(kBecomesAValue<ImpulseValue*>);
 
 TEST(ImpulseValue, AReferenceReadsTheVariableAsItStandsNow) {
     Long number = 5;

@@ -105,11 +105,12 @@ TEST(ReentryOfShellWays, DoWhatTheyAreNamedFor) {
     EXPECT_EQ(CallsOf({"", AssociationsOpen, ClickOn(TypesLabel)}),
               (std::vector<Long>{ImpulseGetFileTypes, ImpulseGetHostPath}));
     EXPECT_EQ(CallsOf(TrayPopup("", u"")).front(), ImpulseIsPlaying);
-    const auto back = Prepared(TrayPopup("", u""));
+    auto back = Prepared(TrayPopup("", u""));
     EXPECT_FALSE(back->Main().Visible());
     EXPECT_EQ(back->driver.TrayTips().size(), 1U);
     TrayPopup("", u"kSsSh").enter(*back);
     EXPECT_TRUE(back->Main().Visible());
+    back.reset();
     const auto over = Prepared(TrayPopup("", u""));
     TrayPopup("", u"kSsEx").enter(*over);
     EXPECT_EQ(over->host.Count(ImpulseClosed), 1);
