@@ -7,6 +7,5 @@ function(veldrin_keep_small target)
     return()
   endif()
   target_compile_options(${target} PRIVATE -Os -ffunction-sections -fdata-sections)
-  # Their options are not those of the precompiled headers.
-  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS -O3 SKIP_PRECOMPILE_HEADERS ON)
+  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS -O3)
 endfunction()
