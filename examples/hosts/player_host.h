@@ -16,7 +16,7 @@ class PlayerHost : public sarnel::HostObject {
 
     // Noted within impulses, and acted on when the component has returned.
     bool exitWished = false;  ///< the user has chosen Exit
-    bool listEnded = false;   ///< the last item has been played
+    bool listEnded = true;    ///< nothing has been opened yet, or the last item has been played
     bool closed = false;      ///< the window is gone
 
     sarnel::ImpulseValue ProcessImpulse(sarnel::Ambrisor& /*sender*/, sarnel::ImpulseValue& uMsg,
@@ -43,7 +43,8 @@ class PlayerHost : public sarnel::HostObject {
                 lParam1.Assign(u"*.mp3");
                 break;
             case sarnel::ImpulseOpen:
-                lParam2.Assign(player_.Open(bytes(lParam1)));
+                listEnded = !player_.Open(bytes(lParam1));
+                lParam2.Assign(!listEnded);
                 std::printf("open %s\n", bytes(lParam1).c_str());
                 std::fflush(stdout);
                 break;

@@ -54,6 +54,13 @@ class Hosts(unittest.TestCase):
         self.assertEqual(errors, [f'nothing will be kept in {missing}'])
         self.assertFalse(os.path.exists(missing))
 
+    def test_what_cannot_be_played_is_not_waited_for(self):
+        missing = os.path.join(self.folder, 'missing.mp3')
+        self.assertEqual(self.run_host(self.smallest_host, self.directory, missing),
+                         (['the end'], []))
+        self.assertEqual(self.run_host(self.headless_host, self.directory, missing),
+                         (['played for 0 s'], []))
+
     # Three seconds of the virtual clock for each.
     def test_the_example_plays_its_files_in_order(self):
         songs = [self.file(name) for name in ('b.mp3', 'a.mp3', 'notes.txt', 'c.mp3')]

@@ -3,6 +3,7 @@ cmake_minimum_required(VERSION 3.25)
 
 function(check name libraries)
   foreach(library IN LISTS libraries)
+    string(REGEX REPLACE "^\\$<BUILD_INTERFACE:(.*)>$" "\\1" library "${library}")
     if(NOT library IN_LIST ARGN)
       message(SEND_ERROR "${name} links ${library}")
     endif()
