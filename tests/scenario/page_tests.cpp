@@ -94,16 +94,20 @@ std::set<std::string> FirstNames(const std::vector<std::string>& code) {
 
 struct Signature {
     std::vector<Kind> parameters;
+    std::size_t required = 0;
     Kind result = Kind::kNull;
     bool operator==(const Signature&) const = default;
 };
 
-// "PATH" is a text, ON? a boolean, WINDOW an object, any other word an integer.
+// "PATH" is a text, ON? a boolean, Y~ a float, WINDOW an object, any other word an integer.
 Kind KindOfWord(const std::string& word) {
-    return word.starts_with('"')                ? Kind::kText
-           : word.ends_with('?')                ? Kind::kBoolean
-           : word == "WINDOW" || word == "LIST" ? Kind::kObject
-                                                : Kind::kInteger;
+    if (word == "WINDOW" || word == "LIST") {
+        return Kind::kObject;
+    }
+    return word.starts_with('"') ? Kind::kText
+           : word.ends_with('?') ? Kind::kBoolean
+           : word.ends_with('~') ? Kind::kFloat
+                                 : Kind::kInteger;
 }
 
 Signature SignatureOf(const std::string& code) {
@@ -114,13 +118,20 @@ Signature SignatureOf(const std::string& code) {
     words >> word;  // the name
     Signature signature;
     while (words >> word && word != "=") {
-        signature.parameters.push_back(KindOfWord(word));
+        const bool isOptional = word.starts_with('[');
+        signature.parameters.push_back(
+            KindOfWord(isOptional ? word.substr(1, word.size() - 2) : word));
+        signature.required += isOptional ? 0 : 1;
     }
     if (word == "=") {
         words >> word;
         signature.result = kResults.at(word);
     }
     return signature;
+}
+
+Signature SignatureOf(const Function& function) {
+    return {function.parameters, function.required, function.result};
 }
 
 TEST(ScenarioPage, ListsTheRoutinesWithWhatTheyTakeAndGive) {
@@ -133,8 +144,7 @@ TEST(ScenarioPage, ListsTheRoutinesWithWhatTheyTakeAndGive) {
     for (const Entry& routine : RoutineNames()) {
         const auto found = told.find(std::string(routine.name));
         ASSERT_NE(found, told.end()) << routine.name;
-        EXPECT_EQ(found->second, (Signature{routine.call->parameters, routine.call->result}))
-            << routine.name;
+        EXPECT_EQ(found->second, SignatureOf(*routine.call)) << routine.name;
     }
     EXPECT_EQ(told.size(), RoutineNames().size());
 }
@@ -160,6 +170,27 @@ TEST(ScenarioPage, ListsTheObjectsWithTheirItemsAndMembers) {
             for (const Entry& member : type->members) {
                 EXPECT_EQ(names.count(std::string(member.name)), 1u) << member.name;
             }
+        }
+    }
+}
+
+TEST(ScenarioPage, ListsWhatMethodsTakeAndGive) {
+    std::multimap<std::string, Signature> told;
+    for (const std::string& code : CodeIn(Section("### Objects and members"))) {
+        if (code.find('(') == std::string::npos) {
+            told.emplace(FirstName(code), SignatureOf(code));
+        }
+    }
+    for (const Class* type : ClassesForNew()) {
+        for (const Entry& member : type->members) {
+            if (!member.call || member.name == "SetColors") {  // of which the page tells the number
+                continue;
+            }
+            const auto [first, last] = told.equal_range(std::string(member.name));
+            EXPECT_TRUE(std::any_of(
+                first, last,
+                [&](const auto& one) { return one.second == SignatureOf(*member.call); }))
+                << type->name << '.' << member.name;
         }
     }
 }
