@@ -53,7 +53,7 @@ void JSlider::StickPosition(double value) {
     MoveStick(0);
 }
 
-// A StickPosition that is no place leaves the stick where it is.
+// A StickPosition that is no whole number of 32 bits, rounded, leaves the stick where it is.
 void JSlider::MoveStick(Long along) {
     const auto across = RoundTo32Bits(stickPosition_);
     if (!across) {
@@ -123,8 +123,8 @@ void JSlider::Draw() {
     }
 }
 
-// A size across the track that the slider corrects to what it was is no change: the stick stays
-// where the last write of StickPosition or Value put it.
+// The slider corrects its size across the track. Where the correction gives the size that it had,
+// nothing has changed, and the stick stays where the last write of StickPosition or Value put it.
 void JSlider::Resized() {
     if (!HasPixels(picture_)) {
         return;
@@ -227,8 +227,8 @@ void JSlider::MouseUp(const MouseEvent& event) {
     }
 }
 
-// A drag that begins on the stick and one that begins on the track are alike, and the owner gets
-// coordinates of the slider of both.
+// What the mouse does on the stick is handled as if it were done on the slider: in coordinates of
+// the slider, in which the owner hears of it, too.
 void JSlider::ForwardFromStick() {
     const auto onSlider = [this](const MouseEvent& event, auto&& handle) {
         const auto x = RoundTo16Bits(static_cast<double>(event.X) + JStick.Left());

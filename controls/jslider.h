@@ -32,7 +32,7 @@ class JSlider : public SkinnedControl {
     bool Style() const { return vertical_; }
     void Style(bool value);
 
-    // The stick's own: JButton.
+    // Handed on to the stick, which is a JButton.
     Colour StickMaskColor() const { return JStick.MaskColor(); }
     void StickMaskColor(Colour value) { JStick.MaskColor(value); }
     platform::PictureRef StickMaskPicture() const { return JStick.MaskPicture(); }

@@ -40,7 +40,8 @@ void SkinButton::Redraw() {
     }
 }
 
-// Another size comes back here through Resized, by then with nothing left to change.
+// Changing the size calls Resized, which comes here again; the second time the size is right
+// already.
 void SkinButton::ResizeStep() {
     if (maskPicture_ == nullptr) {
         return;

@@ -21,8 +21,9 @@ Ambrisor::Ambrisor(platform::WindowSystem& windows, AmbrisorOptions options)
     assert(isAlone && "another Ambrisor is alive in this process");
 }
 
-// A host may do this inside an answer. The steps that are still to come then find the state, but no
-// window on the screen and nobody to ask.
+// A host may destroy the component inside its answer to an impulse. The routine that asked goes on
+// afterwards, so the state lives on until all messages have been dealt with; it just finds no
+// window on the screen, and no host to ask.
 Ambrisor::~Ambrisor() {
     platform::WindowSystem& windows = program_->windows;
     program_->component = nullptr;
@@ -40,7 +41,7 @@ bool Ambrisor::Connect(HostObject* lServer) {
     return true;
 }
 
-// Nothing is let go: late impulses still reach the host.
+// Keeps the host: impulses that are sent after this still reach it.
 bool Ambrisor::Disconnect() {
     return true;
 }
@@ -95,7 +96,8 @@ Long Ambrisor::ProcessImpulse(Long uMsg, ImpulseValue wParam, ImpulseValue& lPar
     return result;
 }
 
-// From here on through App(): the host may have destroyed this object by the time of a later step.
+// Uses App() and no members: a step may call the host, which may destroy this object, and the next
+// step still runs.
 void Ambrisor::Control(const ImpulseValue& wParam, ImpulseValue& lParam1, ImpulseValue& lParam2) {
     const std::optional<Long> command = wParam.AsLong();
     if (command == kControlComponent) {
@@ -138,7 +140,8 @@ void Ambrisor::ControlShow(const ImpulseValue& lParam1, const ImpulseValue& lPar
 void Ambrisor::ControlMinimise(const ImpulseValue& lParam1, ImpulseValue& lParam2) {
     const platform::WindowSystem& windows = App().windows;
     const platform::Handle window = App().Main().HWnd();
-    // Zero says: shown and not minimised. A boolean is -1 or 0, so its complement is 0 or -1.
+    // 0 means: shown and not minimised. `visible` is a boolean as a number, -1 or 0, so that its
+    // complement is 0 if the window is shown.
     const Long iconic = windows.IsIconic(window) ? 1 : 0;
     const Long visible = windows.IsVisible(window) ? -1 : 0;
     lParam2.Assign(iconic | ~visible);

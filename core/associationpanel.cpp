@@ -24,7 +24,7 @@ std::vector<std::u16string> ExtensionsOf(std::u16string types) {
          at = types.find(kAnyName, at)) {
         types.erase(at, kAnyName.size());
     }
-    // Nothing is one part without a name, not no part.
+    // No types at all count as one type without a name, where Split gives none.
     return types.empty() ? std::vector<std::u16string>{u""} : platform::Split(types, u';');
 }
 

@@ -43,8 +43,8 @@ void frmMAIN::Unload() {
     }
     windows_.DeferDelete(
         std::exchange(hMenu, nullptr));  // a command of it may be what ends the run
-    // Until here the window counts as loaded: a host that loads it inside the stop gets no second
-    // layer of hooks.
+    // Not earlier: stopping asks the host, and if that loads the window from there, Load must find
+    // it loaded, or the hooks would be installed twice.
     loaded_ = false;
 }
 

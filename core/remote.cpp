@@ -19,8 +19,7 @@ namespace sarnel {
 
 namespace {
 
-// All that follows a call into the host goes through App(): the host may have destroyed the
-// component.
+// Behind a call into the host only App() may be used: the host may have destroyed the component.
 PlaybackState StateNow() {
     if (App().Playing) {
         return PlaybackState::kPlaying;
@@ -28,7 +27,8 @@ PlaybackState StateNow() {
     if (App().Main().sldSkin(kPositionSlider).Enabled()) {
         return PlaybackState::kPaused;
     }
-    // Of what is not followed the component's own flag says nothing.
+    // Playing means that the component follows an item. One without a length plays unfollowed: then
+    // the host is asked.
     return Ask(ImpulseIsPlaying, false) ? PlaybackState::kPlaying : PlaybackState::kStopped;
 }
 
@@ -98,7 +98,7 @@ ListCopy Remote::CopyList() const {
     return list != nullptr ? list->Copy() : ListCopy(0, -1);
 }
 
-// The menu takes a number for the item at that place, which is no key.
+// IndexForKey takes a text that is a number as an item's place. Here it would be a wrong key.
 bool Remote::HasCommand(std::u16string_view key) const {
     const frmMAIN* const main = Main();
     return main != nullptr && main->hMenu != nullptr && !key.empty() && !TextToLong(key) &&

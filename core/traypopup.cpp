@@ -31,7 +31,7 @@ void ShowTrayPopup() {
     if (key == kShow) {
         SetMinimized(false);
     } else if (key == kExit) {
-        // No message of size would take the icon of a hidden window away.
+        // The icon goes with WM_SIZE, which a window that is only hidden does not get.
         WindowSystem& windows = App().windows;
         const Handle window = App().Main().HWnd();
         TrayDelete(windows, window, App().Main().Icon());

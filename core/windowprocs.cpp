@@ -49,7 +49,7 @@ void OnCopyData(Long lParam) {
     }
 }
 
-// The volume, unless the pointer is over something that has a use of its own for the wheel.
+// Turns the volume, unless what is under the pointer uses the wheel itself.
 void OnMouseWheel(const Message& message) {
     WindowSystem& windows = App().windows;
     const Handle under = windows.WindowFromPoint(PointOf(message.lParam));
@@ -61,7 +61,7 @@ void OnMouseWheel(const Message& message) {
               (message.wParam < 1 ? -kVolumeStep : kVolumeStep));
 }
 
-// Fails before the keys are there, as Menu does.
+// Raises an error while there are no hot keys, as Menu does without a menu.
 JHotKeys& Keys() {
     return *Needed(App().Main().hKeys);
 }
@@ -134,7 +134,7 @@ Long ListWindowProc(JList& list, const WindowProc& former, const Message& messag
 }  // namespace
 
 Long MainWindowProc(const Message& message) {
-    // Taken first: handling a close unloads the window and its hooks.
+    // Read before the message is handled: a close unloads the window and forgets its hooks.
     const WindowProc former = App().Hooks.main;
     std::optional<Long> result;
     Step([&] { result = HandleMain(message); });

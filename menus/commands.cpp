@@ -1,6 +1,5 @@
 // The one dispatcher of commands: whatever is picked in a popup, pressed as a key combination or
 // switched by a toggle ends in hMenu_Click.
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -87,7 +86,7 @@ struct Command {
     std::u16string_view key;
     void (*run)(bool on);
 };
-constexpr std::array<Command, 16> kCommands{{
+constexpr Command kCommands[] = {
     {menukeys::kExit, [](bool) { RequestExit(); }},
     {menukeys::kAbout, [](bool) { OpenGuide(); }},
     {menukeys::kTopMost, SetTopMost},
@@ -104,7 +103,7 @@ constexpr std::array<Command, 16> kCommands{{
     {menukeys::kSelectAll, [](bool) { SelectAll(); }},
     {menukeys::kSelectNone, [](bool) { SelectNone(); }},
     {menukeys::kInvertSelection, [](bool) { InvertSelection(); }},
-}};
+};
 
 // The skin in use is not put in force again.
 void ChooseSkin(std::u16string_view number, Long item) {

@@ -61,7 +61,8 @@ class JList : public platform::Widget {
     /// Adds a row: at ItemIndex, else (-1) at its sorted place or the end. Repaints if RedrawFlag.
     void AddItem(std::u16string_view ItemToAdd, std::u16string_view ItemDataToAdd,
                  Long ItemIndex = -1);
-    /// The same with texts that are rows' own already, behind all rows and whatever Sorted says.
+    /// The same with texts that are kept as rows keep them, and always behind all rows, even of a
+    /// list that is Sorted.
     void AddLast(RowText ItemToAdd, RowText ItemDataToAdd);
     /// Removes a row and keeps the indices in step; a removed current row leaves ListCurrent -1.
     /// Removing index ListCount drops the spare slot. Repaints if RedrawFlag.
@@ -77,7 +78,8 @@ class JList : public platform::Widget {
     /// The row that the owner calls current; the list keeps it in step. Repaints if RedrawFlag.
     Long ListCurrent() const { return index_.current; }
     void ListCurrent(Long value);
-    /// Where the last AddItem put its row as it was asked to; -1 after RemoveItem and Clear.
+    /// The index at which the last AddItem was told to put its row, or chose to; not checked, so it
+    /// may name no row. -1 after RemoveItem and Clear.
     Long newIndex() const { return index_.added; }
     void newIndex(Long value) { index_.added = value; }
     /// The text of the ListIndex row. An index outside the column raises the bounds error.
@@ -99,9 +101,11 @@ class JList : public platform::Widget {
 
     // Search and order.
 
-    /// The row whose payload equals the string, or -1. A Sorted list is halved by payload.
+    /// The row whose payload equals the string, or -1. A Sorted list is searched by halving, as if
+    /// its payloads were in order; they are not, so a row may not be found, which is meant.
     Long FindDataIndex(std::u16string_view sStringToMatch, bool CaseSensitive) const;
-    /// Orders the texts. Rows that the final pass moves lose the rest. Repaints always.
+    /// Orders the texts. Rows that the final pass moves lose payload, flag and image. Repaints
+    /// always.
     void Sort(bool SortAscending);
     void ReverseStringArray();  ///< turns round only the texts
     bool Sorted() const { return rows_.Sorted(); }

@@ -12,7 +12,8 @@ using namespace platform;
 
 namespace {
 
-// Three numbers for the same thing, each as precise as it is: they decide where halves fall.
+// Three numbers of different precision for the same thing. Which one is used where decides how
+// halves are rounded, so none can take another's place.
 constexpr double kDegreesPerRadian = 57.29578399658203;
 constexpr double kRadiansPerDegree = 0.01745329238474369;
 constexpr double kRadiansPerStep = 0.017453292;

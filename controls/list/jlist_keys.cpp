@@ -1,6 +1,6 @@
-// Moving through the list by keys. The caret is where a step starts from, the focus where the
-// keyboard has come to; a step without Shift leaves one row selected. While at most one row is
-// selected a step draws just the rows that it touches.
+// Moving through the list by keys. A step starts at the caret, and the focus ends where the caret
+// has come to. Without Shift that row alone is selected afterwards, with Shift it is added. As long
+// as at most one row is selected, a step draws only the rows that it changes.
 #include <algorithm>
 
 #include "controls/list/jlist.h"
@@ -62,8 +62,8 @@ void JList::EraseCaret() {
     }
 }
 
-// After a step: with Shift the selection has grown, without it there is this one row. An empty list
-// ends with a count of 1 all the same.
+// The number of selected rows after a step. Without Shift it is set to 1, not counted: so it is 1
+// even in an empty list.
 void JList::CountAfterStep() {
     if (mouse_.shiftDown) {
         rows_.RecountSelected();

@@ -1,6 +1,8 @@
-// The mouse on the rows: presses, the selection they make, the rubber band, and the events. What a
-// press on the scroll strip starts does not return before the button is up, so a move or a release
-// may arrive inside a press, and whatever runs after a loop first asks whether the list is there.
+// The mouse on the rows: presses, the selection they make, the rubber band, and the events.
+//
+// A press on the scroll strip returns only when the button is up (jlist_scroll.cpp): moves and the
+// release are handled inside of it. One of them may destroy the list, so whatever follows such a
+// press asks IsAlive first.
 #include <algorithm>
 #include <cstdlib>
 
@@ -58,7 +60,7 @@ void JList::ClickSelect() {
     mouse_.bandStart = mouse_.bandEnd = index_.caret;
     const bool selects = !mouse_.ctrlDown || !Selected(index_.caret);
     rows_.FillSelected(index_.caret, index_.caret, selects);
-    // Rows that were selected stay so: Shift adds.
+    // With Shift, rows that are selected already stay so.
     if (mouse_.shiftDown) {
         rows_.FillSelected(mouse_.shiftAnchor, index_.focus, true);
         rows_.RecountSelected();

@@ -10,7 +10,8 @@ namespace sarnel {
 using platform::Rect;
 using platform::Surface;
 
-// The face, for whoever draws on it: what the last repaint left is no longer what it shows.
+// The face, to be drawn on. Whoever does so makes the record of the last repaint wrong: it is
+// dropped.
 Surface& JList::Paint() {
     painted_.valid = false;
     return Canvas();
@@ -61,7 +62,7 @@ void JList::Repaint() {
     if (known && painted_.changed.empty()) {
         return;
     }
-    // Rows without images do not overlap, as far as they have a place of their own.
+    // Rows without images do not overlap, except those that share the last place of the table.
     if (known && !ShowItemImages() && rows <= ListLayout::kMostRows) {
         RepaintRows();
         painted_.valid = true;
@@ -89,7 +90,7 @@ void JList::RepaintAll() {
     ShowFace();
 }
 
-// Even where the owner holds repaints back: what shows is to be what showed before.
+// Repaints even while RedrawFlag is False: the picture was only converted, and must look as before.
 void JList::Redraw() {
     backDC_ = backDC_.AtDensity(Surface::DensityInForce());
     BuildSelectionBar();

@@ -46,11 +46,12 @@ void JList::DrawRow(Long index, bool selected) {
         return;
     }
     Surface& face = Paint();
-    // A row behind the table of row tops stays where the last one of it lies.
+    // A row beyond the table of row tops is drawn at the table's last place.
     const Long row = static_cast<Long>(
         std::clamp<std::int64_t>(std::int64_t{index} - range_.first, 0, ListLayout::kMostRows - 1));
     const Long top = RowTop(row);
-    // With a taller image bar and text stand a quarter down; only the bar's quarter is rounded.
+    // Beside an image that is taller, bar and text stand lower by a quarter of the image's side.
+    // The bar's quarter is rounded, the text's is cut.
     const Long y =
         top + (layout_.IsImageTaller() ? platform::RoundHalfEven(layout_.ImageSide() / 4.0) : 0);
     const Long right = ScaleWidth() - RightReserve();

@@ -1,6 +1,8 @@
-// Scrolling by the strip, the wheel and a band that has left the list. What repeats is a loop that
-// waits and lets events run: the release that ends it arrives inside of it, and so may anything
-// else, the end of the list included.
+// Scrolling by the strip, by the wheel, and by the rubber band once the pointer has left the list.
+//
+// While a button is held, the list scrolls on in a loop that waits and handles events in between.
+// The release of the button, which ends the loop, is one of these events. Another may destroy the
+// list: after each wait the loop asks whether it is still there (Pump) and returns at once if not.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -21,8 +23,8 @@ constexpr platform::Millis kPoll = 1;
 
 }  // namespace
 
-// Lets events run for so long. False if the list is gone. Nothing but the release ends a press: it
-// comes to whoever holds the pointer, even if that is off the screen by then.
+// Handles the events that are pending, then waits. False if the list was destroyed meanwhile. A
+// list that was only hidden goes on: it holds the pointer, so the release still comes to it.
 bool JList::Pump(platform::Millis wait) {
     windows_.DoEvents();
     if (IsAlive()) {
@@ -31,8 +33,9 @@ bool JList::Pump(platform::Millis wait) {
     return IsAlive();
 }
 
-// Scrolls by `by` rows at a time until the end of the list is on show, the thumb has come to the
-// pointer or the button is up.
+// Scrolls by `by` rows at a time, until the first or last row is on show, the thumb has come to the
+// pointer, or the button is up. A press on the track waits a while before it repeats; a band does
+// not, and goes on wherever the pointer is.
 void JList::AutoScroll(Long by) {
     const auto isThere = [this, by] { return range_.Has(by >= 1 ? ListCount() - 1 : 0); };
     const platform::Millis start = windows_.Now();
@@ -47,6 +50,7 @@ void JList::AutoScroll(Long by) {
         if (!Pump(kRepeatPeriod)) {
             return;
         }
+        // A press on the track rests while the pointer is elsewhere.
         const bool pauses = !mouse_.edgeScrolling && mouse_.zone != ListMouse::kTrack;
         if (pauses || windows_.Now() - last < kRepeatPeriod) {
             continue;
@@ -114,7 +118,8 @@ void JList::WM_MOUSEWHEEL_Process(Long wordParameter) {
     }
 }
 
-// The pointer has left the list with a button held: the band goes on by itself.
+// Starts to scroll when a held pointer has left the list above or below, so that the band goes on
+// by itself. True once that has ended: nothing is left to do for the move that led here.
 bool JList::EdgeScrollCheck() {
     const bool below = double{mouse_.y} > ScaleHeight();
     const bool above = mouse_.y < 0;
@@ -159,6 +164,8 @@ bool JList::ThumbEdgeCheck() {
     return false;
 }
 
+// Runs for as long as the thumb is held. The pointer's place is what the moves that arrive in
+// between have left in mouse_.
 void JList::ThumbDragLoop() {
     mouse_.thumbLoopActive = true;
     mouse_.thumbGrabOffset = mouse_.y - static_cast<float>(thumb_.rect.top);
@@ -174,7 +181,8 @@ void JList::ThumbDragLoop() {
     mouse_.thumbLoopActive = false;
 }
 
-// The list follows the thumb by so many rows as the pointer has moved. False at either end.
+// Moves the rows by the part of the list that the pointer has gone along the track since the last
+// step. `rows` keeps that number from step to step. False if the pointer has come to either end.
 bool JList::ThumbDragStep(Long& rows) {
     if (double{mouse_.y} >= ScaleHeight()) {
         ShowEnd();
@@ -191,7 +199,7 @@ bool JList::ThumbDragStep(Long& rows) {
         rows = static_cast<Long>(std::floor(double{part} * ListCount()));
         rows = moved < 0 ? -rows : rows;
     }
-    // Small moves add up until they make a row.
+    // Too small a move: thumbLastY stays, so that the next one adds to it.
     if (rows == 0) {
         return true;
     }

@@ -1,4 +1,5 @@
-// The scroll strip: where the thumb stands by the rows or the pointer, and what both look like.
+// The scroll strip and the thumb on it: where the thumb stands, by the rows on show or by the
+// pointer that holds it, and how both are painted.
 #include <algorithm>
 
 #include "controls/list/jlist.h"
@@ -10,8 +11,9 @@ namespace sarnel {
 using platform::RoundHalfEven;
 using platform::Surface;
 
-// The top is computed with the height as it was: after an add or a remove the thumb stands right
-// with the second repaint.
+// The top is computed before the height, and needs it. So after rows were added or removed the
+// first repaint puts the thumb where its former height would have it, and only the second one is
+// right.
 void JList::PlaceThumb(float grabOffset) {
     thumb_.top =
         thumb_.ComputeTop(ScaleHeight(), ListCount(), VisibleRows(), range_.first, range_.last);
@@ -32,14 +34,15 @@ void JList::PaintScrollBar() {
     Surface& face = Paint();
     const platform::Rect& rect = thumb_.rect;
     face.FillRect({thumb_.stripRect.left + 1, 0, ScaleWidth(), ScaleHeight()}, backBrush_);
-    // A copy of the gradient's first lines, not a scaled picture of all.
+    // The gradient is as high as the list; the thumb shows its first lines, unscaled.
     const platform::Rect whole{rect.left, rect.top, rect.left + ListThumb::kWidth, rect.bottom};
-    // A range far from all rows puts it far off the face.
+    // A range that is far from all rows puts the thumb far off the face.
     if (!IsEmpty(Intersect(whole, face.Bounds()))) {
         face.BitBlt(whole, thumbBar_.Picture(), {0, 0});
         face.Outline(whole, colours_.thumbBorder, platform::PS_SOLID);
     }
-    // Comes last: the very first strip clears the whole face from x = 1 on.
+    // Set only now: above it is still empty at the first painting, which so clears all from x = 1
+    // on.
     thumb_.stripRect = {ScaleWidth() - 13, 0, ScaleWidth() - 2, ScaleHeight() - 1};
 }
 

@@ -15,10 +15,9 @@ struct ListIndices {
     Long focus = 0;
     Long caret = -1;
 
-    /// A row has come in at `row`, as it was asked to: what names a row from there on moves down.
+    /// A row was added; `row` is the place that AddItem was asked for. Indices from there on grow.
     void RowAdded(Long row, bool anySelected);
-    /// A row has gone. Only `current` knows a row that it named as gone: the others name the row
-    /// above it.
+    /// A row was removed. If `current` named it, it names none now; the others name the row above.
     void RowRemoved(Long row);
     /// No row is left; `current` may outlive the rows.
     void RowsCleared();

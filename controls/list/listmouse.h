@@ -21,12 +21,12 @@ struct ListMouse {
 
     float x = 0;    ///< of the last move, in pixels
     float y = 0;    ///< of the last move or of the last press of any but the right button
-    Long zone = 0;  ///< where the pointer was when it was in one of them
+    Long zone = 0;  ///< the last one that the pointer was in; outside all of them it stays
     Long mode = kNoPress;
-    bool inside = false;     ///< a leave notification is pending
+    bool inside = false;     ///< the pointer is over the list, which waits to hear that it left
     bool rightDown = false;  ///< the last press was the right button
-    Long clickButtons = 0;   ///< pressed, and not by the second press of a double click
-    // By key events alone: the press of a button does not bring them up to date.
+    Long clickButtons = 0;   ///< whose release makes a click: all but a double click's second one
+    // As the last key event told. The press of a button does not bring them up to date.
     bool shiftDown = false;
     bool ctrlDown = false;
     Long shiftAnchor = 0;  ///< the row where an extension by Shift started
@@ -35,7 +35,7 @@ struct ListMouse {
     Long bandEnd = 0;
     Long lastHover = -1;         ///< the row that the band last reached
     bool dragArmed = false;      ///< the present press draws no band
-    bool dragStored = false;     ///< what a press on a row copies into dragArmed
+    bool dragStored = false;     ///< what dragArmed becomes when a row is pressed
     bool edgeScrolling = false;  ///< the band scrolls, as the pointer has left the list
     // The thumb.
     bool thumbDragging = false;

@@ -1,5 +1,5 @@
-// Which rows of a list are on show: the first and the last of them, by the number of rows and of
-// those that fit. What asks for it decides what repaints.
+// Which rows of a list are on show: the first and the last of them. They follow from how many rows
+// there are and how many fit. Nothing here repaints; who asks for a change does that.
 #pragma once
 
 #include "platform/base/types.h"
@@ -18,7 +18,8 @@ struct ListRange {
     /// What a repaint shows: all rows if they fit, the last ones if the very last is on show, else
     /// as many as fit from `first` on.
     void Settle(Long listCount, Long visibleRows, bool fits);
-    /// A row at the top, or the last rows if that leaves room below. Rows must not fit.
+    /// Brings a row to the top; the last rows instead, if fewer follow than fit. Only for a list of
+    /// which not all rows fit.
     void StartAt(Long row, Long listCount, Long visibleRows);
     /// Moves just so far that a row is on show; False if it was.
     bool Reach(Long row, Long listCount, Long visibleRows);

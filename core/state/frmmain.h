@@ -19,9 +19,9 @@
 
 namespace sarnel {
 
-/// Controls of one kind that are told apart by an index; the lowest need not be 0. Some of them are
-/// in the window's static layout; the others are hidden, and nothing but a place to hang handlers
-/// on, until they are loaded.
+/// Controls of one kind that are told apart by an index; the lowest need not be 0. Those in the
+/// window's static layout are there at once. The others are hidden until they are loaded; handlers
+/// can be attached to them before.
 template <class T>
 class ControlArray {
   public:

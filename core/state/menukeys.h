@@ -3,7 +3,7 @@
 
 namespace sarnel::menukeys {
 
-// Headers: what is found by them is the submenu that they head.
+// Headers. By the key of one the submenu is found at whose top it stands.
 inline constexpr const char16_t* kPlaylistHeader = u"kMMH";
 inline constexpr const char16_t* kAddHeader = u"kAHe";
 inline constexpr const char16_t* kRemoveHeader = u"kRHe";

@@ -33,8 +33,8 @@ inline constexpr Mode kPlayAtStartup{menukeys::kPlayAtStartup, settings::kPlayAt
                                      &Program::PlayAtStartup};
 
 /// In the order in which a start reads those that have a state.
-inline constexpr std::array<Mode, 7> kAll{kTopMost,    kHideInSystray, kRandom,       kRepeatItem,
-                                          kRepeatList, kManualAdvance, kPlayAtStartup};
+inline constexpr auto kAll = std::to_array<Mode>(
+    {kTopMost, kHideInSystray, kRandom, kRepeatItem, kRepeatList, kManualAdvance, kPlayAtStartup});
 
 }  // namespace modes
 

@@ -1,6 +1,7 @@
-// The panels that can lie over the playlist, one row each: the place in picFrame, the toggle that
-// shows whether the panel is open, and the menu item whose mark says so and whose command opens and
-// closes it. What a panel is filled with before it opens stands in menus/commands.cpp.
+// The panels that can lie over the playlist, one row each: the panel's number in picFrame, the
+// toggle that is latched while it is open, and the menu item that is marked while it is open;
+// choosing that item opens and closes the panel. What a panel is filled with before it opens stands
+// in menus/commands.cpp.
 #pragma once
 
 #include <array>

@@ -218,6 +218,16 @@ void Menus::ObserveOpening(std::function<void(Handle menu)> observer) {
     onOpening_ = std::move(observer);
 }
 
+void Menus::ObserveSubmenus(std::function<void(Handle menu, std::size_t level)> observer) {
+    onSubmenu_ = std::move(observer);
+}
+
+void Menus::SubmenuOpened(Handle menu, std::size_t level) const {
+    if (const auto observer = onSubmenu_) {
+        observer(menu, level);
+    }
+}
+
 void Menus::Measure(Handle menu, Handle owner) {
     // By position, and looked up afresh each time: the owner may change the menu meanwhile.
     for (std::size_t i = 0; Items(menu) != nullptr && i < Items(menu)->size(); ++i) {

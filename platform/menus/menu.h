@@ -3,6 +3,7 @@
 // the owner window, through WM_MEASUREITEM and WM_DRAWITEM.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <memory>
@@ -136,6 +137,10 @@ class Menus {
     /// Told of each popup that a TrackPopupMenu opens, once it is on the screen. One observer; an
     /// empty function ends it.
     void ObserveOpening(std::function<void(Handle menu)> observer);
+    /// Likewise told of each submenu that opens below that popup: `level` is 1 where a row of the
+    /// popup itself opens it, 2 where a row of such a submenu does, and so on. What was open at
+    /// that level, and below it, has closed before.
+    void ObserveSubmenus(std::function<void(Handle menu, std::size_t level)> observer);
 
     /// The record that lParam of WM_MEASUREITEM or WM_DRAWITEM names, while that message is
     /// handled; else null.
@@ -161,6 +166,8 @@ class Menus {
     void Measure(Handle menu, Handle owner);
     /// Has the owner draw an item.
     void Draw(Handle owner, DrawItemRecord record);
+    /// Tells the observer.
+    void SubmenuOpened(Handle menu, std::size_t level) const;
 
   private:
     struct Place {
@@ -180,6 +187,7 @@ class Menus {
     Long lastRecord_ = 0;
     MenuTracking* tracking_ = nullptr;  ///< the loop that is running
     std::function<void(Handle menu)> onOpening_;
+    std::function<void(Handle menu, std::size_t level)> onSubmenu_;
 };
 
 }  // namespace platform

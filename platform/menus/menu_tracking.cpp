@@ -202,6 +202,7 @@ void MenuTracking::OpenSubmenu(std::size_t level, std::size_t row) {
     popup->Show(PlaceSubmenu(popup->WantedSize(), parent.RowOnScreen(row), parent.Place(), area));
     levels_[level].openRow = row;
     levels_.push_back({std::move(popup), std::nullopt});
+    menus_.SubmenuOpened(submenu, level + 1);
 }
 
 void MenuTracking::CloseBelow(std::size_t level) {

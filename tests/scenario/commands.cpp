@@ -3,17 +3,11 @@
 #include <algorithm>
 
 #include "platform/base/text.h"
+#include "tests/scenario/nearest.h"
 
 namespace scenario {
 
 namespace {
-
-const std::vector<const CommandTable*>& AllCommands() {
-    static const std::vector<const CommandTable*> tables{
-        &RunCommands(),  &AskCommands(),   &InputCommands(), &PointerCommands(), &ScreenCommands(),
-        &FileCommands(), &PopupCommands(), &WorldCommands(), &ShellCommands()};
-    return tables;
-}
 
 // A window that is unloaded inside the command must not die under it.
 Command Guarded(Command command) {
@@ -24,6 +18,13 @@ Command Guarded(Command command) {
 }
 
 }  // namespace
+
+const std::vector<const CommandTable*>& AllCommands() {
+    static const std::vector<const CommandTable*> tables{
+        &RunCommands(),  &AskCommands(),   &InputCommands(), &PointerCommands(), &ScreenCommands(),
+        &FileCommands(), &PopupCommands(), &WorldCommands(), &ShellCommands()};
+    return tables;
+}
 
 const Word& CommandLine::Next() {
     if (AtEnd()) {
@@ -131,9 +132,9 @@ Command CommandLine::Inner() {
     }
     CommandLine rest({words_.begin() + static_cast<std::ptrdiff_t>(at_), words_.end()}, inner);
     at_ = words_.size();
-    return [number = scope_.line, command = ParseWith(AllCommands(), rest)](World& world) {
-        world.Run(number, command);
-    };
+    const ParsedCommand command = ParseWith(AllCommands(), rest);
+    scope_.inside = std::max({scope_.inside, inner.inside, command.prints});
+    return [number = scope_.line, run = command.run](World& world) { world.Run(number, run); };
 }
 
 void CheckCarried(const Operand& value) {
@@ -143,7 +144,26 @@ void CheckCarried(const Operand& value) {
     }
 }
 
-Command ParseWith(const std::vector<const CommandTable*>& tables, CommandLine& line) {
+namespace {
+
+[[noreturn]] void UnknownCommand(const std::string& word,
+                                 const std::vector<const CommandTable*>& tables) {
+    if (word.starts_with('=')) {
+        throw Mistake("unknown command: " + word +
+                      "; a check begins with = and a blank, at the very start of its line");
+    }
+    std::vector<std::string_view> known;
+    for (const CommandTable* table : tables) {
+        for (const CommandName& name : *table) {
+            known.push_back(name.word);
+        }
+    }
+    throw Mistake("unknown command: " + word + DidYouMean(word, known));
+}
+
+}  // namespace
+
+ParsedCommand ParseWith(const std::vector<const CommandTable*>& tables, CommandLine& line) {
     const Word& word = line.Next();
     for (const CommandTable* table : tables) {
         const auto found = std::find_if(table->begin(), table->end(), [&](const CommandName& name) {
@@ -159,12 +179,12 @@ Command ParseWith(const std::vector<const CommandTable*>& tables, CommandLine& l
         if (!line.AtEnd()) {
             throw Mistake("wrong number of arguments: " + line.Next().raw + " is too many");
         }
-        return found->mayNest ? Guarded(std::move(command)) : command;
+        return {found->mayNest ? Guarded(std::move(command)) : command, found->prints};
     }
-    throw Mistake("unknown command: " + word.raw);
+    UnknownCommand(word.raw, tables);
 }
 
-Command ParseCommand(std::string_view line, Scope& scope) {
+ParsedCommand ParseCommand(std::string_view line, Scope& scope) {
     CommandLine words(SplitWords(line), scope);
     return ParseWith(AllCommands(), words);
 }

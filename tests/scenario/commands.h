@@ -59,12 +59,19 @@ class CommandLine {
     Scope& scope_;
 };
 
+/// A command that has been read, and what it can print.
+struct ParsedCommand {
+    Command run;
+    Prints prints = Prints::kNothing;
+};
+
 struct CommandName {
     std::string_view word;
     Command (*parse)(CommandLine& line);
     /// Whether it may stand in `at` and `host on`. Not so for what would end the component, or the
     /// instance, inside a call of its own.
     bool mayNest = true;
+    Prints prints = Prints::kNothing;
 };
 
 using CommandTable = std::vector<CommandName>;
@@ -83,9 +90,12 @@ const CommandTable& ShellCommands();
 void CheckCarried(const Operand& value);
 
 /// A line that is no check. Raises Mistake; `scope` follows what the line makes.
-Command ParseCommand(std::string_view line, Scope& scope);
+ParsedCommand ParseCommand(std::string_view line, Scope& scope);
 
 /// Parses the words of a command with the command that `tables` has for it.
-Command ParseWith(const std::vector<const CommandTable*>& tables, CommandLine& line);
+ParsedCommand ParseWith(const std::vector<const CommandTable*>& tables, CommandLine& line);
+
+/// The tables in which the first word of a line is looked for.
+const std::vector<const CommandTable*>& AllCommands();
 
 }  // namespace scenario

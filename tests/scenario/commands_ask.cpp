@@ -3,6 +3,7 @@
 #include "core/base/impulsevalue.h"
 #include "platform/base/text.h"
 #include "tests/scenario/commands.h"
+#include "tests/scenario/nearest.h"
 
 namespace scenario {
 
@@ -36,6 +37,14 @@ Command Call(CommandLine& line) {
     };
 }
 
+[[noreturn]] void UnknownProperty(const std::string& key) {
+    std::vector<std::string_view> known;
+    for (const StoredProperty& property : StoredProperties()) {
+        known.push_back(property.key);
+    }
+    throw Mistake("unknown property of a list: " + key + DidYouMean(key, known));
+}
+
 // A list as it comes out of a window's static layout: keys and values of what is stored there.
 Command NewStoredList(CommandLine& line) {
     std::vector<std::pair<const StoredProperty*, Operand>> values;
@@ -43,7 +52,7 @@ Command NewStoredList(CommandLine& line) {
         const std::u16string key = line.Text();
         const StoredProperty* property = FindStoredProperty(key);
         if (property == nullptr) {
-            throw Mistake("unknown property of a list: " + platform::Narrow(key));
+            UnknownProperty(platform::Narrow(key));
         }
         const Operand value = line.Value();
         if (!Accepts(property->kind, value.ResultKind())) {
@@ -66,7 +75,11 @@ Command New(CommandLine& line) {
     const std::string name = line.Next().raw;
     const Class* type = ClassForNew(name);
     if (type == nullptr) {
-        throw Mistake("unknown class: " + name);
+        std::vector<std::string_view> known;
+        for (const Class* one : ClassesForNew()) {
+            known.push_back(one->name);
+        }
+        throw Mistake("unknown class: " + name + DidYouMean(name, known));
     }
     line.GetScope().it = type;
     if (type == &ListClass() && !line.AtEnd()) {
@@ -127,9 +140,15 @@ Command Raised(CommandLine& /*line*/) {
 
 const CommandTable& AskCommands() {
     static const CommandTable table{
-        {"?", Ask},          {"set", Set},       {"call", Call},
-        {"new", New, false}, {"focus", Focus},   {"timers", Timers},
-        {"events", Events},  {"raised", Raised}, {"rows", Rows},
+        {"?", Ask, true, Prints::kValue},
+        {"set", Set},
+        {"call", Call, true, Prints::kValue},
+        {"new", New, false},
+        {"focus", Focus, true, Prints::kLines},
+        {"timers", Timers, true, Prints::kLines},
+        {"events", Events},
+        {"raised", Raised, true, Prints::kLines},
+        {"rows", Rows},
     };
     return table;
 }

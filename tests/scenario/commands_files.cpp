@@ -86,8 +86,12 @@ Command Ini(CommandLine& line) {
 
 const CommandTable& FileCommands() {
     static const CommandTable table{
-        {"write", Write},   {"mkdir", Mkdir}, {"delete", Delete},
-        {"exists", Exists}, {"bytes", Bytes}, {"ini", Ini},
+        {"write", Write},
+        {"mkdir", Mkdir},
+        {"delete", Delete},
+        {"exists", Exists, true, Prints::kValue},
+        {"bytes", Bytes, true, Prints::kValue},
+        {"ini", Ini, true, Prints::kValue},
     };
     return table;
 }

@@ -102,9 +102,15 @@ Command SendWindowMessage(CommandLine& line) {
 
 const CommandTable& InputCommands() {
     static const CommandTable table{
-        {"key", Key},           {"keydown", KeyDown}, {"keyup", KeyUp},
-        {"type", Type},         {"drop", Drop},       {"copydata", CopyData},
-        {"minimise", Minimise}, {"restore", Restore}, {"message", SendWindowMessage},
+        {"key", Key},
+        {"keydown", KeyDown},
+        {"keyup", KeyUp},
+        {"type", Type},
+        {"drop", Drop},
+        {"copydata", CopyData},
+        {"minimise", Minimise},
+        {"restore", Restore},
+        {"message", SendWindowMessage, true, Prints::kValue},
     };
     return table;
 }

@@ -17,8 +17,11 @@ Command Popup(CommandLine& line) {
     }
     if (line.SkipWord("last")) {
         return [](World& world) {
-            for (const std::string& row : world.PopupMenus().LastRows()) {
-                world.Print(row);
+            const std::vector<Lines>& levels = world.PopupMenus().LastLevels();
+            for (const Lines& level : levels) {
+                for (const std::string& row : level) {
+                    &level == &levels.front() ? world.Print(row) : world.PrintFurther(row);
+                }
             }
         };
     }
@@ -39,7 +42,7 @@ Command Popup(CommandLine& line) {
 }  // namespace
 
 const CommandTable& PopupCommands() {
-    static const CommandTable table{{"popup", Popup}};
+    static const CommandTable table{{"popup", Popup, true, Prints::kLines}};
     return table;
 }
 

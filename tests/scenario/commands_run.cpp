@@ -82,7 +82,7 @@ Command Pump(CommandLine& /*line*/) {
 }
 
 Command Host(CommandLine& line) {
-    return ParseWith({&HostCommands()}, line);
+    return ParseWith({&HostCommands()}, line).run;
 }
 
 Command Log(CommandLine& line) {
@@ -114,12 +114,12 @@ const CommandTable& RunCommands() {
         {"restart", Restart, false},
         {"show", Show},
         {"quit", Quit},
-        {"impulse", Impulse},
+        {"impulse", Impulse, true, Prints::kValues},
         {"advance", Advance},
         {"at", At},
         {"pump", Pump},
         {"host", Host},
-        {"log", Log},
+        {"log", Log, true, Prints::kValues},
         {"forget", Forget},
     };
     return table;

@@ -110,9 +110,13 @@ Command Clipboard(CommandLine& /*line*/) {
 
 const CommandTable& ScreenCommands() {
     static const CommandTable table{
-        {"pixel", PixelOf},         {"style", Style},           {"topmost", TopMost},
-        {"systemmenu", SystemMenu}, {"screenshot", Screenshot}, {"clipboard", Clipboard},
-        {"opened", Opened},
+        {"pixel", PixelOf, true, Prints::kValue},
+        {"style", Style, true, Prints::kLines},
+        {"topmost", TopMost, true, Prints::kValue},
+        {"systemmenu", SystemMenu, true, Prints::kLines},
+        {"screenshot", Screenshot},
+        {"clipboard", Clipboard, true, Prints::kValue},
+        {"opened", Opened, true, Prints::kLines},
     };
     return table;
 }

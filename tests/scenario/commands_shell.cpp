@@ -84,8 +84,8 @@ const CommandTable& ShellCommands() {
     static const CommandTable table{
         {"hotkey", PressHotKey},
         {"hotkeys", HotKeys},
-        {"tray", Tray},
-        {"registry", Registry},
+        {"tray", Tray, true, Prints::kValue},
+        {"registry", Registry, true, Prints::kLines},
     };
     return table;
 }

@@ -54,7 +54,7 @@ Command SkinBitmap(CommandLine& line) {
 
 Command Skin(CommandLine& line) {
     static const CommandTable table{{"row", SkinRow}, {"bitmap", SkinBitmap}};
-    return ParseWith({&table}, line);
+    return ParseWith({&table}, line).run;
 }
 
 Command Writes(CommandLine& line) {
@@ -99,8 +99,13 @@ Command Pages(CommandLine& /*line*/) {
 
 const CommandTable& WorldCommands() {
     static const CommandTable table{
-        {"workarea", WorkArea}, {"skin", Skin}, {"writes", Writes}, {"drive", Drive},
-        {"online", Online},     {"page", Page}, {"pages", Pages},
+        {"workarea", WorkArea},
+        {"skin", Skin},
+        {"writes", Writes},
+        {"drive", Drive},
+        {"online", Online},
+        {"page", Page},
+        {"pages", Pages, true, Prints::kLines},
     };
     return table;
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tests/scenario/names.h"
+#include "tests/scenario/prints.h"
 #include "tests/scenario/value.h"
 #include "tests/scenario/words.h"
 
@@ -26,6 +27,8 @@ struct Scope {
     int line = 0;               ///< its number in the file
     const Class* it = nullptr;  ///< class of the instance that `new` made last
     int depth = 0;              ///< above 0: inside so many `at` and `host on`
+    /// What the commands inside others print, so that from here on any may print that as well.
+    Prints inside = Prints::kNothing;
 
     /// A text with $D replaced.
     std::u16string Resolve(std::u16string_view text) const {

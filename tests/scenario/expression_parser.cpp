@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "tests/scenario/expression.h"
+#include "tests/scenario/nearest.h"
 
 namespace scenario {
 
@@ -19,8 +20,39 @@ struct Part {
     throw Mistake("not understood: " + std::string(raw));
 }
 
-[[noreturn]] void Unknown(const std::string& what, const std::string& name) {
-    throw Mistake("unknown " + what + ": " + name);
+[[noreturn]] void Unknown(const std::string& what, const std::string& name,
+                          const std::vector<std::string_view>& known) {
+    throw Mistake("unknown " + what + ": " + name + DidYouMean(name, known));
+}
+
+void AddNames(std::vector<std::string_view>& names, const std::vector<Entry>& entries) {
+    for (const Entry& entry : entries) {
+        names.push_back(entry.name);
+    }
+}
+
+std::vector<std::string_view> NamesOfObjects() {
+    std::vector<std::string_view> names;
+    for (const ObjectName& object : ObjectNames()) {
+        names.push_back(object.name);
+    }
+    return names;
+}
+
+std::vector<std::string_view> NamesOfMembers(const Class& type) {
+    std::vector<std::string_view> names;
+    for (const Class* at = &type; at != nullptr; at = at->base) {
+        AddNames(names, at->members);
+    }
+    return names;
+}
+
+// What may stand alone.
+std::vector<std::string_view> NamesOfProgram() {
+    std::vector<std::string_view> names = NamesOfObjects();
+    AddNames(names, ProgramNames());
+    AddNames(names, RoutineNames());
+    return names;
 }
 
 class PartReader {
@@ -139,7 +171,7 @@ ObjectReference ObjectOf(const Part& part, const Scope& scope) {
     const ObjectName* name = FindObject(part.name);
     const Class* type = name != nullptr ? name->type : scope.it;
     if (name == nullptr && part.name != "it") {
-        Unknown("object", part.name);
+        Unknown("object", part.name, NamesOfObjects());
     }
     if (type == nullptr) {
         throw Mistake("no new instance before this line: it");
@@ -194,7 +226,10 @@ const Entry& EntryOf(const std::vector<Part>& parts, const std::optional<ObjectR
     const std::string& name = parts.back().name;
     const Entry* entry = object ? FindMember(*object->type, name) : FindProgramName(name);
     if (entry == nullptr) {
-        Unknown(object ? "member of " + parts.front().name : "name", name);
+        if (object) {
+            Unknown("member of " + parts.front().name, name, NamesOfMembers(*object->type));
+        }
+        Unknown("name", name, NamesOfProgram());
     }
     return *entry;
 }

@@ -35,7 +35,7 @@ class Isolation : public RunnerTest {
     // What RunWith prints: of the odd file what it said, and this behind its line.
     std::string Printed(const std::string& failure, const std::string& tally) const {
         return "said\n" + (failure.empty() ? "" : Folder() + "/odd.scn:7: " + failure + '\n') +
-               Folder() + "/b.scn:2: expected 1, got none\n" + tally;
+               Folder() + "/b.scn:2: expected 1, got none\n    line 1: ini A\n" + tally;
     }
 };
 

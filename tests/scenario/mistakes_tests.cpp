@@ -10,18 +10,25 @@ namespace {
 class Mistakes : public RunnerTest {};
 
 TEST_F(Mistakes, UnknownWords) {
-    Refused("strat\n", "1: unknown command: strat");
-    Refused("\"start\"\n", "1: unknown command: start");
-    Refused("Start\n", "1: unknown command: Start");
-    Refused("=nothing\n", "1: unknown command: =nothing");
+    Refused("strat\n", "1: unknown command: strat; did you mean start?");
+    Refused("\"start\"\n", "1: unknown command: start; did you mean start?");
+    Refused("Start\n", "1: unknown command: Start; did you mean start?");
     Refused("host sing\n", "1: unknown command: sing");
-    Refused("? lstPlaylst.ListCount\n", "1: unknown object: lstPlaylst");
-    Refused("? lstPlaylist.ListCont\n", "1: unknown member of lstPlaylist: ListCont");
+    Refused("host tittle\n", "1: unknown command: tittle; did you mean title?");
+    Refused("skin rows 1 none\n", "1: unknown command: rows; did you mean row?");
+    Refused("? lstPlaylst.ListCount\n", "1: unknown object: lstPlaylst; did you mean lstPlaylist?");
+    Refused("? lstPlaylst\n", "1: unknown name: lstPlaylst; did you mean lstPlaylist?");
+    Refused("? lstPlaylist.ListCont\n",
+            "1: unknown member of lstPlaylist: ListCont; did you mean ListCount?");
+    Refused("? lstPlaylist.Wdith\n",
+            "1: unknown member of lstPlaylist: Wdith; did you mean Width?");
     Refused("? listcount\n", "1: unknown name: listcount");
-    Refused("call NextIten\n", "1: unknown name: NextIten");
-    Refused("set Randum True\n", "1: unknown name: Randum");
-    Refused("new JLst\n", "1: unknown class: JLst");
-    Refused("events hMenus\n", "1: unknown object: hMenus");
+    Refused("call NextIten\n", "1: unknown name: NextIten; did you mean NextItem?");
+    Refused("set Randum True\n", "1: unknown name: Randum; did you mean Random?");
+    Refused("new JLst\n", "1: unknown class: JLst; did you mean JList?");
+    Refused("new JList \"BckColor\" 1\n",
+            "1: unknown property of a list: BckColor; did you mean BackColor?");
+    Refused("events hMenus\n", "1: unknown object: hMenus; did you mean hMenu?");
     Refused("keydown 13 strg\n", "1: no modifier of a key: strg");
 }
 
@@ -120,8 +127,52 @@ TEST_F(Mistakes, ChecksOutOfPlace) {
     Refused("= 1\nlog\n", "1: a check without a command");
     Refused("log\n= nothing\n= 1\n", "3: nothing and something are expected together");
     Refused("log\n= 1\n= nothing\n", "3: nothing and something are expected together");
-    Refused("log\n=\n", "2: unknown command: =");
-    Refused("log\n = nothing\n", "2: unknown command: =");
+}
+
+TEST_F(Mistakes, ChecksThatDoNotBeginAsOne) {
+    const std::string hint = "; a check begins with = and a blank, at the very start of its line";
+    Refused("=nothing\n", "1: unknown command: =nothing" + hint);
+    Refused("log\n=\n", "2: unknown command: =" + hint);
+    Refused("log\n = nothing\n", "2: unknown command: =" + hint);
+}
+
+TEST_F(Mistakes, ChecksThatNoValueCouldMeet) {
+    const std::string quotes = "; a text stands in double quotes";
+    Refused("? InfoText\n= Song\n", "2: no value is printed so: Song" + quotes);
+    Refused("? InfoText\n= Two words\n", "2: no value is printed so: Two words" + quotes);
+    Refused("? InfoText\n= \"Two\" words\n", "2: no value is printed so: \"Two\" words" + quotes);
+    Refused("? Random\n= true\n", "2: no value is printed so: true; did you mean True?");
+    Refused("ini A\n= \n", "2: no value is printed so: an empty line");
+    Refused("ini A\n= \"open\n", "2: quote is not closed");
+    Refused("bytes \"$D/a\"\n= \"\\q\"\n", "2: bad escape: \\q");
+    Refused("? ScrollRect\n= 1,2,3\n", "2: no value is printed so: 1,2,3" + quotes);
+    Refused("? ScrollRect\n= 1,2,3,\n", "2: no value is printed so: 1,2,3," + quotes);
+    Refused("log\n= 13 /m/a.mp3 \"a\" 0\n", "2: no value is printed so: /m/a.mp3" + quotes);
+    Refused("impulse 15 16 0 0\n= 2 HWDN 0\n",
+            "2: no value is printed so: HWDN; did you mean HWND?");
+    Refused("call lstPlaylist.RemoveItem 1\n= error 0x00000009 \"\\q\"\n", "2: bad escape: \\q");
+}
+
+// These hold or fail, but can be.
+TEST_F(Mistakes, ChecksThatAValueCouldMeet) {
+    for (const char* line : {"5", "-1", "0.5", "1e+16", "1,-2,3,4", "True", "null", "object",
+                             "none", "\"\"", "\"\\x41\"", "error 0x00000009 \"text\""}) {
+        EXPECT_EQ(Run("? PlayedCount\n= " + std::string(line) + "\n").status, 1) << line;
+    }
+}
+
+// What is printed bare is not looked at: below the command that does so, or wherever one may run.
+TEST_F(Mistakes, ChecksOfBareLinesMayBeAnything) {
+    const std::string line = "= \"half a quote/x/y/\n";
+    for (const std::string command : {"popup last", "opened", "pages", "raised", "registry",
+                                      "focus", "timers", "style frmMAIN", "systemmenu"}) {
+        EXPECT_EQ(Run("start\n" + command + "\n" + line).status, 1) << command;
+    }
+    EXPECT_EQ(Run("at 5 popup last\n? Random\n" + line).status, 1);
+    EXPECT_EQ(Run("at 5 at 5 popup last\n? Random\n" + line).status, 1);
+    EXPECT_EQ(Run("host on 3 opened\n? Random\n" + line).status, 1);
+    EXPECT_EQ(Run("at 5 log\nadvance 5\n? Random\n= 29 80 0 0\n").status, 1);
+    EXPECT_EQ(Run("at 5 ? Random\nadvance 5\n= False\n? Random\n" + line).status, 2);
 }
 
 TEST_F(Mistakes, InnerCommandsAreReadToo) {

@@ -40,7 +40,8 @@ const Class& ListClass();
 const Class& PopupMenuClass();
 const Class& HotKeysClass();
 
-/// The class, or null, of an instance that `new` can make.
+/// The classes of which `new` can make an instance, and the one with that name; null if none.
+const std::vector<const Class*>& ClassesForNew();
 const Class* ClassForNew(std::string_view name);
 
 /// A property that is stored with a list.
@@ -49,6 +50,7 @@ struct StoredProperty {
     Kind kind;
     void (*set)(sarnel::JListStored& stored, const Value& value);
 };
+const std::vector<StoredProperty>& StoredProperties();
 /// The property with this key, ignoring case; null if there is none.
 const StoredProperty* FindStoredProperty(std::u16string_view key);
 

@@ -1,6 +1,5 @@
 // The objects of the main window by name, and the look-up in all the tables.
 #include <algorithm>
-#include <array>
 
 #include "core/state/frmmain.h"
 #include "core/state/frmtip.h"
@@ -96,9 +95,15 @@ std::string NameOfWindow(platform::Handle window) {
     return {};
 }
 
+const std::vector<const Class*>& ClassesForNew() {
+    static const std::vector<const Class*> classes{&ListClass(),      &SliderClass(),
+                                                   &ButtonClass(),    &ToggleClass(),
+                                                   &PopupMenuClass(), &HotKeysClass()};
+    return classes;
+}
+
 const Class* ClassForNew(std::string_view name) {
-    const std::array<const Class*, 6> classes{&ListClass(),   &SliderClass(),    &ButtonClass(),
-                                              &ToggleClass(), &PopupMenuClass(), &HotKeysClass()};
+    const std::vector<const Class*>& classes = ClassesForNew();
     const auto found = std::find_if(classes.begin(), classes.end(),
                                     [name](const Class* type) { return type->name == name; });
     return found == classes.end() ? nullptr : *found;

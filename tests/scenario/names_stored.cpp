@@ -38,7 +38,7 @@ void SetListFont(JListStored& stored, const Value& value) {
 
 }  // namespace
 
-const StoredProperty* FindStoredProperty(std::u16string_view key) {
+const std::vector<StoredProperty>& StoredProperties() {
     static const std::vector<StoredProperty> properties{
         {"ListFont", Kind::kText, SetListFont},
         Stored<&JListStored::backColor>("BackColor"),
@@ -65,6 +65,11 @@ const StoredProperty* FindStoredProperty(std::u16string_view key) {
         Colour<&ListColours::thumb2>("ThumbColor2"),
         Stored<&JListStored::topIndex>("TopIndex"),
     };
+    return properties;
+}
+
+const StoredProperty* FindStoredProperty(std::u16string_view key) {
+    const std::vector<StoredProperty>& properties = StoredProperties();
     const auto found =
         std::find_if(properties.begin(), properties.end(), [key](const StoredProperty& property) {
             return platform::EqualIgnoringCase(platform::Widen(property.key), key);

@@ -21,6 +21,40 @@ TEST_F(PopupCommands, LastPrintsTheRowsOfTheLastPopup) {
           8);
 }
 
+// Two submenus: keys go down to the first one and open it (Right), leave it (Left), and open the
+// second one, out of which Enter chooses.
+TEST_F(PopupCommands, LastPrintsEachLevelThatWasOpen) {
+    const std::string menu = kMenu +
+                             "call it.AddItem \"More\" 0 \"\" False True\n"
+                             "call it.AddItem \"Deep\" 7 \"k4\" False True\n";
+    const std::string first =
+        "= Head/x/h/H\n= One/F9/k1/CR\n= Two//k2/D\n= -///S\n= Sub///>\n"
+        "= More///>\n";
+    const std::string toSub = "at 10 key 38\nat 20 key 38\nat 30 key 39\n";
+    Holds(menu + toSub +
+              "at 40 popup last\nat 50 key 27\nat 60 key 27\ncall it.ShowPopup 0 0 0 4 2 True\n" +
+              first + "= In it//k3/\n= 0\npopup last\n" + first + "= In it//k3/\n",
+          15);
+    Holds(menu + toSub +
+              "at 40 key 37\nat 50 key 40\nat 60 key 39\nat 70 key 13\n"
+              "call it.ShowPopup 0 0 0 4 2 True\n= 8\npopup last\n" +
+              first + "= Deep//k4/\npopup cancel\ncall it.ShowPopup 0 0 0 4 2 True\npopup last\n" +
+              first,
+          14);
+}
+
+// Who asks for the first level alone need not name the others.
+TEST_F(PopupCommands, FurtherLevelsNeedNotBeNamed) {
+    const std::string first = "= Head/x/h/H\n= One/F9/k1/CR\n= Two//k2/D\n= -///S\n= Sub///>\n";
+    const std::string open = kMenu + "at 10 key 38\nat 20 key 39\n";
+    Holds(open + "call it.ShowPopup 0 0 0 4 2 True\n= 0\npopup last\n" + first, 6);
+    Holds(open + "at 30 popup last\ncall it.ShowPopup 0 0 0 4 2 True\n" + first + "= 0\n", 6);
+    const Outcome outcome =
+        Run(open + "call it.ShowPopup 0 0 0 4 2 True\npopup last\n" + first + "= Not in it//k3/\n");
+    EXPECT_EQ(outcome.out.substr(0, outcome.out.find('\n')),
+              "f:21: expected Not in it//k3/, got In it//k3/");
+}
+
 TEST_F(PopupCommands, ChooseTakesAKeyOrACaptionAndReachesIntoSubmenus) {
     Holds(kMenu +
               "popup choose \"k1\"\ncall it.ShowPopup 0 0 0 4 2 True\n= 2\n"
@@ -41,8 +75,13 @@ TEST_F(PopupCommands, TheLaterOfTwoAnswersCountsAndOnlyOnce) {
 TEST_F(PopupCommands, AnItemThatIsNotThereIsAWrongLine) {
     const Outcome outcome =
         Run(kMenu + "popup choose \"k4\"\ncall it.ShowPopup 0 0 0 4 2 True\n= 0\n");
-    EXPECT_EQ(outcome.out, "f:12: not in the popup: k4\n0 passed, 0 failed\n");
+    EXPECT_EQ(outcome.out,
+              "f:12: not in the popup: k4; there are k1 (One), k2 (Two), Sub, k3 (In it)\n"
+              "0 passed, 0 failed\n");
     EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(Run(kMenu + "popup choose \"in ti\"\ncall it.ShowPopup 0 0 6 4 2 True\n").out,
+              "f:12: not in the popup: in ti; did you mean In it?; there are k3 (In it)\n"
+              "0 passed, 0 failed\n");
     // It stands in another menu than the one that opens.
     EXPECT_EQ(Run(kMenu + "popup choose k1\ncall it.ShowPopup 0 0 6 4 2 True\n").status, 2);
 }

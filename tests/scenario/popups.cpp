@@ -4,6 +4,7 @@
 
 #include "core/state/program.h"
 #include "platform/base/text.h"
+#include "tests/scenario/nearest.h"
 #include "tests/scenario/words.h"
 #include "tests/scenario/world.h"
 
@@ -35,6 +36,15 @@ std::string RowOf(const JPopupMenu& menu, Long index) {
            Narrow(menu.ItemKey(index)) + '/' + FlagsOf(menu, index);
 }
 
+bool Shows(const JPopupMenu& menu, platform::Handle shown) {
+    for (Long i = 1; i <= menu.Count(); ++i) {
+        if (menu.hMenu(i) == shown) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // Whether the item stands in the popup, or in one that can be opened from it.
 bool IsReached(const JPopupMenu& menu, Long index, platform::Handle shown) {
     for (; index > 0; index = menu.ItemParentIndex(index)) {
@@ -58,24 +68,53 @@ Long FindRow(const JPopupMenu& menu, platform::Handle shown, const std::u16strin
     return 0;
 }
 
+// Tells what could have been chosen instead: each item by its key, or if it has none by its
+// caption, those in submenus as well.
+[[noreturn]] void NotInPopup(const JPopupMenu& menu, platform::Handle shown,
+                             const std::string& text) {
+    std::vector<std::string> names;
+    std::string all;
+    for (Long i = 1; i <= menu.Count(); ++i) {
+        const std::string flags = FlagsOf(menu, i);
+        if (flags == "S" || flags == "H" || !IsReached(menu, i, shown)) {
+            continue;
+        }
+        const std::string key = Narrow(menu.ItemKey(i));
+        const std::string caption = Narrow(menu.Caption(i));
+        names.push_back(key.empty() ? caption : key);
+        names.push_back(caption);
+        all += (all.empty() ? "" : ", ") + (key.empty() ? caption : key + " (" + caption + ')');
+    }
+    throw Mistake("not in the popup: " + text + DidYouMean(text, {names.begin(), names.end()}) +
+                  "; there are " + (all.empty() ? "none" : all));
+}
+
 }  // namespace
 
 Popups::Popups(World& world) : world_(world) {
-    world.Windows().PopupMenus().ObserveOpening([this](platform::Handle menu) { Opened(menu); });
+    platform::Menus& menus = world.Windows().PopupMenus();
+    menus.ObserveOpening([this](platform::Handle menu) { Opened(menu); });
+    menus.ObserveSubmenus(
+        [this](platform::Handle menu, std::size_t level) { ReadLevel(menu, level); });
+}
+
+void Popups::ReadLevel(platform::Handle menu, std::size_t level) {
+    levels_.resize(level);
+    Lines& rows = levels_.emplace_back();
+    for (const JPopupMenu* instance : world_.Component().State().Popups->Instances()) {
+        for (Long i = 1; i <= instance->Count(); ++i) {
+            if (instance->hMenu(i) == menu) {
+                rows.push_back(RowOf(*instance, i));
+            }
+        }
+    }
 }
 
 void Popups::Opened(platform::Handle menu) {
-    rows_.clear();
+    ReadLevel(menu, 0);
     const auto answer = std::exchange(answer_, std::nullopt);
     for (const JPopupMenu* instance : world_.Component().State().Popups->Instances()) {
-        bool isIts = false;
-        for (Long i = 1; i <= instance->Count(); ++i) {
-            if (instance->hMenu(i) == menu) {
-                rows_.push_back(RowOf(*instance, i));
-                isIts = true;
-            }
-        }
-        if (isIts && answer) {
+        if (answer && Shows(*instance, menu)) {
             Choose(*instance, menu, *answer);
         }
     }
@@ -90,9 +129,8 @@ void Popups::Choose(const JPopupMenu& menu, platform::Handle shown, const Answer
     }
     const Long index = FindRow(menu, shown, *answer.keyOrCaption);
     if (index == 0) {
-        world_.Run(answer.line, [&](World&) {
-            throw Mistake("not in the popup: " + Narrow(*answer.keyOrCaption));
-        });
+        world_.Run(answer.line,
+                   [&](World&) { NotInPopup(menu, shown, Narrow(*answer.keyOrCaption)); });
     }
     const bool canBe = menu.Enabled(index) && !menu.Header(index) && menu.Caption(index) != u"-" &&
                        menu.Submenu(index) == 0;

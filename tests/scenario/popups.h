@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "menus/jpopupmenu.h"
+#include "tests/scenario/output.h"
 
 namespace scenario {
 
@@ -24,16 +25,19 @@ class Popups {
     /// commands that `at` has set, and is cancelled when there are none left.
     void AnswerNext(Answer answer) { answer_ = std::move(answer); }
 
-    /// The rows of the last popup, `caption/key text/item key/flags`.
-    const std::vector<std::string>& LastRows() const { return rows_; }
+    /// The rows of the last popup, `caption/key text/item key/flags`: of its first level, of the
+    /// submenu that was the last to open from it, and so on. Each row is as it was when its level
+    /// opened.
+    const std::vector<Lines>& LastLevels() const { return levels_; }
 
   private:
     void Opened(platform::Handle menu);
+    void ReadLevel(platform::Handle menu, std::size_t level);
     void Choose(const sarnel::JPopupMenu& menu, platform::Handle shown, const Answer& answer);
 
     World& world_;
     std::optional<Answer> answer_;
-    std::vector<std::string> rows_;
+    std::vector<Lines> levels_;
 };
 
 }  // namespace scenario

@@ -1,10 +1,12 @@
 #include "tests/scenario/script.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <sstream>
 #include <string_view>
 
 #include "platform/base/text.h"
+#include "tests/scenario/checker.h"
 #include "tests/scenario/commands.h"
 #include "tests/scenario/world.h"
 
@@ -12,17 +14,11 @@ namespace scenario {
 
 namespace {
 
-struct Expected {
-    int number;  ///< of the line
-    std::string text;
-};
-
 struct Step {
     int number;
     std::string text;
-    Command command;
-    std::vector<Expected> expected;
-    std::optional<int> expectsNothing;  ///< number of the line `= nothing`
+    ParsedCommand command;
+    Expectation expectation;
 };
 
 struct Steps {
@@ -30,19 +26,23 @@ struct Steps {
     std::vector<World::Trouble> mistakes;  ///< lines that are not of the language, and why
 };
 
-void AddCheck(Steps& script, int number, std::string_view text) {
+void AddCheck(Steps& script, const Scope& scope, std::string_view text) {
     if (script.steps.empty()) {
         throw Mistake("a check without a command");
     }
     Step& step = script.steps.back();
-    if (step.expectsNothing || (text == "nothing" && !step.expected.empty())) {
+    Expectation& expectation = step.expectation;
+    if (expectation.nothing || (text == "nothing" && !expectation.lines.empty())) {
         throw Mistake("nothing and something are expected together");
     }
     if (text == "nothing") {
-        step.expectsNothing = number;
-    } else {
-        step.expected.push_back({number, Canonical(text)});
+        expectation.nothing = scope.line;
+        return;
     }
+    if (step.command.prints != Prints::kNothing) {
+        CheckCanBePrinted(text, std::max(step.command.prints, scope.inside));
+    }
+    expectation.lines.push_back({scope.line, Canonical(text)});
 }
 
 void AddLine(Steps& script, Scope& scope, std::string_view line) {
@@ -52,11 +52,11 @@ void AddLine(Steps& script, Scope& scope, std::string_view line) {
         return;
     }
     if (line.starts_with(kCheck)) {
-        AddCheck(script, scope.line, line.substr(kCheck.size()));
+        AddCheck(script, scope, line.substr(kCheck.size()));
         return;
     }
     // The step stands even if it is wrong, so that its checks are not taken for another's.
-    script.steps.push_back({scope.line, std::string(line), {}, {}, {}});
+    script.steps.push_back({scope.line, std::string(line), {}, {}});
     script.steps.back().command = ParseCommand(line, scope);
 }
 
@@ -78,42 +78,6 @@ Steps ReadSteps(const Script& script) {
     }
     return steps;
 }
-
-// Compares what a command printed with what it must print.
-class Checker {
-  public:
-    Checker(const std::string& file, std::ostream& out, Tally& tally)
-        : file_(file), out_(out), tally_(tally) {}
-
-    void Check(const Step& step, const std::vector<std::string>& printed) {
-        if (step.expectsNothing) {
-            Count(printed.empty(), *step.expectsNothing, "nothing",
-                  printed.empty() ? "" : printed.front());
-            return;
-        }
-        const std::vector<Expected>& expected = step.expected;
-        for (std::size_t i = 0; i < expected.size(); ++i) {
-            const bool held = i < printed.size() && Canonical(printed[i]) == expected[i].text;
-            Count(held, expected[i].number, expected[i].text,
-                  i < printed.size() ? printed[i] : "nothing");
-        }
-        if (!expected.empty() && printed.size() > expected.size()) {
-            Count(false, expected.back().number, "nothing more", printed[expected.size()]);
-        }
-    }
-
-  private:
-    void Count(bool held, int number, std::string_view expected, std::string_view got) {
-        ++(held ? tally_.passed : tally_.failed);
-        if (!held) {
-            out_ << file_ << ':' << number << ": expected " << expected << ", got " << got << '\n';
-        }
-    }
-
-    const std::string& file_;
-    std::ostream& out_;
-    Tally& tally_;
-};
 
 void PrintVerbose(std::ostream& out, const Step& step, const std::vector<std::string>& printed) {
     out << step.number << ": " << step.text << '\n';
@@ -158,15 +122,15 @@ void RunSteps(const std::string& file, const std::vector<Step>& steps, World& wo
     Checker checker(file, out, tally);
     for (const Step& step : steps) {
         progress.line = step.number;
-        world.Run(step.number, step.command);
-        const std::vector<std::string> printed = world.TakeOutput();
+        world.Run(step.number, step.command.run);
+        const Output printed = world.TakeOutput();
         if (verbose) {
-            PrintVerbose(out, step, printed);
+            PrintVerbose(out, step, printed.lines);
         }
         if (!ReportTroubles(file, world, tally, out)) {
             return;
         }
-        checker.Check(step, printed);
+        checker.Check(step.number, step.text, step.expectation, printed);
     }
 }
 

@@ -16,6 +16,7 @@
 #include "platform/windows/window_system.h"
 #include "shell/jhotkeys.h"
 #include "tests/scenario/names.h"
+#include "tests/scenario/output.h"
 #include "tests/scenario/popups.h"
 #include "tests/scenario/screen.h"
 #include "tests/scenario/scripted_host.h"
@@ -83,7 +84,12 @@ class World {
 
     // Printing.
 
-    void Print(std::string line) { output_.push_back(std::move(line)); }
+    void Print(std::string line) {
+        output_.plain.push_back(line);
+        PrintFurther(std::move(line));
+    }
+    /// A line that a check need not name.
+    void PrintFurther(std::string line) { output_.lines.push_back(std::move(line)); }
     /// A value as it is printed, with $D put back.
     std::string Printed(const Value& value) const;
     /// A text without quotes, with $D put back.
@@ -92,7 +98,7 @@ class World {
     /// The same where the main window's handle may stand.
     std::string PrintedHandle(const sarnel::ImpulseValue& value) const;
     /// What has been printed since the last call.
-    std::vector<std::string> TakeOutput() { return std::exchange(output_, {}); }
+    Output TakeOutput() { return std::exchange(output_, {}); }
 
     // Events.
 
@@ -138,7 +144,7 @@ class World {
     platform::Widget holder_;  ///< hidden window around the instance that `new` makes
     const Class* instanceClass_ = nullptr;
     Instance instance_;
-    std::vector<std::string> output_;
+    Output output_;
     std::vector<std::string> raised_;
     std::optional<Trouble> mistake_;
     std::vector<Trouble> failures_;

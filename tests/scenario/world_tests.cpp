@@ -123,7 +123,8 @@ TEST_F(Surroundings, AListIsReadFromStoredProperties) {
         "? it.Width\n= 281\n? it.ShowNumeric\n= True\n? it.SelColor2\n= 14737632\n"
         "new JList\n? it.ListIndex\n= -1\n",
         8);
-    Refused("new JList \"Sort\" True\n", "1: unknown property of a list: Sort");
+    Refused("new JList \"Sort\" True\n",
+            "1: unknown property of a list: Sort; did you mean Sorted?");
     Refused("new JList \"Sorted\"\n", "1: wrong number of arguments: too few");
     Refused("new JList \"Sorted\" 1\n",
             "1: wrong value: Sorted takes True or False, not an integer");

@@ -82,6 +82,17 @@ TEST_F(MenuKeys, RightAndEnterOpenASubmenuWithItsFirstRowSelected) {
     EXPECT_EQ(Popups({VK_DOWN, VK_RIGHT}), 1U);  // nothing to open
 }
 
+TEST_F(MenuKeys, EachSubmenuThatOpensIsToldWithItsLevel) {
+    const Handle deeper = b_.AddSubmenu(below_);
+    b_.Add(deeper, 21);
+    std::vector<std::pair<Handle, std::size_t>> told;
+    b_.menus.ObserveSubmenus(
+        [&](Handle menu, std::size_t level) { told.emplace_back(menu, level); });
+    // Down to the submenu and into it, up from its first row to its last, and into the next.
+    EXPECT_EQ(Chosen({VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT, VK_UP, VK_RIGHT, VK_RETURN}), 21);
+    EXPECT_EQ(told, (std::vector<std::pair<Handle, std::size_t>>{{below_, 1}, {deeper, 2}}));
+}
+
 TEST_F(MenuKeys, LeftAndEscCloseOneLevel) {
     const std::vector<Long> open{VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT};
     for (const Long key : {VK_LEFT, VK_ESCAPE}) {
