@@ -6,7 +6,7 @@ from .looks import LOOKS
 
 # How far the mean of what stands for a unit may be from the plain pixel, in levels, on an average
 # of all pixels. Signs are other shapes where there is room for curves, all else is the same.
-OFF, OFF_WITH_SIGNS = 3, 20
+OFF, OFF_WITH_SIGNS = 4, 25
 WITHOUT_SIGNS = (100, 102, 103, 104, 106, 107, 108, 220, 230, 280)
 FINE_BYTES = 560_000  # what all fine pictures together may take in the program
 STEP = 16  # between a button and the window where its mask ends, in levels
