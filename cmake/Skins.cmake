@@ -24,4 +24,6 @@ function(embed_skins output)
     DEPENDS ${here}/EmbedSkins.cmake ${here}/EmbedBytes.cmake ${files}
     COMMENT "Embedding the skins"
     VERBATIM)
+  # Never compiled together with others: a program that brings a table of its own needs nothing of this.
+  set_source_files_properties(${output} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()
