@@ -15,7 +15,7 @@ struct EmbeddedPicture {
     platform::Long density = 1;  ///< of the surfaces that it has been drawn for
 };
 
-/// The text of assets/skintable.txt.
+/// The head of the table, as skins and their order in the build give it, and the rows of each skin.
 std::string_view EmbeddedSkinTable();
 /// Plain ones first.
 std::vector<EmbeddedPicture> EmbeddedPictures();

@@ -21,7 +21,7 @@ class SkinTable {
   public:
     /// What the program carries.
     SkinTable() : SkinTable(EmbeddedSkinTable(), EmbeddedPictures()) {}
-    /// `text` is laid out as assets/skintable.txt says; a line that is not is left out.
+    /// `text` has lines as assets/funky_blue/rows.txt does; a line that is no row is left out.
     SkinTable(std::string_view text, const std::vector<EmbeddedPicture>& pictures);
 
     // The two read operations.

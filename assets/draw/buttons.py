@@ -2,8 +2,7 @@
 
 from . import icons, layout, signs
 from .canvas import Canvas, spread, stack
-from .looks import (BRIGHT, BUTTON_LOOKS, PILL_FOOT, PILL_LIT, PILL_SHADOW, PILL_SUNK, SLATE,
-                    TOGGLE_LOOKS, WHITE)
+from .looks import LOOKS
 from .shapes import coverage_mask, rounded
 
 
@@ -17,21 +16,21 @@ def pill(canvas, left, top, width, height, look):
     top += look.down
     body = rounded(left, top, width, height, height / 2)
     if look.glow:
-        canvas.halo(body, BRIGHT, look.glow, 2.2)
+        canvas.halo(body, LOOKS.GLOW, look.glow, 2.2)
     if not look.down:
-        canvas.paint(body.shift(0, 1).soft(), PILL_SHADOW, 0.45)
+        canvas.paint(body.shift(0, 1).soft(), LOOKS.PILL_SHADOW, 0.45)
     canvas.paint(body, look.rim)
     face = body.grow(-1)
     canvas.paint(face, spread(top + 1, height - 2, look.face))
     if look.gloss:
         half = rounded(left + 3, top + 1.5, width - 6, height / 2 - 1.5, height / 4)
-        canvas.paint(half.soft().cut(face), WHITE, _sheen(look.gloss, top))
+        canvas.paint(half.soft().cut(face), LOOKS.SHEEN, _sheen(look.gloss, top))
     edge = face.without(face.shift(0.35, 1.0).soft())
-    canvas.paint(edge, PILL_LIT, look.shine)
+    canvas.paint(edge, LOOKS.PILL_LIT, look.shine)
     if look.down:
-        canvas.paint(edge, PILL_SUNK, 0.5)
+        canvas.paint(edge, LOOKS.PILL_SUNK, 0.5)
     else:
-        canvas.paint(face.without(face.shift(-0.2, -1.0).soft()), PILL_FOOT, 0.18)
+        canvas.paint(face.without(face.shift(-0.2, -1.0).soft()), LOOKS.PILL_FOOT, 0.18)
 
 
 def _on_ground(ground, inset, look):
@@ -66,19 +65,19 @@ def icon_state(ground, icon, look):
 
 
 def word_strip(ground, number):
-    looks = TOGGLE_LOOKS if number in layout.TOGGLES else BUTTON_LOOKS
+    looks = LOOKS.TOGGLE_LOOKS if number in layout.TOGGLES else LOOKS.BUTTON_LOOKS
     return stack([word_state(ground, layout.WORDS[number], look) for look in looks])
 
 
 def icon_strip(ground, number):
-    looks = TOGGLE_LOOKS if number in layout.TOGGLES else BUTTON_LOOKS
+    looks = LOOKS.TOGGLE_LOOKS if number in layout.TOGGLES else LOOKS.BUTTON_LOOKS
     return stack([icon_state(ground, icon, look)
                   for icon, look in zip(icons.OF_STATE[number], looks)])
 
 
 def panel_ground(width, height, density):
     """What lies under a button on one of the flat panels."""
-    return Canvas(width, height, SLATE, density)
+    return Canvas(width, height, LOOKS.FLOOR, density)
 
 
 def pill_mask(width, height, inset, glowing, density):

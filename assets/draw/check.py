@@ -1,12 +1,12 @@
-"""Compares the written pictures with the table of their sizes, and the fine ones with the plain."""
+"""Looks over a skin as written: its rows, its pictures, and the fine ones beside the plain."""
 
-from . import contrast, layout
+from . import check_rows, contrast, layout
 from .bmp import Picture
-from .looks import SLATE
+from .looks import LOOKS
 
 # How far the mean of what stands for a unit may be from the plain pixel, in levels, on an average
 # of all pixels. Signs are other shapes where there is room for curves, all else is the same.
-OFF, OFF_WITH_SIGNS = 3, 20
+OFF, OFF_WITH_SIGNS = 4, 25
 WITHOUT_SIGNS = (100, 102, 103, 104, 106, 107, 108, 220, 230, 280)
 FINE_BYTES = 560_000  # what all fine pictures together may take in the program
 STEP = 16  # between a button and the window where its mask ends, in levels
@@ -30,7 +30,7 @@ def _format_faults(number, picture, density):
 def _flat_faults(picture, density):
     for place in (layout.TITLE, layout.LIST, layout.DISPLAY):
         left, top, width, height = (density * side for side in place)
-        floor = [SLATE] * width
+        floor = [LOOKS.FLOOR] * width
         if any(row[left:left + width] != floor for row in picture.rows[top:top + height]):
             yield f'the rectangle {place} is not flat'
 
@@ -85,11 +85,11 @@ def _edge_faults(strip, mask, window, left, top, density):
                 return
 
 
-def _faults(folder, density, plain, read):
+def _faults(skin, density, plain, read):
     """(number, fault) of every picture of the density; those of the right format come into read."""
     for number, (_, _, bits, _) in layout.PICTURES.items():
         try:
-            picture = Picture(layout.path(folder, number, density).read_bytes())
+            picture = Picture(skin.path(number, density).read_bytes())
             wrong = list(_format_faults(number, picture, density))
         except (OSError, ValueError) as error:
             wrong = [str(error)]
@@ -109,19 +109,19 @@ def _faults(folder, density, plain, read):
                 yield number, fault
 
 
-def run(folder):
-    """0 when every picture is there and right, else 1, with a line for each fault."""
-    faults, plain, wanted = [], {}, set()
-    for density in layout.DENSITIES:
+def run(skin):
+    """0 when every row and picture is there and right, else 1, with a line for each fault."""
+    faults, plain, wanted = check_rows.faults(skin), {}, set()
+    for density in skin.densities():
         read = plain if density == 1 else {}
-        faults += [f'{number} at {density}: {fault}'
-                   for number, fault in _faults(folder, density, plain, read)]
-        wanted |= {layout.path(folder, number, density) for number in layout.PICTURES}
-    there = {path for path in folder.rglob('*') if path.is_file()}
-    faults += [f'{path}: not in the table' for path in sorted(there - wanted)]
+        faults += [f'{skin.number(number)} at {density}: {fault}'
+                   for number, fault in _faults(skin, density, plain, read)]
+        wanted |= {skin.path(number, density) for number in layout.PICTURES}
+    there = set(skin.folder.rglob('*.bmp'))
+    faults += [f'{path}: no picture of the skin' for path in sorted(there - wanted)]
     sizes = {density: sum(path.stat().st_size for path in there
-                          if path.parent == layout.path(folder, 0, density).parent)
-             for density in layout.DENSITIES}
+                          if path.parent == skin.of_density(density))
+             for density in skin.densities()}
     fine = sum(sizes.values()) - sizes[1]
     if fine > FINE_BYTES:
         faults.append(f'{fine} bytes of fine pictures, more than {FINE_BYTES}')

@@ -1,4 +1,7 @@
-"""Which pictures the skin has: their sizes and depths, and where each control lies."""
+"""Which pictures a skin has: their sizes and depths, and where each control lies.
+
+Pictures are numbered as those of the skin with base 100; draw/skin.py knows what others call them.
+"""
 
 WINDOW = (293, 277)
 TITLE = (54, 10, 185, 14)
@@ -43,8 +46,3 @@ TOGGLES = (124, 205, 210, 290)
 EFFECT_SLIDERS = tuple((85, top, 190, 13) for top in range(10, 101, 15))
 
 DENSITIES = (1, 2, 4)  # stored pixels of a picture along each side of a unit
-
-
-def path(folder, number, density):
-    """Where the picture is kept: the plain one in the skin's folder, finer ones below it."""
-    return (folder if density == 1 else folder / f'{density}x') / f'{number}.bmp'

@@ -1,77 +1,115 @@
-"""The palette of Funky Blue and the looks that its controls take in each state."""
+"""The looks that are drawn: the palette of a skin and what its controls take in each state.
+
+They come from a looks file, plain Python that gives values to the names below. One run of the
+program draws one skin, so there is one set of looks, LOOKS.
+"""
 
 from collections import namedtuple
-
-SLATE = (60, 70, 100)        # what lies in every well
-LIGHT = (192, 192, 255)      # text
-ACCENT = (112, 112, 238)
-BRIGHT = (128, 128, 238)
-WHITE = (255, 255, 255)
-DEEP = (0, 0, 128)           # shade
-INK = (14, 16, 44)           # outlines
-NIGHT = (18, 20, 66)         # the dark edge of a well
-
-# The window
-BODY = ((44, 52, 84), (134, 148, 208))              # at its darkest and at its lightest
-GLINT = (166, 176, 226)                             # what an edge turned to the light throws back
-FRAME_TOP, FRAME_LEFT = (206, 212, 255), (190, 198, 250)
-WELL_EDGE = (148, 158, 212)                         # of a well, at the right and below
-SOCKET = ((30, 34, 66), (58, 67, 100))              # the hollow of the round buttons, top to bottom
-ENGRAVED = (22, 25, 58)                             # the lines beside the maker's mark
-
-# Round and oval buttons: the shadow below, light and shadow at the upper edge, shadow at the lower
-PILL_SHADOW, PILL_LIT, PILL_SUNK, PILL_FOOT = (10, 12, 34), (226, 229, 255), (8, 10, 36), (0, 0, 50)
-DOME_SHADOW, DOME_LIT, DOME_SUNK = (6, 8, 26), (230, 232, 255), (6, 8, 30)
-
-# Tracks: the slot from its dark upper edge down to the light that it catches below, then its upper
-# and lower corners where those are dots.
-IN_USE = ((14, 16, 56), (8, 9, 74), (12, 13, 98), (24, 25, 126), (50, 51, 164), (112, 122, 172),
-          (46, 53, 86), (62, 69, 122))
-OUT_OF_USE = ((43, 51, 79), (49, 57, 85), (53, 61, 89), (55, 64, 92), (56, 65, 94), (78, 89, 122),
-              (53, 62, 90), SLATE)
-# The stick: from the lit side to the far one, its rim, the strength of the spark on it
-STICKS = (
-    (((222, 224, 255), (150, 152, 246), (98, 100, 220), (52, 54, 158)), (16, 18, 58), 0.95),
-    (((150, 152, 240), (112, 114, 226), (76, 78, 190), (44, 46, 140)), (10, 12, 46), 0.35),
-    (((128, 138, 172), (104, 114, 148), (86, 96, 130), (70, 80, 112)), (44, 52, 80), 0.2),
-)
-
-# The menu's silk, darkest and lightest; the tooltip from top to bottom, its shaded edges
-SILK = ((14, 14, 60), (50, 57, 100))
-TIP, TIP_SHADE = ((72, 78, 140), (44, 49, 102), (28, 31, 76)), (8, 8, 48)
-
-# Icons: faces from top to bottom, then what is on them
-DRIVE_LID, DRIVE_FRONT = ((206, 210, 255), (140, 146, 216)), ((150, 156, 224), (84, 90, 160))
-DRIVE_GLEAM, DRIVE_SLIT = (196, 200, 255), (40, 44, 100)
-FOLDER_TAB, FOLDER_GLEAM = (150, 152, 236), (224, 226, 255)
-FOLDER_BACK, FOLDER_FRONT = ((120, 122, 216), (84, 86, 180)), ((184, 186, 255), (118, 120, 226))
-PAPER, PAPER_FOLD, NOTE_INK = (WHITE, (186, 190, 244)), (150, 154, 226), (70, 70, 206)
+from runpy import run_path
+from types import SimpleNamespace
 
 # face: colours from top to bottom; gloss and shine: strength of the upper sheen and of the
-# bright line at the upper edge; glow: strength of the light around a latched control
+# bright line at the upper edge; glow: strength of the light around a latched control; rim: the
+# outline; ink and shade: a word or sign and what lies below it; down: how far it has gone down
 Look = namedtuple('Look', 'face rim gloss shine glow ink shade down')
 
-NORMAL = Look(face=((134, 141, 212), (92, 98, 176), (76, 82, 156), (68, 73, 144), (92, 98, 176)),
-              rim=(24, 27, 66), gloss=0.30, shine=0.75, glow=0.0,
-              ink=(246, 247, 255), shade=(34, 38, 96), down=0)
-PRESSED = Look(face=((46, 50, 108), (54, 58, 122), (62, 66, 134), (68, 72, 144), (84, 88, 164)),
-               rim=(14, 16, 46), gloss=0.0, shine=0.0, glow=0.0,
-               ink=(212, 214, 250), shade=(26, 29, 74), down=1)
-DISABLED = Look(face=((84, 93, 126), (70, 78, 108), (63, 70, 99), (60, 67, 95), (68, 76, 106)),
-                rim=(46, 54, 80), gloss=0.05, shine=0.25, glow=0.0,
-                ink=(184, 192, 220), shade=(46, 53, 80), down=0)
-LATCHED = Look(face=((156, 156, 252), (98, 98, 228), (86, 86, 216), (86, 86, 216), (86, 86, 216),
-                     (88, 88, 218), (134, 134, 248)),
-               rim=(30, 30, 120), gloss=0.30, shine=0.9, glow=0.75,
-               ink=WHITE, shade=(40, 40, 150), down=0)
-LATCHED_PRESSED = Look(face=((56, 56, 150), (64, 64, 170), (74, 74, 188), (80, 80, 200),
-                             (106, 106, 226)),
-                       rim=(20, 20, 84), gloss=0.0, shine=0.0, glow=0.4,
-                       ink=(240, 240, 255), shade=(34, 34, 120), down=1)
-LATCHED_DISABLED = Look(face=((106, 112, 160), (80, 86, 136), (72, 78, 128), (70, 76, 126),
-                              (88, 94, 146)),
-                        rim=(50, 56, 96), gloss=0.05, shine=0.3, glow=0.15,
-                        ink=(204, 208, 236), shade=(58, 64, 108), down=0)
+LOOKS = SimpleNamespace()
 
-BUTTON_LOOKS = (NORMAL, PRESSED, DISABLED)
-TOGGLE_LOOKS = BUTTON_LOOKS + (LATCHED, LATCHED_PRESSED, LATCHED_DISABLED)
+BUTTON_STATES = 'NORMAL', 'PRESSED', 'DISABLED'
+TOGGLE_STATES = BUTTON_STATES + ('LATCHED', 'LATCHED_PRESSED', 'LATCHED_DISABLED')
+
+# How many colours each name of a looks file stands for. assets/README.md tells what they are.
+COLOURS = {
+    1: '''FLOOR TEXT GLOW SHEEN INK WELL_SHADE GLINT FRAME_TOP FRAME_LEFT WELL_EDGE ENGRAVED
+          PILL_SHADOW PILL_LIT PILL_SUNK PILL_FOOT DOME_SHADOW DOME_LIT DOME_SUNK TIP_SHADE
+          DRIVE_GLEAM DRIVE_SLIT FOLDER_TAB FOLDER_GLEAM PAPER_FOLD NOTE_INK
+          TITLE_TEXT DISPLAY_TEXT LIST_TEXT TIP_TEXT FOCUS THUMB_EDGE
+          MENU_GROUND MENU_TEXT MENU_SELECTED_TEXT MENU_HEADER_TEXT'''.split(),
+    2: '''BODY SOCKET SILK DRIVE_LID DRIVE_FRONT FOLDER_BACK FOLDER_FRONT PAPER
+          SELECTION PULSE THUMB MENU_DISABLED MENU_SELECTION MENU_HEADER MENU_SEPARATOR'''.split(),
+    3: ['TIP'],
+    8: ['IN_USE', 'OUT_OF_USE'],
+}
+FONTS = 'TITLE_FONT', 'DISPLAY_FONT', 'LIST_FONT', 'MENU_FONT'
+
+
+def _is_name(value):
+    return isinstance(value, str) and value.strip() != '' and not set(value) & set('|#\n')
+
+
+def _is_colour(value):
+    return (isinstance(value, tuple) and len(value) == 3
+            and all(type(c) is int and 0 <= c <= 255 for c in value))
+
+
+def _are_colours(value, count=None):
+    return (isinstance(value, tuple) and (len(value) == count if count else len(value) > 1)
+            and all(_is_colour(one) for one in value))
+
+
+def _is_share(value):
+    return type(value) in (int, float) and 0 <= value <= 1
+
+
+def _is_font(value):
+    return (isinstance(value, tuple) and [type(part) for part in value] == [str, int, bool, bool]
+            and value[0].strip() != '' and '|' not in value[0] and value[1] > 0)
+
+
+def _is_stick(value):
+    return (isinstance(value, tuple) and len(value) == 3 and _are_colours(value[0], 4)
+            and _is_colour(value[1]) and _is_share(value[2]))
+
+
+def _is_look(value):
+    return (isinstance(value, Look) and _are_colours(value.face) and value.down in (0, 1)
+            and all(map(_is_colour, (value.rim, value.ink, value.shade)))
+            and all(map(_is_share, (value.gloss, value.shine, value.glow))))
+
+
+def _rules():
+    """(name, whether a value will do, what is wanted)"""
+    yield 'NAME', _is_name, 'a name, without | and #'
+    for count, names in COLOURS.items():
+        for name in names:
+            if count == 1:
+                yield name, _is_colour, 'a colour: (red, green, blue), each from 0 to 255'
+            else:
+                yield (name, lambda value, count=count: _are_colours(value, count),
+                       f'{count} colours: ((red, green, blue), ...), each from 0 to 255')
+    for name in FONTS:
+        yield name, _is_font, 'a font: (name, size, italic, bold)'
+    yield ('STICKS', lambda value: isinstance(value, tuple) and len(value) == 3
+           and all(map(_is_stick, value)), 'three times (four colours, rim, strength of the spark)')
+    for state in TOGGLE_STATES:
+        yield state, _is_look, 'a Look, its shares from 0 to 1'
+
+
+def _traps(looks):
+    """What would only show later, as a control that looks wrong."""
+    if any(low > high for low, high in zip(*looks['PULSE'])):
+        yield 'PULSE: no channel of the first colour may be above that of the second'
+    if looks['FLOOR'] not in looks['OUT_OF_USE'] + looks['IN_USE']:
+        yield 'OUT_OF_USE: one of the tracks\' sixteen colours has to be FLOOR, on which they lie'
+
+
+def faults(values):
+    """What is wrong with the values of a looks file, a line each."""
+    wrong = []
+    for name, fits, wanted in _rules():
+        if name not in values:
+            wrong.append(f'{name} is missing: {wanted}')
+        elif not fits(values[name]):
+            wrong.append(f'{name} is {values[name]!r} instead of {wanted}')
+    return wrong or list(_traps(values))
+
+
+def use(path):
+    """Takes the looks from a file; ends the program where they are not whole."""
+    values = run_path(str(path), {'Look': Look})
+    wrong = faults(values)
+    if wrong:
+        raise SystemExit('\n'.join(f'{path}: {fault}' for fault in wrong))
+    vars(LOOKS).update((name, value) for name, value in values.items() if name.isupper())
+    LOOKS.BUTTON_LOOKS = tuple(values[state] for state in BUTTON_STATES)
+    LOOKS.TOGGLE_LOOKS = tuple(values[state] for state in TOGGLE_STATES)

@@ -4,8 +4,8 @@ from . import bmp, buttons, layout, quantise, sliders, small, storing, transport
 from .storing import DOMED, UPRIGHT
 
 BLACK_AND_WHITE = ((0, 0, 0), (255, 255, 255))
-PALETTES = {102: small.MENU_PALETTE, 220: sliders.PALETTE, 230: sliders.PALETTE,
-            280: sliders.PALETTE}  # picked by hand, for the plain pictures
+PALETTES = {102: small.menu_palette, 220: sliders.palette, 230: sliders.palette,
+            280: sliders.palette}  # picked by hand, for the plain pictures
 SMALL = {102: small.menu_tile, 103: small.drive_icon, 104: small.folder_icon,
          105: small.music_icon, 221: sliders.stick}
 TRACKS = {220: (sliders.horizontal, 270), 230: (sliders.horizontal, 85),
@@ -67,7 +67,8 @@ def picture(number, density, ground=None):
     if density == 1 and bits == 24:
         return bmp.true_colour(rows)
     if density == 1 and number in PALETTES:
-        return bmp.indexed(quantise.nearest(rows, PALETTES[number]), PALETTES[number], bits)
+        palette = PALETTES[number]()
+        return bmp.indexed(quantise.nearest(rows, palette), palette, bits)
     mask = layout.ON_WINDOW[number][0] if number in layout.ON_WINDOW else {365: 366}.get(number)
     if density > 1 and mask:
         rows = storing.smoothed_outside(rows, _mask(mask, density))

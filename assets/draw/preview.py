@@ -3,10 +3,10 @@
 from . import layout, png
 from .bmp import Picture
 from .canvas import Canvas, mix
-from .looks import ACCENT, LIGHT, SLATE, WHITE
+from .looks import LOOKS
 
 NORMAL, PRESSED, DISABLED, LATCHED = 0, 1, 2, 3
-BLACK = (0, 0, 0)
+BLACK, WHITE = (0, 0, 0), (255, 255, 255)  # in masks
 GROUND = (104, 108, 112)
 MARGIN = 12
 
@@ -14,13 +14,12 @@ MARGIN = 12
 class Album:
     """The pictures of one density, read when first asked for."""
 
-    def __init__(self, folder, density=1):
-        self.folder, self.density, self.read = folder, density, {}
+    def __init__(self, skin, density=1):
+        self.skin, self.density, self.read = skin, density, {}
 
     def __getitem__(self, number):
         if number not in self.read:
-            path = layout.path(self.folder, number, self.density)
-            self.read[number] = Picture(path.read_bytes()).rows
+            self.read[number] = Picture(self.skin.path(number, self.density).read_bytes()).rows
         return self.read[number]
 
     def canvas(self, width, height, colour=BLACK):
@@ -81,8 +80,9 @@ def controls(canvas, album, state):
     stick = PRESSED if state == PRESSED else NORMAL
     slider(canvas, album, 220, layout.SEEK, 0.37, enabled, stick)
     slider(canvas, album, 230, layout.VOLUME, 0.75, enabled, stick)
-    words(canvas, layout.TITLE[0] + 30, layout.TITLE[1] + 4, (20, 34, 8, 26, 18), LIGHT)
-    words(canvas, layout.DISPLAY[0] + 22, layout.DISPLAY[1] + 4, (12, 14), LIGHT)
+    words(canvas, layout.TITLE[0] + 30, layout.TITLE[1] + 4, (20, 34, 8, 26, 18),
+          LOOKS.TITLE_TEXT)
+    words(canvas, layout.DISPLAY[0] + 22, layout.DISPLAY[1] + 4, (12, 14), LOOKS.DISPLAY_TEXT)
 
 
 def playlist(canvas):
@@ -91,20 +91,20 @@ def playlist(canvas):
         y = top + 1 + 13 * i
         if i == 4:
             for x in range(width - 12):
-                canvas.fill(left + x, y, 1, 13, mix(ACCENT, SLATE, x / (width - 12)))
+                canvas.fill(left + x, y, 1, 13, mix(*LOOKS.SELECTION, x / (width - 12)))
         words(canvas, left + 4, y + 4, (10, 22 + i * 7 % 19, 30, 12 + i * 5 % 23),
-              WHITE if i == 4 else LIGHT)
-        words(canvas, left + width - 36, y + 4, (18,), LIGHT)
-    canvas.fill(left + width - 10, top, 10, 181, SLATE)
-    canvas.fill(left + width - 10, top + 20, 10, 60, (49, 54, 82))
+              LOOKS.PULSE[1] if i == 4 else LOOKS.LIST_TEXT)
+        words(canvas, left + width - 36, y + 4, (18,), LOOKS.LIST_TEXT)
+    canvas.fill(left + width - 10, top, 10, 181, LOOKS.FLOOR)
+    canvas.fill(left + width - 10, top + 20, 10, 60, LOOKS.THUMB_EDGE)
     for x in range(8):
-        canvas.fill(left + width - 9 + x, top + 21, 1, 58, mix(SLATE, (128, 128, 187), x / 7))
+        canvas.fill(left + width - 9 + x, top + 21, 1, 58, mix(*LOOKS.THUMB, 1 - x / 7))
 
 
 def effects(canvas, album, enabled=True):
     left, top = layout.LIST[:2]
     for i, (x, y, w, h) in enumerate(layout.EFFECT_SLIDERS):
-        words(canvas, left + 24, top + y + 4, (22 + 5 * i % 17, 12), LIGHT)
+        words(canvas, left + 24, top + y + 4, (22 + 5 * i % 17, 12), LOOKS.LIST_TEXT)
         slider(canvas, album, 230, (left + x, top + y, w, h), (0.5, 0.5, 0, 0.2, 0.6, 0.45, 1)[i],
                enabled)
     image(canvas, album, 365, 366, left + layout.RESET[0], top + layout.RESET[1],
@@ -114,7 +114,8 @@ def effects(canvas, album, enabled=True):
 def lyrics(canvas, album):
     left, top, width, _ = layout.LIST
     for i in range(12):
-        words(canvas, left + 6, top + 5 + 14 * i, (30 + 7 * i % 31, 40, 16 + 11 * i % 37), LIGHT)
+        words(canvas, left + 6, top + 5 + 14 * i, (30 + 7 * i % 31, 40, 16 + 11 * i % 37),
+              LOOKS.LIST_TEXT)
     scroller(canvas, album, left + width - 13, top, 0.3)
 
 
@@ -123,7 +124,7 @@ def browser(canvas, album):
     for i in range(10):
         number = 103 if i == 0 else 104 if i < 4 else 105
         blit(canvas, album[number], left + 2, top + 1 + 16 * i)
-        words(canvas, left + 24, top + 6 + 16 * i, (30 + 7 * i % 31, 18), LIGHT)
+        words(canvas, left + 24, top + 6 + 16 * i, (30 + 7 * i % 31, 18), LOOKS.LIST_TEXT)
 
 
 def windows(album):
@@ -150,7 +151,7 @@ def tip(album, width):
         blit(canvas, album[107], x, 0)
     blit(canvas, album[106], 0, 0)
     blit(canvas, album[108], width - 9, 0)
-    words(canvas, 12, 9, (26, 30), LIGHT)
+    words(canvas, 12, 9, (26, 30), LOOKS.TIP_TEXT)
     return canvas
 
 
@@ -160,7 +161,7 @@ def menu(album, width, height):
         for x in range(0, width, 100):
             blit(canvas, album[102], x, y)
     for i in range(height // 19):
-        words(canvas, 24, 7 + 19 * i, (34, 20 + i * 9 % 30), (224, 224, 255))
+        words(canvas, 24, 7 + 19 * i, (34, 20 + i * 9 % 30), LOOKS.MENU_TEXT)
     return canvas
 
 
@@ -194,9 +195,9 @@ def overview(album, mocks):
     return canvas
 
 
-def _finest(scale):
+def _finest(skin, scale):
     """The pictures that are shown at that scale: those of a density that divides it."""
-    return max(d for d in layout.DENSITIES if scale % d == 0)
+    return max(d for d in skin.densities() if scale % d == 0)
 
 
 def _side_by_side(canvases, scale):
@@ -209,12 +210,12 @@ def _side_by_side(canvases, scale):
     return [sum(rows, []) for rows in zip(*sides)]
 
 
-def write(folder, out, scale):
+def write(skin, out, scale):
     """An overview at the scale, and each mock: the plain pictures at the left, the finest right."""
-    album = Album(folder, _finest(scale))
+    album = Album(skin, _finest(skin, scale))
     mocks = windows(album)
     sheets = [(out, [overview(album, mocks)])]
-    plain = windows(Album(folder))
+    plain = windows(Album(skin))
     for name, *pair in zip(('normal', 'pressed', 'disabled', 'latched'), plain, mocks):
         sheets.append((out.with_name(f'{out.stem}_{name}{out.suffix}'),
                        pair if album.density > 1 else pair[:1]))

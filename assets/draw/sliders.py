@@ -3,15 +3,17 @@
 from math import hypot
 
 from .canvas import Canvas, Ramp, mix, stack
-from .looks import IN_USE, OUT_OF_USE, SLATE, STICKS, WHITE
+from .looks import LOOKS
 from .shapes import circle, coverage_mask, ellipse, rounded
 
-PALETTE = IN_USE + OUT_OF_USE  # sixteen
+
+def palette():
+    return LOOKS.IN_USE + LOOKS.OUT_OF_USE  # sixteen
 
 
 def _half(length, colours, density):
     """A horizontal track 13 high: a slot five high with a light edge below it."""
-    canvas = Canvas(length, 13, SLATE, density)
+    canvas = Canvas(length, 13, LOOKS.FLOOR, density)
     left, width = 3, length - 6
     ramp = Ramp(*((4.5 + i, colours[i]) for i in range(5)))
     if density > 1:
@@ -28,13 +30,13 @@ def _half(length, colours, density):
 
 
 def horizontal(length, density):
-    return stack([_half(length, IN_USE, density), _half(length, OUT_OF_USE, density)])
+    return stack([_half(length, LOOKS.IN_USE, density), _half(length, LOOKS.OUT_OF_USE, density)])
 
 
 def vertical(length, density):
     """The halves stand side by side; the light edge is at the right of the slot."""
-    track = Canvas(26, length, SLATE, density)
-    lying = [_half(length, colours, density).rows for colours in (IN_USE, OUT_OF_USE)]
+    track = Canvas(26, length, LOOKS.FLOOR, density)
+    lying = [_half(length, colours, density).rows for colours in (LOOKS.IN_USE, LOOKS.OUT_OF_USE)]
     track.rows = [[row[j] for half in lying for row in half] for j in range(length * density)]
     return track
 
@@ -55,12 +57,13 @@ BALL = circle(6.5, 6.5, 6.3)
 
 def stick(density):
     images = []
-    for stops, rim, spark in STICKS:
+    for stops, rim, spark in LOOKS.STICKS:
         # Slot lies under it only between the ends; finer edges suit both grounds when they are dim.
-        canvas = Canvas(13, 13, SLATE if density == 1 else mix(SLATE, rim, 0.6), density)
+        ground = LOOKS.FLOOR if density == 1 else mix(LOOKS.FLOOR, rim, 0.6)
+        canvas = Canvas(13, 13, ground, density)
         canvas.paint(BALL, rim)
         canvas.paint(BALL.grow(-1), _ball(stops))
-        canvas.paint(ellipse(5.3, 4.3, 2.3, 1.6).soft(), WHITE, spark)
+        canvas.paint(ellipse(5.3, 4.3, 2.3, 1.6).soft(), LOOKS.SHEEN, spark)
         images.append(canvas)
     return stack(images)
 

@@ -1,7 +1,7 @@
 """How pictures are kept: their palettes, and what makes the fine ones pack well."""
 
 from . import bmp, quantise
-from .looks import SLATE
+from .looks import LOOKS
 
 # Of fine pictures: how many colours, and by how many levels a channel may be off for the sake of a
 # longer run. Pills and tracks have no gradients that go across but the narrow ones at their edges.
@@ -29,10 +29,10 @@ def smoothed_outside(rows, mask):
 def adapted(rows, density, economy):
     """Palette and indices; those of a fine picture such that it packs well."""
     if density == 1:
-        return quantise.adaptive(rows, 256, (SLATE,))
+        return quantise.adaptive(rows, 256, (LOOKS.FLOOR,))
     colours, tolerance = economy
-    palette, indices = quantise.adaptive(rows, colours, (SLATE,), surfaces=0.5)
-    return palette, quantise.longer_runs(rows, palette, indices, tolerance, (SLATE,))
+    palette, indices = quantise.adaptive(rows, colours, (LOOKS.FLOOR,), surfaces=0.5)
+    return palette, quantise.longer_runs(rows, palette, indices, tolerance, (LOOKS.FLOOR,))
 
 
 def stored(palette, indices, compress, density):

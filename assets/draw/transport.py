@@ -3,7 +3,7 @@
 from math import hypot
 
 from .canvas import mix, stack
-from .looks import BUTTON_LOOKS, DOME_LIT, DOME_SHADOW, DOME_SUNK, WHITE
+from .looks import LOOKS
 from .shapes import circle, coverage_mask, ellipse, polygon, rounded
 
 RADIUS = 9.6
@@ -47,15 +47,15 @@ def state(ground, shapes, look):
     cx, cy = CENTRE[0], CENTRE[1] + 0.8 * look.down
     body = circle(cx, cy, RADIUS)
     if not look.down:
-        canvas.halo(body.shift(0, 0.9).grow(-0.4), DOME_SHADOW, 0.6, 1.4)
+        canvas.halo(body.shift(0, 0.9).grow(-0.4), LOOKS.DOME_SHADOW, 0.6, 1.4)
     canvas.paint(body, look.rim)
     face = circle(cx, cy, RADIUS - 1)
     canvas.paint(face, _shaded(look, cy))
     if look.gloss:
         sheen = ellipse(cx, cy - 4.3, 6.2, 3.9).soft()
-        canvas.paint(sheen.cut(face), WHITE, lambda x, y: look.gloss * (cy + 0.5 - y) / 5)
+        canvas.paint(sheen.cut(face), LOOKS.SHEEN, lambda x, y: look.gloss * (cy + 0.5 - y) / 5)
     edge = face.without(face.shift(0.5, 0.9).soft())
-    canvas.paint(edge, DOME_LIT if look.shine else DOME_SUNK, look.shine or 0.5)
+    canvas.paint(edge, LOOKS.DOME_LIT if look.shine else LOOKS.DOME_SUNK, look.shine or 0.5)
     below = 1 if canvas.density == 1 else 0.5
     for shape in shapes:
         canvas.paint(shape.shift(0, look.down + below), look.shade, 0.9)
@@ -66,7 +66,7 @@ def state(ground, shapes, look):
 
 def strip(ground, number):
     icon = _icon(number, 0.0 if ground.density == 1 else 0.5)  # of dots, soft corners are blunt
-    return stack([state(ground, icon, look) for look in BUTTON_LOOKS])
+    return stack([state(ground, icon, look) for look in LOOKS.BUTTON_LOOKS])
 
 
 def mask(size, density):

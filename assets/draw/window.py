@@ -2,8 +2,7 @@
 
 from . import layout, signs
 from .canvas import DOWN, LEFT, RIGHT, UP, Canvas, Ramp, mix
-from .looks import (BODY, ENGRAVED, FRAME_LEFT, FRAME_TOP, GLINT, INK, LIGHT, NIGHT, SLATE, SOCKET,
-                    WELL_EDGE, WHITE)
+from .looks import LOOKS
 from .shapes import circle, melt, rounded
 
 # How light the body is from top to bottom, in percent of the way from its darkest to its
@@ -17,24 +16,25 @@ LIGHTNESS = Ramp((0, (92,) * 3), (6, (66,) * 3), (CAP, (36,) * 3), (CAP + 1, (46
 def body(x, y):
     """Lit from the upper left: darker downwards and, a little, to the right."""
     light = LIGHTNESS.at(y)[0] + 7 - 12 * (x - 0.5) / layout.WINDOW[0]
-    return mix(*BODY, round(light) / 100)  # whole steps save palette entries
+    return mix(*LOOKS.BODY, round(light) / 100)  # whole steps save palette entries
 
 
 def _frame(canvas):
     """A dark outline with a light inner line at the top and left, a dark one opposite."""
     w, h = canvas.width, canvas.height
-    canvas.line(1, 1, w - 2, 1, FRAME_TOP, 0.8, UP)
-    canvas.line(1, h - 2, w - 2, 1, INK, 0.5, DOWN)
-    canvas.line(1, 1, 1, h - 2, FRAME_LEFT, lambda x, y: 0.6 - 0.35 * (y - 0.5) / h, LEFT)
-    canvas.line(w - 2, 1, 1, h - 2, INK, lambda x, y: 0.32 + 0.15 * (y - 0.5) / h, RIGHT)
+    canvas.line(1, 1, w - 2, 1, LOOKS.FRAME_TOP, 0.8, UP)
+    canvas.line(1, h - 2, w - 2, 1, LOOKS.INK, 0.5, DOWN)
+    canvas.line(1, 1, 1, h - 2, LOOKS.FRAME_LEFT, lambda x, y: 0.6 - 0.35 * (y - 0.5) / h, LEFT)
+    canvas.line(w - 2, 1, 1, h - 2, LOOKS.INK, lambda x, y: 0.32 + 0.15 * (y - 0.5) / h, RIGHT)
     for edge in ((0, 0, w, 1), (0, h - 1, w, 1), (0, 0, 1, h), (w - 1, 0, 1, h)):
-        canvas.fill(*edge, INK)
+        canvas.fill(*edge, LOOKS.INK)
 
 
 def _shoulders(canvas):
     """The edges of the cap and of the deck, where they meet the rails beside the list."""
-    for row, colour, alpha, towards in ((CAP, NIGHT, 0.4, DOWN), (CAP + 1, WHITE, 0.10, UP),
-                                        (DECK - 1, NIGHT, 0.3, DOWN), (DECK, WHITE, 0.3, UP)):
+    dark, lit = LOOKS.WELL_SHADE, LOOKS.SHEEN
+    for row, colour, alpha, towards in ((CAP, dark, 0.4, DOWN), (CAP + 1, lit, 0.10, UP),
+                                        (DECK - 1, dark, 0.3, DOWN), (DECK, lit, 0.3, UP)):
         canvas.line(0, row, canvas.width, 1, colour, alpha, towards)
 
 
@@ -70,9 +70,10 @@ def _ring(canvas, left, top, width, height, dark, light, fade):
 def well(canvas, left, top, width, height, soft=True):
     """A flat sunken rectangle with a hard bevel around it, and a soft one around that."""
     if soft:
-        _ring(canvas, left - 1, top - 1, width + 2, height + 2, (NIGHT, 0.35), (WHITE, 0.10), 1.2)
-    _ring(canvas, left, top, width, height, (NIGHT, 1.0), (WELL_EDGE, 0.8), 0.4)
-    canvas.fill(left, top, width, height, SLATE)
+        _ring(canvas, left - 1, top - 1, width + 2, height + 2, (LOOKS.WELL_SHADE, 0.35),
+              (LOOKS.SHEEN, 0.10), 1.2)
+    _ring(canvas, left, top, width, height, (LOOKS.WELL_SHADE, 1.0), (LOOKS.WELL_EDGE, 0.8), 0.4)
+    canvas.fill(left, top, width, height, LOOKS.FLOOR)
 
 
 def _seats(canvas):
@@ -82,28 +83,29 @@ def _seats(canvas):
         for mask, left, top in group.values():
             width, height = layout.PICTURES[mask][:2]
             pill = rounded(left + inset, top, width - 2 * inset, height - 1, (height - 1) / 2)
-            canvas.paint(pill.shift(0, 1.2).grow(0.9).soft(), GLINT, 0.4)
-            canvas.paint(pill.grow(0.9).soft(), NIGHT, 0.34)
+            canvas.paint(pill.shift(0, 1.2).grow(0.9).soft(), LOOKS.GLINT, 0.4)
+            canvas.paint(pill.grow(0.9).soft(), LOOKS.WELL_SHADE, 0.34)
 
 
 def _sockets(canvas):
     """The hollow in which the round buttons sit: five circles melted into one."""
     hollow = melt([circle(left + 10.5, top + 10.5, 11.0)
                    for _, left, top in layout.TRANSPORT.values()], 5.0)
-    canvas.paint(hollow.shift(0, 1).grow(0.3).soft(), GLINT, lambda x, y: 0.5 * (y - 244.5) / 25)
-    canvas.paint(hollow, NIGHT)
+    canvas.paint(hollow.shift(0, 1).grow(0.3).soft(), LOOKS.GLINT,
+                 lambda x, y: 0.5 * (y - 244.5) / 25)
+    canvas.paint(hollow, LOOKS.WELL_SHADE)
     canvas.paint(hollow.shift(0.4, 1).grow(-0.6).soft().cut(hollow),
-                 Ramp(*zip((246, 268), SOCKET)))
+                 Ramp(*zip((246, 268), LOOKS.SOCKET)))
 
 
 def _mark(canvas):
     """The maker's mark, printed under the display, with engraved lines that run out to the left."""
     text, top = 'VELDRIN', 268
     left = 285 - signs.measure(text, signs.TINY)
-    signs.write(canvas, left, top + 1, text, NIGHT, signs.TINY, 0.75)
-    signs.write(canvas, left, top, text, LIGHT, signs.TINY, 0.62)
+    signs.write(canvas, left, top + 1, text, LOOKS.WELL_SHADE, signs.TINY, 0.75)
+    signs.write(canvas, left, top, text, LOOKS.TEXT, signs.TINY, 0.62)
     for row in (top, top + 2, top + 4):
-        for below, colour, alpha in ((0, ENGRAVED, 0.8), (1, GLINT, 0.22)):
+        for below, colour, alpha in ((0, LOOKS.ENGRAVED, 0.8), (1, LOOKS.GLINT, 0.22)):
             canvas.fill(128, row + below, left - 133, 1, colour,
                         lambda x, y, alpha=alpha: alpha * min(1.0, (x - 127.5) / 70))
 

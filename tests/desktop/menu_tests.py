@@ -2,6 +2,7 @@
 """The menus of the finished program: opened and used with a real pointer and real keys."""
 
 import os
+import re
 import signal
 import subprocess
 
@@ -13,8 +14,25 @@ MENU_BUTTON = (LEFT + 20, TOP + 17)
 REMOVE_BUTTON = (LEFT + 65, TOP + 217)
 BACKGROUND = (LEFT + 3, TOP + 100)
 ELSEWHERE = (900, 650)
-# Rows of the whole menu below its header of 13: "Playlist", "Settings", ... of 18 each.
-SETTINGS = 1 + 13 + 18 + 9
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+
+
+def row(caption):
+    """Which row of its menu an item is, below the header. The menu's tree may grow."""
+    with open(os.path.join(ROOT, 'menus', 'commandmenu.cpp'), encoding='utf-8') as file:
+        rows = re.findall(r'\{u"([^"#]*)[^"]*", u"([^"]*)", [^,}]+(, Row::kHeader)?', file.read())
+    parent = [above for name, above, header in rows if name == caption and not header][0]
+    return [name for name, above, header in rows if above == parent and not header].index(caption)
+
+
+def middle(caption):
+    """Of an item above any separator: how far below the top of its popup. A header takes 13, a row 18."""
+    return 1 + 13 + 18 * row(caption) + 9
+
+
+SETTINGS = middle('Settings')
+HIDE = middle('Minimize in systray')
+TO_SETTINGS = ['Down'] * (row('Settings') + 1) + ['Right']
 
 
 class Menus(OnDisplay):
@@ -76,9 +94,9 @@ class Menus(OnDisplay):
     def test_keys_choose_in_a_submenu(self):
         self.open()
         self.open_by_button()
-        self.keys('Down', 'Down', 'Right')
+        self.keys(*TO_SETTINGS)
         self.wait_for_popups(2)
-        self.keys('Down', 'Return')
+        self.keys(*['Down'] * row('Minimize in systray'), 'Return')
         wait_for(lambda: self.setting('HideInSystray') == 'True', 'the command')
         self.wait_for_popups(0)
 
@@ -97,7 +115,7 @@ class Menus(OnDisplay):
         submenu = [place for place in self.wait_for_popups(2) if place[1] != top][0]
         self.display.point_at(left + width - 4, top + SETTINGS)
         self.display.point_at(submenu[0] + 40, submenu[1] + 1 + 13 + 9)
-        self.display.click(submenu[0] + 40, submenu[1] + 1 + 13 + 18 + 9)
+        self.display.click(submenu[0] + 40, submenu[1] + HIDE)
         wait_for(lambda: self.setting('HideInSystray') == 'True', 'the command')
         self.wait_for_popups(0)
 
@@ -108,7 +126,7 @@ class Menus(OnDisplay):
         self.display.point_at(left + 30, top + SETTINGS)
         submenu = [place for place in self.wait_for_popups(2) if place[1] != top][0]
         self.display.point_at(submenu[0] + 40, submenu[1] + 1 + 13 + 9)
-        self.display.point_at(submenu[0] + 40, submenu[1] + 1 + 13 + 18 + 9)
+        self.display.point_at(submenu[0] + 40, submenu[1] + HIDE)
         self.display.tool('mouseup', 3)
         wait_for(lambda: self.setting('HideInSystray') == 'True', 'the command')
         self.wait_for_popups(0)
@@ -120,7 +138,7 @@ class Menus(OnDisplay):
     def test_a_click_elsewhere_closes_all_and_does_nothing_else(self):
         self.open()
         self.open_by_button()
-        self.keys('Down', 'Down', 'Right')
+        self.keys(*TO_SETTINGS)
         self.wait_for_popups(2)
         self.display.click(*ELSEWHERE)
         self.wait_for_popups(0)

@@ -131,7 +131,7 @@ class GuidePage(World):
         for folder in 'core', 'menus', 'shell':
             for path in glob.glob(os.path.join(ROOT, folder, '**', '*.cpp'), recursive=True):
                 texts.update(re.findall(r'u"([^"]+)"', read(path)))
-        texts.update(line.split('|')[1].strip() for line in read('assets', 'skintable.txt').splitlines()
+        texts.update(line.split('|')[1].strip() for line in read('assets', 'funky_blue', 'rows.txt').splitlines()
                      if line.count('|') == 2)
         texts = {text.partition('#')[0].replace('&', '') for text in texts}
         self.assertEqual([text for text in self.page.bold if ' '.join(text.split()) not in texts], [])

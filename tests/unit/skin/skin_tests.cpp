@@ -325,7 +325,7 @@ TEST_F(SkinInForce, AChangeLeavesWhatThePanelsAndListsHold) {
 }
 
 TEST_F(SkinInForce, ANumberOutOfRangeGivesSkin1AndIsRewritten) {
-    for (const Long skin : {0, -1, 2, 2147483647, -2147483647}) {
+    for (const Long skin : {Long{0}, Long{-1}, SkinCount() + 1, 2147483647, -2147483647}) {
         WriteSetting(u"Skin", u"7");
         LoadSkin(skin);
         EXPECT_EQ(world_->State().CurrentSkin, 1) << skin;
