@@ -1,7 +1,7 @@
 # veldrin_embed_skins(OUTPUT FOLDER... [DRAWN FOLDER...]): a source file that carries these skins, made anew
 # whenever a file of theirs changes. Their order gives them their numbers. Those drawn during the build
 # come last; of them rows.txt is written last, and stands for all files.
-function(embed_skins output)
+function(veldrin_embed_skins output)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DRAWN")
   set(here ${CMAKE_CURRENT_FUNCTION_LIST_DIR})
   set(files)
