@@ -1,15 +1,21 @@
 // Puts the desktop's driver to the rules of platform/driver.h, on an X server that is its own.
 // Users and window manager are played by tools. A line for each rule: "kept", "not tried" or
 // "BROKEN".
+//
+//     desktop_conformance [guest] [RULE]...
+//
+// As a guest the driver finds an application object of the program's own. A rule may be cut short.
 #include <unistd.h>
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
 #include <QWindow>
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/base/keys.h"
 #include "platform/desktop/desktop_driver.h"
@@ -155,9 +161,20 @@ class XDesktop : public conformance::Surroundings {
 }  // namespace
 
 int main(int count, char** arguments) {
-    // One rule, or all.
-    const auto rules = count > 1 ? std::vector<std::string>{arguments[1]} : conformance::AllRules();
-    for (const std::string& rule : rules) {
+    std::vector<std::string> words(arguments + 1, arguments + count);
+    std::unique_ptr<QGuiApplication> host;
+    if (std::erase(words, "guest") > 0) {
+        host = std::make_unique<QGuiApplication>(count, arguments);
+    }
+    const auto isWanted = [&](const std::string& rule) {
+        return words.empty() || std::any_of(words.begin(), words.end(), [&](const auto& word) {
+                   return rule.starts_with(word);
+               });
+    };
+    for (const std::string& rule : conformance::AllRules()) {
+        if (!isWanted(rule)) {
+            continue;
+        }
         const auto result = conformance::Try(rule, [] { return std::make_unique<XDesktop>(); });
         const bool isKept = result.outcome == conformance::Outcome::kKept;
         const bool isTried = result.outcome != conformance::Outcome::kNotTried;
