@@ -3,6 +3,7 @@
 #include <unistd.h>
 #include <xcb/xcb.h>
 
+#include <QEvent>
 #include <QSessionManager>
 #include <QSocketNotifier>
 #include <QThread>
@@ -74,6 +75,24 @@ void HearTheToolkit() {
     }
 }
 
+// The toolkit quits by closing all windows first, and not at all if one of them refuses.
+class QuitFilter : public QObject {
+  public:
+    QuitFilter(QObject& parent, std::function<void()> onQuit)
+        : QObject(&parent), onQuit_(std::move(onQuit)) {
+        qGuiApp->installEventFilter(this);
+    }
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (object == qGuiApp && event->type() == QEvent::Quit) {
+            onQuit_();
+        }
+        return false;
+    }
+
+  private:
+    std::function<void()> onQuit_;
+};
+
 void WatchTheEnd() {
     static const bool watched = std::atexit([] {
                                     if (Application* const application = watching) {
@@ -101,6 +120,18 @@ Application::Application(std::string name) : name_(std::move(name)) {
         compositor_ = ConnectToCompositor();
     }
     Watch();
+    if (made_ == nullptr) {
+        WatchQuitting();
+    }
+}
+
+// All of that happens within the one event.
+void Application::WatchQuitting() {
+    new QuitFilter(context_, [this] {
+        isQuitting_ = true;
+        QMetaObject::invokeMethod(
+            &context_, [this] { isQuitting_ = false; }, Qt::QueuedConnection);
+    });
 }
 
 void Application::Make() {

@@ -33,6 +33,10 @@ class Application {
     void LookForDisplay();
     /// It has.
     void LoseDisplay();
+    /// Whether a program with an application object of its own is asking its windows whether it may
+    /// quit.
+    bool IsQuitting() const { return isQuitting_; }
+
     /// Called on any thread when the toolkit may be about to end the process because it has.
     void BeforeEnd();
 
@@ -46,6 +50,7 @@ class Application {
   private:
     void Make();
     void Watch();
+    void WatchQuitting();
 
     // What the toolkit keeps pointing at.
     std::string name_;
@@ -60,6 +65,7 @@ class Application {
     std::function<void()> onSessionEnd_;
     std::function<void()> onLost_;
     bool lostDisplay_ = false;
+    bool isQuitting_ = false;
 };
 
 }  // namespace platform::desktop

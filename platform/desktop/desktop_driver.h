@@ -9,7 +9,8 @@
 // None of its settings is changed, nor the environment, nor the message handler, and the driver
 // does not wait for windows and events of the program's own: they are dealt with in WaitUntil as
 // well. Either the program's main loop is WindowSystem::WaitMessage, or it is the toolkit's own, by
-// ServeProgram.
+// ServeProgram. Its QGuiApplication::quit finds no refusal here: windows of the driver stay as they
+// are, and the program ends the run when its loop has returned.
 #pragma once
 
 #include <chrono>

@@ -56,6 +56,7 @@ struct DesktopDriver::Parts {
             shared.selfPlacing = desktop::SelfPlacing::kUnknown;
         }
         shared.onWayland = desktop::IsOnWayland();
+        shared.isQuitting = [this] { return application.IsQuitting(); };
         shared.onRatio = [this] { FitScale(); };
         shared.scale = desktop::Magnification(ScaleAt(Ratio()));
         density = desktop::DensityFor(ScaleAt(Ratio()) * Ratio());

@@ -57,6 +57,8 @@ struct Shared {
     bool hasShownPicture = false;  ///< any window
     bool ignoresMethods = false;   ///< what input methods say now has been taken already
     std::function<void(DropPlace, std::vector<std::string>)> onDrop{};  ///< paths, raw bytes
+    /// Whether the program is asking its windows whether it may quit.
+    std::function<bool()> isQuitting = [] { return false; };
     /// A window has come to a screen of which the toolkit's pixels are of another size.
     std::function<void()> onRatio = [] {};
 };

@@ -224,6 +224,9 @@ bool TopLevel::event(QEvent* event) {
             shared_.pointer.inside = false;
             shared_.events.Push(PointerLeft{});
             return true;
+        case QEvent::Close:
+            // A guest is no reason for a program to stay. The window itself does not go.
+            return shared_.isQuitting() || QWindow::event(event);
         case QEvent::WindowStateChange:
             StateChanged();
             return QWindow::event(event);

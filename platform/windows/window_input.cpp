@@ -74,7 +74,7 @@ void WindowSystem::TrackMouseLeave(Handle window) {
     tracked_ = IsWindow(window) ? window : 0;
 }
 
-// A window is not left by going on to a mark on it.
+// Who goes from a window on to a label in it has not left the window.
 void WindowSystem::LeaveUnlessAt(Point ptScreen) {
     if (tracked_ != 0 && tracked_ != HitTest(ptScreen, true) &&
         tracked_ != HitTest(ptScreen, false)) {

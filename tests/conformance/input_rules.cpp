@@ -16,7 +16,6 @@ using platform::kShiftBit;
 using platform::PointerMoved;
 using platform::TextTyped;
 
-constexpr Rect kPlace{100, 100, 200, 160};
 constexpr Point kInside{130, 120};
 constexpr Point kOutside{400, 300};
 
@@ -197,7 +196,7 @@ void ClipboardGivesBackWhatItGot(Trial& trial) {
     Trial::Require(got == text || got.empty(), "the clipboard gives back another text");
 }
 
-constexpr std::array kRules{
+constexpr std::array kInputRules{
     Rule{"input.pointer_in_pixels_of_the_screen", PointerInPixelsOfTheScreen},
     Rule{"input.windows_at_negative_places", WindowsAtNegativePlacesHearOfThePointer},
     Rule{"input.press_is_followed_to_its_release", PressIsFollowedToItsRelease},
@@ -213,7 +212,7 @@ constexpr std::array kRules{
 }  // namespace
 
 std::span<const Rule> RulesOfInput() {
-    return kRules;
+    return kInputRules;
 }
 
 }  // namespace conformance

@@ -9,7 +9,6 @@ namespace conformance {
 
 namespace {
 
-constexpr Rect kPlace{100, 100, 200, 160};
 constexpr platform::Colour kOther = 0x00FF00;
 
 // Waits until the picture's pixel is on the screen.
@@ -116,7 +115,7 @@ void PopupLiesAbove(Trial& trial) {
     AwaitColour(trial, {155, 121}, Trial::ColourAt({55, 21}), "the owner once its popup has gone");
 }
 
-constexpr std::array kRules{
+constexpr std::array kPictureRules{
     Rule{"pictures.new_window_counts_as_seen", NewWindowCountsAsSeen},
     Rule{"pictures.shown_as_it_is", ShownAsItIs},
     Rule{"pictures.changes_are_shown", ChangesAreShown},
@@ -130,7 +129,7 @@ constexpr std::array kRules{
 }  // namespace
 
 std::span<const Rule> RulesOfPictures() {
-    return kRules;
+    return kPictureRules;
 }
 
 }  // namespace conformance

@@ -154,7 +154,7 @@ void PiecesMakeTheWhole(Trial& trial) {
     }
 }
 
-constexpr std::array kRules{
+constexpr std::array kTextRules{
     Rule{"text.height_is_that_of_the_font", HeightIsThatOfTheFont},
     Rule{"text.nothing_has_no_width", NothingHasNoWidth},
     Rule{"text.blanks_count", BlanksCount},
@@ -167,7 +167,7 @@ constexpr std::array kRules{
 }  // namespace
 
 std::span<const Rule> RulesOfText() {
-    return kRules;
+    return kTextRules;
 }
 
 }  // namespace conformance

@@ -208,7 +208,7 @@ void SeedsAreFresh(Trial& trial) {
                    "two seeds are the same");
 }
 
-constexpr std::array kRules{
+constexpr std::array kTimeRules{
     Rule{"time.never_goes_back", NeverGoesBack},
     Rule{"time.waits_until_the_deadline", WaitsUntilTheDeadline},
     Rule{"time.does_not_wait_for_the_past", DoesNotWaitForThePast},
@@ -225,7 +225,7 @@ constexpr std::array kRules{
 }  // namespace
 
 std::span<const Rule> RulesOfTime() {
-    return kRules;
+    return kTimeRules;
 }
 
 }  // namespace conformance

@@ -22,6 +22,9 @@ using platform::Rect;
 using platform::Size;
 using platform::Surface;
 
+/// Where the windows of most trials stand.
+inline constexpr Rect kPlace{100, 100, 200, 160};
+
 struct Broken {
     std::string why;
 };

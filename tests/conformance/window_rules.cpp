@@ -9,8 +9,6 @@ namespace conformance {
 
 namespace {
 
-constexpr Rect kPlace{100, 100, 200, 160};
-
 bool IsWithin(const Rect& inner, const Rect& outer) {
     return platform::Intersect(inner, outer) == inner;
 }
@@ -206,7 +204,7 @@ void ClosingIsARequest(Trial& trial) {
         "the second wish to close the window, as it stayed,");
 }
 
-constexpr std::array kRules{
+constexpr std::array kWindowRules{
     Rule{"screen.has_room", ScreenHasRoom},
     Rule{"screen.work_areas_lie_in_the_whole", WorkAreasLieInTheWhole},
     Rule{"windows.unknown_handles_do_nothing", UnknownHandlesDoNothing},
@@ -221,7 +219,7 @@ constexpr std::array kRules{
 }  // namespace
 
 std::span<const Rule> RulesOfWindows() {
-    return kRules;
+    return kWindowRules;
 }
 
 }  // namespace conformance

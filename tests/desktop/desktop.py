@@ -3,7 +3,7 @@ desktop driver's probe, and the finished program. Conditions are waited for, not
 
     FILE [--probe PROBE] [--drag-source SOURCE] [--program VELDRIN] [--scenario RUNNER]
          [--framing-manager MANAGER] [--embedding-tray TRAY] [--slow-files MODULE]
-         [unittest arguments]
+         [--conformance PROGRAM] [--guest-program PROGRAM] [unittest arguments]
 """
 
 import os
@@ -196,6 +196,7 @@ class OnDisplay(World):
     """Tests on a display; one for all of a class."""
 
     probe = drag_source = scenario = framing_manager = embedding_tray = slow_files = ''
+    conformance = guest_program = ''
 
     @staticmethod
     def make_display():
@@ -236,7 +237,7 @@ class OnDisplay(World):
 
 def main():
     for name in ('probe', 'drag_source', 'program', 'scenario', 'framing_manager',
-                 'embedding_tray', 'slow_files'):
+                 'embedding_tray', 'slow_files', 'conformance', 'guest_program'):
         option = '--' + name.replace('_', '-')
         if option in sys.argv:
             at = sys.argv.index(option)
