@@ -4,18 +4,11 @@
 #include <stdexcept>
 #include <string>
 
-#include "tests/conformance/pushed_desktop.h"
-
 namespace conformance {
 
 namespace {
 
 using namespace platform;
-
-template <typename Desktop>
-BrokenDriver Breaks(const char* rule, const char* fault) {
-    return {fault, rule, [] { return std::make_unique<PushedDesktop<Desktop>>(); }};
-}
 
 // Time.
 
@@ -267,6 +260,10 @@ struct HidesPopups : PaperDriver {
 };
 
 }  // namespace
+
+BrokenDriver Breaks(std::unique_ptr<PaperDriver> (*make)(), const char* rule, const char* fault) {
+    return {fault, rule, [make] { return std::make_unique<PushedDesktop>(make()); }};
+}
 
 std::vector<BrokenDriver> BrokenInTime() {
     return {

@@ -5,18 +5,12 @@
 #include <string>
 
 #include "tests/conformance/broken_drivers.h"
-#include "tests/conformance/pushed_desktop.h"
 
 namespace conformance {
 
 namespace {
 
 using namespace platform;
-
-template <typename Desktop>
-BrokenDriver Refuses(const char* rule, const char* fault) {
-    return {fault, rule, [] { return std::make_unique<PushedDesktop<Desktop>>(); }};
-}
 
 // Changes each event on its way, or takes it out.
 template <typename Change>
@@ -181,39 +175,39 @@ struct AlwaysFromTheStart : PaperDriver {
 
 std::vector<BrokenDriver> BrokenInInput() {
     return {
-        Refuses<LatestFirst>("input.press_is_followed_to_its_release", "events come latest first"),
-        Refuses<Changes<InWindow>>("input.pointer_in_pixels_of_the_screen",
-                                   "the pointer is told in the window's pixels"),
-        Refuses<PointerStands>("input.pointer_in_pixels_of_the_screen", "the pointer stands"),
-        Refuses<Changes<NotBelowZero>>("input.windows_at_negative_places",
-                                       "windows left of 0 hear nothing"),
-        Refuses<Changes<WithoutRelease>>("input.press_is_followed_to_its_release",
-                                         "releases are not reported"),
-        Refuses<Changes<InEighthsOfADegree>>("input.wheel_counts_notches",
-                                             "the wheel counts eighths of a degree"),
-        Refuses<Changes<WithoutText>>("input.text_follows_its_key", "keys type nothing"),
-        Refuses<Changes<SmallLetters>>("input.text_follows_its_key", "codes are small letters"),
-        Refuses<TextBeforeKey>("input.text_follows_its_key", "text comes before its key"),
-        Refuses<Changes<ModifierOfBefore>>("input.modifier_counts_from_its_press",
-                                           "modifiers are those from before the key"),
-        Refuses<NoGrab>("input.grab_reaches_everywhere", "there is no grab"),
-        Refuses<TypesWhereOneWrites>("input.writing_is_no_news", "the end of writing types"),
-        Refuses<WordsOfTheClipboard>("input.clipboard_gives_back", "the clipboard gives less"),
+        Breaks<LatestFirst>("input.press_is_followed_to_its_release", "events come latest first"),
+        Breaks<Changes<InWindow>>("input.pointer_in_pixels_of_the_screen",
+                                  "the pointer is told in the window's pixels"),
+        Breaks<PointerStands>("input.pointer_in_pixels_of_the_screen", "the pointer stands"),
+        Breaks<Changes<NotBelowZero>>("input.windows_at_negative_places",
+                                      "windows left of 0 hear nothing"),
+        Breaks<Changes<WithoutRelease>>("input.press_is_followed_to_its_release",
+                                        "releases are not reported"),
+        Breaks<Changes<InEighthsOfADegree>>("input.wheel_counts_notches",
+                                            "the wheel counts eighths of a degree"),
+        Breaks<Changes<WithoutText>>("input.text_follows_its_key", "keys type nothing"),
+        Breaks<Changes<SmallLetters>>("input.text_follows_its_key", "codes are small letters"),
+        Breaks<TextBeforeKey>("input.text_follows_its_key", "text comes before its key"),
+        Breaks<Changes<ModifierOfBefore>>("input.modifier_counts_from_its_press",
+                                          "modifiers are those from before the key"),
+        Breaks<NoGrab>("input.grab_reaches_everywhere", "there is no grab"),
+        Breaks<TypesWhereOneWrites>("input.writing_is_no_news", "the end of writing types"),
+        Breaks<WordsOfTheClipboard>("input.clipboard_gives_back", "the clipboard gives less"),
     };
 }
 
 std::vector<BrokenDriver> BrokenInText() {
     return {
-        Refuses<FlatWithoutText>("text.height_is_that_of_the_font", "nothing has no height"),
-        Refuses<WidthOfNothing>("text.nothing_has_no_width", "nothing has a width"),
-        Refuses<TrimsBlanks>("text.blanks_count", "blanks at the end do not count"),
-        Refuses<CaretOneOff>("text.caret_goes_from_end_to_end", "the caret is a pixel off"),
-        Refuses<Wavers>("text.answers_stay_the_same", "widths grow"),
-        Refuses<PlainDensity>("text.picture_is_as_measured", "all is of density 1"),
-        Refuses<TooWide>("text.picture_is_as_measured", "pictures are too wide"),
-        Refuses<NoCoverage>("text.picture_is_as_measured", "pictures have no coverage"),
-        Refuses<NoInk>("text.picture_is_as_measured", "pictures are empty"),
-        Refuses<AlwaysFromTheStart>("text.pieces_make_the_whole", "pieces begin at the start"),
+        Breaks<FlatWithoutText>("text.height_is_that_of_the_font", "nothing has no height"),
+        Breaks<WidthOfNothing>("text.nothing_has_no_width", "nothing has a width"),
+        Breaks<TrimsBlanks>("text.blanks_count", "blanks at the end do not count"),
+        Breaks<CaretOneOff>("text.caret_goes_from_end_to_end", "the caret is a pixel off"),
+        Breaks<Wavers>("text.answers_stay_the_same", "widths grow"),
+        Breaks<PlainDensity>("text.picture_is_as_measured", "all is of density 1"),
+        Breaks<TooWide>("text.picture_is_as_measured", "pictures are too wide"),
+        Breaks<NoCoverage>("text.picture_is_as_measured", "pictures have no coverage"),
+        Breaks<NoInk>("text.picture_is_as_measured", "pictures are empty"),
+        Breaks<AlwaysFromTheStart>("text.pieces_make_the_whole", "pieces begin at the start"),
     };
 }
 

@@ -1,7 +1,9 @@
 // What users and desktops do to a driver that has neither: events are pushed into it.
 #pragma once
 
+#include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <utility>
@@ -88,24 +90,29 @@ inline std::optional<platform::Colour> ColourOf(platform::Driver&, Point) {
     return {};
 }
 
-template <typename Desktop>
+/// For any driver that the routines above know.
 class PushedDesktop : public Surroundings {
   public:
-    template <typename... Arguments>
-    explicit PushedDesktop(Arguments&&... arguments)
-        : driver_(std::forward<Arguments>(arguments)...) {}
+    template <typename Desktop>
+    explicit PushedDesktop(std::unique_ptr<Desktop> driver)
+        : push_([&desktop = *driver](platform::DriverEvent event) {
+              PushTo(desktop, std::move(event));
+          }),
+          pointAt_([&desktop = *driver](Point ptScreen) { PointAt(desktop, ptScreen); }),
+          colourOf_([&desktop = *driver](Point ptScreen) { return ColourOf(desktop, ptScreen); }),
+          driver_(std::move(driver)) {}
 
-    platform::Driver& Driver() override { return driver_; }
+    platform::Driver& Driver() override { return *driver_; }
 
     bool MovePointer(Point ptScreen) override {
-        PointAt(driver_, ptScreen);
+        pointAt_(ptScreen);
         return Push(platform::PointerMoved{ptScreen, shift_});
     }
     bool ChangeButton(Long button, bool down) override {
-        return Push(platform::ButtonChanged{driver_.Pointer(), button, down, shift_});
+        return Push(platform::ButtonChanged{driver_->Pointer(), button, down, shift_});
     }
     bool TurnWheel(Long notches) override {
-        return Push(platform::WheelTurned{driver_.Pointer(), notches, shift_});
+        return Push(platform::WheelTurned{driver_->Pointer(), notches, shift_});
     }
     bool ChangeKey(Long code, bool down) override {
         if (code == platform::VK_SHIFT) {
@@ -126,16 +133,19 @@ class PushedDesktop : public Surroundings {
         return Push(platform::MovedByDesktop{window, ptScreen});
     }
     std::optional<platform::Colour> ColourOnScreen(Point ptScreen) override {
-        return ColourOf(driver_, ptScreen);
+        return colourOf_(ptScreen);
     }
 
   private:
     bool Push(platform::DriverEvent event) {
-        PushTo(driver_, std::move(event));
+        push_(std::move(event));
         return true;
     }
 
-    Desktop driver_;
+    std::function<void(platform::DriverEvent)> push_;
+    std::function<void(Point)> pointAt_;
+    std::function<std::optional<platform::Colour>(Point)> colourOf_;
+    std::unique_ptr<platform::Driver> driver_;
     Long shift_ = 0;
 };
 
