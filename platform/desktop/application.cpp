@@ -78,8 +78,7 @@ void HearTheToolkit() {
 // The toolkit quits by closing all windows first, and not at all if one of them refuses.
 class QuitFilter : public QObject {
   public:
-    QuitFilter(QObject& parent, std::function<void()> onQuit)
-        : QObject(&parent), onQuit_(std::move(onQuit)) {
+    explicit QuitFilter(std::function<void()> onQuit) : onQuit_(std::move(onQuit)) {
         qGuiApp->installEventFilter(this);
     }
     bool eventFilter(QObject* object, QEvent* event) override {
@@ -127,7 +126,7 @@ Application::Application(std::string name) : name_(std::move(name)) {
 
 // All of that happens within the one event.
 void Application::WatchQuitting() {
-    new QuitFilter(context_, [this] {
+    quitFilter_ = std::make_unique<QuitFilter>([this] {
         isQuitting_ = true;
         QMetaObject::invokeMethod(
             &context_, [this] { isQuitting_ = false; }, Qt::QueuedConnection);

@@ -61,6 +61,7 @@ class Application {
         nullptr;           ///< of the toolkit's; null if it has none of that kind
     int compositor_ = -1;  ///< a connection to it; -1 if it is no Wayland compositor
     QObject context_;      ///< whatever is connected ends with it
+    std::unique_ptr<QObject> quitFilter_;
     std::unique_ptr<QSocketNotifier> hangUp_;
     std::function<void()> onSessionEnd_;
     std::function<void()> onLost_;
