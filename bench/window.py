@@ -21,6 +21,7 @@ import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'tests',
                                 'desktop'))
+import x_image  # noqa: E402
 from desktop import Display  # noqa: E402
 
 TICKS = os.sysconf('SC_CLK_TCK')
@@ -151,32 +152,17 @@ class Bench:
         process.wait()
 
 
-class Image(ctypes.Structure):
-    """The beginning of what the window server's library calls an image."""
-    _fields_ = [('numbers', ctypes.c_int * 4), ('data', ctypes.c_void_p)]
-
-
 class Onlooker:
     """Points, presses, and sees what comes of it, faster than a tool could be started."""
 
     SIDE = 60  # pixels
-    WHOLE = ctypes.c_ulong(-1)
-    Z_PIXMAP = 2
 
     def __init__(self, display):
-        self.x, self.test = ctypes.CDLL('libX11.so.6'), ctypes.CDLL('libXtst.so.6')
-        self.x.XOpenDisplay.restype = ctypes.c_void_p
-        self.x.XDefaultRootWindow.restype = ctypes.c_ulong
-        self.x.XGetImage.restype = ctypes.POINTER(Image)
+        self.x, self.test = x_image.library(), ctypes.CDLL('libXtst.so.6')
         self.server = ctypes.c_void_p(self.x.XOpenDisplay(display.name.encode()))
-        self.root = ctypes.c_ulong(self.x.XDefaultRootWindow(self.server))
 
     def look(self, left, top):
-        image = self.x.XGetImage(self.server, self.root, left, top, self.SIDE, self.SIDE,
-                                 self.WHOLE, self.Z_PIXMAP)
-        pixels = ctypes.string_at(image.contents.data, self.SIDE * self.SIDE * 4)
-        self.x.XDestroyImage(image)
-        return pixels
+        return x_image.look(self.x, self.server, left, top, self.SIDE, self.SIDE)
 
     def point_at(self, x, y):
         self.test.XTestFakeMotionEvent(self.server, -1, x, y, ctypes.c_ulong(0))

@@ -16,6 +16,7 @@ import time
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'host'))
+import x_image  # noqa: E402
 from world import PATIENCE, World  # noqa: E402
 
 SCREEN = (1024, 768)
@@ -119,11 +120,7 @@ class Display:
         return self.run('xprop', '-id', str(window), name, check=False)
 
     def screenshot(self):
-        data = subprocess.run(['import', '-silent', '-window', 'root', '-crop',
-                               '{}x{}+0+0'.format(*self.size), '-depth', '8', 'rgb:-'],
-                              env=self.environment, check=True, stdout=subprocess.PIPE,
-                              timeout=PATIENCE).stdout
-        return Picture(data, *self.size)
+        return Picture(x_image.screen(self.environment['DISPLAY'], *self.size), *self.size)
 
 
 class Picture:
