@@ -26,11 +26,12 @@ def tone(path, seconds=0.25, **tags):
     for name, value in tags.items():
         comments += ['--add-comment', f'{name.upper()}={value}']
     ending = os.path.splitext(os.fsdecode(path))[1]
-    made = os.path.join(World.shared, f'tone{ending}')
-    command = ['sox', '-n', '-r', '8000', *comments, made, 'synth', str(seconds), 'sine', '440',
-               'vol', '0.1']
-    subprocess.run(command, check=True)
-    shutil.move(os.fsencode(made), os.fsencode(path))
+    what = (ending, seconds, *comments)
+    if what not in World.tones:
+        World.tones[what] = os.path.join(World.shared, f'tone{len(World.tones)}{ending}')
+        subprocess.run(['sox', '-n', '-r', '8000', *comments, World.tones[what], 'synth',
+                        str(seconds), 'sine', '440', 'vol', '0.1'], check=True)
+    shutil.copyfile(World.tones[what], os.fsencode(path))
     return path
 
 
@@ -38,6 +39,7 @@ class World(unittest.TestCase):
     maxDiff = None
     program = b''  # set by main
     shared = ''    # a folder for GStreamer's cache, the same for all tests of a file
+    tones = {}     # what has been made there, by format, length and tags
 
     def setUp(self):
         self.folder = tempfile.mkdtemp(prefix='veldrin-world-')
