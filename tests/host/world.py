@@ -31,7 +31,10 @@ def tone(path, seconds=0.25, **tags):
         World.tones[what] = os.path.join(World.shared, f'tone{len(World.tones)}{ending}')
         subprocess.run(['sox', '-n', '-r', '8000', *comments, World.tones[what], 'synth',
                         str(seconds), 'sine', '440', 'vol', '0.1'], check=True)
-    shutil.copyfile(World.tones[what], os.fsencode(path))
+    # Put in its place whole: what stands there may be a link to another song.
+    copy = World.tones[what] + '.copy'
+    shutil.copyfile(World.tones[what], copy)
+    shutil.move(os.fsencode(copy), os.fsencode(path))
     return path
 
 
