@@ -11,7 +11,7 @@ namespace veldrin {
 
 namespace {
 
-constexpr std::chrono::milliseconds kBetweenLooks(50);
+constexpr std::chrono::milliseconds kBetweenGlances(50);
 // A seek to the very end leaves some demuxers hanging.
 constexpr std::chrono::milliseconds kBeforeEnd(200);
 
@@ -191,7 +191,7 @@ bool Decoder::WaitForSound() {
     int idleLooks = 0;
     std::unique_lock lock(mutex_);
     while (std::chrono::steady_clock::now() < deadline && idleLooks < 2 && !isGivenUp()) {
-        if (noted_.wait_for(lock, kBetweenLooks, [&] { return sounds_ || ended_ || failed_; })) {
+        if (noted_.wait_for(lock, kBetweenGlances, [&] { return sounds_ || ended_ || failed_; })) {
             return sounds_;
         }
         lock.unlock();

@@ -32,7 +32,7 @@ constexpr milliseconds kLeastLead(150);
 constexpr milliseconds kTailAtMost(1500);
 constexpr milliseconds kFadeAtMost(200);
 // Nobody may be held up for longer while something plays.
-constexpr milliseconds kUnnoticed(40);
+constexpr milliseconds kUnheard(40);
 constexpr milliseconds kDeviceSoon(300);
 /// For what is waited for without an end.
 constexpr std::chrono::hours kSomeTime(1);
@@ -336,7 +336,7 @@ std::string Player::BitRateText() {
         return {};
     }
     int bitRate = 0;
-    if (readingFacts_.WaitFor(kUnnoticed)) {
+    if (readingFacts_.WaitFor(kUnheard)) {
         bitRate = facts_->bitRate;
         const double length = std::chrono::duration<double>(ExactLength()).count();
         if (bitRate == 0 && length > 0) {

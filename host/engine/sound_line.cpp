@@ -21,7 +21,7 @@ using std::chrono::milliseconds;
 // After so much silence the device is let go, so that the desktop can put it to sleep.
 constexpr Time kSilenceBeforeRest = std::chrono::seconds(1);
 // A thread that waits for its device this long is not waited for.
-constexpr milliseconds kPatience(500);
+constexpr milliseconds kPatienceWithLine(500);
 constexpr milliseconds kBetweenQuestions(50);
 
 }  // namespace
@@ -254,7 +254,8 @@ SoundLine::~SoundLine() {
     std::unique_lock lock(shared_->mutex);
     shared_->ends = true;
     shared_->changed.notify_all();
-    const bool ended = shared_->changed.wait_for(lock, kPatience, [&] { return shared_->ended; });
+    const bool ended =
+        shared_->changed.wait_for(lock, kPatienceWithLine, [&] { return shared_->ended; });
     lock.unlock();
     if (ended) {
         thread_.join();

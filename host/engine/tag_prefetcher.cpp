@@ -13,7 +13,7 @@ namespace veldrin {
 
 namespace {
 
-constexpr std::size_t kAhead = 1000;  // files that are read ahead at most
+constexpr std::size_t kFilesAhead = 1000;  // files that are read ahead at most
 // Files that the asking thread reads itself before it looks to the others again. It never waits: a
 // thread that has been put to sleep in the midst of a file would hold it up.
 constexpr std::size_t kOwnShare = 16;
@@ -86,9 +86,9 @@ bool TagPrefetcher::TakeRead(std::size_t place, std::string& title,
             --ownShare_;
         }
     }
-    const std::size_t limit = std::min(shared_->folder->entries.size(), place + 1 + kAhead);
+    const std::size_t limit = std::min(shared_->folder->entries.size(), place + 1 + kFilesAhead);
     // In large steps, so that nobody is woken for a single file.
-    if (limit < shared_->folder->limit || limit >= shared_->folder->limit + kAhead / 2 ||
+    if (limit < shared_->folder->limit || limit >= shared_->folder->limit + kFilesAhead / 2 ||
         (limit > shared_->folder->limit && limit == shared_->folder->entries.size())) {
         shared_->folder->limit = limit;
         StartThreads();

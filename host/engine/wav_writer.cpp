@@ -59,8 +59,8 @@ void WavWriter::Finish() {
     const std::lock_guard lock(mutex_);
     // A pipe has no beginning to go back to.
     if (file_ != nullptr && rate_ != 0 && std::fseek(file_.get(), 0, SEEK_SET) == 0) {
-        constexpr std::uint64_t kFrame = kChannels * kBytesPerSample;
-        WriteHeader(dataBytes_ - dataBytes_ % kFrame);
+        constexpr std::uint64_t kFrameBytes = kChannels * kBytesPerSample;
+        WriteHeader(dataBytes_ - dataBytes_ % kFrameBytes);
     }
     file_.reset();
 }

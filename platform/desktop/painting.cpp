@@ -71,7 +71,7 @@ class Shares {
         for (Index k = 1; k <= most_; ++k) {
             const double end = std::clamp(first + static_cast<double>(k), from, to);
             const double share = (end - from) / (to - from);
-            const auto sum = static_cast<Part>(share * kWhole + 0.5);
+            const auto sum = static_cast<Part>(std::lround(share * kWhole));
             parts_.insert(parts_.end(), kChannels, static_cast<Part>(sum - former));
             former = sum;
         }

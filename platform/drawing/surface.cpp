@@ -199,7 +199,8 @@ void Surface::BitBlt(const Rect& to, const Surface& picture, Point from, Long op
         return;
     }
     const Rect area = Stored(place);
-    const Pixel* read = source.Row(area.top - shift.y * density_) + area.left - shift.x * density_;
+    const Point first{area.left - shift.x * density_, area.top - shift.y * density_};
+    const Pixel* read = source.Row(first.y) + first.x;
     for (Long y = area.top; y < area.bottom; ++y, read += source.StoredSize().width) {
         Pixel* write = Row(y) + area.left;
         if (operation == SRCAND) {
