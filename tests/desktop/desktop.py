@@ -17,7 +17,7 @@ import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'host'))
 import x_image  # noqa: E402
-from world import PATIENCE, World  # noqa: E402
+from world import PATIENCE, World, shared_folder  # noqa: E402
 
 SCREEN = (1024, 768)
 
@@ -242,5 +242,5 @@ def main():
             del sys.argv[at:at + 2]
             setattr(World if name == 'program' else OnDisplay, name, path)
     World.program = os.fsencode(World.program)
-    with tempfile.TemporaryDirectory(prefix='veldrin-shared-') as World.shared:
+    with shared_folder():
         unittest.main()

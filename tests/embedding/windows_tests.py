@@ -7,12 +7,11 @@
 import os
 import subprocess
 import sys
-import tempfile
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'desktop'))
 from desktop import Display, OnDisplay, wait_for  # noqa: E402
-from world import PATIENCE, World  # noqa: E402
+from world import PATIENCE, World, shared_folder  # noqa: E402
 
 WHITE = (255, 255, 255)
 
@@ -93,5 +92,5 @@ class QtHost(Hosts):
 if __name__ == '__main__':
     Hosts.window_host, Hosts.qt_host = sys.argv[1:3]
     del sys.argv[1:3]
-    with tempfile.TemporaryDirectory(prefix='veldrin-shared-') as World.shared:
+    with shared_folder():
         unittest.main()

@@ -7,6 +7,7 @@ the spot. Nothing of the user's is read or written. Nothing waits for a fixed ti
 waited for, up to PATIENCE seconds.
 """
 
+import contextlib
 import os
 import select
 import shutil
@@ -126,7 +127,25 @@ class World(unittest.TestCase):
         self.assertFalse(os.path.exists(self.directory))
 
 
+@contextlib.contextmanager
+def shared_folder():
+    """World.shared, for all tests of a file. GStreamer takes its time to look through all its plug-ins, so
+    what it has noted of them is handed on to the files that come later."""
+    handed_on = os.path.join(tempfile.gettempdir(), f'veldrin-tests-registry-{os.getuid()}.bin')
+    with tempfile.TemporaryDirectory(prefix='veldrin-shared-') as World.shared:
+        registry = os.path.join(World.shared, 'registry.bin')
+        if os.path.exists(handed_on):
+            shutil.copyfile(handed_on, registry)
+        try:
+            yield
+        finally:
+            if os.path.exists(registry) and not os.path.exists(handed_on):
+                whole = f'{handed_on}.{os.getpid()}'
+                shutil.copyfile(registry, whole)
+                os.replace(whole, handed_on)
+
+
 def main():
     World.program = os.fsencode(os.path.abspath(sys.argv.pop(1)))
-    with tempfile.TemporaryDirectory(prefix='veldrin-shared-') as World.shared:
+    with shared_folder():
         unittest.main()

@@ -8,13 +8,12 @@ import os
 import re
 import subprocess
 import sys
-import tempfile
 import unittest
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 ROOT = os.path.join(HERE, '..', '..')
 sys.path[1:1] = [os.path.join(HERE, '..', 'desktop'), os.path.join(HERE, '..', 'host')]
-from world import World  # noqa: E402
+from world import World, shared_folder  # noqa: E402
 
 given = None  # set by main
 # Installing and packing are work for the disk, on a machine that has other work.
@@ -70,5 +69,5 @@ def main():
         parser.add_argument('--' + name, type=os.path.abspath)
     given, rest = parser.parse_known_args()
     World.program = os.fsencode(given.program)
-    with tempfile.TemporaryDirectory(prefix='veldrin-shared-') as World.shared:
+    with shared_folder():
         unittest.main(argv=sys.argv[:1] + rest)
