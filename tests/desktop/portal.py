@@ -19,6 +19,7 @@ FAULT: what it does wrong.
     no-path       neither is that of its request
     silent        never answers
     old-path      requests have paths of its own choice
+    early         the same, and it responds before it says which
 """
 
 import json
@@ -112,12 +113,15 @@ class Portal:
     def respond(self, sender, options, invocation, code, results):
         self.requests += 1
         path = self.child('request', sender, options['handle_token'])
-        if self.fault == 'old-path':
+        if self.fault in ('old-path', 'early'):
             path = f'{PATH}/request/old{self.requests}'
         shown = '/' if self.fault == 'no-path' else path
-        invocation.return_value(GLib.Variant('(o)', (shown,)))
         values = ('(s)', ('yes',)) if self.fault == 'wrong-types' else ('(ua{sv})', (code, results))
-        self.emit(path, 'Request', 'Response', *values)
+        if self.fault == 'early':
+            self.emit(path, 'Request', 'Response', *values)
+        invocation.return_value(GLib.Variant('(o)', (shown,)))
+        if self.fault != 'early':
+            self.emit(path, 'Request', 'Response', *values)
 
     def emit(self, path, interface, name, signature, values):
         self.bus.emit_signal(self.client, path, PORTAL + interface, name,

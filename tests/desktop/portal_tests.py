@@ -93,6 +93,10 @@ class Portal(HotKeys):
         self.open_with('old-path').expect('bind')
         self.wait_for_portal_keys()
 
+    def test_portals_that_respond_before_they_answer(self):
+        self.open_with('early').expect('bind')
+        self.wait_for_portal_keys()
+
     def test_signals_of_wrong_types_are_passed_over(self):
         self.open_with().expect('bind')
         self.wait_for_portal_keys()

@@ -118,6 +118,7 @@ void PortalKeys::Forget() {
     isRegistering_ = false;
     owner_.clear();
     request_.clear();
+    early_.reset();
     session_.clear();
 }
 
@@ -179,6 +180,7 @@ void PortalKeys::Request(const QString& method, QVariantList arguments, QVariant
     options[QStringLiteral("handle_token")] = token;
     arguments.append(options);
     request_ = path;
+    early_.reset();
     Call(kShortcutsInterface, method, arguments,
          [this, path, onFailure = std::move(onFailure)](const QDBusMessage& answer) {
              if (request_ != path) {
@@ -190,6 +192,9 @@ void PortalKeys::Request(const QString& method, QVariantList arguments, QVariant
              } else {
                  // Old portals choose the path themselves.
                  request_ = PathIn(answer.arguments().value(0));
+                 if (early_) {
+                     OnResponse(*std::exchange(early_, std::nullopt));
+                 }
              }
          });
 }
@@ -211,7 +216,11 @@ void PortalKeys::Call(const QString& interface, const QString& method,
 }
 
 void PortalKeys::OnResponse(const QDBusMessage& message) {
-    if (request_.isEmpty() || message.path() != request_ || message.service() != owner_) {
+    if (request_.isEmpty() || message.service() != owner_) {
+        return;
+    }
+    if (message.path() != request_) {
+        early_ = message;
         return;
     }
     request_.clear();

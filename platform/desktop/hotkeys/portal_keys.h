@@ -17,6 +17,7 @@
 #include <QVariantMap>
 #include <functional>
 #include <map>
+#include <optional>
 
 #include "platform/driver.h"
 
@@ -74,6 +75,9 @@ class PortalKeys : public QObject {
     int tokens_ = 0;   ///< names used up
     QString owner_;    ///< the portal's own name on the bus; empty while it is not known
     QString request_;  ///< whose Response is waited for; empty if none
+    /// A Response to another request, which may turn out to be this one: an answer and a signal
+    /// reach us in either order, whichever was sent first.
+    std::optional<QDBusMessage> early_;
     QString session_;
 };
 
