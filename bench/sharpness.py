@@ -83,7 +83,7 @@ class Bench:
 
             def settled():
                 nonlocal former
-                data = self.display.screenshot().part(*part).data
+                data = self.display.part(*part).data
                 same = data == former and len(set(data)) > 8
                 former = data
                 return data if same else None

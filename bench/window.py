@@ -21,7 +21,6 @@ import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'tests',
                                 'desktop'))
-import x_image  # noqa: E402
 from desktop import Display  # noqa: E402
 
 TICKS = os.sysconf('SC_CLK_TCK')
@@ -158,11 +157,11 @@ class Onlooker:
     SIDE = 60  # pixels
 
     def __init__(self, display):
-        self.x, self.test = x_image.library(), ctypes.CDLL('libXtst.so.6')
-        self.server = ctypes.c_void_p(self.x.XOpenDisplay(display.name.encode()))
+        self.known, self.test = display.known, ctypes.CDLL('libXtst.so.6')
+        self.x, self.server = self.known.x, self.known.server
 
     def look(self, left, top):
-        return x_image.look(self.x, self.server, left, top, self.SIDE, self.SIDE)
+        return self.known.look(left, top, self.SIDE, self.SIDE)
 
     def point_at(self, x, y):
         self.test.XTestFakeMotionEvent(self.server, -1, x, y, ctypes.c_ulong(0))

@@ -59,7 +59,7 @@ def shoot(display, program, folder, scale, path):
         former = []
 
         def settled():
-            former.append(display.screenshot().part(*part).data)
+            former.append(display.part(*part).data)
             return len(former) > 1 and former[-1] == former[-2] and len(set(former[-1])) > 8
         wait_for(settled, 'the rows')
         subprocess.run(['convert', '-size', f'{part[2]}x{part[3]}', '-depth', '8', 'rgb:-',

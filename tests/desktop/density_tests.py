@@ -55,13 +55,13 @@ class Scaled(Player):
     def pixel(self, x, y):
         """In the middle of a place."""
         left, top = self.display.geometry(self.window)[:2]
-        return self.display.screenshot().pixel(left + math.floor((x + 0.5) * self.factor),
+        return self.display.pixel(left + math.floor((x + 0.5) * self.factor),
                                                top + math.floor((y + 0.5) * self.factor))
 
     def still(self):
         """The rows of the window, without the title, which moves, and what pulses: the current row
         and the one that was clicked."""
-        shown = self.display.screenshot().part(*self.display.geometry(self.window))
+        shown = self.display.part(*self.display.geometry(self.window))
         rows = [shown.data[y * shown.width * 3:(y + 1) * shown.width * 3]
                 for y in range(shown.height)]
         current, clicked = ((LIST[0], LIST[1] + row * ROW, LIST[2], ROW) for row in (0, 3))
@@ -85,8 +85,7 @@ class Scaled(Player):
     def menus(self):
         """The places of those that are open. A tooltip, which a slow machine may show before the click
         has reached it, is as high as one row."""
-        places = [self.display.geometry(window) for window in self.display.windows_of(self.player)
-                  if window != self.window]
+        places = self.display.places_of(self.player, self.window)
         return [place for place in places if place[3] > 2 * MENU_ROW * self.factor]
 
     def close_menus(self):
@@ -172,7 +171,7 @@ class AtEachFactor(Scaled):
         self.display.point_at(*ASIDE)
         parts = self.stand_still()
         self.display.tool('windowminimize', self.window)
-        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        wait_for(lambda: self.display.is_iconic(self.window), 'an icon')
         self.display.run('wmctrl', '-ia', str(self.window))
         wait_for(lambda: self.still() == parts, 'the same picture')
 

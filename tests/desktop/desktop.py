@@ -7,7 +7,6 @@ desktop driver's probe, and the finished program. Conditions are waited for, not
 """
 
 import os
-import re
 import select
 import subprocess
 import sys
@@ -16,8 +15,8 @@ import time
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'host'))
-import x_image  # noqa: E402
 from world import PATIENCE, World, shared_folder  # noqa: E402
+from x_server import Server  # noqa: E402
 
 SCREEN = (1024, 768)
 
@@ -51,13 +50,14 @@ class Display:
         self.environment.update(DISPLAY=self.name, LC_ALL='C.UTF-8')
         self.environment.setdefault('XDG_RUNTIME_DIR', World.shared or tempfile.gettempdir())
         self.processes = [self.server]
+        self.known = Server(self.name)
+        self.has_other_keys = False
         if manager:
             self.processes.insert(0, subprocess.Popen(
                 manager, env=self.environment, stdout=subprocess.DEVNULL,
                 stderr=subprocess.DEVNULL))
             # Its list of windows comes last: openbox loses a window that is shown before.
-            wait_for(lambda: 'window id' in self.run('xprop', '-root', '_NET_CLIENT_LIST'),
-                     'a window manager')
+            wait_for(lambda: self.known.listed() is not None, 'a window manager')
 
     def run(self, *command, data=None, check=True):
         """Standard output of a command on this display."""
@@ -68,6 +68,7 @@ class Display:
         return done.stdout.decode(errors='replace')
 
     def end(self):
+        self.known.close()
         for process in self.processes:
             if process.poll() is None:
                 process.terminate()
@@ -85,7 +86,18 @@ class Display:
         self.tool('mousemove', x, y, 'click', button)
 
     def layout(self, *names):
+        """Of the keyboard, until the test ends."""
+        self.has_other_keys = True
         self.run('setxkbmap', *names)
+
+    def modify_keys(self, *words):
+        self.has_other_keys = True
+        self.run('xmodmap', *words)
+
+    def reset_keys(self):
+        if self.has_other_keys:
+            self.layout('us')
+            self.has_other_keys = False
 
     def give_clipboard(self, data):
         # It stays in the background to hand the text out, so its output must not be waited for.
@@ -97,30 +109,48 @@ class Display:
 
     def window(self, title):
         """The number of the window whose title is that, as soon as it can be seen."""
-        def find():
-            found = self.run('xdotool', 'search', '--onlyvisible', '--name', f'^{title}$',
-                             check=False).split()
-            return found and int(found[-1])
-        return wait_for(find, f'a window {title!r}')
+        return wait_for(lambda: self.known.titled(title), f'a window {title!r}')[-1]
 
     def windows_of(self, process):
         """The numbers of those that can be seen. By the process, since the window server may not
         know yet that a former one has ended."""
-        found = self.run('xdotool', 'search', '--all', '--onlyvisible', '--pid', str(process.pid),
-                         '--class', '^veldrin$', check=False)
-        return [int(window) for window in found.split()]
+        return self.known.windows_of(process.pid, 'veldrin')
 
     def geometry(self, window):
         """Left, top, width, height on the screen."""
-        info = self.run('xwininfo', '-id', str(window))
-        return tuple(int(re.search(f'{name}: *(-?[0-9]+)', info)[1]) for name in
-                     ('Absolute upper-left X', 'Absolute upper-left Y', 'Width', 'Height'))
+        place = self.known.geometry(window)
+        assert place, f'there is no window {window}'
+        return place
+
+    def places_of(self, process, without):
+        """As `geometry`, for all windows that can be seen but one. Others may go at any time."""
+        places = (self.known.geometry(window) for window in self.windows_of(process)
+                  if window != without)
+        return [place for place in places if place]
+
+    def listed(self):
+        """Those that the window manager shows in lists of its own."""
+        return self.known.listed() or []
+
+    def is_iconic(self, window):
+        return self.known.is_iconic(window)
 
     def property(self, window, name):
         return self.run('xprop', '-id', str(window), name, check=False)
 
+    # The screen.
+
+    def part(self, left, top, width, height):
+        # No server shows what is outside of its screen.
+        if left < 0 or top < 0 or left + width > self.size[0] or top + height > self.size[1]:
+            return self.screenshot().part(left, top, width, height)
+        return Picture(self.known.colours(left, top, width, height), width, height)
+
+    def pixel(self, x, y):
+        return self.part(x, y, 1, 1).pixel(0, 0)
+
     def screenshot(self):
-        return Picture(x_image.screen(self.environment['DISPLAY'], *self.size), *self.size)
+        return self.part(0, 0, *self.size)
 
 
 class Picture:
@@ -207,7 +237,7 @@ class OnDisplay(World):
     def setUp(self):
         super().setUp()
         self.make_later_start()
-        self.display.layout('us')
+        self.display.reset_keys()
         self.display.point_at(1000, 740)
         self.environment = {**self.display.environment,
                             **{key: self.environment[key] for key in

@@ -19,7 +19,7 @@ class Driver(OnDisplay):
         self.window = self.display.window('Probe � title')
         self.place = (x, y)
         inside = (int((x + 50) * scale), int((y + 30) * scale))
-        wait_for(lambda: self.display.screenshot().pixel(*inside)[2] == 100, 'the picture')
+        wait_for(lambda: self.display.pixel(*inside)[2] == 100, 'the picture')
 
     def ask(self, *words, answer='done'):
         return self.probe_lines.ask(' '.join(str(word) for word in words), answer)

@@ -20,30 +20,30 @@ class Windows(Driver):
 
     def test_shows_each_pixel_as_it_is_and_what_changes(self):
         self.open()
-        shown = self.display.screenshot().part(*self.place, WIDTH, HEIGHT)
+        shown = self.display.part(*self.place, WIDTH, HEIGHT)
         for y in range(HEIGHT):
             for x in range(WIDTH):
                 self.assertEqual(shown.pixel(x, y), colour(x, y))
         self.ask('pixel', 30, 40, 0x0000FF)
-        wait_for(lambda: self.display.screenshot().pixel(230, 190) == (255, 0, 0), 'the change')
-        shown = self.display.screenshot().part(*self.place, WIDTH, HEIGHT)
+        wait_for(lambda: self.display.pixel(230, 190) == (255, 0, 0), 'the change')
+        shown = self.display.part(*self.place, WIDTH, HEIGHT)
         self.assertEqual(shown.pixel(31, 40), colour(31, 40))
 
     def test_whole_scale_makes_blocks(self):
         self.open(100, 80, scale=2)
         self.assertEqual(self.display.geometry(self.window), (200, 160, 200, 120))
-        shown = self.display.screenshot().part(200, 160, 200, 120)
+        shown = self.display.part(200, 160, 200, 120)
         for y in range(0, 120):
             for x in range(0, 200):
                 self.assertEqual(shown.pixel(x, y), colour(x // 2, y // 2))
         self.ask('pixel', 99, 59, 0x00FF00)
-        wait_for(lambda: self.display.screenshot().pixel(399, 279) == (0, 255, 0), 'the change')
-        self.assertEqual(self.display.screenshot().pixel(397, 279), colour(98, 59))
+        wait_for(lambda: self.display.pixel(399, 279) == (0, 255, 0), 'the change')
+        self.assertEqual(self.display.pixel(397, 279), colour(98, 59))
 
     def test_broken_scale_averages_and_parts_fit(self):
         self.open(100, 80, scale=1.5)
         self.assertEqual(self.display.geometry(self.window), (150, 120, 150, 90))
-        before = self.display.screenshot().part(150, 120, 150, 90)
+        before = self.display.part(150, 120, 150, 90)
         for y in range(90):
             for x in range(150):
                 # Of three pixels in a row the first shows one of the picture's, the last the next
@@ -51,10 +51,10 @@ class Windows(Driver):
                 self.assertEqual(before.pixel(x, y), (4 * (x // 3) + x % 3,
                                                       8 * (y // 3) + 2 * (y % 3), 100))
         self.ask('pixel', 50, 30, 0x00FF00)
-        wait_for(lambda: self.display.screenshot().pixel(150 + 75, 120 + 45) == (0, 255, 0),
+        wait_for(lambda: self.display.pixel(150 + 75, 120 + 45) == (0, 255, 0),
                  'the change')
         self.ask('pixel', 50, 30, (50 * 2) | (30 * 4) << 8 | 100 << 16)
-        wait_for(lambda: self.display.screenshot().part(150, 120, 150, 90).data == before.data,
+        wait_for(lambda: self.display.part(150, 120, 150, 90).data == before.data,
                  'the former picture, without seams')
 
     def test_pointer_counts_unscaled_pixels(self):
@@ -66,25 +66,25 @@ class Windows(Driver):
         self.open()
         other = self.start_drag(210, 160, 'text/plain', '00', 'copy')
         other.expect('ready')
-        wait_for(lambda: self.display.screenshot().pixel(230, 180) == (0, 255, 0), 'the other')
+        wait_for(lambda: self.display.pixel(230, 180) == (0, 255, 0), 'the other')
         other.end(0)
-        wait_for(lambda: self.display.screenshot().pixel(230, 180) == colour(30, 30), 'the picture')
+        wait_for(lambda: self.display.pixel(230, 180) == colour(30, 30), 'the picture')
 
     def test_a_picture_that_changes_while_minimised_is_right_afterwards(self):
         self.open()
         self.ask('minimise', 1)
-        wait_for(lambda: self.display.screenshot().pixel(210, 160) != colour(10, 10), 'the gap')
+        wait_for(lambda: self.display.pixel(210, 160) != colour(10, 10), 'the gap')
         self.ask('pixel', 10, 10, 0x00FFFF)
         self.ask('minimise', 0)
-        wait_for(lambda: self.display.screenshot().pixel(210, 160) == (255, 255, 0), 'the change')
-        self.assertEqual(self.display.screenshot().pixel(211, 160), colour(11, 10))
+        wait_for(lambda: self.display.pixel(210, 160) == (255, 255, 0), 'the change')
+        self.assertEqual(self.display.pixel(211, 160), colour(11, 10))
 
     def test_own_minimising_is_no_news_that_of_the_desktop_is(self):
         self.open()
         self.ask('minimise', 1)
-        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        wait_for(lambda: self.display.is_iconic(self.window), 'an icon')
         self.ask('minimise', 0)
-        wait_for(lambda: 'Normal' in self.display.property(self.window, 'WM_STATE'), 'a window')
+        wait_for(lambda: self.window in self.display.known.visible(), 'a window')
         said = self.said_until_now()
         self.assertNotIn('minimised', said)
         self.assertNotIn('restored', said)
@@ -139,10 +139,10 @@ class Windows(Driver):
         self.open()
         other = self.start_drag(210, 160, 'text/plain', '00', 'copy')
         other.expect('ready')
-        wait_for(lambda: self.display.screenshot().pixel(230, 180) == (0, 255, 0), 'the other')
+        wait_for(lambda: self.display.pixel(230, 180) == (0, 255, 0), 'the other')
         self.ask('activate')
-        wait_for(lambda: self.display.screenshot().pixel(230, 180) == colour(30, 30), 'the picture')
-        wait_for(lambda: int(self.display.tool('getactivewindow')) == self.window, 'the focus')
+        wait_for(lambda: self.display.pixel(230, 180) == colour(30, 30), 'the picture')
+        wait_for(lambda: self.display.known.active() == self.window, 'the focus')
 
     def test_work_area(self):
         self.open()
@@ -192,10 +192,10 @@ class Busy(Driver):
                 self.begin(command)
                 other = self.start_drag(210, 160, 'text/plain', '00', 'copy')
                 other.expect('ready')
-                wait_for(lambda: self.display.screenshot().pixel(230, 180) == (0, 255, 0),
+                wait_for(lambda: self.display.pixel(230, 180) == (0, 255, 0),
                          'the other')
                 other.end(0)
-                wait_for(lambda: self.display.screenshot().pixel(230, 180) == colour(30, 30),
+                wait_for(lambda: self.display.pixel(230, 180) == colour(30, 30),
                          'the picture')
                 self.finish(answer)
                 self.probe_lines.end()

@@ -113,7 +113,7 @@ class Server(HotKeys):
         self.press('Next')
         self.wait_for_keys()
         self.assertEqual(self.title(), 'a.wav')
-        self.display.run('xmodmap', '-e', 'keycode 117 = Next')
+        self.display.modify_keys('-e', 'keycode 117 = Next')
         self.wait_for_keys()
         self.press('Next')
         self.wait_for_title('b.wav')
@@ -161,7 +161,7 @@ class Server(HotKeys):
         self.assertEqual(self.title(), 'a.wav')
         self.assertEqual(self.volume(), 70)
         self.press('Down')
-        self.display.run('xmodmap', '-e', 'keycode 117 = Next')
+        self.display.modify_keys('-e', 'keycode 117 = Next')
         self.wait_for_keys()
         self.press('Next')
         self.wait_for_title('b.wav')
@@ -173,14 +173,14 @@ class Server(HotKeys):
         self.press('Next')
         self.wait_for_title('b.wav')
         # Page Up and Page Down change places.
-        self.display.run('xmodmap', '-e', 'keycode 112 = Next', '-e', 'keycode 117 = Prior')
+        self.display.modify_keys('-e', 'keycode 112 = Next', '-e', 'keycode 117 = Prior')
         self.wait_for_keys()
         self.press('112')
         self.wait_for_title('c.wav')
         self.press('117')
         self.wait_for_title('b.wav')
         # Ctrl, Alt and NumLock are no longer the modifiers that they were.
-        self.display.run('xmodmap', '-e', 'remove mod1 = Alt_L', '-e', 'add mod3 = Alt_L')
+        self.display.modify_keys('-e', 'remove mod1 = Alt_L', '-e', 'add mod3 = Alt_L')
         self.wait_for_keys()
 
 

@@ -61,19 +61,19 @@ class Player(OnDisplay):
     def painted(self):
         self.place = self.display.geometry(self.window)
         left, top, width, height = self.place
-        shown = self.display.screenshot().part(left, top, width, height)
+        shown = self.display.part(left, top, width, height)
         # The border of the skin is not black, a bare window or screen is.
         return shown.pixel(width // 2, 2) != (0, 0, 0) and shown.pixel(3, height // 2) != (0, 0, 0)
 
     def title(self):
-        return self.display.tool('getwindowname', self.window).strip()
+        return self.display.known.title(self.window)
 
     def wait_for_title(self, title):
         wait_for(lambda: self.title() == title, f'the title {title!r}')
 
     def shown(self, part=(0, 0, WIDTH, HEIGHT)):
         left, top, width, height = part
-        return self.display.screenshot().part(self.place[0] + left, self.place[1] + top, width,
+        return self.display.part(self.place[0] + left, self.place[1] + top, width,
                                               height)
 
     def point_at(self, point):

@@ -178,7 +178,7 @@ class Window(Player):
     def test_minimised_and_restored_by_the_desktop(self):
         self.open()
         self.display.tool('windowminimize', self.window)
-        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        wait_for(lambda: self.display.is_iconic(self.window), 'an icon')
         self.display.run('wmctrl', '-ia', str(self.window))
         wait_for(self.painted, 'the window')
         self.assertEqual(self.place, (LEFT, TOP, WIDTH, HEIGHT))
@@ -186,11 +186,11 @@ class Window(Player):
     def test_a_second_start_brings_it_back_and_to_the_front(self):
         self.open()
         self.display.tool('windowminimize', self.window)
-        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        wait_for(lambda: self.display.is_iconic(self.window), 'an icon')
         second = self.run_program()
         self.assertEqual(second.returncode, 0)
         wait_for(self.painted, 'the window')
-        wait_for(lambda: int(self.display.tool('getactivewindow')) == self.window, 'the focus')
+        wait_for(lambda: self.display.known.active() == self.window, 'the focus')
 
 
 class End(Player):

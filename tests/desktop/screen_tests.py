@@ -82,7 +82,7 @@ class OnTwoMonitors(TwoMonitors, Driver):
         self.expect(f'moved {1024 - WIDTH} 300')
         wait_for(lambda: self.display.geometry(self.window)[:2] == (1024 - WIDTH, 300), 'its place')
         self.ask('pixel', 10, 10, 0x0000FF)
-        wait_for(lambda: self.display.screenshot().pixel(1024 - WIDTH + 10, 310) == (255, 0, 0),
+        wait_for(lambda: self.display.pixel(1024 - WIDTH + 10, 310) == (255, 0, 0),
                  'the change')
 
     def test_a_window_that_a_monitor_goes_from_under_comes_back_whole(self):
@@ -182,10 +182,10 @@ class MinimisedByNobody:
         self.expect('restored')
         # The change that was made meanwhile, and one after.
         left, top = self.place
-        wait_for(lambda: self.display.screenshot().pixel(left + 10, top + 10) == (255, 0, 0),
+        wait_for(lambda: self.display.pixel(left + 10, top + 10) == (255, 0, 0),
                  'the change')
         self.ask('pixel', 11, 10, 0x00FF00)
-        wait_for(lambda: self.display.screenshot().pixel(left + 11, top + 10) == (0, 255, 0),
+        wait_for(lambda: self.display.pixel(left + 11, top + 10) == (0, 255, 0),
                  'another')
 
 
@@ -212,13 +212,13 @@ class UnderAManager(Driver):
     def test_a_window_that_the_desktop_minimised_stays_so(self):
         self.open()
         self.ask('minimise', 1)
-        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        wait_for(lambda: self.display.is_iconic(self.window), 'an icon')
         self.ask('wait', 900, answer='woke')
         self.assertNotIn('restored', self.probe_lines.heard + self.said_until_now())
-        self.assertIn('Iconic', self.display.property(self.window, 'WM_STATE'))
+        self.assertTrue(self.display.is_iconic(self.window))
         self.ask('minimise', 0)
         left, top = self.place
-        wait_for(lambda: self.display.screenshot().pixel(left + 9, top + 9) == colour(9, 9), 'it')
+        wait_for(lambda: self.display.pixel(left + 9, top + 9) == colour(9, 9), 'it')
 
 
 class LostReleases(Driver):
@@ -332,9 +332,9 @@ class PlayerUnderAManager(PlayerKeepsItsPlace, Player):
     def test_its_minimise_button(self):
         self.open()
         self.click(MINIMISE)
-        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        wait_for(lambda: self.display.is_iconic(self.window), 'an icon')
         self.display.tool('sleep', 0.8)
-        self.assertIn('Iconic', self.display.property(self.window, 'WM_STATE'))
+        self.assertTrue(self.display.is_iconic(self.window))
         self.display.run('wmctrl', '-ia', str(self.window))
         wait_for(self.painted, 'the window')
         self.assertEqual(self.place, (LEFT, TOP, WIDE, TALL))
@@ -373,7 +373,7 @@ class PlayerUnderAManager(PlayerKeepsItsPlace, Player):
     def minimise_and_let_go(self):
         """The pointer stays away from the window, so that it cannot tell by a move what is held."""
         self.display.tool('windowminimize', self.window)
-        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        wait_for(lambda: self.display.is_iconic(self.window), 'an icon')
         self.display.tool('mousemove', 900, 700, 'mouseup', 1)
         self.display.run('wmctrl', '-ia', str(self.window))
         wait_for(self.painted, 'the window')

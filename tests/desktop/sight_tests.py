@@ -28,7 +28,7 @@ class Sight(Driver):
         left, top = self.place
 
         def is_whole():
-            shown = self.display.screenshot().part(left, top, WIDTH, HEIGHT)
+            shown = self.display.part(left, top, WIDTH, HEIGHT)
             return all(shown.pixel(x, y) == ((255, 0, 0) if (x, y) == (10, 10) else colour(x, y))
                        for y in range(HEIGHT) for x in range(WIDTH))
         wait_for(is_whole, 'the whole picture')
@@ -49,8 +49,7 @@ class Sight(Driver):
 
     def test_one_of_which_a_row_shows(self):
         other = self.cover(self.place[0], self.place[1] + 1)
-        wait_for(lambda: len(self.display.run('xdotool', 'search', '--onlyvisible', '--name',
-                                              '^Probe').split()) == 2, 'the other window')
+        wait_for(lambda: len(self.display.known.titled('Probe.*')) == 2, 'the other window')
         self.ask('wait', 200, answer='woke')
         self.wait_until(True)
         other.end()
@@ -78,12 +77,12 @@ class Sight(Driver):
 
     def test_one_that_hides_itself_and_comes_back(self):
         self.ask('hide')
-        wait_for(lambda: self.display.screenshot().pixel(*self.place) != colour(0, 0), 'the gap')
+        wait_for(lambda: self.display.pixel(*self.place) != colour(0, 0), 'the gap')
         # It is put together beforehand.
         self.ask('show', *self.place)
         self.wait_until(True)
         left, top = self.place
-        wait_for(lambda: self.display.screenshot().pixel(left + 9, top + 9) == colour(9, 9), 'it')
+        wait_for(lambda: self.display.pixel(left + 9, top + 9) == colour(9, 9), 'it')
 
 
 class PlayerUnseen(Player):
@@ -95,7 +94,7 @@ class PlayerUnseen(Player):
         # In pixels of its own: it covers all of the window.
         cover.ask('show 10 10')
         left, top, width, height = self.place
-        wait_for(lambda: self.display.screenshot().pixel(left + width - 1, top + height - 1)[2] ==
+        wait_for(lambda: self.display.pixel(left + width - 1, top + height - 1)[2] ==
                  100, 'the cover')
         self.songs('one')
         self.assertEqual(self.run_program('--add', self.at('one.wav')).returncode, 0)
@@ -105,7 +104,7 @@ class PlayerUnseen(Player):
         rows = (LIST[0], LIST[1] + 2 * ROW, 250, 3 * ROW)
         shown = self.shown(rows).data
         self.display.tool('windowminimize', self.window)
-        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        wait_for(lambda: self.display.is_iconic(self.window), 'an icon')
         self.display.run('wmctrl', '-ia', str(self.window))
         wait_for(lambda: self.shown(rows).data == shown, 'the same picture')
 

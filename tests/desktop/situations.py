@@ -2,6 +2,7 @@
 From each of these situations it has to find its way out when it is told to end, or is left alone by
 the display."""
 
+import json
 import os
 import signal
 import sys
@@ -33,6 +34,11 @@ class Situations(Player):
         with open(os.path.join(self.directory, 'Sarnel.Ambrisor.omk'), 'w', newline='') as file:
             file.write(f'OMK v1.1\r\n{ROWS}\r\n0\r\n{rows}')
         self.open('--add', self.added)
+        # What is given comes after the window.
+        wait_for(lambda: self.rows() == ROWS + 1, 'the added row')
+
+    def rows(self):
+        return json.loads(self.run_program('--status', 'json').stdout)['rows']
 
     def clear(self):
         self.end_all()
@@ -101,7 +107,7 @@ class Situations(Player):
 
     def minimised(self):
         self.display.tool('windowminimize', self.window)
-        wait_for(lambda: 'Iconic' in self.display.property(self.window, 'WM_STATE'), 'an icon')
+        wait_for(lambda: self.display.is_iconic(self.window), 'an icon')
 
     def panel(self):
         rows = self.rows_shown()

@@ -1,8 +1,6 @@
 #!/usr/bin/env python3
 """The tooltip in the finished program: where it comes up, what it looks like, and when it goes."""
 
-import re
-
 from desktop import SCREEN, main, wait_for
 from player import LEFT, NEXT, PLAY, STOP, TOP, WIDTH, Player
 
@@ -15,9 +13,7 @@ TEXT_COLOUR = (192, 192, 255)
 class Tooltip(Player):
     def tips(self):
         """Left, top, width, height of each."""
-        windows = (window for window in self.display.windows_of(self.player)
-                   if window != self.window)
-        return [self.display.geometry(window) for window in windows]
+        return self.display.places_of(self.player, self.window)
 
     def tips_at(self, point):
         """With the pointer there. It moves each time, since looking takes as long as a tooltip."""
@@ -28,15 +24,15 @@ class Tooltip(Player):
     def tip_at(self, point):
         return wait_for(lambda: self.tips_at(point), f'the tooltip at {point}')[0]
 
-    def active(self):
-        return self.display.run('xprop', '-root', '_NET_ACTIVE_WINDOW')
-
     def test_it_stands_below_the_pointer_and_follows(self):
         self.open()
-        left, top, width, height = self.tip_at(PLAY)
         x, y = LEFT + PLAY[0], TOP + PLAY[1]
+
+        def is_below():
+            left, _, width, _ = tip = self.tip_at(PLAY)
+            return abs(left + width / 2 - x) <= 1 and tip
+        left, top, width, height = wait_for(is_below, 'the tooltip in the middle')
         self.assertEqual((top, height), (y + BELOW, HEIGHT))
-        self.assertLessEqual(abs(left + width / 2 - x), 1)
         near = PLAY[0] + 4, PLAY[1] + 2  # even: a half goes to the even side
         wait_for(lambda: self.tips_at(near) == [(left + 4, top + 2, width, height)],
                  'it to follow')
@@ -53,7 +49,7 @@ class Tooltip(Player):
 
     def picture_at(self, point, tip):
         self.tips_at(point)
-        picture = self.display.screenshot().part(*tip)
+        picture = self.display.part(*tip)
         return picture if picture.has_colours() else None
 
     def test_it_is_a_line_on_a_frame(self):
@@ -70,11 +66,10 @@ class Tooltip(Player):
 
     def test_it_takes_neither_the_focus_nor_a_place_in_the_task_bar(self):
         self.open()
-        active = wait_for(lambda: '0x' in self.active() and self.active(), 'the window to be active')
+        active = wait_for(self.display.known.active, 'the window to be active')
         self.tip_at(PLAY)
-        self.assertEqual(self.active(), active)
-        listed = self.display.run('xprop', '-root', '_NET_CLIENT_LIST')
-        self.assertEqual(re.findall('0x[0-9a-f]+', listed), [hex(self.window)])
+        self.assertEqual(self.display.known.active(), active)
+        self.assertEqual(self.display.listed(), [self.window])
 
     def test_it_stays_on_the_screen(self):
         self.write_settings(X=SCREEN[0] - WIDTH)

@@ -1,7 +1,6 @@
 """The finished program with "Minimize in systray" on, and where it is to be found."""
 
 import os
-import re
 import sys
 
 from bus import SessionBus
@@ -43,16 +42,11 @@ class Trays(Player):
         tray.expect('ready')
         return tray
 
-    def listed(self):
-        """The windows that the window manager shows in lists of its own."""
-        windows = self.display.run('xprop', '-root', '_NET_CLIENT_LIST')
-        return re.findall('0x[0-9a-f]+', windows)
-
     def is_listed(self):
-        return hex(self.window) in self.listed()
+        return self.window in self.display.listed()
 
     def is_iconic(self):
-        return 'Iconic' in self.display.property(self.window, 'WM_STATE')
+        return self.display.is_iconic(self.window)
 
     def wait_for_task_bar(self):
         """Minimised there, and for good."""
@@ -74,14 +68,14 @@ class Trays(Player):
         wait_for(lambda: self.is_listed() and not self.is_iconic(), 'the window')
         wait_for(self.painted, 'the picture')
         self.assertEqual(self.place, (LEFT, TOP, WIDTH, HEIGHT))
-        wait_for(lambda: int(self.display.tool('getwindowfocus')) == self.window, 'the focus')
+        wait_for(lambda: self.display.known.focused() == self.window, 'the focus')
         former = self.shown(TITLE).data
         wait_for(lambda: self.shown(TITLE).data != former, 'a title that moves')
 
     def wait_for_popup(self):
         popup = wait_for(lambda: self.display.windows_of(self.player), 'the popup')[0]
         place = self.display.geometry(popup)
-        wait_for(lambda: self.display.screenshot().pixel(*place[:2]) == (0, 0, 128), 'its frame')
+        wait_for(lambda: self.display.pixel(*place[:2]) == (0, 0, 128), 'its frame')
         return place
 
     def wait_for_no_popup(self):

@@ -42,7 +42,7 @@ class OnTheBus(Trays):
         other = self.display.window('Source')
         left, top, width, height = self.display.geometry(other)
         self.display.click(left + width // 2, top + height // 2)
-        wait_for(lambda: int(self.display.tool('getwindowfocus')) == other, 'the focus')
+        wait_for(lambda: self.display.known.focused() == other, 'the focus')
         self.host.ask('activate')
         self.wait_for_screen()
 

@@ -90,9 +90,9 @@ class Native(OnWayland):
         self.key('ctrl+e')
         self.assert_no_menu()
         # The menu hangs from the pointer, centred: as wide to the left as to the right.
-        before = self.display.screenshot().part(*self.below_title())
+        before = self.display.part(*self.below_title())
         self.open_menu()
-        left, top, width, _ = around(self.display.screenshot().part(*self.below_title()), before)
+        left, top, width, _ = around(self.display.part(*self.below_title()), before)
         self.assertEqual((left + width // 2, top), (self.place[0] + BAR[0], 0))
         self.assertLess(width, 150)
         for close in (lambda: self.display.click(self.display.size[0] - 30, 40),
@@ -184,7 +184,7 @@ class Others(OnWayland):
         self.display.click(left + 2 * BAR[0], top + 2 * BAR[1], 3)
         # Double the list's place, and the menu in it.
         place = [a + 2 * b for a, b in zip((left, top, 0, 0), LIST)]
-        wait_for(lambda: self.display.screenshot().part(*place).has_colours(), 'the menu')
+        wait_for(lambda: self.display.part(*place).has_colours(), 'the menu')
         self.display.processes[0].kill()
         self.assertEqual((self.end_of(self.player), self.player.complaints),
                          (1, b'veldrin: the display has gone\n'))
@@ -211,7 +211,7 @@ class Pictures(OnWeston):
         """Each pixel of the screen is one of the picture's."""
         self.probe_lines.ask('stripe')
         row = b'\0\0\0\xFF\xFF\xFF' * (place[2] // 2)
-        wait_for(lambda: self.display.screenshot().part(*place).data == row * place[3], 'stripes')
+        wait_for(lambda: self.display.part(*place).data == row * place[3], 'stripes')
 
 
 class OnADenseScreen(Pictures):
@@ -249,14 +249,14 @@ class BetweenScreens(Pictures):
         self.display.tool('mouseup', 1, 'keyup', 'super')
 
     def shows(self, x, y):
-        return self.display.screenshot().pixel(x, y) != (BACKGROUND,) * 3
+        return self.display.pixel(x, y) != (BACKGROUND,) * 3
 
     def test_the_density_follows_the_window(self):
         middle = self.display.size[0] // 2
         # The screen of a new window is that with the pointer, which is smaller than the window.
         self.display.point_at(100, 100)
         self.open()
-        wait_for(lambda: (seen := around(self.display.screenshot().part(0, 0, middle, 400))) and
+        wait_for(lambda: (seen := around(self.display.part(0, 0, middle, 400))) and
                  seen[2] >= 100, 'the window on the left')
         left, top = self.find((100, 60))[:2]
         self.grab((left + 50, top + 30), (middle - 2, 80), lambda: self.shows(middle + 2, 110),

@@ -68,7 +68,7 @@ class ThroughX(OnWeston, Player):
     def is_shown_at(self, place):
         """Whether that is where the compositor shows the window."""
         left, top = place[0] + BODY[0], place[1] + BODY[1]
-        return self.display.screenshot().part(left, top, *BODY[2:]).data == self.look
+        return self.display.part(left, top, *BODY[2:]).data == self.look
 
     def drag_window(self, across, down):
         """The compositor takes the drag over some time after it has begun. The pointer may have moved

@@ -76,7 +76,7 @@ class QtHost(Hosts):
         own = self.display.window('Own window')
         left, top, _, _ = self.display.geometry(own)
         self.display.tool('windowraise', own)
-        wait_for(lambda: self.display.screenshot().pixel(left + 3, top + 3) == WHITE,
+        wait_for(lambda: self.display.pixel(left + 3, top + 3) == WHITE,
                  'the own window on the screen')
         self.display.click(left + 3, top + 3)
         self.assertEqual(self.end_of_host(host), 0)
