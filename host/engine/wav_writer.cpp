@@ -79,7 +79,9 @@ void WavWriter::Write(std::span<const float> samples) {
         return;
     }
     bytes_.clear();
-    for (const float sample : samples) {
+    for (const float given : samples) {
+        // A damaged file may hold what is no number; it is silent then.
+        const float sample = std::isnan(given) ? 0.0F : given;
         const float scaled = std::round(std::clamp(sample, -1.0F, 1.0F) * 32768.0F);
         const auto value = static_cast<std::int16_t>(std::min(scaled, 32767.0F));
         PutNumber(bytes_, static_cast<std::uint16_t>(value), kBytesPerSample);

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <limits>
+
 #include "sound_files.h"
 
 namespace audio_tests {
@@ -43,6 +46,19 @@ TEST_F(WavWriterTest, TheHeaderIsTrue) {
     EXPECT_EQ(Header(32, 2), 4U);          // bytes of a frame
     EXPECT_EQ(Header(34, 2), 16U);         // bits of a sample
     EXPECT_EQ(Header(40, 4), 1234U * 2);
+}
+
+TEST_F(WavWriterTest, WhatIsBeyondFullIsFullAndWhatIsNoNumberIsSilent) {
+    {
+        WavWriter writer(path_);
+        writer.SetRate(8000);
+        constexpr float kInfinity = std::numeric_limits<float>::infinity();
+        writer.Write(std::array{1.5F, -kInfinity, std::numeric_limits<float>::quiet_NaN(), 0.25F});
+    }
+    EXPECT_EQ(Header(44, 2), 0x7FFFU);
+    EXPECT_EQ(Header(46, 2), 0x8000U);
+    EXPECT_EQ(Header(48, 2), 0U);
+    EXPECT_EQ(Header(50, 2), 0x2000U);
 }
 
 TEST_F(WavWriterTest, AFinishedFileIsWholeAndStaysSo) {

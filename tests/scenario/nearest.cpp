@@ -50,7 +50,7 @@ std::string DidYouMean(std::string_view word, const std::vector<std::string_view
     std::string_view nearest;
     std::size_t least = 0;
     for (const std::string_view name : names) {
-        const auto [shorter, longer] = std::minmax(word.size(), name.size());
+        const auto [shorter, longer] = std::minmax({word.size(), name.size()});
         const std::size_t most = MostWrong(longer);
         if (longer - shorter > most) {
             continue;  // the difference in length alone is too much
