@@ -18,7 +18,7 @@ font_packages=(fonts-lohit-deva fonts-nafees fonts-noto-color-emoji fonts-tibeta
   fonts-tlwg-loma-ttf fonts-wqy-microhei)
 # What the tests and the checks need besides: among it a Wayland compositor with an X server; the last
 # ones are a sound server and what records it.
-test_packages=(libgtest-dev libbenchmark-dev python3 clang clang-format
+test_packages=(libgtest-dev libbenchmark-dev python3 clang clang-format libclang-rt-dev lld llvm
   "${display_packages[@]}" "${font_packages[@]}" x11-xkb-utils x11-xserver-utils wmctrl xclip
   chromium chromium-driver python3-selenium
   weston qt6-wayland xwayland

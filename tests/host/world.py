@@ -60,7 +60,7 @@ class World(unittest.TestCase):
             GST_REGISTRY=os.path.join(self.shared, 'registry.bin'), LC_ALL='C.UTF-8',
             # Of use only if the program was built with the address sanitizer.
             ASAN_OPTIONS='fast_unwind_on_malloc=1',
-            LSAN_OPTIONS=f'print_suppressions=0:suppressions={HERE}/leaks.supp')
+            LSAN_OPTIONS=f'print_suppressions=0:suppressions={HERE}/../sanitizers/leaks.supp')
         self.running = []
         self.addCleanup(self.end_all)
 
