@@ -7,7 +7,7 @@ factors shows on Wayland only."""
 
 import math
 
-from desktop import Display, main, wait_for
+from desktop import Display, main, settled, wait_for
 from player import HEIGHT, LIST, MENU_BUTTON, ROW, VOLUME, WIDTH, Player
 
 FACTORS = (1, 1.25, 1.5, 1.75, 2, 2.5, 3, 4)
@@ -56,7 +56,7 @@ class Scaled(Player):
         """In the middle of a place."""
         left, top = self.display.geometry(self.window)[:2]
         return self.display.pixel(left + math.floor((x + 0.5) * self.factor),
-                                               top + math.floor((y + 0.5) * self.factor))
+                                  top + math.floor((y + 0.5) * self.factor))
 
     def still(self):
         """The rows of the window, without the title, which moves, and what pulses: the current row
@@ -74,13 +74,7 @@ class Scaled(Player):
 
     def stand_still(self):
         """Until nothing fades any more."""
-        seen = [None]
-
-        def stays():
-            seen.append(self.still())
-            return seen[-1] == seen[-2]
-        wait_for(stays, 'a picture that stays')
-        return seen[-1]
+        return settled(self.still, 'a picture that stays')
 
     def menus(self):
         """The places of those that are open. A tooltip, which a slow machine may show before the click
@@ -157,14 +151,8 @@ class AtEachFactor(Scaled):
         self.close_menus()
 
     def bars_when_settled(self, rows):
-        seen = [None]
-
-        def stays():
-            shown = self.display.screenshot()
-            seen.append([shown.part(*row).data for row in rows])
-            return seen[-1] == seen[-2]
-        wait_for(stays, 'a menu that stays')
-        return seen[-1]
+        return settled(lambda: [self.display.part(*row).data for row in rows],
+                       'a menu that stays')
 
     def check_wholeness(self):
         """What many parts have made is what is there when all of it is painted at once."""

@@ -33,6 +33,15 @@ def wait_for(condition, what):
         time.sleep(0.02)
 
 
+def settled(look, what):
+    """What `look` answers as soon as it stays: longer than any step of what fades."""
+    def same():
+        former = look()
+        time.sleep(0.2)
+        return [former] if look() == former else None
+    return wait_for(same, what)[0]
+
+
 class Display:
     """An X server of its own with a window manager: openbox, another command, or none."""
 
